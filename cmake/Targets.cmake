@@ -1,0 +1,37 @@
+# What every target of the project has in common.
+
+add_library(zentro_options INTERFACE)
+target_compile_options(zentro_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Werror)
+target_include_directories(zentro_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(ZENTRO_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+if(ZENTRO_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+find_program(ZENTRO_CCACHE ccache)
+if(ZENTRO_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${ZENTRO_CCACHE})
+endif()
+
+# zentro_library(name SOURCES file... USES library...): one layer of the program. What it does not
+# list under USES it cannot link, so a layer that reaches upwards fails to build.
+function(zentro_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC ${ARG_USES} PRIVATE zentro_options)
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+endfunction()
+
+# zentro_program(name SOURCES file... USES library...): a command-line program in build/PRESET/bin.
+function(zentro_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_USES} zentro_options)
+    if(ZENTRO_STATIC)
+        target_link_options(${name} PRIVATE -static)
+    endif()
+endfunction()
