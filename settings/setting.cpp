@@ -1,0 +1,62 @@
+#include "settings/setting.h"
+
+#include <array>
+
+namespace zentro {
+
+namespace {
+
+using enum SettingNumber;
+using enum SettingKind;
+
+constexpr double kDesktopWindow = static_cast<std::int32_t>(0x80000005);
+constexpr double kDesktopWindowText = static_cast<std::int32_t>(0x80000008);
+constexpr double kGreen = 0x00C000;
+constexpr double kDarkGrey = 0x404040;
+
+constexpr std::array kSettings = std::to_array<Setting>({
+    {SerialPort, Text, "COM1", 0},
+    {ReopenLastSource, Flag, {}, 0},
+    {LastSourceName, Text, "", 0},
+    {LastSourceFolder, Text, "", 0},
+    {ShowObjectCode, Flag, {}, 1},
+    {EditorTextColour, Colour, {}, kDesktopWindowText},
+    {TerminalTextColour, Colour, {}, kGreen},
+    {TerminalBackColour, Colour, {}, kDarkGrey},
+    {EditorPageColour, Colour, {}, kDesktopWindow},
+    {InstructionFile, ProgramPath, "ZentroCompiler.cfg", 0},
+    {SourceFolder, ProgramPath, "", 0},
+    {ObjectFolder, ProgramPath, "", 0},
+    {SourceWindowLeft, Integer, {}, 0},
+    {SourceWindowTop, Integer, {}, 0},
+    {SourceWindowWidth, Integer, {}, 6000},
+    {SourceWindowHeight, Integer, {}, 6300},
+    {ObjectWindowLeft, Integer, {}, 6300},
+    {ObjectWindowTop, Integer, {}, 0},
+    {ObjectWindowWidth, Integer, {}, 6300},
+    {ObjectWindowHeight, Integer, {}, 6000},
+    {OutputWindowLeft, Integer, {}, 0},
+    {OutputWindowTop, Integer, {}, 6000},
+    {OutputWindowWidth, Integer, {}, 12600},
+    {OutputWindowHeight, Integer, {}, 3000},
+    {TerminalWindowLeft, Integer, {}, 2000},
+    {TerminalWindowTop, Integer, {}, 1000},
+    {TerminalWindowWidth, Integer, {}, 7000},
+    {TerminalWindowHeight, Integer, {}, 10000},
+    {SaveWithoutAsking, Flag, {}, 0},
+    {ToolBarLayout, Integer, {}, 0},
+    {HelpFile, ProgramPath, "ZentroCodeHelp.htm", 0},
+    {MakerWebSite, Text, "https://zentro.example/", 0},
+    {SourcesWebPage, Text, "https://zentro.example/sources.html", 0},
+    {EditorFontName, Text, "Courier New", 0},
+    {EditorFontSize, FloatingPoint, {}, 9.75},
+    {ColourSource, Flag, {}, -1},
+});
+
+}  // namespace
+
+std::span<const Setting> Settings() {
+    return kSettings;
+}
+
+}  // namespace zentro

@@ -1,0 +1,161 @@
+#include "settings/settings_store.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <fstream>
+#include <random>
+#include <system_error>
+#include <utility>
+
+#include "settings/settings_file.h"
+#include "settings/utf8_text.h"
+
+namespace zentro {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view kLoadFailed = "Error occurred in LoadConfig. Error text is ";
+constexpr std::string_view kSaveFailed = "Error Saving Config: ";
+constexpr std::uintmax_t kLargestFile = 16U << 20U;  // bytes; a usual one has about one thousand
+
+/// Why the stream operation just made has failed.
+std::error_code StreamError() {
+    return errno != 0 ? std::error_code(errno, std::generic_category())
+                      : std::make_error_code(std::errc::io_error);
+}
+
+/// A name beside `file` that no other process uses at the same time.
+fs::path TemporaryName(fs::path file) {
+    std::random_device random;
+    return file += ".tmp" + std::to_string(random());
+}
+
+/// The first free one of the names for a file that could not be read.
+fs::path KeptName(const fs::path& file) {
+    fs::path name = file;
+    name += ".broken";
+    std::error_code ignored;  // a name that cannot be examined is taken: the rename will say why
+    for (int number = 2; fs::exists(fs::symlink_status(name, ignored)); ++number) {
+        name = file;
+        name += ".broken" + std::to_string(number);
+    }
+    return name;
+}
+
+std::error_code ReadFile(const fs::path& file, std::string& bytes) {
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(file, error);  // fails for what is no regular file
+    if (error) return error;
+    if (size > kLargestFile) return std::make_error_code(std::errc::file_too_large);
+    errno = 0;
+    std::ifstream stream(file, std::ios::binary);
+    bytes.resize(size);
+    if (!stream.read(bytes.data(), static_cast<std::streamsize>(size))) return StreamError();
+    return {};
+}
+
+std::error_code WriteFile(const fs::path& file, std::string_view bytes) {
+    errno = 0;
+    std::ofstream stream(file, std::ios::binary);
+    if (stream) stream << bytes;
+    if (stream) stream.close();
+    return stream ? std::error_code{} : StreamError();
+}
+
+/// Moves `finished` to `file`; the file that was there goes to KeptName first when `keepOld` is
+/// set.
+std::error_code MoveInPlace(const fs::path& finished, const fs::path& file, bool keepOld) {
+    std::error_code error;
+    const fs::path kept = KeptName(file);
+    if (keepOld) {
+        fs::rename(file, kept, error);
+        if (error == std::errc::no_such_file_or_directory)
+            keepOld = false;
+        else if (error)
+            return error;
+    }
+    fs::rename(finished, file, error);
+    std::error_code ignored;  // the first failure is the one to tell
+    if (error && keepOld) fs::rename(kept, file, ignored);
+    return error;
+}
+
+std::error_code ReplaceFile(const fs::path& file, std::string_view bytes, bool keepOld) {
+    std::error_code error;
+    fs::create_directories(file.parent_path(), error);
+    if (error) return error;
+    const fs::path temporary = TemporaryName(file);
+    error = WriteFile(temporary, bytes);
+    if (!error) error = MoveInPlace(temporary, file, keepOld);
+    std::error_code ignored;  // the first failure is the one to tell
+    if (error) fs::remove(temporary, ignored);
+    return error;
+}
+
+}  // namespace
+
+fs::path ChooseSettingsFolder(const fs::path& programFolder, const fs::path& userFolder) {
+    const fs::path probe = TemporaryName(programFolder / kSettingsFileName);
+    const bool writable = !WriteFile(probe, "");
+    std::error_code ignored;  // there is nothing to remove when the folder cannot be written
+    fs::remove(probe, ignored);
+    return writable || userFolder.empty() ? programFolder : userFolder;
+}
+
+SettingsStore::SettingsStore(const fs::path& settingsFolder, const fs::path& programFolder,
+                             FailureSink onLastSaveFailure)
+    : file_(settingsFolder / kSettingsFileName), onLastSaveFailure_(std::move(onLastSaveFailure)) {
+    // A link is followed, so that saving replaces the file behind it and not the link.
+    std::error_code error;
+    if (fs::path target = fs::canonical(file_, error); !error) file_ = std::move(target);
+    LoadConfig(programFolder);
+}
+
+SettingsStore::~SettingsStore() {
+    if (!changed_) return;
+    const std::string error = SaveSettings();
+    if (!error.empty() && onLastSaveFailure_) onLastSaveFailure_(error);
+}
+
+void SettingsStore::LoadConfig(const fs::path& programFolder) {
+    std::string bytes;
+    const std::error_code error = ReadFile(file_, bytes);
+    if (error == std::errc::no_such_file_or_directory) {
+        config_ = DefaultConfig(programFolder);
+        loadError_ = SaveSettings();
+        return;
+    }
+    std::string reason = error.message();
+    if (!error) {
+        ParsedConfig parsed = ParseConfig(bytes);
+        config_ = std::move(parsed.config);
+        if (parsed.error.empty()) return;
+        reason = PathText(file_) + ", line " + std::to_string(parsed.line) + ": " + parsed.error;
+    }
+    keepOldFile_ = true;
+    loadError_ = std::string(kLoadFailed) + reason + ". The next save keeps the file as " +
+                 PathText(KeptName(file_).filename()) + '.';
+}
+
+SettingValue SettingsStore::GetSetting(SettingNumber number, std::string_view subClass) const {
+    if (subClass.empty()) return config_.Item(number);
+    const ConfigValue* record = config_.Search(number, subClass);
+    return record ? record->value : SettingValue{};
+}
+
+void SettingsStore::SaveSetting(SettingNumber number, SettingValue value,
+                                std::string_view subClass) {
+    if (config_.AddOrUpdate(number, std::move(value), subClass)) changed_ = true;
+}
+
+std::string SettingsStore::SaveSettings() {
+    const std::error_code error = ReplaceFile(file_, WriteConfig(config_), keepOldFile_);
+    changed_ = static_cast<bool>(error);
+    if (error) return std::string(kSaveFailed) + error.message();
+    keepOldFile_ = false;
+    return {};
+}
+
+}  // namespace zentro

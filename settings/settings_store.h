@@ -1,0 +1,62 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "settings/config.h"
+
+namespace zentro {
+
+inline constexpr std::string_view kSettingsFileName = "ZentroCompiler.dfv";
+
+/// The folder of the settings file: the program's own when files can be made there (a portable
+/// copy), otherwise the user's configuration folder, which need not exist yet.
+std::filesystem::path ChooseSettingsFolder(const std::filesystem::path& programFolder,
+                                           const std::filesystem::path& userFolder);
+
+/// The settings with the file that keeps them. No failure costs a file: a save replaces it whole or
+/// not at all, and a file that could not be read whole is kept under another name by the first
+/// save.
+class SettingsStore {
+  public:
+    using FailureSink = std::function<void(const std::string& message)>;
+
+    /// Reads the file in `settingsFolder`. When there is none, the defaults are built, with their
+    /// paths in `programFolder`, and saved. `onLastSaveFailure` is told when the last save, at the
+    /// end of the store's life, fails.
+    SettingsStore(const std::filesystem::path& settingsFolder,
+                  const std::filesystem::path& programFolder, FailureSink onLastSaveFailure);
+
+    /// Saves what has changed since the last save.
+    ~SettingsStore();
+
+    SettingsStore(const SettingsStore&) = delete;
+    SettingsStore& operator=(const SettingsStore&) = delete;
+
+    /// What went wrong at the start, as a message for the user; empty when nothing did. The
+    /// settings that were not read are missing then and read as Empty.
+    const std::string& LoadError() const { return loadError_; }
+
+    /// The value, Empty when there is none.
+    SettingValue GetSetting(SettingNumber number, std::string_view subClass = {}) const;
+    void SaveSetting(SettingNumber number, SettingValue value, std::string_view subClass = {});
+
+    /// Writes the file. Returns what went wrong, as a message for the user, or an empty text.
+    [[nodiscard]] std::string SaveSettings();
+
+    const Config& Records() const { return config_; }
+
+  private:
+    void LoadConfig(const std::filesystem::path& programFolder);
+
+    std::filesystem::path file_;
+    FailureSink onLastSaveFailure_;
+    Config config_;
+    std::string loadError_;
+    bool keepOldFile_ = false;  ///< the file on disk holds settings that `config_` does not
+    bool changed_ = false;      ///< `config_` holds settings that the file on disk does not
+};
+
+}  // namespace zentro
