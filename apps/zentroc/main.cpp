@@ -1,0 +1,138 @@
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <system_error>
+
+#include "apps/zentroc/console.h"
+#include "apps/zentroc/log_writers.h"
+#include "apps/zentroc/options.h"
+#include "compiler/paths.h"
+#include "compiler/symbols_file.h"
+#include "config/configuration.h"
+
+namespace {
+
+using namespace zentro;
+namespace fs = std::filesystem;
+
+/// Gathers the listing, so that its file is written whole or not at all.
+class ListingText : public ListingSink {
+  public:
+    void AddCodeLine(std::string_view text) override {
+        text_ += text;
+        text_ += '\n';
+    }
+    const std::string& Text() const { return text_; }
+
+  private:
+    std::string text_;
+};
+
+/// The configuration file lies beside the program, or in the share folder of an installation.
+std::string ShippedConfiguration(const char* programName) {
+    constexpr const char* kFileName = "ZentroCompiler.cfg";
+    std::error_code failed;
+    fs::path program = fs::read_symlink("/proc/self/exe", failed);
+    if (failed) program = programName;
+    const fs::path folder = program.parent_path();
+    const fs::path beside = folder / kFileName;
+    if (fs::exists(beside, failed)) return beside.string();
+    return (folder.parent_path() / "share" / "zentrocompiler" / kFileName).string();
+}
+
+/// Reads the language. False when it cannot be used, which has been told then.
+bool LoadLanguage(const std::string& path, InstructionConfiguration& configuration) {
+    if (const std::string problem = LoadInstructionConfig(path, configuration); !problem.empty()) {
+        TellFailure(path + ": " + problem);
+        return false;
+    }
+    const std::vector<std::string> missing = MissingEntries(configuration);
+    if (missing.empty()) return true;
+    TellFailure(path + ": the configuration file is cut short or made for another version: " +
+                std::to_string(missing.size()) + " entries are missing, the first is " +
+                missing[0]);
+    return false;
+}
+
+ProgramFiles FilesFor(const Options& options) {
+    const fs::path source(options.sourceFile);
+    const std::string folder = source.parent_path().string();
+    ProgramFiles files;
+    files.sourceDirectory = folder;
+    files.sourceFileName = source.filename().string();
+    files.includeDirectory = options.includeDirectory.value_or(folder);
+    files.objectDirectory = options.outputDirectory.value_or(folder);
+    files.objectFileName = ChangeExtension(files.sourceFileName, "obj");
+    return files;
+}
+
+bool WouldOverwriteSource(const Options& options, const ProgramFiles& files) {
+    std::error_code failed;
+    const std::string object = PathOf(files.objectDirectory, files.objectFileName);
+    if (!fs::equivalent(options.sourceFile, object, failed) || failed) return false;
+    TellFailure("the object file would replace the source file '" + options.sourceFile +
+                "': give the source file another extension than .obj");
+    return true;
+}
+
+std::unique_ptr<OutputSink> MakeLog(const Options& options, const ProgramFiles& files,
+                                    StandardOutput& output) {
+    if (options.format == LogFormat::Json) return std::make_unique<JsonLog>(output, options.quiet);
+    const bool inColour = output.IsTerminal() && std::getenv("NO_COLOR") == nullptr;
+    return std::make_unique<TextLog>(output, files.sourceFileName, inColour, options.quiet);
+}
+
+void WriteExtras(const Options& options, const Compilation& compilation, const ListingText& listing,
+                 StandardOutput& output, DiskWriter& writer) {
+    if (options.listingFile == "-") {
+        output.Write(listing.Text());
+    } else if (!options.listingFile.empty()) {
+        writer.Write(options.listingFile, listing.Text());
+    }
+    if (!options.symbolsFile.empty()) {
+        writer.Write(options.symbolsFile, SymbolsFileText(compilation));
+    }
+}
+
+ExitStatus Compile(const Options& options, const InstructionConfiguration& configuration) {
+    const ProgramFiles files = FilesFor(options);
+    if (!options.checkOnly && WouldOverwriteSource(options, files)) return ExitStatus::Failure;
+    StandardOutput output;
+    const std::unique_ptr<OutputSink> log = MakeLog(options, files, output);
+    ConsolePrompts prompts;
+    DiskReader reader;
+    DiskWriter writer;
+    NoProgress progress;
+    ListingText listing;
+    const auto compilation =
+        std::make_unique<Compilation>(configuration, Environment{*log, prompts, reader, progress});
+    if (options.checkOnly) {
+        SyntaxCheck(*compilation, files);
+    } else {
+        ListingSink* sink = options.listingFile.empty() ? nullptr : &listing;
+        if (CompileSource(*compilation, files, writer, sink)) {
+            WriteExtras(options, *compilation, listing, output, writer);
+        }
+    }
+    const bool hasErrors = compilation->diagnostics.ErrorCount() > 0;
+    if (const std::string problem = output.Finish(); !problem.empty()) {
+        TellFailure("cannot write to standard output: " + problem);
+        return ExitStatus::Failure;
+    }
+    if (reader.MainFileFailed() || writer.Failed()) return ExitStatus::Failure;
+    return hasErrors ? ExitStatus::ProgramHasErrors : ExitStatus::Success;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    ExitStatus status = ExitStatus::Success;
+    const std::optional<Options> options = ParseOptions(argc, argv, status);
+    if (!options) return static_cast<int>(status);
+    InstructionConfiguration configuration;
+    const std::string path =
+        options->configurationFile ? *options->configurationFile : ShippedConfiguration(argv[0]);
+    if (!LoadLanguage(path, configuration)) return static_cast<int>(ExitStatus::Failure);
+    return static_cast<int>(Compile(*options, configuration));
+}

@@ -1,0 +1,158 @@
+#include "compiler/compile.h"
+
+#include "codegen/generate_object_lines.h"
+#include "compiler/listing.h"
+#include "compiler/load_source.h"
+#include "compiler/object_file.h"
+#include "compiler/paths.h"
+#include "compiler/resolve_labels.h"
+#include "frontend/parse_source_line.h"
+
+namespace zentro {
+
+namespace {
+
+/// Beyond this the stack and the variables of a running program may meet.
+constexpr std::int32_t kLargeProgram = 21000;
+/// The board's memory, in bytes.
+constexpr std::int32_t kMemorySize = 32768;
+
+bool HasErrors(const Compilation& compilation) {
+    return compilation.diagnostics.ErrorCount() > 0;
+}
+
+/// A file that ends inside a table, a routine or an event is reported against a line of its own.
+void CheckOpenAtEndOfFile(Compilation& compilation) {
+    const CompileState state = compilation.states.Current();
+    const bool isOpen = state == CompileState::Table || state == CompileState::Routine ||
+                        state == CompileState::Event;
+    if (!isOpen) return;
+    constexpr std::int32_t kAfterTheLastLine = 9999;
+    SourceLine end(&compilation.memory);
+    end.fileLineNo = kAfterTheLastLine;
+    compilation.diagnostics.PostError(
+        state == CompileState::Event ? MessageCode::EventNotEnded : MessageCode::TableNotEnded,
+        &end, "End of File:");
+    ChangeCompileState(compilation, CompileState::Aborted, end);
+}
+
+bool LoadSource(Compilation& compilation, const ProgramFiles& files) {
+    Diagnostics& diagnostics = compilation.diagnostics;
+    diagnostics.StartCompileStage(MessageCode::LoadStarts);
+    const bool loaded = LoadSourceFiles(compilation, files);
+    CheckOpenAtEndOfFile(compilation);
+    diagnostics.PostInfo(MessageCode::SourceLineCount,
+                         static_cast<std::int64_t>(compilation.sourceLines.size()));
+    const bool withoutErrors = diagnostics.EndCompileStage(MessageCode::LoadEnds);
+    if (loaded && withoutErrors) return true;
+    diagnostics.PostInfo(MessageCode::StageFailed);
+    return false;
+}
+
+/// A block that is still open is reported against the line that opened it.
+void CheckOpenBlock(Compilation& compilation) {
+    const CompileState state = compilation.states.Current();
+    if (state == CompileState::Outside || state == CompileState::Aborted) return;
+    const std::int32_t firstLineNo = compilation.states.Innermost().firstLineNo;
+    compilation.diagnostics.PostError(NotEndedMessage(state),
+                                      &compilation.GetSourceLine(firstLineNo));
+}
+
+bool ParseSource(Compilation& compilation) {
+    Diagnostics& diagnostics = compilation.diagnostics;
+    diagnostics.StartCompileStage(MessageCode::ParseStarts);
+    compilation.states.Clear();
+    for (SourceLine& line : compilation.sourceLines) {
+        ParseSourceLine(compilation, line);
+        compilation.environment.progress.LetEventsRun();
+    }
+    CheckOpenBlock(compilation);
+    if (!compilation.mainBlockSeen) diagnostics.PostError(MessageCode::NoProgram, nullptr);
+    if (HasErrors(compilation)) diagnostics.PostInfo(MessageCode::StageFailed);
+    return diagnostics.EndCompileStage(MessageCode::ParseEnds);
+}
+
+void GenerateCode(Compilation& compilation) {
+    Diagnostics& diagnostics = compilation.diagnostics;
+    diagnostics.StartCompileStage(MessageCode::GenerateStarts);
+    const std::size_t lines = compilation.sourceLines.size();
+    compilation.objectLines.reserve(lines + lines / 2);
+    for (SourceLine& line : compilation.sourceLines) {
+        const bool isFirst = compilation.objectLines.empty() && line.GeneratesCode();
+        if (isFirst && line.token != Token::BeginProgram) GenerateJumpToProgram(compilation, line);
+        GenerateObjectLines(compilation, line);
+        compilation.environment.progress.LetEventsRun();
+    }
+    MakeDataArea(compilation);
+    diagnostics.PostInfo(MessageCode::ObjectLineCount,
+                         static_cast<std::int64_t>(compilation.objectLines.size()));
+    diagnostics.EndCompileStage(MessageCode::GenerateEnds);
+}
+
+void AssignAddresses(Compilation& compilation) {
+    Diagnostics& diagnostics = compilation.diagnostics;
+    diagnostics.StartCompileStage(MessageCode::AddressStarts);
+    std::int32_t address = 0;
+    for (ObjectLine& line : compilation.objectLines) {
+        line.address = address;
+        address += line.byteCount;
+    }
+    ResolveLabels(compilation);
+    if (address > kMemorySize) {
+        diagnostics.PostError(MessageCode::ProgramTooLarge, nullptr,
+                              std::to_string(address) + " bytes");
+    }
+    diagnostics.PostInfo(MessageCode::ProgramSize, address);
+    diagnostics.EndCompileStage(MessageCode::AddressEnds);
+}
+
+bool WriteObjectCode(Compilation& compilation, const ProgramFiles& files, FileWriter& writer,
+                     ListingSink* listing) {
+    Diagnostics& diagnostics = compilation.diagnostics;
+    diagnostics.StartCompileStage(MessageCode::WriteStarts);
+    if (listing != nullptr) WriteListing(compilation, *listing);
+    const std::string path = PathOf(files.objectDirectory, files.objectFileName);
+    const bool written = writer.Write(path, ObjectFileText(compilation)).empty();
+    if (!written) {
+        diagnostics.PostError(MessageCode::OutsideFailure, nullptr);
+        return false;
+    }
+    diagnostics.EndCompileStage(MessageCode::WriteEnds);
+    return true;
+}
+
+void WarnOfLargeProgram(Compilation& compilation) {
+    const auto& lines = compilation.objectLines;
+    if (lines.empty() || lines.back().address <= kLargeProgram) return;
+    compilation.environment.prompts.ShowMessage(
+        "Caution. Program is larger than 20k. Be careful with stack and local variable use");
+}
+
+bool RunStages(Compilation& compilation, const ProgramFiles& files, FileWriter& writer,
+               ListingSink* listing) {
+    if (!LoadSource(compilation, files) || !ParseSource(compilation)) return false;
+    GenerateCode(compilation);
+    AssignAddresses(compilation);
+    if (!WriteObjectCode(compilation, files, writer, listing)) return false;
+    WarnOfLargeProgram(compilation);
+    return true;
+}
+
+}  // namespace
+
+bool CompileSource(Compilation& compilation, const ProgramFiles& files, FileWriter& writer,
+                   ListingSink* listing) {
+    compilation.diagnostics.StartCompile(files.sourceFileName);
+    const bool succeeded = RunStages(compilation, files, writer, listing);
+    compilation.diagnostics.EndCompile(MessageCode::RunEnds);
+    return succeeded;
+}
+
+bool SyntaxCheck(Compilation& compilation, const ProgramFiles& files) {
+    compilation.diagnostics.StartCompile(files.sourceFileName);
+    const bool succeeded = LoadSource(compilation, files) && ParseSource(compilation);
+    compilation.diagnostics.EndCompile(MessageCode::RunEnds);
+    return succeeded;
+}
+
+}  // namespace zentro

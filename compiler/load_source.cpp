@@ -1,0 +1,137 @@
+#include "compiler/load_source.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "compiler/paths.h"
+#include "config/encoding.h"
+#include "frontend/parse_declares.h"
+
+namespace zentro {
+
+namespace {
+
+/// More source files than this cannot be open at once.
+constexpr std::size_t kMaxOpenFiles = 255;
+
+/// Takes the lines of a text one by one. LF, CR LF and CR end a line.
+class LineSplitter {
+  public:
+    explicit LineSplitter(std::string_view text) : rest_(text) {}
+
+    std::optional<std::string_view> Next() {
+        if (rest_.empty()) return std::nullopt;
+        const std::size_t end = std::min(rest_.find_first_of("\r\n"), rest_.size());
+        const std::string_view line = rest_.substr(0, end);
+        rest_.remove_prefix(end);
+        if (!rest_.empty()) rest_.remove_prefix(rest_.starts_with("\r\n") ? 2 : 1);
+        return line;
+    }
+
+  private:
+    std::string_view rest_;
+};
+
+class SourceLoader {
+  public:
+    SourceLoader(Compilation& compilation, const ProgramFiles& program)
+        : compilation_(compilation), program_(program) {}
+
+    bool LoadMainFile() { return Load(program_.sourceDirectory, program_.sourceFileName, 0); }
+
+  private:
+    bool IsAborted() const { return compilation_.states.Current() == CompileState::Aborted; }
+
+    SourceLine* LineOrNone(std::int32_t lineNo) {
+        return lineNo == 0 ? nullptr : &compilation_.GetSourceLine(lineNo);
+    }
+
+    /// A file that is being read already would include itself without end.
+    bool IncludesItself(const std::string& path) const {
+        const std::string normal = std::filesystem::path(path).lexically_normal().string();
+        return std::find(openPaths_.begin(), openPaths_.end(), normal) != openPaths_.end();
+    }
+
+    bool Load(const std::string& directory, const std::string& fileName,
+              std::int32_t includingLineNo) {
+        const std::string path = PathOf(directory, fileName);
+        if (openPaths_.size() == kMaxOpenFiles || IncludesItself(path)) {
+            compilation_.diagnostics.PostError(MessageCode::IncludedTooDeep,
+                                               LineOrNone(includingLineNo), fileName);
+            return false;
+        }
+        compilation_.diagnostics.LogSourceFileOpen(path);
+        std::optional<std::string> bytes = Read(directory, fileName, path);
+        if (!bytes) {
+            compilation_.diagnostics.PostError(MessageCode::FileNotOpened,
+                                               LineOrNone(includingLineNo), fileName);
+            return false;
+        }
+        const SourceFile& file = compilation_.files.emplace_back(
+            SourceFile{fileName, directory, DecodeText(std::move(*bytes))});
+        openPaths_.push_back(std::filesystem::path(path).lexically_normal().string());
+        LoadLines(file);
+        openPaths_.pop_back();
+        return true;
+    }
+
+    /// Reads the file, or the one that the user names in place of a missing one.
+    std::optional<std::string> Read(const std::string& directory, const std::string& fileName,
+                                    std::string path) {
+        for (;;) {
+            FileContent content = compilation_.environment.files.Read(path);
+            if (content.status == FileContent::Status::Read) return std::move(content.bytes);
+            if (content.status == FileContent::Status::Failed) return std::nullopt;
+            std::optional<std::string> picked = compilation_.environment.prompts.FindMissingFile(
+                "Cannot Find " + fileName, directory, fileName);
+            if (!picked) return std::nullopt;
+            path = std::move(*picked);
+        }
+    }
+
+    void LoadLines(const SourceFile& file) {
+        ReserveLines(file.text);
+        LineSplitter lines(file.text);
+        std::int32_t fileLineNo = 0;
+        while (!IsAborted()) {
+            const std::optional<std::string_view> text = lines.Next();
+            if (!text) return;
+            SourceLine& line = compilation_.sourceLines.emplace_back(&compilation_.memory);
+            line.text = *text;
+            line.file = &file;
+            line.fileLineNo = ++fileLineNo;
+            line.lineNumber = static_cast<std::int32_t>(compilation_.sourceLines.size());
+            LoadLine(line);
+            compilation_.environment.progress.LetEventsRun();
+        }
+    }
+
+    void LoadLine(SourceLine& line) {
+        const std::int32_t lineNo = line.lineNumber;
+        if (const auto included = ParseDeclares(compilation_, line)) {
+            Load(program_.includeDirectory, ToUtf8(*included), lineNo);
+        }
+    }
+
+    void ReserveLines(std::string_view text) {
+        const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+        const std::size_t wanted = compilation_.sourceLines.size() + lines + 1;
+        if (wanted <= compilation_.sourceLines.capacity()) return;
+        compilation_.sourceLines.reserve(std::max(wanted, 2 * compilation_.sourceLines.size()));
+    }
+
+    Compilation& compilation_;
+    const ProgramFiles& program_;
+    std::vector<std::string> openPaths_;
+};
+
+}  // namespace
+
+bool LoadSourceFiles(Compilation& compilation, const ProgramFiles& program) {
+    return SourceLoader(compilation, program).LoadMainFile();
+}
+
+}  // namespace zentro

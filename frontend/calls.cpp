@@ -1,0 +1,188 @@
+#include <optional>
+#include <vector>
+
+#include "config/text.h"
+#include "frontend/argument_template.h"
+#include "frontend/operand.h"
+#include "frontend/statements.h"
+#include "frontend/words.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr auto kNone = std::string_view::npos;
+
+/// The pieces of a call.
+struct CallText {
+    std::string_view name;
+    std::string_view arguments;
+    std::string_view rest;  ///< what follows the closing ")"
+};
+
+/// What a called routine or function takes and gives.
+struct Callee {
+    Token token = Token::None;
+    std::string_view name;
+    std::vector<ArgumentTemplate> arguments;
+    bool hasResult = false;
+    DataType result = DataType::Any;
+};
+
+/// True when an operator or a comparison stands before the call: X + Name(
+bool FollowsOperator(const Compilation& compilation, std::string_view name) {
+    const std::string_view second = SplitFirstWord(SplitFirstWord(name, true).rest).first;
+    return FamilyOf(compilation.configuration.commands.FindCommandToken(second)) ==
+           TokenFamily::Operator;
+}
+
+std::optional<CallText> SplitCall(Compilation& compilation, SourceLine& line,
+                                  std::string_view text) {
+    const auto refuse = [&](MessageCode code) {
+        compilation.diagnostics.PostError(code, &line);
+        return std::nullopt;
+    };
+    const std::size_t firstClosing = FindOutsideQuotes(text, ')');
+    if (firstClosing == kNone) return refuse(MessageCode::ParenthesisNotClosed);
+    CallText call;
+    const std::size_t open = FindOutsideQuotes(text, '(');
+    if (open == kNone || open > firstClosing) {
+        call.name = Trim(text.substr(0, firstClosing));
+        call.rest = Trim(text.substr(firstClosing + 1));
+    } else {
+        const std::size_t closing = FindClosingParenthesis(text, open);
+        call.name = Trim(text.substr(0, open));
+        call.arguments = Trim(text.substr(open + 1, closing - open - 1));
+        call.rest = Trim(text.substr(closing + 1));
+    }
+    if (call.name.empty()) return refuse(MessageCode::CallWithoutName);
+    if (call.name.find(' ') != kNone) {
+        return refuse(FollowsOperator(compilation, call.name) ? MessageCode::CallInsideStatement
+                                                              : MessageCode::BlankInCalledName);
+    }
+    if (RefuseCall(compilation, call.arguments, line)) return std::nullopt;
+    return call;
+}
+
+/// A routine of the program, by its header.
+std::optional<Callee> FindRoutine(Compilation& compilation, SourceLine& line,
+                                  std::string_view name) {
+    const Symbol* symbol = compilation.symbols.FindOwn(name, kProgram);
+    if (symbol == nullptr || symbol->symbolClass != SymbolClass::Routine) {
+        compilation.diagnostics.PostError(MessageCode::UnknownRoutine, &line, Shorten(name));
+        return std::nullopt;
+    }
+    Callee callee;
+    callee.token = Token::RoutineCall;
+    callee.name = symbol->name;
+    for (const LineElement& element : compilation.GetSourceLine(symbol->declareLineNo).elements) {
+        if (element.use == ElementUse::Written) {
+            callee.hasResult = true;
+            callee.result = element.type;
+        } else {
+            callee.arguments.push_back({ArgumentTemplate::Kind::Operand, element.type, {}});
+        }
+    }
+    return callee;
+}
+
+/// A function of the language. As a condition only NOT can stand alone.
+std::optional<Callee> FindFunction(Compilation& compilation, SourceLine& line, const Command& entry,
+                                   CallRole role) {
+    const auto refuse = [&](MessageCode code, std::string_view extra = {}) {
+        compilation.diagnostics.PostError(code, &line, extra);
+        return std::nullopt;
+    };
+    if (entry.family != TokenFamily::Function || entry.id == Token::RoutineCall) {
+        return refuse(MessageCode::UnknownRoutine, entry.command);
+    }
+    if (role == CallRole::Condition && entry.id != Token::Not) {
+        return refuse(MessageCode::NotACondition);
+    }
+    const FunctionTemplate* expected = SystemFunctionTemplate(entry.id);
+    if (expected == nullptr) return refuse(MessageCode::NotSupported);
+    Callee callee{entry.id, entry.command, {}, true, expected->result};
+    callee.arguments.assign(expected->Arguments().begin(), expected->Arguments().end());
+    return callee;
+}
+
+/// A function whose argument is of any type works on its target's type.
+Expectation ExpectationOf(const ArgumentTemplate& argument, const Callee& callee,
+                          const std::optional<LineElement>& target) {
+    Expectation expected = argument.AsExpectation();
+    const bool followsTarget = callee.token == Token::Not && target && IsByteSized(target->type);
+    if (followsTarget) expected.type = target->type;
+    return expected;
+}
+
+void ParseCallArguments(Compilation& compilation, SourceLine& line, const Callee& callee,
+                        const std::vector<std::string_view>& items,
+                        const std::optional<LineElement>& target) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        AddOperand(compilation, items[i], line, ExpectationOf(callee.arguments[i], callee, target));
+    }
+    if (!target || callee.result == DataType::Any) return;
+    if (!TypeSuits(target->type, callee.result)) {
+        compilation.diagnostics.PostRangeError(line, {SymbolClass::Variable, target->type},
+                                               Shorten(callee.name),
+                                               {SymbolClass::Variable, callee.result});
+    }
+}
+
+void AddCallElement(SourceLine& line, std::string_view name) {
+    LineElement element;
+    element.elementClass = ElementClass::Call;
+    element.value = name;
+    line.AddElement(element);
+}
+
+/// Tells the line what it calls: as its token, or as the kind of its condition.
+void SetCallToken(SourceLine& line, Token token, CallRole role) {
+    if (role != CallRole::Condition) {
+        line.token = token;
+        return;
+    }
+    LineElement kind;
+    kind.elementClass = ElementClass::Comparison;
+    kind.comparison = token;
+    line.AddElement(kind);
+}
+
+std::optional<LineElement> TargetOf(const SourceLine& line) {
+    const LineElement* target = line.GetElement(ElementUse::Written);
+    return target == nullptr ? std::nullopt : std::optional(*target);
+}
+
+}  // namespace
+
+std::optional<std::string_view> ParseCall(Compilation& compilation, SourceLine& line,
+                                          std::string_view text, CallRole role) {
+    const std::optional<LineElement> target = TargetOf(line);
+    const std::optional<CallText> call = SplitCall(compilation, line, text);
+    if (!call) return std::nullopt;
+    AddCallElement(line, call->name);
+    const Command* entry = compilation.FindCommand(call->name);
+    const std::optional<Callee> callee = entry == nullptr
+                                             ? FindRoutine(compilation, line, call->name)
+                                             : FindFunction(compilation, line, *entry, role);
+    if (!callee) return call->rest;
+    SetCallToken(line, callee->token, role);
+    const std::vector<std::string_view> items = SplitCommaList(call->arguments);
+    const bool wantsResult = role != CallRole::Statement;
+    if (items.size() != callee->arguments.size() || wantsResult != callee->hasResult) {
+        compilation.diagnostics.PostError(MessageCode::WrongArgumentCount, &line);
+        return call->rest;
+    }
+    ParseCallArguments(compilation, line, *callee, items, target);
+    return call->rest;
+}
+
+void ParseCallStatement(Compilation& compilation, SourceLine& line, std::string_view arguments) {
+    line.purpose = Purpose::Statement;
+    const auto rest = ParseCall(compilation, line, arguments, CallRole::Statement);
+    if (rest && !rest->empty()) {
+        compilation.diagnostics.PostError(MessageCode::UnexpectedText, &line);
+    }
+}
+
+}  // namespace zentro

@@ -1,0 +1,77 @@
+#include <algorithm>
+#include <optional>
+
+#include "config/text.h"
+#include "frontend/data_list.h"
+#include "frontend/literal.h"
+#include "frontend/statements.h"
+#include "frontend/words.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::int32_t kLargestReserve = 20000;
+
+Symbol& CurrentTable(Compilation& compilation) {
+    return *compilation.symbols.FindOwn(compilation.currentTableName, kProgram);
+}
+
+/// The number that a count is written as; nothing when it is none.
+std::optional<std::int64_t> CountFrom(const Compilation& compilation, std::string_view text) {
+    constexpr std::int64_t kTooLarge = 1LL << 40;
+    std::string_view value = text;
+    if (IsHexadecimal(text)) {
+        const auto number = HexadecimalNumber(text);
+        return number ? std::optional<std::int64_t>(*number) : std::nullopt;
+    }
+    if (const Constant* constant =
+            compilation.symbols.FindConstant(text, ConstantKind::NamedOrNumber)) {
+        value = constant->value;
+    } else if (const Command* entry = FindCatalogueConstant(compilation, text)) {
+        value = entry->description;
+    }
+    if (!IsNumeric(value)) return std::nullopt;
+    return ParseNumber(value).value_or(kTooLarge);
+}
+
+}  // namespace
+
+void ParseTableHeader(Compilation& compilation, SourceLine& line, std::string_view arguments) {
+    ChangeCompileState(compilation, CompileState::Table, line);
+    const SplitText split = SplitFirstWord(arguments);
+    compilation.currentTableName = split.first;
+    compilation.currentTableHasErrors = false;
+    if (split.rest.empty()) return;
+    const SplitText symbol = SplitFirstWord(split.rest);
+    if (!EqualsIgnoreCase(symbol.first, compilation.GetCommandText(Token::Equal))) {
+        compilation.diagnostics.PostError(MessageCode::EqualSignExpected, &line);
+        return;
+    }
+    ExpandDataList(compilation, symbol.rest, line, CurrentTable(compilation).tableBytes);
+}
+
+void ParseDataLine(Compilation& compilation, SourceLine& line) {
+    ExpandDataList(compilation, line.parsedLine, line, CurrentTable(compilation).tableBytes);
+}
+
+void ParseReserve(Compilation& compilation, SourceLine& line, std::string_view arguments) {
+    const std::optional<std::int64_t> count = CountFrom(compilation, arguments);
+    if (compilation.states.Current() != CompileState::Table || !count || *count < 1) {
+        compilation.diagnostics.PostError(MessageCode::NotUnderstood, &line);
+    } else if (*count > kLargestReserve) {
+        compilation.diagnostics.PostError(MessageCode::ValueOutOfRange, &line, Shorten(arguments));
+    } else {
+        auto& bytes = CurrentTable(compilation).tableBytes;
+        bytes.resize(bytes.size() + static_cast<std::size_t>(*count), 0);
+    }
+}
+
+void CheckTableEnd(Compilation& compilation, SourceLine& line) {
+    const bool isEmpty = CurrentTable(compilation).tableBytes.empty();
+    if (isEmpty && !compilation.currentTableHasErrors) {
+        compilation.diagnostics.PostError(MessageCode::TableEmpty, &line);
+    }
+}
+
+}  // namespace zentro

@@ -1,0 +1,72 @@
+#include "frontend/names.h"
+
+#include <algorithm>
+
+#include "config/text.h"
+#include "frontend/literal.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::size_t kShortestName = 3;
+constexpr std::string_view kNotInNames = "+-/*<>,()='\"";
+
+/// The program keeps some names for itself: its words, and those of lines and constants.
+bool IsReserved(const Compilation& compilation, std::string_view name) {
+    constexpr std::string_view kLine = "Line";
+    if (compilation.FindCommand(name) != nullptr || EqualsIgnoreCase(name, kProgram)) return true;
+    if (StartsWithIgnoreCase(name, "B_") || StartsWithIgnoreCase(name, "W_")) return true;
+    return StartsWithIgnoreCase(name, kLine) && name.size() > kLine.size() &&
+           std::all_of(name.begin() + kLine.size(), name.end(), IsDigit);
+}
+
+bool CheckName(Compilation& compilation, std::string_view name, SourceLine& line) {
+    if (!IsValidName(compilation, name, line)) return false;
+    if (!IsReserved(compilation, name)) return true;
+    compilation.diagnostics.PostError(MessageCode::NameReserved, &line, Shorten(name));
+    return false;
+}
+
+void PostDuplicate(Compilation& compilation, std::string_view name, SourceLine& line) {
+    compilation.diagnostics.PostError(MessageCode::DuplicateName, &line, Shorten(name));
+}
+
+}  // namespace
+
+bool IsValidName(Compilation& compilation, std::string_view name, SourceLine& line) {
+    const auto refuse = [&](MessageCode code) {
+        compilation.diagnostics.PostError(code, &line, Shorten(name));
+        return false;
+    };
+    if (name.empty()) return refuse(MessageCode::NameMissing);
+    if (name.size() < kShortestName) return refuse(MessageCode::NameTooShort);
+    const bool holdsSigns = name.find_first_of(kNotInNames) != std::string_view::npos;
+    if (!IsLetter(name.front()) || holdsSigns) return refuse(MessageCode::InvalidName);
+    return true;
+}
+
+Symbol* DeclareSymbol(Compilation& compilation, Symbol symbol, SourceLine& line) {
+    symbol.declareLineNo = line.lineNumber;
+    if (!CheckName(compilation, symbol.name, line)) return nullptr;
+    const SymbolTable& symbols = compilation.symbols;
+    if (symbols.FindOwn(symbol.name, symbol.parentName) != nullptr ||
+        symbols.FindConstant(symbol.name, ConstantKind::NamedOrNumber) != nullptr) {
+        PostDuplicate(compilation, symbol.name, line);
+        return nullptr;
+    }
+    return &compilation.symbols.AddSymbol(symbol);
+}
+
+void DeclareConstant(Compilation& compilation, std::string_view name, std::string_view value,
+                     SourceLine& line) {
+    if (!CheckName(compilation, name, line)) return;
+    if (compilation.symbols.IsDeclaredAnywhere(name) ||
+        compilation.symbols.FindConstant(name, ConstantKind::NamedOrNumber) != nullptr) {
+        PostDuplicate(compilation, name, line);
+        return;
+    }
+    compilation.symbols.AddConstant(name, value, ConstantKind::NamedOrNumber);
+}
+
+}  // namespace zentro

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "model/compilation.h"
+
+namespace zentro {
+
+/// The declaration pass over one line: normalises it, enters what it declares and checks how
+/// tables, routines and events nest. Returns the name of the file that the line includes, which the
+/// caller has to read next.
+std::optional<std::string_view> ParseDeclares(Compilation& compilation, SourceLine& line);
+
+}  // namespace zentro

@@ -1,0 +1,202 @@
+#include "frontend/parse_source_line.h"
+
+#include <array>
+
+#include "config/text.h"
+#include "frontend/statements.h"
+
+namespace zentro {
+
+namespace {
+
+using Parser = void (*)(Compilation&, SourceLine&, std::string_view);
+
+/// How the statement pass treats a token.
+struct StatementRow {
+    Token token;
+    Parser parse;
+};
+
+void ParseNothing(Compilation&, SourceLine&, std::string_view) {}
+
+/// The statements by their tokens. Tokens without a row are no statements.
+constexpr std::array kStatements{
+    StatementRow{Token::Include, ParseNothing},
+    StatementRow{Token::SharedParameters, ParseNothing},
+    StatementRow{Token::DefineByte, ParseNothing},
+    StatementRow{Token::DefineWord, ParseNothing},
+    StatementRow{Token::DefineConstant, ParseNothing},
+    StatementRow{Token::DefineFlag, ParseNothing},
+    StatementRow{Token::DefinePointer, ParseNothing},
+    StatementRow{Token::DefineTable, ParseTableHeader},
+    StatementRow{Token::DefineRoutine, ParseRoutineHeader},
+    StatementRow{Token::DefineEvent, ParseRoutineHeader},
+
+    StatementRow{Token::BeginProgram, ParseBeginProgram},
+    StatementRow{Token::EndRoutine, ParseBlockEnd},
+    StatementRow{Token::EndProgram, ParseBlockEnd},
+    StatementRow{Token::EndTable, ParseBlockEnd},
+    StatementRow{Token::EndIf, ParseBlockEnd},
+    StatementRow{Token::EndWhile, ParseBlockEnd},
+    StatementRow{Token::EndSelect, ParseBlockEnd},
+    StatementRow{Token::EndLoop, ParseBlockEnd},
+    StatementRow{Token::EndEvent, ParseBlockEnd},
+    StatementRow{Token::If, ParseIf},
+    StatementRow{Token::Else, ParseElse},
+    StatementRow{Token::Repeat, ParseLoopStart},
+    StatementRow{Token::Until, ParseUntil},
+    StatementRow{Token::Loop, ParseLoopStart},
+    StatementRow{Token::While, ParseWhile},
+    StatementRow{Token::Select, ParseSelect},
+    StatementRow{Token::Case, ParseCase},
+    StatementRow{Token::CaseElse, ParseCaseElse},
+    StatementRow{Token::Reserve, ParseReserve},
+
+    StatementRow{Token::Call, ParseCallStatement},
+    StatementRow{Token::Return, ParseReturn},
+    StatementRow{Token::SetMotorFromVariables, ParseUnsupported},
+    StatementRow{Token::WriteEeprom, ParseUnsupported},
+    StatementRow{Token::OnErrorCall, ParseUnsupported},
+    StatementRow{Token::StopSound, ParsePlainStatement},
+    StatementRow{Token::EmergencyStop, ParsePlainStatement},
+    StatementRow{Token::PowerOff, ParsePlainStatement},
+    StatementRow{Token::Escape, ParsePlainStatement},
+    StatementRow{Token::DisableEvents, ParsePlainStatement},
+    StatementRow{Token::EnableEvents, ParsePlainStatement},
+    StatementRow{Token::StopMotors, ParsePlainStatement},
+    StatementRow{Token::DeferEvents, ParsePlainStatement},
+    StatementRow{Token::Write, ParseArguments},
+    StatementRow{Token::SetMotor, ParseArguments},
+    StatementRow{Token::Push, ParseArguments},
+    StatementRow{Token::CalibrateJoystick, ParseArguments},
+    StatementRow{Token::SetPort, ParseArguments},
+    StatementRow{Token::DisplayHex, ParseArguments},
+    StatementRow{Token::Display, ParseArguments},
+    StatementRow{Token::SetLeds, ParseArguments},
+    StatementRow{Token::SetServo, ParseArguments},
+    StatementRow{Token::SetServoPercent, ParseArguments},
+    StatementRow{Token::PlaySound, ParseArguments},
+    StatementRow{Token::PlayTune, ParseArguments},
+    StatementRow{Token::Increment, ParseArguments},
+    StatementRow{Token::Decrement, ParseArguments},
+    StatementRow{Token::Wait, ParseArguments},
+    StatementRow{Token::SetEvent, ParseArguments},
+    StatementRow{Token::ClearEvent, ParseArguments},
+    StatementRow{Token::RaiseEvent, ParseArguments},
+};
+
+/// The parsers by token, so that a line needs no search.
+constexpr std::array<Parser, kTokenCount> MakeParserTable() {
+    std::array<Parser, kTokenCount> parsers{};
+    for (const StatementRow& row : kStatements)
+        parsers[static_cast<std::size_t>(row.token)] = row.parse;
+    return parsers;
+}
+constexpr std::array<Parser, kTokenCount> kParsers = MakeParserTable();
+
+/// Statements that are carried out, not counting those that open or close a block.
+bool IsExecutable(Parser parse) {
+    return parse == ParsePlainStatement || parse == ParseArguments || parse == ParseCallStatement ||
+           parse == ParseReturn || parse == ParseUnsupported;
+}
+
+/// A line that begins with a word that begins no statement.
+void RefuseWord(Compilation& compilation, SourceLine& line, TokenFamily family) {
+    const auto post = [&](MessageCode code) { compilation.diagnostics.PostError(code, &line); };
+    switch (family) {
+        case TokenFamily::Function:
+            return post(MessageCode::FunctionAsStatement);
+        case TokenFamily::Reserved:
+            return post(MessageCode::NotUnderstood);
+        case TokenFamily::Constant:
+            return post(MessageCode::ConstantAsStatement);
+        case TokenFamily::Operator:
+        case TokenFamily::Declaration:
+        case TokenFamily::Directive:
+        case TokenFamily::Statement:
+        case TokenFamily::Unknown:
+            return post(MessageCode::OperatorLine);
+    }
+}
+
+void ParseStatement(Compilation& compilation, SourceLine& line, const Command& command) {
+    line.token = command.id;
+    line.parentName = compilation.currentParentName;
+    const Parser parse = kParsers[static_cast<std::size_t>(command.id)];
+    if (parse == nullptr) return RefuseWord(compilation, line, command.family);
+    if (compilation.states.Current() == CompileState::Table && IsExecutable(parse)) {
+        compilation.diagnostics.PostError(MessageCode::TableNotEnded, &line);
+        return;
+    }
+    parse(compilation, line, Trim(line.parsedLine.substr(command.command.size())));
+}
+
+/// A line that begins with no word of the language.
+void ParseOtherLine(Compilation& compilation, SourceLine& line) {
+    line.parentName = compilation.currentParentName;
+    const std::string_view equal = compilation.GetCommandText(Token::Equal);
+    if (line.parsedLine.find(equal) != std::string_view::npos) {
+        ParseAssignment(compilation, line);
+        return;
+    }
+    const bool hasParenthesis = line.parsedLine.find('(') != std::string_view::npos;
+    compilation.diagnostics.PostError(
+        hasParenthesis ? MessageCode::UnknownCall : MessageCode::UnknownStatement, &line);
+}
+
+/// Where a line stands, as far as it decides whether the line is ever reached.
+struct Place {
+    bool isOutside = false;
+    bool isBeforeFirstCase = false;
+};
+
+Place PlaceOf(Compilation& compilation) {
+    const CompileState current = compilation.states.Current();
+    if (current != CompileState::Select) return {current == CompileState::Outside, false};
+    const auto& select = compilation.states.Innermost();
+    return {false, compilation.GetSourceLine(select.lastLineNo).token == Token::Select};
+}
+
+/// Warns of statements that compile but are never carried out.
+void WarnOfUnreached(Compilation& compilation, SourceLine& line, const Place& place) {
+    const bool isStatement = line.purpose == Purpose::Statement ||
+                             line.purpose == Purpose::Assignment ||
+                             line.purpose == Purpose::FunctionAssignment;
+    const bool opensBlock = line.token == Token::If || line.purpose == Purpose::BlockStart;
+    if (place.isOutside && isStatement && !opensBlock) {
+        compilation.diagnostics.PostError(MessageCode::NeverRuns, &line);
+    }
+    if (place.isBeforeFirstCase && (isStatement || opensBlock)) {
+        compilation.diagnostics.PostError(MessageCode::BeforeFirstCase, &line);
+    }
+}
+
+void ParseLine(Compilation& compilation, SourceLine& line) {
+    const bool isInTable = compilation.states.Current() == CompileState::Table;
+    const Command* command = compilation.FindCommand(line.parsedLine);
+    const bool beginsWithConstant = command != nullptr && command->family == TokenFamily::Constant;
+    if (isInTable && (command == nullptr || beginsWithConstant)) {
+        ParseDataLine(compilation, line);
+    } else if (command != nullptr) {
+        ParseStatement(compilation, line, *command);
+    } else {
+        ParseOtherLine(compilation, line);
+    }
+}
+
+}  // namespace
+
+void ParseSourceLine(Compilation& compilation, SourceLine& line) {
+    if (line.parsedLine.empty()) {
+        line.purpose = Purpose::Blank;
+        return;
+    }
+    const Place place = PlaceOf(compilation);
+    ParseLine(compilation, line);
+    if (compilation.states.Current() == CompileState::Table && line.hasErrors) {
+        compilation.currentTableHasErrors = true;
+    }
+    WarnOfUnreached(compilation, line, place);
+}
+
+}  // namespace zentro

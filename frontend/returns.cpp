@@ -1,0 +1,34 @@
+#include "frontend/operand.h"
+#include "frontend/statements.h"
+#include "frontend/words.h"
+
+namespace zentro {
+
+namespace {
+
+/// What the routine of the line returns; nothing for events and routines that return nothing.
+const LineElement* ReturnElement(Compilation& compilation, const SourceLine& line) {
+    const Symbol* routine = compilation.symbols.FindOwn(line.parentName, kProgram);
+    if (routine == nullptr) return nullptr;
+    return compilation.GetSourceLine(routine->declareLineNo).GetElement(ElementUse::Written);
+}
+
+}  // namespace
+
+void ParseReturn(Compilation& compilation, SourceLine& line, std::string_view arguments) {
+    line.purpose = Purpose::Statement;
+    const auto refuse = [&](MessageCode code) { compilation.diagnostics.PostError(code, &line); };
+    if (line.parentName == kProgram) return refuse(MessageCode::ReturnOutsideRoutine);
+    const LineElement* result = ReturnElement(compilation, line);
+    if (arguments.empty()) {
+        if (result != nullptr) refuse(MessageCode::WrongArgumentCount);
+        return;
+    }
+    if (RefuseCall(compilation, arguments, line)) return;
+    const SplitText value = SplitFirstWord(arguments, true);
+    if (!value.rest.empty()) return refuse(MessageCode::UnexpectedText);
+    if (result == nullptr) return refuse(MessageCode::NothingToReturn);
+    AddOperand(compilation, value.first, line, {result->type, false, false, {}});
+}
+
+}  // namespace zentro

@@ -1,0 +1,169 @@
+#include "model/compile_state.h"
+
+#include <array>
+#include <cassert>
+#include <cstddef>
+#include <optional>
+
+#include "model/compilation.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::size_t kStateCount = 11;
+
+/// The blocks by how they nest.
+enum class Nesting : std::uint8_t { Outside, Table, RoutineOrEvent, Program, Inner };
+constexpr std::size_t kNestingCount = 5;
+
+struct StateRow {
+    CompileState state;
+    Nesting asNew;           ///< the kind of block that it opens
+    MessageCode notEnded{};  ///< when something else ends while it is open
+};
+
+constexpr std::array<StateRow, kStateCount> kStates{{
+    {CompileState::Outside, Nesting::Outside, MessageCode::NothingToEnd},
+    {CompileState::Table, Nesting::Table, MessageCode::TableNotEnded},
+    {CompileState::Routine, Nesting::RoutineOrEvent, MessageCode::RoutineNotEnded},
+    {CompileState::Event, Nesting::RoutineOrEvent, MessageCode::EventNotEnded},
+    {CompileState::Program, Nesting::Program, MessageCode::ProgramNotEnded},
+    {CompileState::If, Nesting::Inner, MessageCode::IfNotEnded},
+    {CompileState::While, Nesting::Inner, MessageCode::WhileNotEnded},
+    {CompileState::Repeat, Nesting::Inner, MessageCode::RepeatNotEnded},
+    {CompileState::Select, Nesting::Inner, MessageCode::SelectNotEnded},
+    {CompileState::Loop, Nesting::Inner, MessageCode::LoopNotEnded},
+    {CompileState::Aborted, Nesting::Outside, MessageCode::NothingToEnd},
+}};
+
+const StateRow& RowOf(CompileState state) {
+    return kStates[static_cast<std::size_t>(state)];
+}
+
+using Violation = std::optional<MessageCode>;
+constexpr Violation kAllowed = std::nullopt;
+
+/// What may not open inside what: a row for the innermost open block, a column for the new one.
+struct NestingRow {
+    Violation table, routineOrEvent, program, inner;
+};
+constexpr NestingRow kOutside{kAllowed, kAllowed, kAllowed, MessageCode::BlockOutside};
+constexpr NestingRow kInTable{MessageCode::TableInTable, MessageCode::TableInBlock,
+                              MessageCode::BlockOutside, MessageCode::BlockOutside};
+constexpr NestingRow kInEvent{MessageCode::TableInBlock, kAllowed, kAllowed, kAllowed};
+constexpr NestingRow kInBlock{MessageCode::TableInBlock, MessageCode::RoutineInBlock,
+                              MessageCode::ProgramInBlock, kAllowed};
+
+const NestingRow& NestingIn(CompileState current) {
+    switch (current) {
+        case CompileState::Outside:
+            return kOutside;
+        case CompileState::Table:
+            return kInTable;
+        case CompileState::Event:
+            return kInEvent;
+        case CompileState::Routine:
+        case CompileState::Program:
+        case CompileState::If:
+        case CompileState::While:
+        case CompileState::Repeat:
+        case CompileState::Select:
+        case CompileState::Loop:
+        case CompileState::Aborted:
+            return kInBlock;
+    }
+    return kInBlock;
+}
+
+Violation FindViolation(CompileState current, CompileState state) {
+    const NestingRow& row = NestingIn(current);
+    switch (RowOf(state).asNew) {
+        case Nesting::Table:
+            return row.table;
+        case Nesting::RoutineOrEvent:
+            return row.routineOrEvent;
+        case Nesting::Program:
+            return row.program;
+        case Nesting::Inner:
+            return row.inner;
+        case Nesting::Outside:
+            return kAllowed;
+    }
+    return kAllowed;
+}
+
+void Abort(Compilation& compilation, const SourceLine& line) {
+    compilation.states.Push({CompileState::Aborted, line.lineNumber, line.lineNumber});
+}
+
+void LinkToChain(Compilation& compilation, SourceLine& line) {
+    const CompileStates::Block& block = compilation.states.Innermost();
+    SourceLine& previous = compilation.GetSourceLine(block.lastLineNo);
+    previous.structNextLineNo = line.lineNumber;
+    line.structPrevLineNo = previous.lineNumber;
+    line.structFirstLineNo = block.firstLineNo;
+    compilation.GetSourceLine(block.firstLineNo).structLastLineNo = line.lineNumber;
+}
+
+bool IsInner(CompileState state) {
+    return RowOf(state).asNew == Nesting::Inner;
+}
+
+}  // namespace
+
+MessageCode NotEndedMessage(CompileState state) {
+    return RowOf(state).notEnded;
+}
+
+void ChangeCompileState(Compilation& compilation, CompileState state, SourceLine& line) {
+    const CompileState current = compilation.states.Current();
+    if (current == CompileState::Aborted) return;
+    assert(state != CompileState::Outside);
+    if (const Violation violation = FindViolation(current, state)) {
+        compilation.diagnostics.PostError(*violation, &line);
+        Abort(compilation, line);
+        return;
+    }
+    if (state == CompileState::Program) {
+        if (current == CompileState::Outside && compilation.mainBlockSeen) {
+            compilation.diagnostics.PostError(MessageCode::SecondProgram, &line);
+        }
+        compilation.mainBlockSeen = true;
+    }
+    if (state == CompileState::Aborted) {
+        Abort(compilation, line);
+        return;
+    }
+    if (IsInner(state)) line.structFirstLineNo = line.lineNumber;
+    compilation.states.Push({state, line.lineNumber, line.lineNumber});
+}
+
+bool ExitCompileState(Compilation& compilation, CompileState state, SourceLine& line) {
+    const CompileState current = compilation.states.Current();
+    if (current == CompileState::Outside || current == CompileState::Aborted) return false;
+    if (state != current) {
+        compilation.diagnostics.PostError(NotEndedMessage(current), &line);
+        Abort(compilation, line);
+        return false;
+    }
+    if (IsInner(state)) LinkToChain(compilation, line);
+    if (state == CompileState::Program || IsInner(state)) {
+        compilation.states.Pop();
+    } else {
+        compilation.states.Clear();  // tables, routines and events end whatever is around them
+    }
+    return true;
+}
+
+void ContinueCompileState(Compilation& compilation, CompileState state, SourceLine& line) {
+    const std::int32_t firstLineNo =
+        compilation.states.Current() == state ? compilation.states.Innermost().firstLineNo : 0;
+    if (ExitCompileState(compilation, state, line)) {
+        compilation.states.Push({state, firstLineNo, line.lineNumber});
+        return;
+    }
+    ChangeCompileState(compilation, state, line);
+}
+
+}  // namespace zentro

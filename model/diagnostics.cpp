@@ -1,0 +1,224 @@
+#include "model/diagnostics.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+
+#include "config/encoding.h"
+
+namespace zentro {
+
+namespace {
+
+/// The piece of a line that its messages show, padded so that the messages stand in a column.
+std::string LineTextColumn(std::string_view parsedLine) {
+    constexpr std::size_t kShown = 25;
+    constexpr std::size_t kWidth = 28;
+    std::string column(parsedLine.substr(0, kShown));
+    if (column.size() == kShown) column += "...";
+    column.resize(kWidth, ' ');
+    return ToUtf8(column);
+}
+
+struct RangeRow {
+    RangeDescription description;
+    MessageCode needed;
+    MessageCode found;
+};
+
+/// How the two sides of a type mismatch are told. Kinds other than variables have one row each.
+constexpr std::array kRangeRows{
+    RangeRow{{SymbolClass::Variable, DataType::Byte},
+             MessageCode::NeededByteVariable,
+             MessageCode::FoundByteVariable},
+    RangeRow{{SymbolClass::Variable, DataType::Word},
+             MessageCode::NeededWordVariable,
+             MessageCode::FoundWordVariable},
+    RangeRow{{SymbolClass::Variable, DataType::Flag},
+             MessageCode::NeededFlagVariable,
+             MessageCode::FoundFlagVariable},
+    RangeRow{{SymbolClass::Variable, DataType::Pointer},
+             MessageCode::NeededPointerVariable,
+             MessageCode::FoundPointerVariable},
+    RangeRow{{SymbolClass::Variable, DataType::Table},
+             MessageCode::NeededTable,
+             MessageCode::FoundTable},
+    RangeRow{{SymbolClass::Constant, DataType::Any},
+             MessageCode::NeededConstant,
+             MessageCode::FoundConstant},
+    RangeRow{{SymbolClass::Literal, DataType::Any},
+             MessageCode::NeededConstant,
+             MessageCode::FoundLiteral},
+    RangeRow{{SymbolClass::Routine, DataType::Any},
+             MessageCode::NeededRoutine,
+             MessageCode::FoundRoutine},
+    RangeRow{
+        {SymbolClass::Event, DataType::Any}, MessageCode::NeededEvent, MessageCode::FoundEvent},
+};
+
+const RangeRow* FindRangeRow(RangeDescription wanted) {
+    const bool typeCounts = wanted.symbolClass == SymbolClass::Variable;
+    const auto* found =
+        std::find_if(kRangeRows.begin(), kRangeRows.end(), [&](const RangeRow& row) {
+            return row.description.symbolClass == wanted.symbolClass &&
+                   (!typeCounts || row.description.type == wanted.type);
+        });
+    return found == kRangeRows.end() ? nullptr : found;
+}
+
+LogColour ColourOf(Severity severity) {
+    switch (severity) {
+        case Severity::Error:
+            return LogColour::Red;
+        case Severity::Warning:
+            return LogColour::Blue;
+        case Severity::Information:
+        case Severity::Box:
+            return LogColour::Green;
+    }
+    return LogColour::Green;
+}
+
+std::string_view PrefixOf(Severity severity) {
+    switch (severity) {
+        case Severity::Error:
+            return "ERROR:   ";
+        case Severity::Warning:
+            return "WARNING: ";
+        case Severity::Information:
+        case Severity::Box:
+            return "";
+    }
+    return "";
+}
+
+std::string FourDigits(std::int32_t number) {
+    std::array<char, 16> digits{};
+    const int length = std::snprintf(digits.data(), digits.size(), "%04d", number);
+    return {digits.data(), static_cast<std::size_t>(length)};
+}
+
+}  // namespace
+
+void Diagnostics::StartCompile(std::string_view fileName) {
+    errorCount_ = 0;
+    warningCount_ = 0;
+    headerWritten_ = false;
+    output_.Clear();
+    output_.Write("*** Begining to compile '" + std::string(fileName) + "' ***\n", LogColour::Black,
+                  nullptr);
+}
+
+void Diagnostics::StartCompileStage(MessageCode code) {
+    headerWritten_ = false;
+    WriteStageLine(code, std::string(catalogue_.GetMessageText(code)));
+}
+
+bool Diagnostics::EndCompileStage(MessageCode code) {
+    WriteStageLine(code, std::string(catalogue_.GetMessageText(code)));
+    return errorCount_ == 0;
+}
+
+void Diagnostics::LogSourceFileOpen(std::string_view path) {
+    output_.Write("     \tOpening Source File '" + std::string(path) + "'........\n",
+                  LogColour::Green, nullptr);
+}
+
+void Diagnostics::EndCompile(MessageCode code) {
+    const std::string text(catalogue_.GetMessageText(code));
+    const PostedMessage message{code, Severity::Information, {}, text};
+    output_.Write("\t" + ToUtf8(text) + "\n", LogColour::Black, &message);
+    if (errorCount_ != 0) output_.Beep();
+    output_.Write("*** Compile Completed with " + std::to_string(errorCount_) + " Errors and " +
+                      std::to_string(warningCount_) + " Warnings. ***",
+                  errorCount_ != 0 ? LogColour::Red : LogColour::Green, nullptr);
+}
+
+void Diagnostics::PostError(MessageCode code, SourceLine* line, std::string_view extra) {
+    const ErrorMessage* entry = Find(code);
+    if (entry == nullptr) return;
+    const std::string shownExtra = ToUtf8(extra);
+    const std::string text = ToUtf8(entry->errorMsg);
+    if (entry->errorSeverity == Severity::Box) {
+        const std::string more = extra.empty() ? "" : "\r\n\r\n" + shownExtra;
+        prompts_.ShowMessage(entry->token + ":" + text + more);
+        return;
+    }
+    PostedMessage message{code, entry->errorSeverity, {}, text};
+    if (line == nullptr) {
+        PostMessage(message, shownExtra);
+        return;
+    }
+    if (!extra.empty()) message.text = shownExtra + " - " + text;
+    PostAgainst(*line, std::move(message));
+}
+
+void Diagnostics::PostRangeError(SourceLine& line, RangeDescription needed,
+                                 std::string_view valueText, RangeDescription found) {
+    const ErrorMessage* entry = Find(MessageCode::TypeMismatch);
+    if (entry == nullptr) return;
+    const auto textOf = [&](RangeDescription side, MessageCode RangeRow::*which) {
+        const RangeRow* row = FindRangeRow(side);
+        return row == nullptr ? std::string() : std::string(catalogue_.GetMessageText(row->*which));
+    };
+    const std::string text = std::string(valueText) + " - " + entry->errorMsg + " " +
+                             textOf(needed, &RangeRow::needed) + " " +
+                             textOf(found, &RangeRow::found);
+    PostAgainst(line, {MessageCode::TypeMismatch, entry->errorSeverity, {}, ToUtf8(text)});
+}
+
+void Diagnostics::PostInfo(MessageCode code, std::optional<std::int64_t> value) {
+    std::string text(catalogue_.GetMessageText(code));
+    if (value) text += " " + std::to_string(*value);
+    WriteStageLine(code, text);
+}
+
+const ErrorMessage* Diagnostics::Find(MessageCode code) {
+    const ErrorMessage* entry = catalogue_.Find(code);
+    if (entry == nullptr) {
+        prompts_.ShowMessage("Could not retrieve Error Message '" + MessageCodeText(code) +
+                             "'. ZentroCode.cfg may be an old version or corrupted");
+    }
+    return entry;
+}
+
+void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message) {
+    if (message.severity == Severity::Error) line.hasErrors = true;
+    if (message.severity == Severity::Warning) line.hasWarnings = true;
+    message.place.sourceLineNo = line.fileLineNo;
+    if (line.file != nullptr) {
+        message.place.fileName = line.file->name;
+        message.place.pathName = line.file->directory;
+    }
+    PostMessage(message, LineTextColumn(line.parsedLine));
+}
+
+void Diagnostics::PostMessage(const PostedMessage& message, std::string_view lineText) {
+    WriteHeaderOnce();
+    std::string text = FourDigits(message.place.sourceLineNo) + "\t";
+    text += PrefixOf(message.severity);
+    text += lineText;
+    if (lineText.size() < 15) text += '\t';
+    if (lineText.size() < 25) text += '\t';
+    text += " " + MessageCodeText(message.code) + ": " + message.text + "\n";
+    if (message.severity == Severity::Error) ++errorCount_;
+    if (message.severity == Severity::Warning) ++warningCount_;
+    output_.Write(text, ColourOf(message.severity), &message);
+}
+
+void Diagnostics::WriteHeaderOnce() {
+    if (headerWritten_) return;
+    headerWritten_ = true;
+    output_.Write(
+        "\t(Double Click on any error message to have related source line highlighted)\n"
+        "Line:\tMessage:\n",
+        LogColour::Green, nullptr);
+}
+
+void Diagnostics::WriteStageLine(MessageCode code, const std::string& text) {
+    const std::string shown = ToUtf8(text);
+    const PostedMessage message{code, Severity::Information, {}, shown};
+    output_.Write("\t" + shown + "\n", LogColour::Grey, &message);
+}
+
+}  // namespace zentro

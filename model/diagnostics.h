@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "config/message_catalogue.h"
+#include "model/environment.h"
+#include "model/source_line.h"
+#include "model/symbol.h"
+
+namespace zentro {
+
+/// One side of a type mismatch: a kind of thing and its type.
+struct RangeDescription {
+    SymbolClass symbolClass = SymbolClass::Variable;
+    DataType type = DataType::Any;
+};
+
+/// Turns message codes into lines of the log and counts them.
+class Diagnostics {
+  public:
+    Diagnostics(const MessageCatalogue& catalogue, OutputSink& output, Prompts& prompts)
+        : catalogue_(catalogue), output_(output), prompts_(prompts) {}
+
+    void StartCompile(std::string_view fileName);
+    void StartCompileStage(MessageCode code);
+    /// True when no error has been counted so far.
+    bool EndCompileStage(MessageCode code);
+    void LogSourceFileOpen(std::string_view path);
+    void EndCompile(MessageCode code);
+
+    /// Posts a message against a line; nullptr where there is none. The extra, in the program's own
+    /// character set, is shown before the text.
+    void PostError(MessageCode code, SourceLine* line, std::string_view extra = {});
+
+    /// Posts that something of one type stands where another is needed.
+    void PostRangeError(SourceLine& line, RangeDescription needed, std::string_view valueText,
+                        RangeDescription found);
+
+    /// Posts a stage line: the message's text and, where there is one, a number.
+    void PostInfo(MessageCode code, std::optional<std::int64_t> value = std::nullopt);
+
+    int ErrorCount() const { return errorCount_; }
+    int WarningCount() const { return warningCount_; }
+
+  private:
+    const ErrorMessage* Find(MessageCode code);
+    void PostMessage(const PostedMessage& message, std::string_view lineText);
+    void PostAgainst(SourceLine& line, PostedMessage message);
+    void WriteHeaderOnce();
+    void WriteStageLine(MessageCode code, const std::string& text);
+
+    const MessageCatalogue& catalogue_;
+    OutputSink& output_;
+    Prompts& prompts_;
+    int errorCount_ = 0;
+    int warningCount_ = 0;
+    bool headerWritten_ = false;
+};
+
+}  // namespace zentro

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "config/file.h"
+#include "config/message_catalogue.h"
+#include "config/message_code.h"
+
+namespace zentro {
+
+/// Ties a message or a board address back to a source line.
+struct LineXref {
+    std::string fileName;  ///< UTF-8
+    std::string pathName;  ///< the file's folder, UTF-8
+    std::int32_t sourceLineNo = 0;
+    std::int32_t address = 0;
+};
+
+/// A message as it was posted.
+struct PostedMessage {
+    MessageCode code{};
+    Severity severity = Severity::Information;
+    LineXref place;    ///< without a file and with line 0 when the message belongs to no line
+    std::string text;  ///< UTF-8, without the code
+};
+
+/// The colours of the log, by meaning.
+enum class LogColour : std::uint8_t {
+    Black,  ///< beginning and end of a run
+    Grey,   ///< stages
+    Green,  ///< information
+    Blue,   ///< warnings
+    Red,    ///< errors
+};
+
+/// Receives the compiler's log.
+class OutputSink {
+  public:
+    virtual ~OutputSink() = default;
+
+    /// A piece of the log, UTF-8, with its line break where it has one. When it is a message of the
+    /// catalogue, the message comes with it and has to be copied if it is to be kept.
+    virtual void Write(std::string_view text, LogColour colour, const PostedMessage* message) = 0;
+
+    /// A run has begun: what was logged before goes.
+    virtual void Clear() {}
+
+    /// A run has ended with errors.
+    virtual void Beep() {}
+};
+
+/// Asks and tells the user at once.
+class Prompts {
+  public:
+    virtual ~Prompts() = default;
+
+    virtual void ShowMessage(std::string_view text) = 0;
+
+    /// A source file is missing. Returns the path of the file to take in its place; nothing when
+    /// the user has none.
+    virtual std::optional<std::string> FindMissingFile(std::string_view title,
+                                                       std::string_view directory,
+                                                       std::string_view fileName) = 0;
+};
+
+/// Reads source files.
+class FileReader {
+  public:
+    virtual ~FileReader() = default;
+    virtual FileContent Read(const std::string& path) = 0;
+};
+
+/// Lets the rest of the program run while a compilation is busy; called once a line.
+class Progress {
+  public:
+    virtual ~Progress() = default;
+    virtual void LetEventsRun() = 0;
+};
+
+/// What a compilation needs from outside. All of it outlives the compilation.
+struct Environment {
+    OutputSink& output;
+    Prompts& prompts;
+    FileReader& files;
+    Progress& progress;
+};
+
+}  // namespace zentro

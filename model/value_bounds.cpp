@@ -1,0 +1,55 @@
+#include "model/value_bounds.h"
+
+#include <cassert>
+#include <cstddef>
+
+#include "config/text.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::int32_t kByteValues = 256;
+
+std::size_t LongestText(DataType type) {
+    switch (type) {
+        case DataType::Byte:
+            return 1;
+        case DataType::Word:
+        case DataType::Pointer:
+            return 2;
+        case DataType::Flag:
+        case DataType::Any:
+        case DataType::Table:
+            return 0;
+    }
+    return 0;
+}
+
+std::int32_t CharacterCode(char c) {
+    return static_cast<unsigned char>(c);
+}
+
+}  // namespace
+
+bool CheckValueBounds(DataType type, std::string_view value) {
+    assert(type != DataType::Any && type != DataType::Table);
+    if (!IsNumeric(value)) return !value.empty() && value.size() <= LongestText(type);
+    const std::optional<std::int32_t> number = ParseNumber(value);
+    const std::int32_t largest = IsWordSized(type) ? kLargestWrittenNumber : kByteValues - 1;
+    return number && *number >= 0 && *number <= largest;
+}
+
+std::optional<std::int32_t> NumberOf(std::string_view value) {
+    if (IsNumeric(value)) return ParseNumber(value);
+    switch (value.size()) {
+        case 1:
+            return CharacterCode(value[0]);
+        case 2:
+            return CharacterCode(value[0]) * kByteValues + CharacterCode(value[1]);
+        default:
+            return std::nullopt;
+    }
+}
+
+}  // namespace zentro
