@@ -1,0 +1,13 @@
+#pragma once
+
+namespace zentro {
+
+/// What the program's exit status tells.
+enum class ExitStatus : int {
+    Ended = 0,     ///< END, POWER OFF or another end that was wanted
+    BadUsage = 2,  ///< wrong options, a file that cannot be read, no pseudo-terminal
+    Fault = 3,     ///< the board stopped the program
+    StepsRanOut = 4,
+};
+
+}  // namespace zentro

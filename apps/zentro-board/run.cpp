@@ -1,0 +1,168 @@
+#include "apps/zentro-board/run.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iostream>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "apps/zentro-board/input_script.h"
+#include "apps/zentro-board/symbol_file.h"
+#include "apps/zentro-board/text_file.h"
+#include "board/board.h"
+#include "board/loader.h"
+#include "board/text.h"
+#include "board/trace.h"
+
+namespace zentro {
+
+namespace {
+
+/// A run and what it needs, read from its files.
+struct Run {
+    RunOptions options;
+    Board board;
+    std::vector<Variable> variables;
+    std::vector<InputChange> script;
+    std::size_t scriptDone = 0;
+};
+
+bool Complain(const std::string& path, const std::string& wrong) {
+    std::cerr << "zentro-board: " << path << ": " << wrong << '\n';
+    return false;
+}
+
+/// Reads a file and hands its text on; `use` returns what is wrong with it.
+template <typename Use>
+bool UseFile(const std::string& path, Use use) {
+    if (path.empty()) return true;
+    const std::optional<std::string> text = ReadFile(path);
+    if (!text) return Complain(path, "cannot be read");
+    const std::string wrong = use(*text);
+    return wrong.empty() || Complain(path, wrong);
+}
+
+bool ReadFiles(Run& run) {
+    const auto load = [&run](const std::string& text) {
+        std::string wrong = LoadObjectText(run.board, text);
+        if (wrong.empty() && run.board.processor.programSize == 0) wrong = "there is no program";
+        return wrong;
+    };
+    const auto readSymbols = [&run](const std::string& text) {
+        SymbolFile file = ParseSymbolFile(text);
+        run.variables = std::move(file.variables);
+        return file.error;
+    };
+    const auto readScript = [&run](const std::string& text) {
+        InputScript script = ParseInputScript(text);
+        run.script = std::move(script.changes);
+        return script.error;
+    };
+    return UseFile(run.options.objectFile, load) && UseFile(run.options.symbolFile, readSymbols) &&
+           UseFile(run.options.inputFile, readScript);
+}
+
+void ApplyScript(Run& run) {
+    while (run.scriptDone < run.script.size() &&
+           run.script[run.scriptDone].tick <= run.board.clock) {
+        const InputChange& change = run.script[run.scriptDone++];
+        Inputs inputs = run.board.inputs;
+        change.set(inputs, change.index, change.value);
+        SetInputs(run.board, inputs);
+    }
+}
+
+/// Prints the output changes, if they are asked for, and forgets what was sent.
+void ShowChanges(Run& run) {
+    for (const OutputChange& change : TakeChanges(run.board)) {
+        if (run.options.events) std::cout << FormatChange(change) << '\n';
+    }
+    TakeOutput(run.board);
+}
+
+std::uint64_t StepsLeft(const Run& run) {
+    if (run.options.maxSteps == 0) return std::numeric_limits<std::uint64_t>::max();
+    return run.options.maxSteps - run.board.processor.steps;
+}
+
+/// The program's part of one tick.
+void RunTick(Run& run) {
+    const std::uint64_t budget = std::min(kStepsPerTick, StepsLeft(run));
+    if (!run.options.trace) {
+        RunInstructions(run.board, budget);
+        ShowChanges(run);
+        return;
+    }
+    for (std::uint64_t step = 0; step < budget; ++step) {
+        const std::optional<std::string> line = StepWithTrace(run.board);
+        if (!line) break;
+        std::cout << *line << '\n';
+        ShowChanges(run);
+    }
+}
+
+/// Whether the program sleeps and nothing can come any more that would wake it.
+bool SleepsForEver(const Run& run) {
+    const auto watched = [&run](EventNumber number) {
+        return run.board.events.handlers[static_cast<std::size_t>(number)] != kNoHandler;
+    };
+    return run.board.processor.wait.kind == Wait::Kind::Event &&
+           run.scriptDone == run.script.size() && !watched(EventNumber::OneSecond) &&
+           !watched(EventNumber::TenSeconds) && !watched(EventNumber::OneMinute);
+}
+
+bool TimeIsOver(const Run& run) {
+    return run.options.seconds != 0 && run.board.clock >= run.options.seconds * kTicksPerSecond;
+}
+
+void RunToEnd(Run& run) {
+    ApplyScript(run);
+    StartProgram(run.board);
+    while (true) {
+        RunTick(run);
+        if (!run.board.processor.running || StepsLeft(run) == 0) return;
+        if (SleepsForEver(run)) {
+            std::cerr << "zentro-board: the program sleeps, and no event can wake it any more\n";
+            return;
+        }
+        AdvanceTick(run.board);
+        ShowChanges(run);
+        if (TimeIsOver(run)) return;
+        ApplyScript(run);
+    }
+}
+
+void PrintResults(const Run& run) {
+    for (const Variable& variable : run.variables) {
+        std::cout << FormatVariable(run.board.memory, variable) << '\n';
+    }
+    std::cout << "steps\t" << run.board.processor.steps << '\n';
+    if (run.board.droppedEvents > 0) std::cout << "dropped\t" << run.board.droppedEvents << '\n';
+}
+
+ExitStatus StatusOf(const Run& run) {
+    const Processor& processor = run.board.processor;
+    if (processor.end == EndReason::Fault) {
+        std::cerr << FaultLine(processor.fault, processor.instruction) << '\n';
+        return ExitStatus::Fault;
+    }
+    return processor.running && StepsLeft(run) == 0 ? ExitStatus::StepsRanOut : ExitStatus::Ended;
+}
+
+}  // namespace
+
+ExitStatus RunProgram(const RunOptions& options) {
+    std::ios::sync_with_stdio(false);
+    const auto run = std::make_unique<Run>();
+    run->options = options;
+    run->board.random = options.seed;
+    if (!ReadFiles(*run)) return ExitStatus::BadUsage;
+    RunToEnd(*run);
+    PrintResults(*run);
+    std::cout.flush();
+    return StatusOf(*run);
+}
+
+}  // namespace zentro

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "apps/zentro-board/exit_status.h"
+
+namespace zentro {
+
+/// How many instructions the board carries out in 1/100 second: a million a second.
+inline constexpr std::uint64_t kStepsPerTick = 10'000;
+
+struct RunOptions {
+    std::string objectFile;
+    std::string symbolFile;      ///< empty: none
+    std::string inputFile;       ///< empty: none
+    std::uint64_t maxSteps = 0;  ///< 0: as many as it takes
+    std::uint64_t seconds = 0;   ///< of the board's own time; 0: as many as it takes
+    std::uint32_t seed = 1;
+    bool trace = false;
+    bool events = false;
+};
+
+/// Runs a program to its end as fast as it goes and prints what it left in its variables.
+ExitStatus RunProgram(const RunOptions& options);
+
+}  // namespace zentro
