@@ -21,64 +21,50 @@ constexpr std::array kArithmetic{
     ArithmeticRow{Token::Or, Opcode::LogicalOr, Opcode::LogicalOr},
 };
 
-/// How the board divides: both numbers are copied, because its instruction leaves the quotient in
-/// the one and the remainder in the other.
-struct DivisionRow {
-    Token token;
-    bool isByte;
-    std::string_view prepare;
-    std::string_view cleanUp;
-};
-
-constexpr std::array kDivisions{
-    DivisionRow{Token::Divide, true, "Prep for Divide Byte", "Cleanup after Divide Byte"},
-    DivisionRow{Token::Divide, false, "Prep for Divide Word", "Cleanup after Divide Word"},
-    DivisionRow{Token::Mod, true, "Prep for Mod Byte", "Cleanup after Mod Byte"},
-    DivisionRow{Token::Mod, false, "Prep for Mod Word", "Cleanup after Mod Word"},
-};
-
 }  // namespace
 
 void GenerateMove(Compilation& compilation, SourceLine& line) {
-    const LineElement& target = Target(line);
+    const LineElement& target = Target(compilation, line);
     Append(compilation, line, IsByteSized(target.type) ? Opcode::MoveByte : Opcode::MoveWord,
-           line.parsedLine, {AddressArgument(Operand(line, 0)), AddressArgument(target)});
+           ObjectComment::SourceLine, {Operand(compilation, line, 0).location, target.location});
 }
 
 void GenerateArithmetic(Compilation& compilation, SourceLine& line) {
-    const LineElement& target = Target(line);
+    const LineElement& target = Target(compilation, line);
     for (const ArithmeticRow& row : kArithmetic) {
         if (row.token != line.token) continue;
         Append(compilation, line, IsByteSized(target.type) ? row.byteForm : row.wordForm,
-               line.parsedLine,
-               {AddressArgument(Operand(line, 0)), AddressArgument(Operand(line, 1)),
-                AddressArgument(target)});
+               ObjectComment::SourceLine,
+               {Operand(compilation, line, 0).location, Operand(compilation, line, 1).location,
+                target.location});
     }
 }
 
+/// The board's division leaves the quotient in its first number and the remainder in its second, so
+/// it works on copies.
 void GenerateDivision(Compilation& compilation, SourceLine& line) {
-    const LineElement& target = Target(line);
+    const bool isDivide = line.token == Token::Divide;
+    const LineElement& target = Target(compilation, line);
     const bool isByte = IsByteSized(target.type);
     const Opcode move = isByte ? Opcode::MoveByte : Opcode::MoveWord;
-    const ObjectArgument quotient = AddressArgument(compilation.symbols.ScratchOne());
-    const ObjectArgument remainder = AddressArgument(compilation.symbols.ScratchTwo());
-    for (const DivisionRow& row : kDivisions) {
-        if (row.token != line.token || row.isByte != isByte) continue;
-        Append(compilation, line, move, row.prepare, {AddressArgument(Operand(line, 0)), quotient});
-        Append(compilation, line, move, row.prepare,
-               {AddressArgument(Operand(line, 1)), remainder});
-        Append(compilation, line, isByte ? Opcode::DivideByte : Opcode::DivideWord, line.parsedLine,
-               {quotient, remainder});
-        Append(compilation, line, move, row.cleanUp,
-               {line.token == Token::Divide ? quotient : remainder, AddressArgument(target)});
-    }
+    const Label* quotient = &compilation.symbols.ScratchOne();
+    const Label* remainder = &compilation.symbols.ScratchTwo();
+    const ObjectComment prepare =
+        isDivide ? ObjectComment::PrepareDivide : ObjectComment::PrepareMod;
+    Append(compilation, line, move, prepare, {Operand(compilation, line, 0).location, quotient});
+    Append(compilation, line, move, prepare, {Operand(compilation, line, 1).location, remainder});
+    Append(compilation, line, isByte ? Opcode::DivideByte : Opcode::DivideWord,
+           ObjectComment::SourceLine, {quotient, remainder});
+    Append(compilation, line, move,
+           isDivide ? ObjectComment::CleanUpDivide : ObjectComment::CleanUpMod,
+           {isDivide ? quotient : remainder, target.location});
 }
 
 void GenerateNot(Compilation& compilation, SourceLine& line) {
-    const ObjectArgument target = AddressArgument(Target(line));
-    Append(compilation, line, Opcode::MoveByte, "Start of NOT code for Byte",
-           {AddressArgument(Operand(line, 0)), target});
-    Append(compilation, line, Opcode::ComplimentByte, line.parsedLine, {target});
+    const Label* target = Target(compilation, line).location;
+    Append(compilation, line, Opcode::MoveByte, ObjectComment::StartOfNot,
+           {Operand(compilation, line, 0).location, target});
+    Append(compilation, line, Opcode::ComplimentByte, ObjectComment::SourceLine, {target});
 }
 
 }  // namespace zentro

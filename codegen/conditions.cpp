@@ -26,28 +26,28 @@ constexpr std::array kNegated{
     NegatedRow{Token::EqualOrLess, Opcode::IfByteGreaterThan, Opcode::IfWordGreaterThan},
 };
 
-const LineElement& Comparison(const SourceLine& line) {
-    const LineElement* element = line.GetElement(ElementClass::Comparison);
+const LineElement& Comparison(const Compilation& compilation, const SourceLine& line) {
+    const LineElement* element = compilation.GetElement(line, ElementClass::Comparison);
     assert(element != nullptr);
     return *element;
 }
 
 /// first comparison second: the first operand decides how many bytes are compared.
 void GenerateCompare(Compilation& compilation, SourceLine& line, Token comparison,
-                     const ObjectArgument& whenFalse) {
-    const LineElement& first = Operand(line, 0);
+                     const Label* whenFalse) {
+    const LineElement& first = Operand(compilation, line, 0);
     for (const NegatedRow& row : kNegated) {
         if (row.comparison != comparison) continue;
         Append(compilation, line, IsByteSized(first.type) ? row.byteForm : row.wordForm,
-               line.parsedLine,
-               {AddressArgument(first), AddressArgument(Operand(line, 1)), whenFalse});
+               ObjectComment::SourceLine,
+               {first.location, Operand(compilation, line, 1).location, whenFalse});
     }
 }
 
 /// Jumps to the line with the number when the condition does not hold.
 void GenerateCondition(Compilation& compilation, SourceLine& line, std::int32_t jumpLineNo) {
-    const ObjectArgument whenFalse = LineArgument(compilation, jumpLineNo);
-    const LineElement& comparison = Comparison(line);
+    const Label* whenFalse = LabelOfLine(compilation, jumpLineNo);
+    const LineElement& comparison = Comparison(compilation, line);
     const Token kind = comparison.comparison;
     if (kind != Token::RoutineCall && kind != Token::Not) {
         GenerateCompare(compilation, line, kind, whenFalse);
@@ -59,12 +59,12 @@ void GenerateCondition(Compilation& compilation, SourceLine& line, std::int32_t 
         GenerateNot(compilation, line);
     }
     Append(compilation, line, comparison.expectsFalse ? Opcode::IfFlagTrue : Opcode::IfFlagFalse,
-           line.parsedLine, {AddressArgument(Target(line)), whenFalse});
+           ObjectComment::SourceLine, {Target(compilation, line).location, whenFalse});
 }
 
 void AppendJump(Compilation& compilation, SourceLine& line, std::int32_t lineNumber,
-                std::string_view comment) {
-    Append(compilation, line, Opcode::Jump, comment, {LineArgument(compilation, lineNumber)});
+                ObjectComment comment) {
+    Append(compilation, line, Opcode::Jump, comment, {LabelOfLine(compilation, lineNumber)});
 }
 
 }  // namespace
@@ -83,26 +83,25 @@ void GenerateUntil(Compilation& compilation, SourceLine& line) {
 }
 
 void GenerateElse(Compilation& compilation, SourceLine& line) {
-    AppendJump(compilation, line, line.structNextLineNo,
-               "End of If block - Jump around Else block");
+    AppendJump(compilation, line, line.structNextLineNo, ObjectComment::EndOfIfBlock);
     GenerateJumpTarget(compilation, line);
 }
 
 void GenerateEndWhile(Compilation& compilation, SourceLine& line) {
-    AppendJump(compilation, line, line.structPrevLineNo, "End of While - Jump Back to While");
+    AppendJump(compilation, line, line.structPrevLineNo, ObjectComment::EndOfWhile);
     GenerateJumpTarget(compilation, line);
 }
 
 void GenerateEndLoop(Compilation& compilation, SourceLine& line) {
-    AppendJump(compilation, line, line.structPrevLineNo, "");
+    AppendJump(compilation, line, line.structPrevLineNo, ObjectComment::None);
 }
 
 void GenerateJumpTarget(Compilation& compilation, SourceLine& line) {
-    Append(compilation, line, Opcode::Nop, line.parsedLine).label = line.label;
+    Append(compilation, line, Opcode::Nop, ObjectComment::SourceLine).label = line.label;
 }
 
 void GenerateSelect(Compilation& compilation, SourceLine& line) {
-    Append(compilation, line, Opcode::Nop, line.parsedLine);
+    Append(compilation, line, Opcode::Nop, ObjectComment::SourceLine);
 }
 
 }  // namespace zentro

@@ -105,59 +105,69 @@ constexpr std::array kSized{
     SizedRow{Token::Decrement, Opcode::DecrementByte, Opcode::DecrementWord, {Source::Operand1}},
 };
 
-const LineElement& ElementFrom(const SourceLine& line, Source source) {
+const LineElement& ElementFrom(const Compilation& compilation, const SourceLine& line,
+                               Source source) {
     switch (source) {
         case Source::Target:
-            return Target(line);
+            return Target(compilation, line);
         case Source::Operand1:
         case Source::Value1:
         case Source::NamedValue1:
-            return Operand(line, 0);
+            return Operand(compilation, line, 0);
         case Source::Operand2:
         case Source::Value2:
         case Source::NamedValue2:
-            return Operand(line, 1);
+            return Operand(compilation, line, 1);
         case Source::Operand3:
-            return Operand(line, 2);
+            return Operand(compilation, line, 2);
         case Source::None:
         case Source::Scratch:
             break;
     }
     assert(false && "no element stands behind this argument");
-    return Target(line);
+    return Target(compilation, line);
 }
 
-ObjectArgument ArgumentFrom(Compilation& compilation, const SourceLine& line, Source source) {
+/// A constant's value as part of an instruction; of two characters the first would count.
+const Label* ValueArgument(Compilation& compilation, const Constant& constant,
+                           std::string_view shownAs) {
+    constexpr std::int32_t kByteValues = 256;
+    Label& value = compilation.AddLabel(shownAs);
+    value.address = NumberOf(constant.value).value_or(0) % kByteValues;
+    return &value;
+}
+
+const Label* ArgumentFrom(Compilation& compilation, const SourceLine& line, Source source) {
+    if (source == Source::Scratch) return &compilation.symbols.ScratchOne();
+    const LineElement& element = ElementFrom(compilation, line, source);
     switch (source) {
         case Source::Value1:
         case Source::Value2:
-            return ValueArgument(ElementFrom(line, source));
+            return ValueArgument(compilation, *element.constant, element.constant->value);
         case Source::NamedValue1:
         case Source::NamedValue2:
-            return NamedValueArgument(ElementFrom(line, source));
-        case Source::Scratch:
-            return AddressArgument(compilation.symbols.ScratchOne());
+            return ValueArgument(compilation, *element.constant, element.Name());
+        case Source::None:
         case Source::Target:
         case Source::Operand1:
         case Source::Operand2:
         case Source::Operand3:
-            return AddressArgument(ElementFrom(line, source));
-        case Source::None:
-            break;
+        case Source::Scratch:
+            return element.location;
     }
-    return {};
+    return element.location;
 }
 
 void AppendFrom(Compilation& compilation, SourceLine& line, Opcode opcode,
                 std::span<const Source> sources) {
-    std::array<ObjectArgument, kMaxArguments> arguments{};
+    std::array<const Label*, kMaxArguments> arguments{};
     std::size_t count = 0;
     while (count < sources.size() && sources[count] != Source::None) {
         arguments[count] = ArgumentFrom(compilation, line, sources[count]);
         ++count;
     }
-    compilation.objectLines.push_back(
-        CreateObjectLine(opcode, line, line.parsedLine, std::span(arguments).first(count)));
+    compilation.objectLines.push_back(CreateObjectLine(opcode, line, ObjectComment::SourceLine,
+                                                       std::span(arguments).first(count)));
 }
 
 template <typename Table>
@@ -178,32 +188,33 @@ void GenerateDevice(Compilation& compilation, SourceLine& line) {
 void GenerateSized(Compilation& compilation, SourceLine& line) {
     const SizedRow& row = RowOf(kSized, line.token);
     const Source last = row.arguments[1] == Source::None ? row.arguments[0] : row.arguments[1];
-    const bool isByte = IsByteSized(ElementFrom(line, last).type);
+    const bool isByte = IsByteSized(ElementFrom(compilation, line, last).type);
     AppendFrom(compilation, line, isByte ? row.byteForm : row.wordForm, row.arguments);
 }
 
 void GenerateJoystick(Compilation& compilation, SourceLine& line) {
-    const bool isFirst = NumberOf(Operand(line, 0).value) == 1;
+    const bool isFirst = NumberOf(Operand(compilation, line, 0).constant->value) == 1;
     Append(compilation, line, isFirst ? Opcode::ReadJoystickOne : Opcode::ReadJoystickTwo,
-           line.parsedLine,
-           {NamedValueArgument(Operand(line, 1)), AddressArgument(Target(line)),
-            AddressArgument(compilation.symbols.ScratchOne())});
+           ObjectComment::SourceLine,
+           {ArgumentFrom(compilation, line, Source::NamedValue2),
+            Target(compilation, line).location, &compilation.symbols.ScratchOne()});
 }
 
 void GenerateSetLeds(Compilation& compilation, SourceLine& line) {
-    Append(compilation, line, Opcode::SetLeftLed, line.parsedLine,
-           {AddressArgument(Operand(line, 0))});
-    Append(compilation, line, Opcode::SetRightLed, line.parsedLine,
-           {AddressArgument(Operand(line, 1))});
+    Append(compilation, line, Opcode::SetLeftLed, ObjectComment::SourceLine,
+           {Operand(compilation, line, 0).location});
+    Append(compilation, line, Opcode::SetRightLed, ObjectComment::SourceLine,
+           {Operand(compilation, line, 1).location});
 }
 
 void GenerateComplement(Compilation& compilation, SourceLine& line) {
-    const ObjectArgument target = AddressArgument(Target(line));
-    Append(compilation, line, Opcode::MoveByte, line.parsedLine,
-           {AddressArgument(Operand(line, 0)), target});
-    Append(compilation, line, Opcode::ComplimentByte, line.parsedLine, {target});
+    const Label* target = Target(compilation, line).location;
+    Append(compilation, line, Opcode::MoveByte, ObjectComment::SourceLine,
+           {Operand(compilation, line, 0).location, target});
+    Append(compilation, line, Opcode::ComplimentByte, ObjectComment::SourceLine, {target});
 }
 
+/// Silence is a note of no pitch and no length; both are the language's FALSE.
 void GenerateStopSound(Compilation& compilation, SourceLine& line) {
     const Command* entry = compilation.configuration.commands.ByToken(Token::False);
     if (entry == nullptr) {
@@ -213,11 +224,8 @@ void GenerateStopSound(Compilation& compilation, SourceLine& line) {
     }
     const Constant& silence = compilation.symbols.AddConstant(entry->command, entry->description,
                                                               ConstantKind::NamedOrNumber);
-    LineElement element;
-    element.location = &silence.byte;
-    element.value = silence.value;
-    Append(compilation, line, Opcode::PlaySound, line.parsedLine,
-           {NamedValueArgument(element), NamedValueArgument(element)});
+    const Label* value = ValueArgument(compilation, silence, silence.byte.name);
+    Append(compilation, line, Opcode::PlaySound, ObjectComment::SourceLine, {value, value});
 }
 
 }  // namespace zentro

@@ -121,30 +121,30 @@ void GenerateObjectLines(Compilation& compilation, SourceLine& line) {
 }
 
 void GenerateJumpToProgram(Compilation& compilation, const SourceLine& line) {
-    Append(compilation, line, Opcode::Jump, line.parsedLine,
-           {AddressArgument(compilation.programStart)});
+    Append(compilation, line, Opcode::Jump, ObjectComment::SourceLine, {&compilation.programStart});
 }
 
 ObjectLine& Append(Compilation& compilation, const SourceLine& line, Opcode opcode,
-                   std::string_view comment, std::initializer_list<ObjectArgument> arguments) {
+                   ObjectComment comment, std::initializer_list<const Label*> arguments) {
     return compilation.objectLines.emplace_back(
         CreateObjectLine(opcode, line, comment, {arguments.begin(), arguments.size()}));
 }
 
-const LineElement& Target(const SourceLine& line) {
-    const LineElement* element = line.GetElement(ElementUse::Written);
+const LineElement& Target(const Compilation& compilation, const SourceLine& line) {
+    const LineElement* element = compilation.GetElement(line, ElementUse::Written);
     assert(element != nullptr);
     return *element;
 }
 
-const LineElement& Operand(const SourceLine& line, std::size_t index) {
-    const LineElement* element = line.GetElement(ElementUse::Read, index);
+const LineElement& Operand(const Compilation& compilation, const SourceLine& line,
+                           std::size_t index) {
+    const LineElement* element = compilation.GetElement(line, ElementUse::Read, index);
     assert(element != nullptr);
     return *element;
 }
 
-ObjectArgument LineArgument(Compilation& compilation, std::int32_t lineNumber) {
-    return AddressArgument(*compilation.GetSourceLine(lineNumber).label);
+const Label* LabelOfLine(const Compilation& compilation, std::int32_t lineNumber) {
+    return compilation.GetSourceLine(lineNumber).label;
 }
 
 }  // namespace zentro

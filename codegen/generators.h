@@ -1,7 +1,6 @@
 #pragma once
 
 #include <initializer_list>
-#include <string_view>
 
 #include "model/compilation.h"
 
@@ -42,15 +41,16 @@ void GenerateStopSound(Compilation& compilation, SourceLine& line);
 
 /// Appends an instruction.
 ObjectLine& Append(Compilation& compilation, const SourceLine& line, Opcode opcode,
-                   std::string_view comment, std::initializer_list<ObjectArgument> arguments = {});
+                   ObjectComment comment, std::initializer_list<const Label*> arguments = {});
 
 /// The line's target. The parsers see to it that a line that needs one has it, and the same goes
 /// for the operands.
-const LineElement& Target(const SourceLine& line);
+const LineElement& Target(const Compilation& compilation, const SourceLine& line);
 /// The line's operands, from 0 on.
-const LineElement& Operand(const SourceLine& line, std::size_t index);
+const LineElement& Operand(const Compilation& compilation, const SourceLine& line,
+                           std::size_t index);
 
-/// The label of the line with the number, as an argument.
-ObjectArgument LineArgument(Compilation& compilation, std::int32_t lineNumber);
+/// The label of the line with the number.
+const Label* LabelOfLine(const Compilation& compilation, std::int32_t lineNumber);
 
 }  // namespace zentro

@@ -28,7 +28,7 @@ void CheckOpenAtEndOfFile(Compilation& compilation) {
                         state == CompileState::Event;
     if (!isOpen) return;
     constexpr std::int32_t kAfterTheLastLine = 9999;
-    SourceLine end(&compilation.memory);
+    SourceLine end;
     end.fileLineNo = kAfterTheLastLine;
     compilation.diagnostics.PostError(
         state == CompileState::Event ? MessageCode::EventNotEnded : MessageCode::TableNotEnded,

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <string>
 
+#include "compiler/object_comments.h"
 #include "config/encoding.h"
 
 namespace zentro {
@@ -21,7 +22,6 @@ void AppendColumn(std::string_view text, std::size_t shown, std::size_t width, s
 
 constexpr std::size_t kLabelWidth = 21;
 constexpr std::size_t kValueWidth = 25;
-constexpr std::string_view kNoAddress = "            ";
 
 std::string AddressColumn(std::int32_t address) {
     std::array<char, 32> text{};
@@ -41,16 +41,15 @@ std::string LabelColumn(const Label* label) {
     return column;
 }
 
-std::string CommentColumn(std::string_view comment) {
+std::string CommentColumn(const std::string& comment) {
     constexpr std::size_t kShown = 40;
     constexpr std::size_t kShownOfLonger = 37;
-    std::string column = ";";
-    column += comment;
+    std::string column = ";" + comment;
     if (column.size() <= kShown) return column;
     return column.substr(0, kShownOfLonger) + "...";
 }
 
-std::string InstructionText(const ObjectLine& line) {
+std::string InstructionText(const ObjectLine& line, const std::string& comment) {
     constexpr std::size_t kShownName = 28;
     constexpr std::size_t kNameWidth = 29;
     constexpr std::size_t kNoArguments = 14;
@@ -59,45 +58,20 @@ std::string InstructionText(const ObjectLine& line) {
     if (line.argCount == 0) text.append(kNoArguments, ' ');
     for (std::size_t i = 0; i < line.argCount; ++i) {
         if (i > 0) text += ", ";
-        text += line.arguments[i].symbol;
+        text += line.arguments[i]->name;
     }
-    return text + "\t\t\t" + CommentColumn(line.comment);
+    return text + "\t\t\t" + CommentColumn(comment);
 }
 
-/// Writes a long value over several lines, none of which shows the address.
-void WriteLongValue(const ObjectLine& line, ListingSink& listing) {
-    constexpr std::size_t kPiece = 20;
-    constexpr std::size_t kLastCut = 24;
-    std::string_view value = line.value;
-    std::string label = LabelColumn(line.label);
-    std::string comment = CommentColumn(line.comment);
-    while (value.size() > kPiece) {
-        const std::size_t comma = value.find(',', kPiece - 1);
-        std::size_t cut = comma == std::string_view::npos ? kPiece : comma + 1;
-        if (cut > kLastCut) cut = kPiece;
-        std::string text(kNoAddress);
-        text += label;
-        AppendColumn(value.substr(0, cut), cut, kValueWidth, text);
-        listing.AddCodeLine(ToUtf8(text + comment));
-        label.assign(kLabelWidth, ' ');
-        comment.clear();
-        value.remove_prefix(cut);
-    }
-    listing.AddCodeLine(ToUtf8(std::string(kNoAddress) + label + std::string(value)));
-}
-
-void WriteLine(const ObjectLine& line, ListingSink& listing) {
-    constexpr std::size_t kLongValue = 24;
-    if (line.purpose == ObjectPurpose::VariableLocation && line.value.size() >= kLongValue) {
-        WriteLongValue(line, listing);
-        return;
-    }
+void WriteLine(const ObjectLine& line, const std::string& comment, ListingSink& listing) {
     std::string text = AddressColumn(line.address) + " " + LabelColumn(line.label);
     if (line.purpose == ObjectPurpose::Instruction) {
-        text += InstructionText(line);
+        text += InstructionText(line, comment);
     } else {
-        AppendColumn(line.value, line.value.size(), kValueWidth, text);
-        text += CommentColumn(line.comment);
+        std::string value;
+        AppendValue(line, value);
+        AppendColumn(value, value.size(), kValueWidth, text);
+        text += CommentColumn(comment);
     }
     listing.AddCodeLine(ToUtf8(text));
 }
@@ -105,8 +79,9 @@ void WriteLine(const ObjectLine& line, ListingSink& listing) {
 }  // namespace
 
 void WriteListing(const Compilation& compilation, ListingSink& listing) {
+    const ObjectComments comments(compilation);
     for (const ObjectLine& line : compilation.objectLines) {
-        WriteLine(line, listing);
+        WriteLine(line, comments.TextOf(line), listing);
         compilation.environment.progress.LetEventsRun();
     }
 }

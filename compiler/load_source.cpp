@@ -99,7 +99,7 @@ class SourceLoader {
         while (!IsAborted()) {
             const std::optional<std::string_view> text = lines.Next();
             if (!text) return;
-            SourceLine& line = compilation_.sourceLines.emplace_back(&compilation_.memory);
+            SourceLine& line = compilation_.sourceLines.emplace_back();
             line.text = *text;
             line.file = &file;
             line.fileLineNo = ++fileLineNo;

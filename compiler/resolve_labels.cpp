@@ -46,8 +46,10 @@ const Symbol* FindTableWithElement(const SymbolsByLabel& symbols, std::string_vi
         const auto found = symbols.find(name.substr(0, name.size() - digits));
         const std::optional<std::int32_t> index = ParseNumber(number);
         if (found == symbols.end() || !index) continue;
-        if (static_cast<std::size_t>(*index) < found->second->tableBytes.size())
+        const TableData* table = found->second->table;
+        if (table != nullptr && static_cast<std::size_t>(*index) < table->bytes.size()) {
             return found->second;
+        }
     }
     return nullptr;
 }
@@ -70,11 +72,11 @@ void CheckNames(Compilation& compilation) {
 void CheckReferences(Compilation& compilation) {
     for (const ObjectLine& line : compilation.objectLines) {
         for (std::size_t i = 0; i < line.argCount; ++i) {
-            const Label* label = line.arguments[i].label;
-            if (label == nullptr || label->address != Label::kNowhere) continue;
+            const Label& label = *line.arguments[i];
+            if (label.address != Label::kNowhere) continue;
             compilation.diagnostics.PostError(MessageCode::UnknownLabel,
                                               &compilation.GetSourceLine(line.sourceLineNo),
-                                              label->name);
+                                              label.name);
         }
         compilation.environment.progress.LetEventsRun();
     }

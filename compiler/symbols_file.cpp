@@ -27,7 +27,7 @@ std::string_view TypeName(DataType type) {
 }
 
 std::size_t SizeOf(const Symbol& symbol) {
-    if (symbol.type == DataType::Table) return symbol.tableBytes.size();
+    if (symbol.type == DataType::Table) return symbol.table->bytes.size();
     return IsByteSized(symbol.type) ? 1 : 2;
 }
 

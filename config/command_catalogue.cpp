@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/text.h"
+
 namespace zentro {
 
 namespace {
@@ -28,23 +30,36 @@ bool BeginsAsWholeWord(std::string_view text, std::string_view words) {
 }  // namespace
 
 bool CommandCatalogue::AddCommand(Command command) {
-    if (byTokenText_.contains(command.token)) return false;
+    if (byTokenText_.Find(NameIndex::Key(command.token)) != NameIndex::kNone) return false;
     command.id = TokenFromText(command.token);
     command.family = FamilyOf(command.token);
     const Command& entry = entries_.emplace_back(std::move(command));
-    byTokenText_.emplace(entry.token, &entry);
+    byTokenText_.Add(NameIndex::Key(entry.token), static_cast<std::uint32_t>(entries_.size() - 1));
     if (entry.id != Token::Other) byToken_[static_cast<std::size_t>(entry.id)] = &entry;
-    byFirstWord_[std::string(FirstWord(entry.command))].push_back(&entry);
+    AddToFirstWord(entry);
     if (std::find(kSignOperators.begin(), kSignOperators.end(), entry.id) != kSignOperators.end()) {
-        for (const char c : entry.command) isOperatorCharacter_[static_cast<unsigned char>(c)] = true;
+        for (const char c : entry.command) {
+            isOperatorCharacter_[static_cast<unsigned char>(c)] = true;
+        }
     }
     return true;
 }
 
+void CommandCatalogue::AddToFirstWord(const Command& entry) {
+    const NameIndex::Key word(FirstWord(entry.command));
+    std::uint32_t list = firstWords_.Find(word);
+    if (list == NameIndex::kNone) {
+        list = static_cast<std::uint32_t>(byFirstWord_.size());
+        firstWords_.Add(word, list);
+        byFirstWord_.emplace_back();
+    }
+    byFirstWord_[list].push_back(&entry);
+}
+
 const Command* CommandCatalogue::FindCommand(std::string_view sourceText) const {
-    const auto found = byFirstWord_.find(FirstWord(sourceText));
-    if (found == byFirstWord_.end()) return nullptr;
-    for (const Command* entry : found->second) {
+    const std::uint32_t list = firstWords_.Find(NameIndex::Key(FirstWord(sourceText)));
+    if (list == NameIndex::kNone) return nullptr;
+    for (const Command* entry : byFirstWord_[list]) {
         if (BeginsAsWholeWord(sourceText, entry->command)) return entry;
     }
     return nullptr;

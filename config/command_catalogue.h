@@ -5,10 +5,9 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
-#include "config/text.h"
+#include "config/name_index.h"
 #include "config/token.h"
 
 namespace zentro {
@@ -51,13 +50,15 @@ class CommandCatalogue {
     const std::deque<Command>& Entries() const { return entries_; }
 
   private:
+    void AddToFirstWord(const Command& entry);
+
     std::deque<Command> entries_;  // a deque, so that pointers to its entries stay good
     std::array<const Command*, kTokenCount> byToken_{};
     std::array<bool, 256> isOperatorCharacter_{};
-    std::unordered_map<std::string, const Command*, FoldedHash, FoldedEqual> byTokenText_;
+    NameIndex byTokenText_;
     // The entries that begin with a word, in file order, so that a look-up visits only those.
-    std::unordered_map<std::string, std::vector<const Command*>, FoldedHash, FoldedEqual>
-        byFirstWord_;
+    NameIndex firstWords_;
+    std::vector<std::vector<const Command*>> byFirstWord_;
 };
 
 }  // namespace zentro

@@ -32,6 +32,14 @@ std::string_view Trim(std::string_view text) {
     return text;
 }
 
+std::string_view TrimBlanks(std::string_view text) {
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 bool IsNumeric(std::string_view text) {
     if (!text.empty() && (text.front() == '+' || text.front() == '-')) text.remove_prefix(1);
     return !text.empty() && std::all_of(text.begin(), text.end(), IsDigit);

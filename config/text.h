@@ -28,6 +28,15 @@ constexpr bool IsLetter(char c) {
 /// The text without the blanks around it.
 std::string_view Trim(std::string_view text);
 
+/// Everything that separates words and is no visible character of the language: blanks, tabs,
+/// control characters and characters beyond ASCII.
+constexpr bool IsBlank(char c) {
+    return static_cast<unsigned char>(c) <= ' ' || static_cast<unsigned char>(c) >= 127;
+}
+
+/// The text without such characters around it.
+std::string_view TrimBlanks(std::string_view text);
+
 /// True for an optional sign and decimal digits, and nothing else.
 bool IsNumeric(std::string_view text);
 

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "config/name_index.h"
 #include "config/text.h"
 
 namespace zentro {
@@ -153,10 +154,15 @@ std::string_view TokenText(Token token) {
 }
 
 Token TokenFromText(std::string_view text) {
-    for (const TokenRow& row : kTokens) {
-        if (EqualsIgnoreCase(row.text, text)) return row.token;
-    }
-    return Token::Other;
+    static const NameIndex kByText = [] {
+        NameIndex index;
+        for (const TokenRow& row : kTokens) {
+            index.Add(NameIndex::Key(row.text), static_cast<std::uint32_t>(row.token));
+        }
+        return index;
+    }();
+    const std::uint32_t token = kByText.Find(NameIndex::Key(text));
+    return token == NameIndex::kNone ? Token::Other : static_cast<Token>(token);
 }
 
 TokenFamily FamilyOf(std::string_view tokenText) {

@@ -53,7 +53,7 @@ bool ResultSuits(Compilation& compilation, SourceLine& line, DataType target) {
 }
 
 bool IsZero(const LineElement& element) {
-    return element.IsConstant() && NumberOf(element.value) == 0;
+    return element.IsConstant() && NumberOf(element.constant->value) == 0;
 }
 
 /// first operator second

@@ -77,13 +77,13 @@ void RefuseCaseAfterElse(Compilation& compilation, const SourceLine& line) {
 }
 
 void CheckSelector(Compilation& compilation, SourceLine& line, std::string_view text) {
-    const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parentName);
+    const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent);
     const bool isTable = symbol != nullptr && symbol->type == DataType::Table;
     const auto selector = isTable ? std::nullopt : ParseOperand(compilation, text, line, {});
     const bool suits =
         selector && (selector->type == DataType::Byte || selector->type == DataType::Word);
     if (suits) {
-        line.AddElement(*selector);
+        compilation.AddElement(line, *selector);
     } else if (isTable || selector) {
         compilation.diagnostics.PostError(MessageCode::SelectNeedsByteOrWord, &line);
     }
@@ -93,16 +93,16 @@ void CheckSelector(Compilation& compilation, SourceLine& line, std::string_view 
 
 void ParseBeginProgram(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     WarnOfOpenEvent(compilation, line);
-    compilation.currentParentName = kProgram;
-    line.parentName = kProgram;
+    compilation.currentParent = ParentId::Program;
+    line.parent = ParentId::Program;
     OpenBlock(compilation, line, Purpose::BlockStart, CompileState::Program);
     if (!arguments.empty()) compilation.diagnostics.PostError(MessageCode::RestIgnored, &line);
 }
 
 void ParseRoutineHeader(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     WarnOfOpenEvent(compilation, line);
-    compilation.currentParentName = SplitFirstWord(arguments).first;
-    line.parentName = compilation.currentParentName;
+    compilation.currentParent = compilation.symbols.ParentWithName(SplitFirstWord(arguments).first);
+    line.parent = compilation.currentParent;
     ChangeCompileState(
         compilation,
         line.token == Token::DefineRoutine ? CompileState::Routine : CompileState::Event, line);
@@ -124,7 +124,7 @@ void ParseBlockEnd(Compilation& compilation, SourceLine& line, std::string_view 
     const bool endsParent = row->state == CompileState::Routine ||
                             row->state == CompileState::Event ||
                             row->state == CompileState::Program;
-    if (endsParent) compilation.currentParentName = kProgram;
+    if (endsParent) compilation.currentParent = ParentId::Program;
 }
 
 void ParseLoopStart(Compilation& compilation, SourceLine& line, std::string_view arguments) {
@@ -185,9 +185,9 @@ void ParseCase(Compilation& compilation, SourceLine& line, std::string_view argu
     if (RefuseCall(compilation, arguments, line)) return;
     Expectation expected;
     const SourceLine& opener = compilation.GetSourceLine(line.structFirstLineNo);
-    if (const LineElement* selector = opener.GetElement(ElementUse::Read)) {
-        line.AddElement(*selector);
+    if (const LineElement* selector = compilation.GetElement(opener, ElementUse::Read)) {
         expected.type = selector->type;
+        compilation.AddElement(line, LineElement(*selector));
     }
     for (const std::string_view value : SplitCommaList(arguments)) {
         AddOperand(compilation, value, line, expected);

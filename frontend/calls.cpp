@@ -24,6 +24,7 @@ struct CallText {
 struct Callee {
     Token token = Token::None;
     std::string_view name;
+    const Label* location = nullptr;  ///< of a routine
     std::vector<ArgumentTemplate> arguments;
     bool hasResult = false;
     DataType result = DataType::Any;
@@ -67,7 +68,7 @@ std::optional<CallText> SplitCall(Compilation& compilation, SourceLine& line,
 /// A routine of the program, by its header.
 std::optional<Callee> FindRoutine(Compilation& compilation, SourceLine& line,
                                   std::string_view name) {
-    const Symbol* symbol = compilation.symbols.FindOwn(name, kProgram);
+    const Symbol* symbol = compilation.symbols.FindOwn(name, ParentId::Program);
     if (symbol == nullptr || symbol->symbolClass != SymbolClass::Routine) {
         compilation.diagnostics.PostError(MessageCode::UnknownRoutine, &line, Shorten(name));
         return std::nullopt;
@@ -75,7 +76,9 @@ std::optional<Callee> FindRoutine(Compilation& compilation, SourceLine& line,
     Callee callee;
     callee.token = Token::RoutineCall;
     callee.name = symbol->name;
-    for (const LineElement& element : compilation.GetSourceLine(symbol->declareLineNo).elements) {
+    callee.location = &symbol->label;
+    const SourceLine& header = compilation.GetSourceLine(symbol->declareLineNo);
+    for (const LineElement& element : compilation.ElementsOf(header)) {
         if (element.use == ElementUse::Written) {
             callee.hasResult = true;
             callee.result = element.type;
@@ -101,7 +104,7 @@ std::optional<Callee> FindFunction(Compilation& compilation, SourceLine& line, c
     }
     const FunctionTemplate* expected = SystemFunctionTemplate(entry.id);
     if (expected == nullptr) return refuse(MessageCode::NotSupported);
-    Callee callee{entry.id, entry.command, {}, true, expected->result};
+    Callee callee{entry.id, entry.command, nullptr, {}, true, expected->result};
     callee.arguments.assign(expected->Arguments().begin(), expected->Arguments().end());
     return callee;
 }
@@ -129,27 +132,24 @@ void ParseCallArguments(Compilation& compilation, SourceLine& line, const Callee
     }
 }
 
-void AddCallElement(SourceLine& line, std::string_view name) {
-    LineElement element;
-    element.elementClass = ElementClass::Call;
-    element.value = name;
-    line.AddElement(element);
-}
-
 /// Tells the line what it calls: as its token, or as the kind of its condition.
-void SetCallToken(SourceLine& line, Token token, CallRole role) {
+void AddCall(Compilation& compilation, SourceLine& line, const Callee& callee, CallRole role) {
+    LineElement call;
+    call.elementClass = ElementClass::Call;
+    call.location = callee.location;
+    compilation.AddElement(line, call);
     if (role != CallRole::Condition) {
-        line.token = token;
+        line.token = callee.token;
         return;
     }
     LineElement kind;
     kind.elementClass = ElementClass::Comparison;
-    kind.comparison = token;
-    line.AddElement(kind);
+    kind.comparison = callee.token;
+    compilation.AddElement(line, kind);
 }
 
-std::optional<LineElement> TargetOf(const SourceLine& line) {
-    const LineElement* target = line.GetElement(ElementUse::Written);
+std::optional<LineElement> TargetOf(const Compilation& compilation, const SourceLine& line) {
+    const LineElement* target = compilation.GetElement(line, ElementUse::Written);
     return target == nullptr ? std::nullopt : std::optional(*target);
 }
 
@@ -157,16 +157,15 @@ std::optional<LineElement> TargetOf(const SourceLine& line) {
 
 std::optional<std::string_view> ParseCall(Compilation& compilation, SourceLine& line,
                                           std::string_view text, CallRole role) {
-    const std::optional<LineElement> target = TargetOf(line);
+    const std::optional<LineElement> target = TargetOf(compilation, line);
     const std::optional<CallText> call = SplitCall(compilation, line, text);
     if (!call) return std::nullopt;
-    AddCallElement(line, call->name);
     const Command* entry = compilation.FindCommand(call->name);
     const std::optional<Callee> callee = entry == nullptr
                                              ? FindRoutine(compilation, line, call->name)
                                              : FindFunction(compilation, line, *entry, role);
     if (!callee) return call->rest;
-    SetCallToken(line, callee->token, role);
+    AddCall(compilation, line, *callee, role);
     const std::vector<std::string_view> items = SplitCommaList(call->arguments);
     const bool wantsResult = role != CallRole::Statement;
     if (items.size() != callee->arguments.size() || wantsResult != callee->hasResult) {

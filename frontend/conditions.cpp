@@ -58,8 +58,7 @@ void ParseComparison(Compilation& compilation, SourceLine& line, std::string_vie
     LineElement element;
     element.elementClass = ElementClass::Comparison;
     element.comparison = token;
-    element.value = word;
-    line.AddElement(element);
+    compilation.AddElement(line, element);
 }
 
 /// The type as which a constant is compared with the other operand.
@@ -102,11 +101,11 @@ void AddComparison(Compilation& compilation, SourceLine& line, const ComparisonT
     const OperandSketch secondSketch = SketchOperand(compilation, text.second, line);
     const auto first =
         ParseOperand(compilation, text.first, line, ExpectedBeside(firstSketch, secondSketch));
-    if (first) line.AddElement(*first);
+    if (first) compilation.AddElement(line, *first);
     ParseComparison(compilation, line, text.word);
     const auto second =
         ParseOperand(compilation, text.second, line, ExpectedBeside(secondSketch, firstSketch));
-    if (second) line.AddElement(*second);
+    if (second) compilation.AddElement(line, *second);
     if (first && second) CheckVariables(compilation, line, *first, *second);
 }
 
@@ -117,7 +116,7 @@ std::optional<std::string_view> ParseConditionCall(Compilation& compilation, Sou
     target.type = DataType::Flag;
     target.use = ElementUse::Written;
     target.location = &compilation.symbols.ScratchOne();
-    line.AddElement(target);
+    compilation.AddElement(line, target);
     return ParseCall(compilation, line, text, CallRole::Condition);
 }
 
@@ -144,7 +143,7 @@ void ParseLoopCall(Compilation& compilation, SourceLine& line, std::string_view 
         compilation.diagnostics.PostError(MessageCode::UnknownOperator, &line);
         return;
     }
-    for (LineElement& element : line.elements) {
+    for (LineElement& element : compilation.ElementsOf(line)) {
         if (element.elementClass == ElementClass::Comparison) element.expectsFalse = *expectsFalse;
     }
 }

@@ -37,7 +37,7 @@ class DataList {
             compilation_.symbols.FindConstant(name, ConstantKind::NamedOrNumber);
         if (constant != nullptr) {
             AddValue(constant->value);
-        } else if (compilation_.symbols.FindOwn(name, kProgram) != nullptr) {
+        } else if (compilation_.symbols.FindOwn(name, ParentId::Program) != nullptr) {
             Post(MessageCode::NotAConstant, name);
         } else if (const Command* catalogueConstant = FindCatalogueConstant(compilation_, name)) {
             AddValue(catalogueConstant->description);
@@ -69,10 +69,6 @@ class DataList {
     std::vector<std::uint8_t>& bytes_;
 };
 
-bool IsVisible(char c) {
-    return c > ' ' && c < 127;
-}
-
 }  // namespace
 
 void ExpandDataList(Compilation& compilation, std::string_view data, SourceLine& line,
@@ -92,7 +88,7 @@ void ExpandDataList(Compilation& compilation, std::string_view data, SourceLine&
             isQuoted = true;
         } else if (c == ',' && !inQuotes) {
             finishItem();
-        } else if (inQuotes || IsVisible(c)) {
+        } else if (inQuotes || !IsBlank(c)) {
             item += c;
         }
     }

@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::int32_t kLargestReserve = 20000;
 
-Symbol& CurrentTable(Compilation& compilation) {
-    return *compilation.symbols.FindOwn(compilation.currentTableName, kProgram);
+std::vector<std::uint8_t>& CurrentBytes(Compilation& compilation) {
+    return compilation.currentTable->table->bytes;
 }
 
 /// The number that a count is written as; nothing when it is none.
@@ -40,7 +40,7 @@ std::optional<std::int64_t> CountFrom(const Compilation& compilation, std::strin
 void ParseTableHeader(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     ChangeCompileState(compilation, CompileState::Table, line);
     const SplitText split = SplitFirstWord(arguments);
-    compilation.currentTableName = split.first;
+    compilation.currentTable = compilation.symbols.FindOwn(split.first, ParentId::Program);
     compilation.currentTableHasErrors = false;
     if (split.rest.empty()) return;
     const SplitText symbol = SplitFirstWord(split.rest);
@@ -48,11 +48,11 @@ void ParseTableHeader(Compilation& compilation, SourceLine& line, std::string_vi
         compilation.diagnostics.PostError(MessageCode::EqualSignExpected, &line);
         return;
     }
-    ExpandDataList(compilation, symbol.rest, line, CurrentTable(compilation).tableBytes);
+    ExpandDataList(compilation, symbol.rest, line, CurrentBytes(compilation));
 }
 
 void ParseDataLine(Compilation& compilation, SourceLine& line) {
-    ExpandDataList(compilation, line.parsedLine, line, CurrentTable(compilation).tableBytes);
+    ExpandDataList(compilation, line.parsedLine, line, CurrentBytes(compilation));
 }
 
 void ParseReserve(Compilation& compilation, SourceLine& line, std::string_view arguments) {
@@ -62,13 +62,13 @@ void ParseReserve(Compilation& compilation, SourceLine& line, std::string_view a
     } else if (*count > kLargestReserve) {
         compilation.diagnostics.PostError(MessageCode::ValueOutOfRange, &line, Shorten(arguments));
     } else {
-        auto& bytes = CurrentTable(compilation).tableBytes;
+        auto& bytes = CurrentBytes(compilation);
         bytes.resize(bytes.size() + static_cast<std::size_t>(*count), 0);
     }
 }
 
 void CheckTableEnd(Compilation& compilation, SourceLine& line) {
-    const bool isEmpty = CurrentTable(compilation).tableBytes.empty();
+    const bool isEmpty = CurrentBytes(compilation).empty();
     if (isEmpty && !compilation.currentTableHasErrors) {
         compilation.diagnostics.PostError(MessageCode::TableEmpty, &line);
     }

@@ -22,7 +22,7 @@ std::optional<std::string_view> ValueText(const Compilation& compilation, std::s
 Symbol NewVariable(const SourceLine& line, std::string_view name, DataType type) {
     Symbol symbol;
     symbol.name = name;
-    symbol.parentName = line.parentName;
+    symbol.parent = line.parent;
     symbol.type = type;
     symbol.scope = line.scope;
     return symbol;
@@ -35,12 +35,12 @@ bool SuitsAsDefault(DataType type, std::string_view value) {
     return number == kFlagTrue || number == kFlagFalse;
 }
 
-/// The initial value that a text names; nothing when there is none to be had.
-std::optional<std::string_view> ParseDefault(Compilation& compilation, DataType type,
-                                             std::string_view text, SourceLine& line) {
+/// The initial value that a text names; empty when there is none to be had.
+std::string_view ParseDefault(Compilation& compilation, DataType type, std::string_view text,
+                              SourceLine& line) {
     const auto mismatch = [&] {
         compilation.diagnostics.PostError(MessageCode::TypeMismatch, &line, Shorten(text));
-        return std::nullopt;
+        return std::string_view();
     };
     constexpr std::string_view kEmptyText = "\"\"";
     if (text == kEmptyText) return mismatch();
@@ -53,7 +53,7 @@ std::optional<std::string_view> ParseDefault(Compilation& compilation, DataType 
         if (!literal) return mismatch();
         if (literal->elementClass == ElementClass::Call) {
             compilation.diagnostics.PostError(MessageCode::NoInitialValue, &line);
-            return std::nullopt;
+            return {};
         }
         value = literal->value;
     }
@@ -141,7 +141,7 @@ void DeclareTable(Compilation& compilation, SourceLine& line, std::string_view a
         return;
     }
     Symbol table = NewVariable(line, name, DataType::Table);
-    table.parentName = kProgram;
+    table.parent = ParentId::Program;
     DeclareSymbol(compilation, table, line);
 }
 

@@ -9,30 +9,6 @@ namespace zentro {
 
 namespace {
 
-/// Everything that separates words and is no visible character of the language.
-bool IsBlank(char c) {
-    const auto code = static_cast<unsigned char>(c);
-    return code <= ' ' || code >= 127;
-}
-
-std::string_view TrimBlanks(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-/// The position of the ";" that begins the comment, or the length of the line.
-std::size_t FindComment(std::string_view line) {
-    bool inQuotes = false;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        if (line[i] == ';' && !inQuotes) return i;
-        if (line[i] == '"') inQuotes = !inQuotes;
-    }
-    return line.size();
-}
-
 /// True when the operator at the position needs a blank written between itself and a neighbour.
 bool NeedsBlank(const CommandCatalogue& commands, char neighbour) {
     return !IsBlank(neighbour) && !commands.IsOperatorCharacter(neighbour);
@@ -113,7 +89,6 @@ class LineWriter {
 void PrepareLine(Compilation& compilation, SourceLine& line) {
     const CommandCatalogue& commands = compilation.configuration.commands;
     const std::size_t commentStart = FindComment(line.text);
-    line.comment = TrimBlanks(line.text.substr(commentStart));
     const std::string_view statement = line.text.substr(0, commentStart);
     line.parsedLine = TrimBlanks(statement);
     if (IsNormal(commands, line.parsedLine)) return;

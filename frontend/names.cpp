@@ -50,7 +50,7 @@ Symbol* DeclareSymbol(Compilation& compilation, Symbol symbol, SourceLine& line)
     symbol.declareLineNo = line.lineNumber;
     if (!CheckName(compilation, symbol.name, line)) return nullptr;
     const SymbolTable& symbols = compilation.symbols;
-    if (symbols.FindOwn(symbol.name, symbol.parentName) != nullptr ||
+    if (symbols.FindOwn(symbol.name, symbol.parent) != nullptr ||
         symbols.FindConstant(symbol.name, ConstantKind::NamedOrNumber) != nullptr) {
         PostDuplicate(compilation, symbol.name, line);
         return nullptr;

@@ -135,13 +135,13 @@ std::optional<LineElement> ParseConstantOperand(Compilation& compilation, std::s
     element.elementClass = literal->elementClass;
     element.use = ElementUse::Read;
     element.location = IsByteSized(*type) ? &constant.byte : &constant.word;
-    element.value = constant.value;
+    element.constant = &constant;
     return element;
 }
 
 const LineElement* AddVariable(Compilation& compilation, std::string_view text, SourceLine& line,
                                ElementUse use) {
-    const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parentName);
+    const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent);
     if (symbol == nullptr || IsCompilersOwn(text)) {
         // A constant cannot change; anything else is reported as an operand would be.
         if (ParseOperand(compilation, text, line, {})) {
@@ -153,8 +153,8 @@ const LineElement* AddVariable(Compilation& compilation, std::string_view text, 
     std::optional<LineElement> element = ParseSymbolOperand(compilation, text, line, *symbol, {});
     if (!element) return nullptr;
     element->use = use;
-    line.AddElement(*element);
-    return &line.elements.back();
+    compilation.AddElement(line, *element);
+    return &compilation.elements.back();
 }
 
 }  // namespace
@@ -182,7 +182,7 @@ std::optional<LineElement> ParseOperand(Compilation& compilation, std::string_vi
         compilation.diagnostics.PostError(MessageCode::UnknownName, &line, Shorten(text));
         return std::nullopt;
     }
-    if (const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parentName)) {
+    if (const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent)) {
         return ParseSymbolOperand(compilation, text, line, *symbol, expected);
     }
     if (IsLineLabel(compilation, text)) {
@@ -197,8 +197,8 @@ const LineElement* AddOperand(Compilation& compilation, std::string_view text, S
                               const Expectation& expected) {
     const std::optional<LineElement> element = ParseOperand(compilation, text, line, expected);
     if (!element) return nullptr;
-    line.AddElement(*element);
-    return &line.elements.back();
+    compilation.AddElement(line, *element);
+    return &compilation.elements.back();
 }
 
 const LineElement* AddTarget(Compilation& compilation, std::string_view text, SourceLine& line) {
@@ -210,14 +210,14 @@ void AddChangedVariable(Compilation& compilation, std::string_view text, SourceL
 }
 
 void AddEventHandler(Compilation& compilation, std::string_view text, SourceLine& line) {
-    const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parentName);
+    const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent);
     if (symbol == nullptr || IsCompilersOwn(text)) {
         if (!ParseOperand(compilation, text, line, {})) return;
     } else if (symbol->symbolClass == SymbolClass::Event) {
         LineElement element;
         element.use = ElementUse::Read;
         element.location = &symbol->label;
-        line.AddElement(element);
+        compilation.AddElement(line, element);
         return;
     }
     const SymbolClass found = symbol == nullptr ? SymbolClass::Literal : symbol->symbolClass;
@@ -229,7 +229,7 @@ void AddEventHandler(Compilation& compilation, std::string_view text, SourceLine
 OperandSketch SketchOperand(const Compilation& compilation, std::string_view text,
                             const SourceLine& line) {
     using Kind = OperandSketch::Kind;
-    if (const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parentName)) {
+    if (const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent)) {
         const bool isVariable = symbol->symbolClass == SymbolClass::Variable;
         return {isVariable && !IsCompilersOwn(text) ? Kind::Variable : Kind::Unknown, symbol->type};
     }

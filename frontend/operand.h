@@ -31,7 +31,8 @@ struct OperandSketch {
 std::optional<LineElement> ParseOperand(Compilation& compilation, std::string_view text,
                                         SourceLine& line, const Expectation& expected);
 
-/// ParseOperand, with the element appended to the line. Nothing when it failed.
+/// ParseOperand, with the element appended to the line. Nothing when it failed. Like that of
+/// AddTarget, the result is good until the next element comes.
 const LineElement* AddOperand(Compilation& compilation, std::string_view text, SourceLine& line,
                               const Expectation& expected);
 

@@ -76,19 +76,16 @@ std::string_view IncludedName(const SourceLine& line, const Command& command,
                               std::string_view arguments) {
     if (arguments.starts_with('"')) return StripQuotes(arguments);
     std::string_view name = line.text.substr(0, line.text.find(';'));
-    const auto isBlank = [](char c) {
-        return static_cast<unsigned char>(c) <= ' ' || static_cast<unsigned char>(c) >= 127;
-    };
     const auto words = std::count(command.command.begin(), command.command.end(), ' ') + 1;
     for (auto word = 0; word < words; ++word) {
-        while (!name.empty() && isBlank(name.front()))
+        while (!name.empty() && IsBlank(name.front()))
             name.remove_prefix(1);
-        while (!name.empty() && !isBlank(name.front()))
+        while (!name.empty() && !IsBlank(name.front()))
             name.remove_prefix(1);
     }
-    while (!name.empty() && isBlank(name.front()))
+    while (!name.empty() && IsBlank(name.front()))
         name.remove_prefix(1);
-    while (!name.empty() && isBlank(name.back()))
+    while (!name.empty() && IsBlank(name.back()))
         name.remove_suffix(1);
     return name;
 }
@@ -104,7 +101,7 @@ void OpenBlock(Compilation& compilation, SourceLine& line, const BlockRow& row,
 void CloseBlock(Compilation& compilation, SourceLine& line, const BlockRow& row) {
     line.purpose = Purpose::BlockEnd;
     ExitCompileState(compilation, row.state, line);
-    if (row.state != CompileState::Table) compilation.currentParentName = kProgram;
+    if (row.state != CompileState::Table) compilation.currentParent = ParentId::Program;
 }
 
 void Dispatch(Compilation& compilation, SourceLine& line, std::string_view arguments) {
@@ -127,7 +124,7 @@ void Dispatch(Compilation& compilation, SourceLine& line, std::string_view argum
 
 std::optional<std::string_view> ParseDeclares(Compilation& compilation, SourceLine& line) {
     PrepareLine(compilation, line);
-    line.parentName = compilation.currentParentName;
+    line.parent = compilation.currentParent;
     if (!MayDeclare(compilation, line.parsedLine)) return std::nullopt;
     const Command* command = compilation.FindCommand(line.parsedLine);
     if (command == nullptr) return std::nullopt;

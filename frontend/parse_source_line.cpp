@@ -121,7 +121,7 @@ void RefuseWord(Compilation& compilation, SourceLine& line, TokenFamily family) 
 
 void ParseStatement(Compilation& compilation, SourceLine& line, const Command& command) {
     line.token = command.id;
-    line.parentName = compilation.currentParentName;
+    line.parent = compilation.currentParent;
     const Parser parse = kParsers[static_cast<std::size_t>(command.id)];
     if (parse == nullptr) return RefuseWord(compilation, line, command.family);
     if (compilation.states.Current() == CompileState::Table && IsExecutable(parse)) {
@@ -133,7 +133,7 @@ void ParseStatement(Compilation& compilation, SourceLine& line, const Command& c
 
 /// A line that begins with no word of the language.
 void ParseOtherLine(Compilation& compilation, SourceLine& line) {
-    line.parentName = compilation.currentParentName;
+    line.parent = compilation.currentParent;
     const std::string_view equal = compilation.GetCommandText(Token::Equal);
     if (line.parsedLine.find(equal) != std::string_view::npos) {
         ParseAssignment(compilation, line);

@@ -8,9 +8,11 @@ namespace {
 
 /// What the routine of the line returns; nothing for events and routines that return nothing.
 const LineElement* ReturnElement(Compilation& compilation, const SourceLine& line) {
-    const Symbol* routine = compilation.symbols.FindOwn(line.parentName, kProgram);
+    const Symbol* routine =
+        compilation.symbols.FindOwn(compilation.symbols.NameOf(line.parent), ParentId::Program);
     if (routine == nullptr) return nullptr;
-    return compilation.GetSourceLine(routine->declareLineNo).GetElement(ElementUse::Written);
+    return compilation.GetElement(compilation.GetSourceLine(routine->declareLineNo),
+                                  ElementUse::Written);
 }
 
 }  // namespace
@@ -18,7 +20,7 @@ const LineElement* ReturnElement(Compilation& compilation, const SourceLine& lin
 void ParseReturn(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     line.purpose = Purpose::Statement;
     const auto refuse = [&](MessageCode code) { compilation.diagnostics.PostError(code, &line); };
-    if (line.parentName == kProgram) return refuse(MessageCode::ReturnOutsideRoutine);
+    if (line.parent == ParentId::Program) return refuse(MessageCode::ReturnOutsideRoutine);
     const LineElement* result = ReturnElement(compilation, line);
     if (arguments.empty()) {
         if (result != nullptr) refuse(MessageCode::WrongArgumentCount);

@@ -57,7 +57,7 @@ Header SplitHeader(std::string_view arguments) {
 }
 
 /// One parameter: name TYPE
-void DeclareParameter(Compilation& compilation, SourceLine& line, std::string_view routineName,
+void DeclareParameter(Compilation& compilation, SourceLine& line, ParentId routine,
                       std::string_view item) {
     const SplitText split = SplitFirstWord(item);
     const auto type = TypeFromWords(compilation, split.rest, &TypeWord::parameter);
@@ -66,7 +66,7 @@ void DeclareParameter(Compilation& compilation, SourceLine& line, std::string_vi
     }
     Symbol symbol;
     symbol.name = split.first;
-    symbol.parentName = compilation.sharedParameters ? kProgram : routineName;
+    symbol.parent = compilation.sharedParameters ? ParentId::Program : routine;
     symbol.scope = compilation.sharedParameters ? Scope::Program : Scope::Local;
     symbol.type = type.value_or(DataType::Any);
     const Symbol* declared = DeclareSymbol(compilation, symbol, line);
@@ -74,11 +74,10 @@ void DeclareParameter(Compilation& compilation, SourceLine& line, std::string_vi
     element.type = symbol.type;
     element.use = ElementUse::Read;
     element.location = declared == nullptr ? nullptr : &declared->label;
-    line.AddElement(element);
+    compilation.AddElement(line, element);
 }
 
-void ParseReturnType(Compilation& compilation, SourceLine& line, std::string_view routineName,
-                     std::string_view words) {
+void ParseReturnType(Compilation& compilation, SourceLine& line, std::string_view words) {
     if (words.empty()) return;
     const auto type = TypeFromWords(compilation, words, &TypeWord::result);
     if (!type) {
@@ -87,8 +86,7 @@ void ParseReturnType(Compilation& compilation, SourceLine& line, std::string_vie
     LineElement element;
     element.type = type.value_or(DataType::Any);
     element.use = ElementUse::Written;
-    element.value = routineName;
-    line.AddElement(element);
+    compilation.AddElement(line, element);
 }
 
 /// The parameters and the return type: what stands after the "(" of a header.
@@ -107,9 +105,9 @@ void ParseParameterList(Compilation& compilation, SourceLine& line, const Header
         return;
     }
     for (const std::string_view item : SplitCommaList(rest.substr(0, closing))) {
-        DeclareParameter(compilation, line, header.name, item);
+        DeclareParameter(compilation, line, compilation.currentParent, item);
     }
-    ParseReturnType(compilation, line, header.name, Trim(rest.substr(closing + 1)));
+    ParseReturnType(compilation, line, Trim(rest.substr(closing + 1)));
 }
 
 void DeclareHeader(Compilation& compilation, SourceLine& line, std::string_view name,
@@ -124,14 +122,14 @@ void DeclareHeader(Compilation& compilation, SourceLine& line, std::string_view 
 
 void DeclareRoutine(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     const Header header = SplitHeader(arguments);
-    compilation.currentParentName = header.name;
+    compilation.currentParent = compilation.symbols.ParentWithName(header.name);
     ParseParameterList(compilation, line, header);
     DeclareHeader(compilation, line, header.name, SymbolClass::Routine);
 }
 
 void DeclareEvent(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     const Header header = SplitHeader(arguments);
-    compilation.currentParentName = header.name;
+    compilation.currentParent = compilation.symbols.ParentWithName(header.name);
     if (!header.hasParenthesis || header.rest != ")") {
         compilation.diagnostics.PostError(MessageCode::EventWithParameters, &line);
     }

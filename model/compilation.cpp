@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <charconv>
 
 namespace zentro {
@@ -33,6 +34,29 @@ Compilation::Compilation(const InstructionConfiguration& instructions, Environme
 
 Label& Compilation::AddLabel(std::string_view name) {
     return labels.emplace_back(Label{name});
+}
+
+void Compilation::AddElement(SourceLine& line, const LineElement& element) {
+    if (line.elementCount == 0) line.firstElement = static_cast<std::uint32_t>(elements.size());
+    assert(line.firstElement + line.elementCount == elements.size());
+    elements.push_back(element);
+    ++line.elementCount;
+}
+
+const LineElement* Compilation::GetElement(const SourceLine& line, ElementUse use,
+                                           std::size_t index) const {
+    for (const LineElement& element : ElementsOf(line)) {
+        if (element.use == use && index-- == 0) return &element;
+    }
+    return nullptr;
+}
+
+const LineElement* Compilation::GetElement(const SourceLine& line,
+                                           ElementClass elementClass) const {
+    for (const LineElement& element : ElementsOf(line)) {
+        if (element.elementClass == elementClass) return &element;
+    }
+    return nullptr;
 }
 
 void Compilation::RegisterLineLabel(SourceLine& line) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory_resource>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "model/compile_state.h"
 #include "model/diagnostics.h"
 #include "model/environment.h"
+#include "model/line_element.h"
 #include "model/object_line.h"
 #include "model/source_line.h"
 #include "model/symbol_table.h"
@@ -33,6 +35,7 @@ struct Compilation {
 
     std::deque<SourceFile> files;
     std::vector<SourceLine> sourceLines;  ///< in the order of reading; line n stands at n - 1
+    std::vector<LineElement> elements;    ///< of all lines, those of a line side by side
     std::vector<ObjectLine> objectLines;  ///< in the order of their addresses
     std::deque<Label> labels;             ///< the labels of lines and table elements
 
@@ -43,8 +46,8 @@ struct Compilation {
     CompileStates states;
     Diagnostics diagnostics;
 
-    std::string_view currentParentName = kProgram;
-    std::string_view currentTableName;
+    ParentId currentParent = ParentId::Program;
+    Symbol* currentTable = nullptr;  ///< while a table is open
     bool currentTableHasErrors = false;
     bool mainBlockSeen = false;
     bool sharedParameters = false;  ///< routine parameters are program-wide
@@ -59,6 +62,25 @@ struct Compilation {
 
     /// A label that lives as long as the compilation.
     Label& AddLabel(std::string_view name);
+
+    /// Appends an operand to the line. The lines get theirs one after the other: once a line has
+    /// elements, those before it get no more.
+    void AddElement(SourceLine& line, const LineElement& element);
+
+    /// The operands of a line in the order in which the parsers found them. More elements make
+    /// this view invalid.
+    std::span<const LineElement> ElementsOf(const SourceLine& line) const {
+        return std::span(elements).subspan(line.firstElement, line.elementCount);
+    }
+    std::span<LineElement> ElementsOf(const SourceLine& line) {
+        return std::span(elements).subspan(line.firstElement, line.elementCount);
+    }
+
+    /// The index-th element (from 0) of the line with the use; nothing when there is none.
+    const LineElement* GetElement(const SourceLine& line, ElementUse use,
+                                  std::size_t index = 0) const;
+    /// The element of the line with the class; nothing when there is none.
+    const LineElement* GetElement(const SourceLine& line, ElementClass elementClass) const;
 
     /// Gives the line the label by which its block jumps to it.
     void RegisterLineLabel(SourceLine& line);

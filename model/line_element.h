@@ -9,13 +9,15 @@
 
 namespace zentro {
 
+struct Constant;
+
 /// What kind of operand an element is.
 enum class ElementClass : std::uint8_t {
     None = 0,        ///< a variable
     Constant = 1,    ///< a named constant
     Literal = 2,     ///< a value as written
     Comparison = 5,  ///< the comparison of a condition, or the kind of its call
-    Call = 6,        ///< the name of a called routine or function
+    Call = 6,        ///< the called routine
 };
 
 /// How a line uses an element.
@@ -36,17 +38,17 @@ struct LineElement {
     /// Comparison elements of a call: the condition holds when the call gives FALSE.
     bool expectsFalse = false;
 
-    /// Where the variable or constant lies; nothing for comparisons and calls.
+    /// Where the variable, the constant or the routine lies; nothing for comparisons.
     const Label* location = nullptr;
-    /// A constant's value as text, the name of a call, the comparison word.
-    std::string_view value;
+    /// The constant behind the location, for constants.
+    const Constant* constant = nullptr;
 
     /// The name by which instructions and the listing know the operand.
-    std::string_view Name() const { return location == nullptr ? value : location->name; }
-
-    bool IsConstant() const {
-        return elementClass == ElementClass::Constant || elementClass == ElementClass::Literal;
+    std::string_view Name() const {
+        return location == nullptr ? std::string_view() : location->name;
     }
+
+    bool IsConstant() const { return constant != nullptr; }
 };
 
 }  // namespace zentro

@@ -4,92 +4,76 @@
 #include <cassert>
 #include <charconv>
 
-#include "model/value_bounds.h"
-
 namespace zentro {
 
 namespace {
 
-/// A value in a byte slot; of two characters the first counts.
-std::uint8_t ByteOf(std::string_view value) {
-    return static_cast<std::uint8_t>(NumberOf(value).value_or(0));
-}
+constexpr std::int32_t kByteValues = 256;
 
 void AppendNumber(std::int32_t number, std::string& text) {
     std::array<char, 12> digits;
-    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    auto* const end = std::to_chars(digits.begin(), digits.end(), number).ptr;
     text.append(digits.begin(), end);
 }
 
 void AppendWord(std::int32_t word, std::string& text) {
-    AppendNumber(word / 256, text);
+    AppendNumber(word / kByteValues, text);
     text += ',';
-    AppendNumber(word % 256, text);
+    AppendNumber(word % kByteValues, text);
 }
 
-std::int32_t EncodableAddress(const Label* label) {
-    if (label == nullptr || label->address == Label::kNowhere) return 0;
-    return label->address > kLargestAddress ? 0 : label->address;
+std::int32_t EncodableAddress(const Label& label) {
+    const bool isEncodable = label.address >= 0 && label.address <= kLargestAddress;
+    return isEncodable ? label.address : 0;
 }
 
 }  // namespace
 
-ObjectArgument AddressArgument(const Label& label) {
-    return {label.name, &label, 0};
-}
-
-ObjectArgument AddressArgument(const LineElement& element) {
-    assert(element.location != nullptr);
-    return AddressArgument(*element.location);
-}
-
-ObjectArgument ValueArgument(const LineElement& element) {
-    return {element.value, nullptr, ByteOf(element.value)};
-}
-
-ObjectArgument NamedValueArgument(const LineElement& element) {
-    return {element.Name(), nullptr, ByteOf(element.value)};
-}
-
-ObjectLine CreateObjectLine(Opcode opcode, const SourceLine& line, std::string_view comment,
-                            std::span<const ObjectArgument> arguments) {
+ObjectLine CreateObjectLine(Opcode opcode, const SourceLine& line, ObjectComment comment,
+                            std::span<const Label* const> arguments) {
     const Instruction& instruction = InstructionFor(opcode);
     assert(instruction.support == InstructionSupport::Available);
     assert(static_cast<std::size_t>(instruction.ArgumentCount()) == arguments.size());
     ObjectLine object;
     object.opcode = opcode;
     object.argCount = static_cast<std::uint8_t>(arguments.size());
-    object.byteCount = instruction.Size();
+    object.byteCount = static_cast<std::uint8_t>(instruction.Size());
     object.sourceLineNo = line.lineNumber;
     object.comment = comment;
     std::copy(arguments.begin(), arguments.end(), object.arguments.begin());
     return object;
 }
 
-ObjectLine CreateVariableLocation(Label& label, std::string_view value, int byteCount,
-                                  std::string_view comment) {
+ObjectLine CreateVariableLocation(Label& label, DataType type, std::uint16_t initialValue,
+                                  ObjectComment comment) {
     ObjectLine object;
     object.purpose = ObjectPurpose::VariableLocation;
-    object.byteCount = byteCount;
+    object.byteCount = IsWordSized(type) ? 2 : 1;
     object.label = &label;
+    object.type = type;
+    object.initialValue = initialValue;
     object.comment = comment;
-    object.value = value;
     return object;
 }
 
-void AppendObjectCode(const ObjectLine& line, std::string& text) {
-    if (line.purpose == ObjectPurpose::VariableLocation) {
-        text += line.value;
-        return;
+void AppendValue(const ObjectLine& line, std::string& text) {
+    if (line.byteCount == 1) {
+        AppendNumber(line.initialValue, text);
+    } else {
+        AppendWord(line.initialValue, text);
     }
+}
+
+void AppendObjectCode(const ObjectLine& line, std::string& text) {
+    if (line.purpose == ObjectPurpose::VariableLocation) return AppendValue(line, text);
     const Instruction& instruction = InstructionFor(line.opcode);
     AppendNumber(static_cast<std::int32_t>(line.opcode), text);
     for (std::size_t slot = 0; slot < line.argCount; ++slot) {
         text += ',';
         if (instruction.arguments[slot] == ArgumentType::Byte) {
-            AppendNumber(line.arguments[slot].byte, text);
+            AppendNumber(line.arguments[slot]->address, text);
         } else {
-            AppendWord(EncodableAddress(line.arguments[slot].label), text);
+            AppendWord(EncodableAddress(*line.arguments[slot]), text);
         }
     }
 }

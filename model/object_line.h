@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "model/data_type.h"
 #include "model/instruction.h"
 #include "model/label.h"
-#include "model/line_element.h"
 #include "model/source_line.h"
 
 namespace zentro {
@@ -18,49 +18,62 @@ enum class ObjectPurpose : std::uint8_t {
     VariableLocation = 1,
 };
 
-/// An argument of an instruction.
-struct ObjectArgument {
-    std::string_view symbol;       ///< as the listing shows it
-    const Label* label = nullptr;  ///< address slots: the place that is meant
-    std::uint8_t byte = 0;         ///< byte slots: the value
+/// What the listing says about an object line. Most show their source line; the words of the others
+/// are in one table. A kind instead of a text keeps object lines small.
+enum class ObjectComment : std::uint8_t {
+    SourceLine,
+    None,
+    Default,
+    PopParameter,
+    PushArgument,
+    SaveLocal,
+    RestoreLocal,
+    Return,
+    PrepareDivide,
+    CleanUpDivide,
+    PrepareMod,
+    CleanUpMod,
+    StartOfNot,
+    EndOfIfBlock,
+    EndOfWhile,
+    EndOfCase,
+    CaseJoin,
+    Variable,
+    TableByte,
+    Constant,
 };
 
-/// An argument that names a place in memory.
-ObjectArgument AddressArgument(const Label& label);
-ObjectArgument AddressArgument(const LineElement& element);
-
-/// An argument that is part of the instruction: the value of a constant, shown in the listing as
-/// the value itself or under the constant's name.
-ObjectArgument ValueArgument(const LineElement& element);
-ObjectArgument NamedValueArgument(const LineElement& element);
-
-/// One unit of the board's object code: an instruction or a location of the data area. Its texts
-/// belong to the compilation.
+/// One unit of the board's object code: an instruction or a location of the data area.
 struct ObjectLine {
+    Label* label = nullptr;  ///< the name of this place, if it has one
+    /// What the arguments name, or for byte slots are. They belong to the compilation.
+    std::array<const Label*, kMaxArguments> arguments{};
+    std::int32_t address = 0;
+    std::int32_t sourceLineNo = 0;   ///< the line that it comes from; 0 for the data area
+    std::uint16_t initialValue = 0;  ///< locations: what they hold before the program runs
     ObjectPurpose purpose = ObjectPurpose::Instruction;
     Opcode opcode = Opcode::Nop;
+    ObjectComment comment = ObjectComment::SourceLine;
+    DataType type = DataType::Any;  ///< locations: what is kept there
     std::uint8_t argCount = 0;
-    std::int32_t byteCount = 0;
-    std::int32_t address = 0;
-    std::int32_t sourceLineNo = 0;  ///< the line that it comes from; 0 for the data area
-    Label* label = nullptr;         ///< the name of this place, if it has one
-    std::string_view comment;       ///< for the listing, without its leading ";"
-    std::string_view value;  ///< locations: the initial bytes, as decimal numbers joined by ","
-    std::array<ObjectArgument, kMaxArguments> arguments{};
+    std::uint8_t byteCount = 0;
 
     std::string_view OpcodeName() const { return InstructionFor(opcode).name; }
 };
 
 /// An instruction that comes from the source line. The arguments must be those of the instruction.
-ObjectLine CreateObjectLine(Opcode opcode, const SourceLine& line, std::string_view comment,
-                            std::span<const ObjectArgument> arguments);
+ObjectLine CreateObjectLine(Opcode opcode, const SourceLine& line, ObjectComment comment,
+                            std::span<const Label* const> arguments);
 
 /// A location of the data area.
-ObjectLine CreateVariableLocation(Label& label, std::string_view value, int byteCount,
-                                  std::string_view comment);
+ObjectLine CreateVariableLocation(Label& label, DataType type, std::uint16_t initialValue,
+                                  ObjectComment comment);
 
 /// Addresses beyond this cannot be encoded; they come out as 0.
 inline constexpr std::int32_t kLargestAddress = 32767;
+
+/// Appends the initial bytes of a location, as decimal numbers joined by ",".
+void AppendValue(const ObjectLine& line, std::string& text);
 
 /// Appends the line's object code: decimal numbers joined by ",".
 void AppendObjectCode(const ObjectLine& line, std::string& text);

@@ -1,32 +1,20 @@
 #include "model/source_line.h"
 
-#include <algorithm>
+#include "config/text.h"
 
 namespace zentro {
 
-void SourceLine::AddElement(const LineElement& element) {
-    constexpr std::size_t kUsual = 3;  // a target and two operands
-    if (elements.capacity() == 0) elements.reserve(kUsual);
-    elements.push_back(element);
-}
-
-const LineElement* SourceLine::GetElement(ElementUse use, std::size_t index) const {
-    for (const LineElement& element : elements) {
-        if (element.use == use && index-- == 0) return &element;
+std::size_t FindComment(std::string_view line) {
+    bool inQuotes = false;
+    for (std::size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == ';' && !inQuotes) return i;
+        if (line[i] == '"') inQuotes = !inQuotes;
     }
-    return nullptr;
+    return line.size();
 }
 
-const LineElement* SourceLine::GetElement(ElementClass elementClass) const {
-    const auto found = std::find_if(elements.begin(), elements.end(), [&](const LineElement& e) {
-        return e.elementClass == elementClass;
-    });
-    return found == elements.end() ? nullptr : &*found;
-}
-
-std::size_t SourceLine::CountElements(ElementUse use) const {
-    return static_cast<std::size_t>(std::count_if(
-        elements.begin(), elements.end(), [&](const LineElement& e) { return e.use == use; }));
+std::string_view SourceLine::Comment() const {
+    return TrimBlanks(text.substr(FindComment(text)));
 }
 
 bool SourceLine::GeneratesCode() const {

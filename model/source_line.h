@@ -1,15 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <memory_resource>
-#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "config/token.h"
 #include "model/label.h"
-#include "model/line_element.h"
 
 namespace zentro {
 
@@ -46,15 +42,17 @@ struct SourceFile {
     std::string text;       ///< its content, in the program's own character set
 };
 
-/// One line of a source file. Its texts are pieces of the file's text or lie in the compilation's
-/// memory, so a line lives no longer than its compilation.
-struct SourceLine {
-    explicit SourceLine(std::pmr::memory_resource* memory) : elements(memory) {}
+/// The routine or event that something belongs to, by its number in the symbol table.
+enum class ParentId : std::uint32_t {
+    Program = 0,  ///< everything outside routines and events
+};
 
+/// One line of a source file. Its texts are pieces of the file's text or lie in the compilation's
+/// memory, so a line lives no longer than its compilation. A program has many lines: they are kept
+/// small, and what only a few need (the comment) is worked out when it is asked for.
+struct SourceLine {
     std::string_view text;        ///< exactly as in the file, without the line end
     std::string_view parsedLine;  ///< normalised, without the comment
-    std::string_view comment;     ///< from its ";" to the end of the line
-    std::string_view parentName;  ///< the routine or event that the line belongs to, or "Program"
 
     const SourceFile* file = nullptr;
     Label* label = nullptr;  ///< "Line" and the number, for lines that a block jumps to
@@ -65,28 +63,24 @@ struct SourceLine {
     std::int32_t structNextLineNo = 0;   ///< the line after in its block's chain; 0: none
     std::int32_t structFirstLineNo = 0;  ///< the line that opened the block; 0: not part of one
     std::int32_t structLastLineNo = 0;   ///< on the line that opened it: the chain's last line
+    std::uint32_t firstElement = 0;      ///< where the line's elements begin, among all elements
+    ParentId parent = ParentId::Program;
 
+    std::uint16_t elementCount = 0;
     Purpose purpose = Purpose::Unclassified;
     Token token = Token::None;
     Scope scope = Scope::Program;
     bool hasErrors = false;
     bool hasWarnings = false;
 
-    /// The operands in the order in which the parsers found them.
-    std::pmr::vector<LineElement> elements;
-
-    void AddElement(const LineElement& element);
-
-    /// The index-th element (from 0) with the use; nothing when there is none.
-    const LineElement* GetElement(ElementUse use, std::size_t index = 0) const;
-
-    /// The element with the class; nothing when there is none.
-    const LineElement* GetElement(ElementClass elementClass) const;
-
-    std::size_t CountElements(ElementUse use) const;
+    /// From the ";" to the end of the line, trimmed.
+    std::string_view Comment() const;
 
     bool GeneratesCode() const;
     bool IsSystemFunctionCall() const;
 };
+
+/// The position of the ";" that begins a line's comment, or the length of the line.
+std::size_t FindComment(std::string_view line);
 
 }  // namespace zentro

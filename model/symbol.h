@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -20,24 +19,29 @@ enum class SymbolClass : std::uint8_t {
     Event = 7,
 };
 
-/// The parent of everything that is not local to a routine or an event.
+/// The name of the parent of everything that is not local to a routine or an event.
 inline constexpr std::string_view kProgram = "Program";
+
+/// What a data table holds.
+struct TableData {
+    std::vector<std::uint8_t> bytes;
+};
 
 /// A declared name with one place in memory: a variable, a data table, a routine or an event.
 struct Symbol {
     std::string_view name;
-    std::string_view parentName = kProgram;
     Label label;  ///< its name is the resolved name
+    ParentId parent = ParentId::Program;
+    std::int32_t declareLineNo = 0;  ///< 0 for the compiler's own variables
+    Symbol* nextOfParent = nullptr;  ///< what the same parent declares next
+    TableData* table = nullptr;      ///< the content of a data table
+    std::string_view defaultValue;   ///< a number or a text; empty without an initial value
     DataType type = DataType::Any;
     SymbolClass symbolClass = SymbolClass::Variable;
     Scope scope = Scope::Program;
-    std::int32_t declareLineNo = 0;  ///< 0 for the compiler's own variables
-
-    /// The initial value as a number or a text.
-    std::optional<std::string_view> defaultValue;
-    std::vector<std::uint8_t> tableBytes;  ///< the content of a data table
 
     std::string_view ResolvedName() const { return label.name; }
+    bool IsDefaulted() const { return !defaultValue.empty(); }
 };
 
 /// A value with a place in memory: a named constant, or a literal that the code uses. It is laid
