@@ -62,14 +62,10 @@ bool JumpTo(Board& board, std::string_view line) {
 /// Whether the first letter says what to do with the rest of the line, and that could be done.
 bool CarryOutWithAddress(Board& board, std::string_view line) {
     switch (line[0]) {
-        case 'M':
-            return ShowMemory(board, line);
-        case 'A':
-            return AlterMemory(board, line);
-        case 'J':
-            return JumpTo(board, line);
-        default:
-            return false;
+        case 'M': return ShowMemory(board, line);
+        case 'A': return AlterMemory(board, line);
+        case 'J': return JumpTo(board, line);
+        default: return false;
     }
 }
 

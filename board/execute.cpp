@@ -59,9 +59,7 @@ std::uint64_t ExecuteInstructions(Board& board, std::uint64_t budget) {
         const std::uint16_t c = decoded.c;
         --left;
         switch (opcode) {
-            case Opcode::Nop:
-                at += kNoArguments;
-                break;
+            case Opcode::Nop: at += kNoArguments; break;
             case Opcode::MoveByte:
                 memory.StoreByte(b, byte(a));
                 at += kTwoAddresses;
@@ -85,9 +83,7 @@ std::uint64_t ExecuteInstructions(Board& board, std::uint64_t budget) {
                 at += kThreeAddresses;
                 break;
             }
-            case Opcode::Jump:
-                at = a;
-                break;
+            case Opcode::Jump: at = a; break;
             case Opcode::LoopUntilZero:
                 memory.StoreByte(a, byte(a) - 1U);
                 jumpIf(byte(a) != 0, b, kTwoAddresses);
@@ -153,42 +149,22 @@ std::uint64_t ExecuteInstructions(Board& board, std::uint64_t budget) {
                 memory.StoreWord(a, 0);
                 at += kOneAddress;
                 break;
-            case Opcode::IfFlagTrue:
-                jumpIf(byte(a) != kFalse, b, kTwoAddresses);
-                break;
-            case Opcode::IfFlagFalse:
-                jumpIf(byte(a) == kFalse, b, kTwoAddresses);
-                break;
-            case Opcode::IfByteEqual:
-                jumpIf(byte(a) == byte(b), c, kThreeAddresses);
-                break;
-            case Opcode::IfByteNotEqual:
-                jumpIf(byte(a) != byte(b), c, kThreeAddresses);
-                break;
-            case Opcode::IfByteLessThan:
-                jumpIf(byte(a) < byte(b), c, kThreeAddresses);
-                break;
-            case Opcode::IfByteGreaterThan:
-                jumpIf(byte(a) > byte(b), c, kThreeAddresses);
-                break;
+            case Opcode::IfFlagTrue: jumpIf(byte(a) != kFalse, b, kTwoAddresses); break;
+            case Opcode::IfFlagFalse: jumpIf(byte(a) == kFalse, b, kTwoAddresses); break;
+            case Opcode::IfByteEqual: jumpIf(byte(a) == byte(b), c, kThreeAddresses); break;
+            case Opcode::IfByteNotEqual: jumpIf(byte(a) != byte(b), c, kThreeAddresses); break;
+            case Opcode::IfByteLessThan: jumpIf(byte(a) < byte(b), c, kThreeAddresses); break;
+            case Opcode::IfByteGreaterThan: jumpIf(byte(a) > byte(b), c, kThreeAddresses); break;
             case Opcode::IfByteLessThanOrEqual:
                 jumpIf(byte(a) <= byte(b), c, kThreeAddresses);
                 break;
             case Opcode::IfByteGreaterThanOrEqual:
                 jumpIf(byte(a) >= byte(b), c, kThreeAddresses);
                 break;
-            case Opcode::IfWordEqual:
-                jumpIf(word(a) == word(b), c, kThreeAddresses);
-                break;
-            case Opcode::IfWordNotEqual:
-                jumpIf(word(a) != word(b), c, kThreeAddresses);
-                break;
-            case Opcode::IfWordLessThan:
-                jumpIf(word(a) < word(b), c, kThreeAddresses);
-                break;
-            case Opcode::IfWordGreaterThan:
-                jumpIf(word(a) > word(b), c, kThreeAddresses);
-                break;
+            case Opcode::IfWordEqual: jumpIf(word(a) == word(b), c, kThreeAddresses); break;
+            case Opcode::IfWordNotEqual: jumpIf(word(a) != word(b), c, kThreeAddresses); break;
+            case Opcode::IfWordLessThan: jumpIf(word(a) < word(b), c, kThreeAddresses); break;
+            case Opcode::IfWordGreaterThan: jumpIf(word(a) > word(b), c, kThreeAddresses); break;
             case Opcode::IfWordLessThanOrEqual:
                 jumpIf(word(a) <= word(b), c, kThreeAddresses);
                 break;

@@ -27,17 +27,14 @@ enum class OperandRole : std::uint8_t {
 constexpr std::uint32_t BytesUsed(OperandRole role) {
     switch (role) {
         case OperandRole::Unused:
-        case OperandRole::Number:
-            return 0;
+        case OperandRole::Number: return 0;
         case OperandRole::Place:
         case OperandRole::ByteRead:
         case OperandRole::ByteWritten:
-        case OperandRole::ByteChanged:
-            return 1;
+        case OperandRole::ByteChanged: return 1;
         case OperandRole::WordRead:
         case OperandRole::WordWritten:
-        case OperandRole::WordChanged:
-            return 2;
+        case OperandRole::WordChanged: return 2;
     }
     return 0;
 }

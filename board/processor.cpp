@@ -10,18 +10,13 @@ namespace {
 /// How an end is told on the serial line; the board that is off tells nothing.
 std::string_view EndText(EndReason reason) {
     switch (reason) {
-        case EndReason::End:
-            return "End";
-        case EndReason::EmergencyStop:
-            return "Emergency stop";
-        case EndReason::Escape:
-            return "Escape";
-        case EndReason::Stopped:
-            return "Stopped";
+        case EndReason::End: return "End";
+        case EndReason::EmergencyStop: return "Emergency stop";
+        case EndReason::Escape: return "Escape";
+        case EndReason::Stopped: return "Stopped";
         case EndReason::None:
         case EndReason::PowerOff:
-        case EndReason::Fault:
-            break;
+        case EndReason::Fault: break;
     }
     return {};
 }
@@ -46,16 +41,10 @@ void ShowNextInstruction(Board& board) {
 /// How many instructions may run before the next look at debug mode.
 std::uint64_t AllowedSteps(Board& board, std::uint64_t budget) {
     switch (board.processor.debug) {
-        case DebugState::Off:
-            return budget;
-        case DebugState::BeforePrompt:
-            ShowNextInstruction(board);
-            return 0;
-        case DebugState::AtPrompt:
-            return 0;
-        case DebugState::Stepping:
-            board.processor.debug = DebugState::BeforePrompt;
-            return 1;
+        case DebugState::Off: return budget;
+        case DebugState::BeforePrompt: ShowNextInstruction(board); return 0;
+        case DebugState::AtPrompt: return 0;
+        case DebugState::Stepping: board.processor.debug = DebugState::BeforePrompt; return 1;
     }
     return 0;
 }

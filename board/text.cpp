@@ -30,8 +30,7 @@ std::string FormatArguments(const Memory& memory, std::uint32_t at,
 
 std::string FormatDisplay(const OutputChange& change) {
     switch (change.form) {
-        case Display::Form::Dark:
-            return "display dark";
+        case Display::Form::Dark: return "display dark";
         case Display::Form::Number:
             return std::string("display ").append(std::to_string(change.value));
         case Display::Form::Hex:
@@ -45,20 +44,13 @@ std::string FormatOutput(const OutputChange& change) {
     const std::string value = std::to_string(change.value);
     const std::string drive = number + " " + change.direction + " " + value;
     switch (change.kind) {
-        case OutputKind::Motor:
-            return "motor" + drive;
-        case OutputKind::Servo:
-            return "servo" + drive;
-        case OutputKind::Port:
-            return "port" + number + ' ' + value;
-        case OutputKind::Led:
-            return (change.number == 1 ? "leftled " : "rightled ") + value;
-        case OutputKind::Display:
-            return FormatDisplay(change);
-        case OutputKind::Note:
-            return "note " + value + ' ' + std::to_string(change.length);
-        case OutputKind::Transmit:
-            return "transmit " + value;
+        case OutputKind::Motor: return "motor" + drive;
+        case OutputKind::Servo: return "servo" + drive;
+        case OutputKind::Port: return "port" + number + ' ' + value;
+        case OutputKind::Led: return (change.number == 1 ? "leftled " : "rightled ") + value;
+        case OutputKind::Display: return FormatDisplay(change);
+        case OutputKind::Note: return "note " + value + ' ' + std::to_string(change.length);
+        case OutputKind::Transmit: return "transmit " + value;
     }
     return {};
 }
@@ -93,24 +85,15 @@ std::string FormatInstruction(const Memory& memory, std::uint32_t address) {
 
 std::string_view FaultText(Fault fault) {
     switch (fault) {
-        case Fault::None:
-            return "no fault";
-        case Fault::UnknownOpcode:
-            return "unknown opcode";
-        case Fault::AddressOutsideMemory:
-            return "address outside memory";
-        case Fault::DataStackOverflow:
-            return "data stack overflow";
-        case Fault::DataStackUnderflow:
-            return "data stack underflow";
-        case Fault::ReturnStackOverflow:
-            return "return stack overflow";
-        case Fault::ReturnStackUnderflow:
-            return "return stack underflow";
-        case Fault::DivisionByZero:
-            return "division by zero";
-        case Fault::NoEventToComplete:
-            return "COMPLETE EVENT outside an event";
+        case Fault::None: return "no fault";
+        case Fault::UnknownOpcode: return "unknown opcode";
+        case Fault::AddressOutsideMemory: return "address outside memory";
+        case Fault::DataStackOverflow: return "data stack overflow";
+        case Fault::DataStackUnderflow: return "data stack underflow";
+        case Fault::ReturnStackOverflow: return "return stack overflow";
+        case Fault::ReturnStackUnderflow: return "return stack underflow";
+        case Fault::DivisionByZero: return "division by zero";
+        case Fault::NoEventToComplete: return "COMPLETE EVENT outside an event";
     }
     return {};
 }

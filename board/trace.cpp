@@ -22,17 +22,14 @@ std::string WordEffect(const Board& board, std::uint32_t address) {
 std::string OperandEffect(const Board& board, OperandRole role, std::uint32_t address) {
     switch (role) {
         case OperandRole::ByteWritten:
-        case OperandRole::ByteChanged:
-            return ByteEffect(board, address);
+        case OperandRole::ByteChanged: return ByteEffect(board, address);
         case OperandRole::WordWritten:
-        case OperandRole::WordChanged:
-            return WordEffect(board, address);
+        case OperandRole::WordChanged: return WordEffect(board, address);
         case OperandRole::Unused:
         case OperandRole::Number:
         case OperandRole::Place:
         case OperandRole::ByteRead:
-        case OperandRole::WordRead:
-            break;
+        case OperandRole::WordRead: break;
     }
     return {};
 }

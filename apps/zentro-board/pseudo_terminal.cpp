@@ -77,7 +77,11 @@ std::size_t PseudoTerminal::Write(std::string_view text) {
 }
 
 void PseudoTerminal::DiscardUnread() {
-    tcflush(descriptor_, TCOFLUSH);
+    // What has reached the client's side can only be thrown away from there.
+    const int client = open(name_.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (client < 0) return;
+    tcflush(client, TCIFLUSH);
+    close(client);
 }
 
 }  // namespace zentro

@@ -25,7 +25,8 @@ using Clock = std::chrono::steady_clock;
 constexpr auto kTick = std::chrono::milliseconds(10);
 constexpr int kMaxTicksBehind = 100;  // after a long pause of the computer, the rest is forgotten
 constexpr unsigned kBitsPerCharacter = 10;
-constexpr std::size_t kReadSize = 4096;
+constexpr std::size_t kReadSize = 1024;
+constexpr std::size_t kMostUnsent = 2 * kOutputLimit;
 
 /// How many characters may pass in one direction; at a given speed so many come to be with each
 /// tick.
@@ -33,7 +34,8 @@ class Allowance {
   public:
     explicit Allowance(unsigned baud) : baud_(baud) {}
 
-    void AddTick() { bits_ = std::min<std::size_t>(bits_ + baud_, kMostSaved * baud_); }
+    // An idle line saves up no burst.
+    void AddTick() { bits_ = std::min(bits_ + baud_, baud_ + kUnits); }
     std::size_t Characters(std::size_t wanted) const {
         return baud_ == 0 ? wanted : std::min(wanted, bits_ / kUnits);
     }
@@ -43,7 +45,6 @@ class Allowance {
 
   private:
     static constexpr std::size_t kUnits = kBitsPerCharacter * kTicksPerSecond;
-    static constexpr std::size_t kMostSaved = 3;  // ticks: an idle line saves up no burst
 
     std::size_t baud_;
     std::size_t bits_ = 0;  // in 1/100, so that no speed is too slow to add up
@@ -89,8 +90,9 @@ void RemoveLink(const std::string& link, const std::string& target) {
 }
 
 void ReceiveFromClient(Server& server) {
-    // A client that does not read is not listened to either until it does.
-    if (server.unsent.size() >= kOutputLimit) return;
+    // A client that does not read is not listened to either until it does. More than TRANSMIT may
+    // leave waiting, or a program that sends without end could not be stopped.
+    if (server.unsent.size() >= kMostUnsent) return;
     const std::string text = server.line.Read(server.incoming.Characters(kReadSize));
     server.incoming.Use(text.size());
     ReceiveCharacters(server.board, text);
@@ -139,8 +141,8 @@ bool WaitUntil(const Server& server, int signals, Clock::time_point time) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(time - Clock::now());
     std::array<pollfd, 2> entries{{{signals, POLLIN, 0}, {server.line.Descriptor(), POLLIN, 0}}};
     // A line without a client, and one at a given speed, is looked at once a tick instead.
-    const bool listens = server.hadClient && server.incoming.Characters(1) > 0 &&
-                         server.unsent.size() < kOutputLimit;
+    const bool listens =
+        server.hadClient && server.incoming.Characters(1) > 0 && server.unsent.size() < kMostUnsent;
     poll(entries.data(), listens ? 2 : 1, std::max(0, static_cast<int>(left.count())));
     return (entries[0].revents & POLLIN) != 0;
 }
