@@ -108,21 +108,16 @@ constexpr std::array kSized{
 const LineElement& ElementFrom(const Compilation& compilation, const SourceLine& line,
                                Source source) {
     switch (source) {
-        case Source::Target:
-            return Target(compilation, line);
+        case Source::Target: return Target(compilation, line);
         case Source::Operand1:
         case Source::Value1:
-        case Source::NamedValue1:
-            return Operand(compilation, line, 0);
+        case Source::NamedValue1: return Operand(compilation, line, 0);
         case Source::Operand2:
         case Source::Value2:
-        case Source::NamedValue2:
-            return Operand(compilation, line, 1);
-        case Source::Operand3:
-            return Operand(compilation, line, 2);
+        case Source::NamedValue2: return Operand(compilation, line, 1);
+        case Source::Operand3: return Operand(compilation, line, 2);
         case Source::None:
-        case Source::Scratch:
-            break;
+        case Source::Scratch: break;
     }
     assert(false && "no element stands behind this argument");
     return Target(compilation, line);
@@ -152,8 +147,7 @@ const Label* ArgumentFrom(Compilation& compilation, const SourceLine& line, Sour
         case Source::Operand1:
         case Source::Operand2:
         case Source::Operand3:
-        case Source::Scratch:
-            return element.location;
+        case Source::Scratch: return element.location;
     }
     return element.location;
 }

@@ -62,6 +62,9 @@ bool ParseSource(Compilation& compilation) {
     Diagnostics& diagnostics = compilation.diagnostics;
     diagnostics.StartCompileStage(MessageCode::ParseStarts);
     compilation.states.Clear();
+    constexpr std::size_t kAmpleElements = 4;
+    compilation.elements.reserve(compilation.elements.size() +
+                                 kAmpleElements * compilation.sourceLines.size());
     for (SourceLine& line : compilation.sourceLines) {
         ParseSourceLine(compilation, line);
         compilation.environment.progress.LetEventsRun();
@@ -76,7 +79,9 @@ void GenerateCode(Compilation& compilation) {
     Diagnostics& diagnostics = compilation.diagnostics;
     diagnostics.StartCompileStage(MessageCode::GenerateStarts);
     const std::size_t lines = compilation.sourceLines.size();
-    compilation.objectLines.reserve(lines + lines / 2);
+    // Room that is not used costs nothing, but moving all lines into a larger room does.
+    constexpr std::size_t kAmpleObjectLines = 4;
+    compilation.objectLines.reserve(lines * kAmpleObjectLines);
     for (SourceLine& line : compilation.sourceLines) {
         const bool isFirst = compilation.objectLines.empty() && line.GeneratesCode();
         if (isFirst && line.token != Token::BeginProgram) GenerateJumpToProgram(compilation, line);

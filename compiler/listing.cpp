@@ -68,9 +68,8 @@ void WriteLine(const ObjectLine& line, const std::string& comment, ListingSink& 
     if (line.purpose == ObjectPurpose::Instruction) {
         text += InstructionText(line, comment);
     } else {
-        std::string value;
-        AppendValue(line, value);
-        AppendColumn(value, value.size(), kValueWidth, text);
+        const ObjectCodeText value(line);
+        AppendColumn(value.View(), value.View().size(), kValueWidth, text);
         text += CommentColumn(comment);
     }
     listing.AddCodeLine(ToUtf8(text));

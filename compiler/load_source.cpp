@@ -24,7 +24,9 @@ class LineSplitter {
 
     std::optional<std::string_view> Next() {
         if (rest_.empty()) return std::nullopt;
-        const std::size_t end = std::min(rest_.find_first_of("\r\n"), rest_.size());
+        // Most lines end in LF; a CR before it ends the line sooner.
+        const std::size_t lineFeed = std::min(rest_.find('\n'), rest_.size());
+        const std::size_t end = std::min(rest_.substr(0, lineFeed).find('\r'), lineFeed);
         const std::string_view line = rest_.substr(0, end);
         rest_.remove_prefix(end);
         if (!rest_.empty()) rest_.remove_prefix(rest_.starts_with("\r\n") ? 2 : 1);

@@ -10,26 +10,19 @@ std::string_view SizeWord(const ObjectLine& line) {
     switch (line.opcode) {
         case Opcode::PushByte:
         case Opcode::PopByte:
-        case Opcode::MoveByte:
-            return "Byte";
-        default:
-            return "Word";
+        case Opcode::MoveByte: return "Byte";
+        default: return "Word";
     }
 }
 
 std::string_view VariableComment(DataType type) {
     switch (type) {
-        case DataType::Byte:
-            return "Byte Variable";
-        case DataType::Word:
-            return "Word Variable";
-        case DataType::Flag:
-            return "Boolean Variable";
-        case DataType::Pointer:
-            return "DataPointer Variable";
+        case DataType::Byte: return "Byte Variable";
+        case DataType::Word: return "Word Variable";
+        case DataType::Flag: return "Boolean Variable";
+        case DataType::Pointer: return "DataPointer Variable";
         case DataType::Any:
-        case DataType::Table:
-            break;
+        case DataType::Table: break;
     }
     return "";
 }
@@ -53,10 +46,8 @@ std::string ObjectComments::TextOf(const ObjectLine& line) const {
     switch (line.comment) {
         case ObjectComment::SourceLine:
             return std::string(compilation_.GetSourceLine(line.sourceLineNo).parsedLine);
-        case ObjectComment::None:
-            return "";
-        case ObjectComment::Default:
-            return "Defaulting " + nameOf(argument(line.argCount - 1U));
+        case ObjectComment::None: return "";
+        case ObjectComment::Default: return "Defaulting " + nameOf(argument(line.argCount - 1U));
         case ObjectComment::PopParameter:
             return "Pop " + size + " " + std::string(argument(0)->name);
         case ObjectComment::PushArgument:
@@ -66,32 +57,20 @@ std::string ObjectComments::TextOf(const ObjectLine& line) const {
             return "Push " + std::string(compilation_.symbols.NameOf(variable.parent)) +
                    "'s Local " + size + " " + std::string(variable.name);
         }
-        case ObjectComment::RestoreLocal:
-            return "Pop Local " + size + " " + nameOf(argument(0));
-        case ObjectComment::Return:
-            return "Return";
-        case ObjectComment::PrepareDivide:
-            return "Prep for Divide " + size;
-        case ObjectComment::CleanUpDivide:
-            return "Cleanup after Divide " + size;
-        case ObjectComment::PrepareMod:
-            return "Prep for Mod " + size;
-        case ObjectComment::CleanUpMod:
-            return "Cleanup after Mod " + size;
-        case ObjectComment::StartOfNot:
-            return "Start of NOT code for Byte";
-        case ObjectComment::EndOfIfBlock:
-            return "End of If block - Jump around Else block";
-        case ObjectComment::EndOfWhile:
-            return "End of While - Jump Back to While";
-        case ObjectComment::EndOfCase:
-            return "End of case block";
-        case ObjectComment::CaseJoin:
-            return "Mini Jump point to get the OR";
+        case ObjectComment::RestoreLocal: return "Pop Local " + size + " " + nameOf(argument(0));
+        case ObjectComment::Return: return "Return";
+        case ObjectComment::PrepareDivide: return "Prep for Divide " + size;
+        case ObjectComment::CleanUpDivide: return "Cleanup after Divide " + size;
+        case ObjectComment::PrepareMod: return "Prep for Mod " + size;
+        case ObjectComment::CleanUpMod: return "Cleanup after Mod " + size;
+        case ObjectComment::StartOfNot: return "Start of NOT code for Byte";
+        case ObjectComment::EndOfIfBlock: return "End of If block - Jump around Else block";
+        case ObjectComment::EndOfWhile: return "End of While - Jump Back to While";
+        case ObjectComment::EndOfCase: return "End of case block";
+        case ObjectComment::CaseJoin: return "Mini Jump point to get the OR";
         case ObjectComment::Variable:
         case ObjectComment::TableByte:
-        case ObjectComment::Constant:
-            return TextOfLocation(line);
+        case ObjectComment::Constant: return TextOfLocation(line);
     }
     return "";
 }

@@ -32,11 +32,8 @@ std::string ObjectFileText(const Compilation& compilation) {
     constexpr std::size_t kUsualLine = 16;
     std::string text;
     text.reserve(compilation.objectLines.size() * kUsualLine);
-    std::string objectCode;
     for (const ObjectLine& line : compilation.objectLines) {
-        objectCode.clear();
-        AppendObjectCode(line, objectCode);
-        WriteObjectFileLine(objectCode, text);
+        WriteObjectFileLine(ObjectCodeText(line).View(), text);
         compilation.environment.progress.LetEventsRun();
     }
     return text;

@@ -37,35 +37,46 @@ void PostTwice(Compilation& compilation, const Symbol& one, const Symbol& other)
                                       Shorten(later.name) + " and " + Shorten(earlier.name));
 }
 
-/// The table one of whose elements bears the name: an element is named by its table and its number.
-const Symbol* FindTableWithElement(const SymbolsByLabel& symbols, std::string_view name) {
+/// The table one of whose elements bears the label of a program-wide name: an element is called by
+/// its table and its number.
+const Symbol* FindTableWithElement(const Compilation& compilation, std::string_view name) {
     for (std::size_t digits = 1; digits < name.size() && IsDigit(name[name.size() - digits]);
          ++digits) {
         const std::string_view number = name.substr(name.size() - digits);
-        if (number.front() == '0') continue;
-        const auto found = symbols.find(name.substr(0, name.size() - digits));
         const std::optional<std::int32_t> index = ParseNumber(number);
-        if (found == symbols.end() || !index) continue;
-        const TableData* table = found->second->table;
-        if (table != nullptr && static_cast<std::size_t>(*index) < table->bytes.size()) {
-            return found->second;
-        }
+        if (number.front() == '0' || !index) continue;
+        const Symbol* symbol =
+            compilation.symbols.FindOwn(name.substr(0, name.size() - digits), ParentId::Program);
+        if (symbol == nullptr || symbol->table == nullptr) continue;
+        if (static_cast<std::size_t>(*index) < symbol->table->bytes.size()) return symbol;
     }
     return nullptr;
 }
 
-/// Two declarations can come to the same label: a table's T1 beside a variable named T1, a
-/// variable of routine A_B beside one of routine A.
-void CheckNames(Compilation& compilation) {
-    SymbolsByLabel symbols;
-    symbols.reserve(compilation.symbols.Symbols().size());
-    for (const Symbol& symbol : compilation.symbols.Symbols()) {
-        const auto [known, isNew] = symbols.emplace(symbol.ResolvedName(), &symbol);
-        if (!isNew) PostTwice(compilation, symbol, *known->second);
+/// A table's T1 beside a variable named T1.
+void CheckTableElements(Compilation& compilation) {
+    for (const Symbol* symbol = compilation.symbols.FirstOf(ParentId::Program); symbol != nullptr;
+         symbol = symbol->nextOfParent) {
+        if (symbol->symbolClass != SymbolClass::Variable) continue;
+        const Symbol* table = FindTableWithElement(compilation, symbol->name);
+        if (table != nullptr) PostTwice(compilation, *symbol, *table);
     }
-    for (const Symbol& symbol : compilation.symbols.Symbols()) {
-        const Symbol* table = FindTableWithElement(symbols, symbol.ResolvedName());
-        if (table != nullptr) PostTwice(compilation, symbol, *table);
+}
+
+bool JoinsNames(const Symbol& symbol) {
+    return symbol.symbolClass != SymbolClass::Variable &&
+           symbol.name.find('_') != std::string_view::npos;
+}
+
+/// A variable of routine A_B beside one of routine A. Only routines whose names hold the joint can
+/// come to the label of another declaration.
+void CheckJoinedNames(Compilation& compilation) {
+    const auto& symbols = compilation.symbols.Symbols();
+    if (std::none_of(symbols.begin(), symbols.end(), JoinsNames)) return;
+    std::unordered_map<std::string_view, const Symbol*, FoldedHash, FoldedEqual> byLabel;
+    for (const Symbol& symbol : symbols) {
+        const auto [known, isNew] = byLabel.emplace(symbol.ResolvedName(), &symbol);
+        if (!isNew) PostTwice(compilation, symbol, *known->second);
     }
 }
 
@@ -86,7 +97,8 @@ void CheckReferences(Compilation& compilation) {
 
 void ResolveLabels(Compilation& compilation) {
     PlaceLabels(compilation);
-    CheckNames(compilation);
+    CheckJoinedNames(compilation);
+    CheckTableElements(compilation);
     CheckReferences(compilation);
 }
 

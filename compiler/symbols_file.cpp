@@ -10,18 +10,12 @@ namespace {
 
 std::string_view TypeName(DataType type) {
     switch (type) {
-        case DataType::Byte:
-            return "byte";
-        case DataType::Word:
-            return "word";
-        case DataType::Flag:
-            return "flag";
-        case DataType::Pointer:
-            return "pointer";
-        case DataType::Table:
-            return "table";
-        case DataType::Any:
-            break;
+        case DataType::Byte: return "byte";
+        case DataType::Word: return "word";
+        case DataType::Flag: return "flag";
+        case DataType::Pointer: return "pointer";
+        case DataType::Table: return "table";
+        case DataType::Any: break;
     }
     return "unknown";
 }

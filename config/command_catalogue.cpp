@@ -29,37 +29,57 @@ bool BeginsAsWholeWord(std::string_view text, std::string_view words) {
 
 }  // namespace
 
+std::array<CharacterClass, 256> PlainClasses() {
+    std::array<CharacterClass, 256> classes{};
+    for (std::size_t code = 0; code < classes.size(); ++code) {
+        if (IsBlank(static_cast<char>(code))) classes[code] = CharacterClass::Blank;
+    }
+    classes['"'] = CharacterClass::Quote;
+    classes[';'] = CharacterClass::Comment;
+    return classes;
+}
+
 bool CommandCatalogue::AddCommand(Command command) {
-    if (byTokenText_.Find(NameIndex::Key(command.token)) != NameIndex::kNone) return false;
+    const NameKey key(command.token);
+    const auto isSame = [&](std::uint32_t place) {
+        return EqualsIgnoreCase(entries_[place].token, key.name);
+    };
+    if (byTokenText_.Find(key.hash, isSame) != NameIndex::kNone) return false;
+    byTokenText_.Add(key.hash, static_cast<std::uint32_t>(entries_.size()));
     command.id = TokenFromText(command.token);
     command.family = FamilyOf(command.token);
     const Command& entry = entries_.emplace_back(std::move(command));
-    byTokenText_.Add(NameIndex::Key(entry.token), static_cast<std::uint32_t>(entries_.size() - 1));
     if (entry.id != Token::Other) byToken_[static_cast<std::size_t>(entry.id)] = &entry;
     AddToFirstWord(entry);
     if (std::find(kSignOperators.begin(), kSignOperators.end(), entry.id) != kSignOperators.end()) {
         for (const char c : entry.command) {
-            isOperatorCharacter_[static_cast<unsigned char>(c)] = true;
+            classes_[static_cast<unsigned char>(c)] = CharacterClass::Operator;
         }
     }
     return true;
 }
 
+std::uint32_t CommandCatalogue::FindFirstWord(const NameKey& word) const {
+    return firstWords_.Find(word.hash, [&](std::uint32_t place) {
+        return EqualsIgnoreCase(byFirstWord_[place].word, word.name);
+    });
+}
+
 void CommandCatalogue::AddToFirstWord(const Command& entry) {
-    const NameIndex::Key word(FirstWord(entry.command));
-    std::uint32_t list = firstWords_.Find(word);
-    if (list == NameIndex::kNone) {
-        list = static_cast<std::uint32_t>(byFirstWord_.size());
-        firstWords_.Add(word, list);
-        byFirstWord_.emplace_back();
+    const NameKey word(FirstWord(entry.command));
+    std::uint32_t place = FindFirstWord(word);
+    if (place == NameIndex::kNone) {
+        place = static_cast<std::uint32_t>(byFirstWord_.size());
+        byFirstWord_.push_back({word.name, {}});
+        firstWords_.Add(word.hash, place);
     }
-    byFirstWord_[list].push_back(&entry);
+    byFirstWord_[place].entries.push_back(&entry);
 }
 
 const Command* CommandCatalogue::FindCommand(std::string_view sourceText) const {
-    const std::uint32_t list = firstWords_.Find(NameIndex::Key(FirstWord(sourceText)));
-    if (list == NameIndex::kNone) return nullptr;
-    for (const Command* entry : byFirstWord_[list]) {
+    const std::uint32_t place = FindFirstWord(FirstWord(sourceText));
+    if (place == NameIndex::kNone) return nullptr;
+    for (const Command* entry : byFirstWord_[place].entries) {
         if (BeginsAsWholeWord(sourceText, entry->command)) return entry;
     }
     return nullptr;

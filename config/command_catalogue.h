@@ -12,6 +12,18 @@
 
 namespace zentro {
 
+/// What a character is for the line normaliser.
+enum class CharacterClass : std::uint8_t {
+    Plain,
+    Blank,     ///< separates words: blanks, control characters, characters beyond ASCII
+    Operator,  ///< part of an operator, which stands between blanks however it was typed
+    Quote,
+    Comment,  ///< the ";" that begins a comment
+};
+
+/// The classes of a language without operators.
+std::array<CharacterClass, 256> PlainClasses();
+
 /// One command record of the configuration file.
 struct Command {
     std::string token;        ///< the fixed short text: "S4"
@@ -41,24 +53,26 @@ class CommandCatalogue {
     /// The entry with the token, or nothing.
     const Command* ByToken(Token token) const;
 
-    /// True for the characters that the operators of the language are made of, which stand between
-    /// blanks however they were typed.
-    bool IsOperatorCharacter(char c) const {
-        return isOperatorCharacter_[static_cast<unsigned char>(c)];
-    }
+    CharacterClass ClassOf(char c) const { return classes_[static_cast<unsigned char>(c)]; }
 
     const std::deque<Command>& Entries() const { return entries_; }
 
   private:
+    /// The entries that begin with a word, in file order, so that a look-up visits only those.
+    struct FirstWordEntries {
+        std::string_view word;
+        std::vector<const Command*> entries;
+    };
+
+    std::uint32_t FindFirstWord(const NameKey& word) const;
     void AddToFirstWord(const Command& entry);
 
     std::deque<Command> entries_;  // a deque, so that pointers to its entries stay good
     std::array<const Command*, kTokenCount> byToken_{};
-    std::array<bool, 256> isOperatorCharacter_{};
+    std::array<CharacterClass, 256> classes_ = PlainClasses();
     NameIndex byTokenText_;
-    // The entries that begin with a word, in file order, so that a look-up visits only those.
     NameIndex firstWords_;
-    std::vector<std::vector<const Command*>> byFirstWord_;
+    std::vector<FirstWordEntries> byFirstWord_;
 };
 
 }  // namespace zentro

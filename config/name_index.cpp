@@ -2,58 +2,61 @@
 
 #include <cstring>
 
-#include "config/text.h"
-
 namespace zentro {
 
-std::uint32_t NameIndex::HashOf(std::string_view text) {
+namespace {
+
+std::uint64_t Load(const char* from, std::size_t length) {
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, from, length);
+    return bytes;
+}
+
+/// Up to eight characters as one number: two halves that overlap, so that no loop is needed.
+std::uint64_t LoadShort(std::string_view text) {
+    const std::size_t length = text.size();
+    if (length >= 4) return Load(text.data(), 4) | Load(text.data() + length - 4, 4) << 32;
+    if (length == 0) return 0;
+    return Load(text.data(), 1) | Load(text.data() + length / 2, 1) << 8 |
+           Load(text.data() + length - 1, 1) << 16;
+}
+
+}  // namespace
+
+std::uint32_t NameKey::HashOf(std::string_view text) {
     // Letters differ from their other case in one bit. Without it some signs fall together as well,
     // which a hash may do.
     constexpr std::uint64_t kWithoutCase = 0xDFDFDFDFDFDFDFDFULL;
     constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15ULL;
-    std::uint64_t hash = text.size();
-    while (!text.empty()) {
-        std::uint64_t piece = 0;
-        const std::size_t length = text.size() < sizeof piece ? text.size() : sizeof piece;
-        std::memcpy(&piece, text.data(), length);
+    constexpr std::size_t kPiece = 8;
+    const auto mix = [](std::uint64_t hash, std::uint64_t piece) {
         hash = (hash ^ (piece & kWithoutCase)) * kMultiplier;
-        hash ^= hash >> 29;
-        text.remove_prefix(length);
+        return hash ^ (hash >> 29);
+    };
+    const auto finish = [](std::uint64_t hash) {
+        return static_cast<std::uint32_t>(hash * kMultiplier >> 32);
+    };
+    std::uint64_t hash = text.size();
+    if (text.size() < kPiece) return finish(mix(hash, LoadShort(text)));
+    const char* const last = text.data() + text.size() - kPiece;
+    for (const char* piece = text.data(); piece < last; piece += kPiece) {
+        hash = mix(hash, Load(piece, kPiece));
     }
-    return static_cast<std::uint32_t>(hash ^ (hash >> 32));
+    return finish(mix(hash, Load(last, kPiece)));
 }
 
-std::uint32_t NameIndex::Mix(std::uint32_t hash, std::uint32_t owner) {
-    constexpr std::uint32_t kSpread = 0x85EBCA6BU;
-    return hash ^ (owner * kSpread);
+void NameIndex::Add(std::uint32_t hash, std::uint32_t place) {
+    if (2 * (used_ + 1) > slots_.size()) Grow();
+    Insert({hash, place});
+    ++used_;
 }
 
-std::uint32_t NameIndex::Find(const Key& key, std::uint32_t owner) const {
-    if (slots_.empty()) return kNone;
-    const std::uint32_t hash = Mix(key.hash, owner);
+void NameIndex::Insert(const Slot& slot) {
     const std::size_t mask = slots_.size() - 1;
-    for (std::size_t i = hash & mask; slots_[i].entry != kNone; i = (i + 1) & mask) {
-        if (slots_[i].hash != hash) continue;
-        const Entry& entry = entries_[slots_[i].entry];
-        if (entry.owner == owner && EqualsIgnoreCase(entry.name, key.name)) return entry.value;
-    }
-    return kNone;
-}
-
-bool NameIndex::Add(const Key& key, std::uint32_t value, std::uint32_t owner) {
-    if (Find(key, owner) != kNone) return false;
-    if (2 * (entries_.size() + 1) > slots_.size()) Grow();
-    entries_.push_back({key.name, owner, value});
-    Insert(Mix(key.hash, owner), static_cast<std::uint32_t>(entries_.size() - 1));
-    return true;
-}
-
-void NameIndex::Insert(std::uint32_t hash, std::uint32_t entry) {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t i = hash & mask;
-    while (slots_[i].entry != kNone)
+    std::size_t i = slot.hash & mask;
+    while (slots_[i].place != kNone)
         i = (i + 1) & mask;
-    slots_[i] = {hash, entry};
+    slots_[i] = slot;
 }
 
 void NameIndex::Grow() {
@@ -61,7 +64,7 @@ void NameIndex::Grow() {
     std::vector<Slot> old(slots_.empty() ? kSmallest : 2 * slots_.size());
     old.swap(slots_);
     for (const Slot& slot : old) {
-        if (slot.entry != kNone) Insert(slot.hash, slot.entry);
+        if (slot.place != kNone) Insert(slot);
     }
 }
 

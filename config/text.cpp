@@ -5,31 +5,11 @@
 
 namespace zentro {
 
-bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && StartsWithIgnoreCase(a, b);
-}
-
-bool StartsWithIgnoreCase(std::string_view text, std::string_view prefix) {
-    if (text.size() < prefix.size()) return false;
-    for (std::size_t i = 0; i < prefix.size(); ++i) {
-        if (text[i] != prefix[i] && FoldCase(text[i]) != FoldCase(prefix[i])) return false;
-    }
-    return true;
-}
-
 bool ContainsIgnoreCase(std::string_view text, std::string_view part) {
     const auto sameLetter = [](char a, char b) { return FoldCase(a) == FoldCase(b); };
     return std::search(text.begin(), text.end(), part.begin(), part.end(), sameLetter) !=
                text.end() ||
            part.empty();
-}
-
-std::string_view Trim(std::string_view text) {
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    return text;
 }
 
 std::string_view TrimBlanks(std::string_view text) {

@@ -14,8 +14,17 @@ constexpr char FoldCase(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-bool EqualsIgnoreCase(std::string_view a, std::string_view b);
-bool StartsWithIgnoreCase(std::string_view text, std::string_view prefix);
+/// Inline, because they are called for every word of a program.
+inline bool StartsWithIgnoreCase(std::string_view text, std::string_view prefix) {
+    if (text.size() < prefix.size()) return false;
+    for (std::size_t i = 0; i < prefix.size(); ++i) {
+        if (text[i] != prefix[i] && FoldCase(text[i]) != FoldCase(prefix[i])) return false;
+    }
+    return true;
+}
+inline bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && (a == b || StartsWithIgnoreCase(a, b));
+}
 bool ContainsIgnoreCase(std::string_view text, std::string_view part);
 
 constexpr bool IsDigit(char c) {
@@ -26,7 +35,13 @@ constexpr bool IsLetter(char c) {
 }
 
 /// The text without the blanks around it.
-std::string_view Trim(std::string_view text);
+inline std::string_view Trim(std::string_view text) {
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    return text;
+}
 
 /// Everything that separates words and is no visible character of the language: blanks, tabs,
 /// control characters and characters beyond ASCII.

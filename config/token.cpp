@@ -156,33 +156,29 @@ std::string_view TokenText(Token token) {
 Token TokenFromText(std::string_view text) {
     static const NameIndex kByText = [] {
         NameIndex index;
-        for (const TokenRow& row : kTokens) {
-            index.Add(NameIndex::Key(row.text), static_cast<std::uint32_t>(row.token));
+        for (std::uint32_t row = 0; row < kTokens.size(); ++row) {
+            index.Add(NameKey(kTokens[row].text).hash, row);
         }
         return index;
     }();
-    const std::uint32_t token = kByText.Find(NameIndex::Key(text));
-    return token == NameIndex::kNone ? Token::Other : static_cast<Token>(token);
+    const std::uint32_t row = kByText.Find(NameKey(text).hash, [&](std::uint32_t place) {
+        return EqualsIgnoreCase(kTokens[place].text, text);
+    });
+    return row == NameIndex::kNone ? Token::Other : kTokens[row].token;
 }
 
 TokenFamily FamilyOf(std::string_view tokenText) {
     if (tokenText.empty()) return TokenFamily::Unknown;
     switch (FoldCase(tokenText.front())) {
-        case 'D':
-            return TokenFamily::Declaration;
-        case 'S':
-            return TokenFamily::Statement;
-        case 'F':
-            return TokenFamily::Function;
-        case 'M':
-            return TokenFamily::Operator;
-        case 'R':
-            return TokenFamily::Reserved;
+        case 'D': return TokenFamily::Declaration;
+        case 'S': return TokenFamily::Statement;
+        case 'F': return TokenFamily::Function;
+        case 'M': return TokenFamily::Operator;
+        case 'R': return TokenFamily::Reserved;
         case 'C':
             return tokenText.size() > 1 && IsDigit(tokenText[1]) ? TokenFamily::Constant
                                                                  : TokenFamily::Directive;
-        default:
-            return TokenFamily::Unknown;
+        default: return TokenFamily::Unknown;
     }
 }
 

@@ -26,7 +26,7 @@ struct ArgumentTemplate {
     std::span<const std::string_view> allowedValues;
 
     Expectation AsExpectation() const {
-        return {type, false, kind == Kind::Constant, allowedValues};
+        return {type, DataType::Any, false, kind == Kind::Constant, allowedValues};
     }
 };
 

@@ -17,12 +17,8 @@ void AddArgument(Compilation& compilation, SourceLine& line, std::string_view te
         case ArgumentTemplate::Kind::Constant:
             AddOperand(compilation, text, line, expected.AsExpectation());
             break;
-        case ArgumentTemplate::Kind::Variable:
-            AddChangedVariable(compilation, text, line);
-            break;
-        case ArgumentTemplate::Kind::EventHandler:
-            AddEventHandler(compilation, text, line);
-            break;
+        case ArgumentTemplate::Kind::Variable: AddChangedVariable(compilation, text, line); break;
+        case ArgumentTemplate::Kind::EventHandler: AddEventHandler(compilation, text, line); break;
     }
 }
 

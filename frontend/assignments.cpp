@@ -18,10 +18,8 @@ bool IsArithmetic(Token token) {
         case Token::Multiply:
         case Token::Mod:
         case Token::And:
-        case Token::Or:
-            return true;
-        default:
-            return false;
+        case Token::Or: return true;
+        default: return false;
     }
 }
 
@@ -60,7 +58,7 @@ bool IsZero(const LineElement& element) {
 void ParseOperation(Compilation& compilation, SourceLine& line, std::string_view first,
                     std::string_view second, DataType target) {
     if (!ResultSuits(compilation, line, target)) return;
-    Expectation expected{target, true, false, {}};
+    Expectation expected{target, DataType::Any, true, false, {}};
     if (line.token == Token::Multiply) expected.type = DataType::Byte;
     AddOperand(compilation, first, line, expected);
     const LineElement* divisor = AddOperand(compilation, second, line, expected);
@@ -77,7 +75,7 @@ void ParseSingleOperand(Compilation& compilation, SourceLine& line, std::string_
         return;
     }
     line.token = Token::Equal;
-    AddOperand(compilation, text, line, {target, false, false, {}});
+    AddOperand(compilation, text, line, {target});
 }
 
 /// The value side of an assignment: one operand, or two with an operator between them.

@@ -22,10 +22,8 @@ bool IsComparison(Token token) {
         case Token::NotEqual:
         case Token::EqualOrGreater:
         case Token::EqualOrLess:
-        case Token::GreaterOrLess:
-            return true;
-        default:
-            return false;
+        case Token::GreaterOrLess: return true;
+        default: return false;
     }
 }
 
@@ -61,24 +59,41 @@ void ParseComparison(Compilation& compilation, SourceLine& line, std::string_vie
     compilation.AddElement(line, element);
 }
 
-/// The type as which a constant is compared with the other operand.
-DataType ComparedAs(const OperandSketch& constant, const OperandSketch& other) {
-    switch (other.kind) {
-        case Kind::Variable:
-            return other.type == DataType::Pointer ? DataType::Word : other.type;
-        case Kind::Constant:
-            return constant.type == DataType::Byte && other.type == DataType::Byte ? DataType::Byte
-                                                                                   : DataType::Word;
-        case Kind::Unknown:
-            return DataType::Any;
+/// The type as which a constant is compared with an operand of the type.
+DataType ComparedAs(DataType type) {
+    switch (type) {
+        case DataType::Pointer: return DataType::Word;
+        case DataType::Table: return DataType::Any;
+        case DataType::Any:
+        case DataType::Byte:
+        case DataType::Word:
+        case DataType::Flag: return type;
     }
-    return DataType::Any;
+    return type;
 }
 
-Expectation ExpectedBeside(const OperandSketch& operand, const OperandSketch& other) {
-    const bool isConstant = operand.kind == Kind::Constant;
-    const DataType type = isConstant ? ComparedAs(operand, other) : DataType::Any;
-    return {type == DataType::Table ? DataType::Any : type, false, false, {}};
+/// What a comparison expects of its first operand. If that is a constant, the second one decides
+/// what it is read as; of two constants the larger one does.
+Expectation ExpectedFirst(const Compilation& compilation, const SourceLine& line,
+                          const ComparisonText& text) {
+    if (compilation.symbols.FindSymbol(text.first, line.parent) != nullptr) return {};
+    const OperandSketch second = SketchOperand(compilation, text.second, line);
+    if (second.kind == Kind::Unknown) return {};
+    Expectation expected;
+    expected.constantType = ComparedAs(second.type);
+    if (second.kind == Kind::Constant) {
+        const OperandSketch first = SketchOperand(compilation, text.first, line);
+        const bool bothFit = first.type == DataType::Byte && second.type == DataType::Byte;
+        expected.constantType = bothFit ? DataType::Byte : DataType::Word;
+    }
+    return expected;
+}
+
+/// What it then expects of the second: a constant is read as the first operand's type.
+Expectation ExpectedSecond(const std::optional<LineElement>& first) {
+    Expectation expected;
+    if (first) expected.constantType = ComparedAs(first->type);
+    return expected;
 }
 
 /// Two variables of different sizes can be compared, but only the first one's size counts. A flag
@@ -97,14 +112,11 @@ void CheckVariables(Compilation& compilation, SourceLine& line, const LineElemen
 
 /// first comparison second
 void AddComparison(Compilation& compilation, SourceLine& line, const ComparisonText& text) {
-    const OperandSketch firstSketch = SketchOperand(compilation, text.first, line);
-    const OperandSketch secondSketch = SketchOperand(compilation, text.second, line);
     const auto first =
-        ParseOperand(compilation, text.first, line, ExpectedBeside(firstSketch, secondSketch));
+        ParseOperand(compilation, text.first, line, ExpectedFirst(compilation, line, text));
     if (first) compilation.AddElement(line, *first);
     ParseComparison(compilation, line, text.word);
-    const auto second =
-        ParseOperand(compilation, text.second, line, ExpectedBeside(secondSketch, firstSketch));
+    const auto second = ParseOperand(compilation, text.second, line, ExpectedSecond(first));
     if (second) compilation.AddElement(line, *second);
     if (first && second) CheckVariables(compilation, line, *first, *second);
 }

@@ -32,9 +32,8 @@ class DataList {
     }
 
   private:
-    void AddName(const std::string& name) {
-        const Constant* constant =
-            compilation_.symbols.FindConstant(name, ConstantKind::NamedOrNumber);
+    void AddName(std::string_view name) {
+        const Constant* constant = compilation_.symbols.FindConstant(name);
         if (constant != nullptr) {
             AddValue(constant->value);
         } else if (compilation_.symbols.FindOwn(name, ParentId::Program) != nullptr) {

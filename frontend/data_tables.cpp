@@ -25,8 +25,7 @@ std::optional<std::int64_t> CountFrom(const Compilation& compilation, std::strin
         const auto number = HexadecimalNumber(text);
         return number ? std::optional<std::int64_t>(*number) : std::nullopt;
     }
-    if (const Constant* constant =
-            compilation.symbols.FindConstant(text, ConstantKind::NamedOrNumber)) {
+    if (const Constant* constant = compilation.symbols.FindConstant(text)) {
         value = constant->value;
     } else if (const Command* entry = FindCatalogueConstant(compilation, text)) {
         value = entry->description;

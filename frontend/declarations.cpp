@@ -45,8 +45,7 @@ std::string_view ParseDefault(Compilation& compilation, DataType type, std::stri
     constexpr std::string_view kEmptyText = "\"\"";
     if (text == kEmptyText) return mismatch();
     std::string_view value;
-    if (const Constant* constant =
-            compilation.symbols.FindConstant(text, ConstantKind::NamedOrNumber)) {
+    if (const Constant* constant = compilation.symbols.FindConstant(text)) {
         value = constant->value;
     } else {
         const std::optional<Literal> literal = ParseLiteral(compilation, text, line);
@@ -81,8 +80,7 @@ std::string_view ParseConstantValue(Compilation& compilation, std::string_view t
     if (IsQuoted(text)) return ParseQuoted(compilation, StripQuotes(text), line).value_or("");
     if (IsHexadecimal(text)) return ParseHexadecimal(compilation, text, line).value_or("");
     if (IsNumeric(text)) return text;
-    if (const Constant* constant =
-            compilation.symbols.FindConstant(text, ConstantKind::NamedOrNumber)) {
+    if (const Constant* constant = compilation.symbols.FindConstant(text)) {
         return constant->value;
     }
     if (const Command* constant = FindCatalogueConstant(compilation, text)) {

@@ -9,27 +9,40 @@ namespace zentro {
 
 namespace {
 
-/// True when the operator at the position needs a blank written between itself and a neighbour.
-bool NeedsBlank(const CommandCatalogue& commands, char neighbour) {
-    return !IsBlank(neighbour) && !commands.IsOperatorCharacter(neighbour);
+/// True when an operator needs a blank between itself and the neighbour.
+bool NeedsBlank(CharacterClass neighbour) {
+    return neighbour != CharacterClass::Blank && neighbour != CharacterClass::Operator;
 }
 
-/// True when normalising would change nothing: most lines are typed that way.
-bool IsNormal(const CommandCatalogue& commands, std::string_view text) {
-    bool inQuotes = false;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '"') inQuotes = !inQuotes;
-        if (inQuotes) continue;
-        const bool hasNext = i + 1 < text.size();
-        if (IsBlank(c)) {
-            if (c != ' ' || (hasNext && IsBlank(text[i + 1]))) return false;
-        } else if (commands.IsOperatorCharacter(c)) {
-            if (i > 0 && NeedsBlank(commands, text[i - 1])) return false;
-            if (hasNext && NeedsBlank(commands, text[i + 1])) return false;
+/// A line without the blanks at its beginning, up to its comment.
+struct Statement {
+    std::string_view text;
+    bool isNormal = true;  ///< normalising would change nothing: most lines are typed that way
+};
+
+Statement CutStatement(const CommandCatalogue& commands, std::string_view line) {
+    while (!line.empty() && IsBlank(line.front()))
+        line.remove_prefix(1);
+    Statement statement;
+    CharacterClass previous = CharacterClass::Blank;
+    std::size_t i = 0;
+    for (; i < line.size(); ++i) {
+        const CharacterClass current = commands.ClassOf(line[i]);
+        if (current == CharacterClass::Plain && previous == CharacterClass::Plain) continue;
+        if (current == CharacterClass::Comment) break;
+        const bool isRun = current == CharacterClass::Blank &&
+                           (previous == CharacterClass::Blank || line[i] != ' ');
+        const bool isTight = (current == CharacterClass::Operator && NeedsBlank(previous)) ||
+                             (previous == CharacterClass::Operator && NeedsBlank(current));
+        if (isRun || isTight) statement.isNormal = false;
+        if (current == CharacterClass::Quote) {
+            i = std::min(line.find('"', i + 1), line.size());
+            if (i == line.size()) statement.isNormal = false;  // the closing quote is missing
         }
+        previous = current;
     }
-    return !inQuotes;
+    statement.text = line.substr(0, i);
+    return statement;
 }
 
 /// Writes a normalised text.
@@ -40,16 +53,16 @@ class LineWriter {
 
     void Write() {
         for (std::size_t i = 0; i < source_.size(); ++i) {
-            const char c = source_[i];
-            if (inQuotes_ || c == '"') {
-                Copy(c);
-                if (c == '"') inQuotes_ = !inQuotes_;
-            } else if (IsBlank(c)) {
+            const CharacterClass current = commands_.ClassOf(source_[i]);
+            if (inQuotes_ || current == CharacterClass::Quote) {
+                Copy(source_[i]);
+                if (current == CharacterClass::Quote) inQuotes_ = !inQuotes_;
+            } else if (current == CharacterClass::Blank) {
                 WriteBlank();
-            } else if (commands_.IsOperatorCharacter(c)) {
+            } else if (current == CharacterClass::Operator) {
                 WriteOperator(i);
             } else {
-                Copy(c);
+                Copy(source_[i]);
             }
         }
     }
@@ -71,9 +84,9 @@ class LineWriter {
 
     void WriteOperator(std::size_t position) {
         const bool hasNext = position + 1 < source_.size();
-        if (position > 0 && NeedsBlank(commands_, source_[position - 1])) WriteBlank();
+        if (position > 0 && NeedsBlank(commands_.ClassOf(source_[position - 1]))) WriteBlank();
         Copy(source_[position]);
-        if (hasNext && NeedsBlank(commands_, source_[position + 1])) WriteBlank();
+        if (hasNext && NeedsBlank(commands_.ClassOf(source_[position + 1]))) WriteBlank();
     }
 
     const CommandCatalogue& commands_;
@@ -88,17 +101,18 @@ class LineWriter {
 
 void PrepareLine(Compilation& compilation, SourceLine& line) {
     const CommandCatalogue& commands = compilation.configuration.commands;
-    const std::size_t commentStart = FindComment(line.text);
-    const std::string_view statement = line.text.substr(0, commentStart);
-    line.parsedLine = TrimBlanks(statement);
-    if (IsNormal(commands, line.parsedLine)) return;
-
-    const auto operators = std::count_if(statement.begin(), statement.end(),
-                                         [&](char c) { return commands.IsOperatorCharacter(c); });
+    const Statement statement = CutStatement(commands, line.text);
+    if (statement.isNormal) {
+        line.parsedLine = TrimBlanks(statement.text);
+        return;
+    }
+    const auto operators = std::count_if(statement.text.begin(), statement.text.end(), [&](char c) {
+        return commands.ClassOf(c) == CharacterClass::Operator;
+    });
     const std::size_t closingQuote = 1;
     const std::size_t longest =
-        statement.size() + 2 * static_cast<std::size_t>(operators) + closingQuote;
-    LineWriter writer(commands, statement, compilation.texts.Allocate(longest));
+        statement.text.size() + 2 * static_cast<std::size_t>(operators) + closingQuote;
+    LineWriter writer(commands, statement.text, compilation.texts.Allocate(longest));
     writer.Write();
     const bool unclosed = writer.EndsInQuotes();
     if (unclosed) writer.CloseQuotes();

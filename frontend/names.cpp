@@ -10,7 +10,11 @@ namespace zentro {
 namespace {
 
 constexpr std::size_t kShortestName = 3;
-constexpr std::string_view kNotInNames = "+-/*<>,()='\"";
+
+constexpr bool IsNotInNames(char c) {
+    constexpr std::string_view kSigns = "+-/*<>,()='\"";
+    return kSigns.find(c) != std::string_view::npos;
+}
 
 /// The program keeps some names for itself: its words, and those of lines and constants.
 bool IsReserved(const Compilation& compilation, std::string_view name) {
@@ -41,7 +45,9 @@ bool IsValidName(Compilation& compilation, std::string_view name, SourceLine& li
     };
     if (name.empty()) return refuse(MessageCode::NameMissing);
     if (name.size() < kShortestName) return refuse(MessageCode::NameTooShort);
-    const bool holdsSigns = name.find_first_of(kNotInNames) != std::string_view::npos;
+    const bool holdsSigns = std::any_of(name.begin(), name.end(), [](char c) {
+        return !IsLetter(c) && !IsDigit(c) && IsNotInNames(c);
+    });
     if (!IsLetter(name.front()) || holdsSigns) return refuse(MessageCode::InvalidName);
     return true;
 }
@@ -51,7 +57,7 @@ Symbol* DeclareSymbol(Compilation& compilation, Symbol symbol, SourceLine& line)
     if (!CheckName(compilation, symbol.name, line)) return nullptr;
     const SymbolTable& symbols = compilation.symbols;
     if (symbols.FindOwn(symbol.name, symbol.parent) != nullptr ||
-        symbols.FindConstant(symbol.name, ConstantKind::NamedOrNumber) != nullptr) {
+        symbols.FindConstant(symbol.name) != nullptr) {
         PostDuplicate(compilation, symbol.name, line);
         return nullptr;
     }
@@ -62,7 +68,7 @@ void DeclareConstant(Compilation& compilation, std::string_view name, std::strin
                      SourceLine& line) {
     if (!CheckName(compilation, name, line)) return;
     if (compilation.symbols.IsDeclaredAnywhere(name) ||
-        compilation.symbols.FindConstant(name, ConstantKind::NamedOrNumber) != nullptr) {
+        compilation.symbols.FindConstant(name) != nullptr) {
         PostDuplicate(compilation, name, line);
         return;
     }

@@ -12,11 +12,6 @@ namespace zentro {
 
 namespace {
 
-/// Names of this kind are the compiler's own.
-bool IsCompilersOwn(std::string_view name) {
-    return name.starts_with('%');
-}
-
 /// The numbers of lines name places in the object code, which are no values.
 bool IsLineLabel(const Compilation& compilation, std::string_view name) {
     constexpr std::string_view kLine = "Line";
@@ -78,8 +73,7 @@ std::optional<LineElement> ParseSymbolOperand(Compilation& compilation, std::str
 std::optional<Literal> FindOrParseLiteral(Compilation& compilation, std::string_view text,
                                           SourceLine& line) {
     if (!IsNumeric(text)) {
-        const Constant* constant =
-            compilation.symbols.FindConstant(text, ConstantKind::NamedOrNumber);
+        const Constant* constant = compilation.symbols.FindConstant(text);
         if (constant != nullptr) {
             return Literal{ElementClass::Constant, constant->name, constant->value,
                            ConstantKind::NamedOrNumber};
@@ -95,18 +89,19 @@ std::optional<DataType> TypeOfConstant(Compilation& compilation, std::string_vie
     const SymbolClass symbolClass = literal.elementClass == ElementClass::Constant
                                         ? SymbolClass::Constant
                                         : SymbolClass::Literal;
-    if (expected.type == DataType::Table) {
-        PostMismatch(compilation, text, line, expected.type, {symbolClass, DataType::Any});
+    const DataType wanted =
+        expected.constantType == DataType::Any ? expected.type : expected.constantType;
+    if (wanted == DataType::Table) {
+        PostMismatch(compilation, text, line, wanted, {symbolClass, DataType::Any});
         return std::nullopt;
     }
-    if (expected.type == DataType::Flag) {
+    if (wanted == DataType::Flag) {
         const std::optional<std::int32_t> number = NumberOf(literal.value);
         if (number == kFlagTrue || number == kFlagFalse) return DataType::Flag;
-        PostMismatch(compilation, text, line, expected.type, {symbolClass, DataType::Any});
+        PostMismatch(compilation, text, line, wanted, {symbolClass, DataType::Any});
         return std::nullopt;
     }
-    const DataType type =
-        expected.type == DataType::Any ? SmallerType(literal.value) : expected.type;
+    const DataType type = wanted == DataType::Any ? SmallerType(literal.value) : wanted;
     if (type == DataType::Any || !CheckValueBounds(type, literal.value)) {
         compilation.diagnostics.PostError(MessageCode::ValueOutOfRange, &line, Shorten(text));
         return std::nullopt;
@@ -142,7 +137,7 @@ std::optional<LineElement> ParseConstantOperand(Compilation& compilation, std::s
 const LineElement* AddVariable(Compilation& compilation, std::string_view text, SourceLine& line,
                                ElementUse use) {
     const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent);
-    if (symbol == nullptr || IsCompilersOwn(text)) {
+    if (symbol == nullptr) {
         // A constant cannot change; anything else is reported as an operand would be.
         if (ParseOperand(compilation, text, line, {})) {
             compilation.diagnostics.PostError(MessageCode::TargetNotAVariable, &line,
@@ -161,27 +156,19 @@ const LineElement* AddVariable(Compilation& compilation, std::string_view text, 
 
 bool TypeSuits(DataType expected, DataType found, bool inArithmetic) {
     switch (expected) {
-        case DataType::Any:
-            return found != DataType::Table;
-        case DataType::Byte:
-            return IsByteSized(found);
-        case DataType::Word:
-            return IsWordSized(found);
+        case DataType::Any: return found != DataType::Table;
+        case DataType::Byte: return IsByteSized(found);
+        case DataType::Word: return IsWordSized(found);
         case DataType::Pointer:
             return found == DataType::Pointer || (inArithmetic && found == DataType::Word);
         case DataType::Flag:
-        case DataType::Table:
-            return found == expected;
+        case DataType::Table: return found == expected;
     }
     return false;
 }
 
 std::optional<LineElement> ParseOperand(Compilation& compilation, std::string_view text,
                                         SourceLine& line, const Expectation& expected) {
-    if (IsCompilersOwn(text)) {
-        compilation.diagnostics.PostError(MessageCode::UnknownName, &line, Shorten(text));
-        return std::nullopt;
-    }
     if (const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent)) {
         return ParseSymbolOperand(compilation, text, line, *symbol, expected);
     }
@@ -211,7 +198,7 @@ void AddChangedVariable(Compilation& compilation, std::string_view text, SourceL
 
 void AddEventHandler(Compilation& compilation, std::string_view text, SourceLine& line) {
     const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent);
-    if (symbol == nullptr || IsCompilersOwn(text)) {
+    if (symbol == nullptr) {
         if (!ParseOperand(compilation, text, line, {})) return;
     } else if (symbol->symbolClass == SymbolClass::Event) {
         LineElement element;
@@ -231,10 +218,9 @@ OperandSketch SketchOperand(const Compilation& compilation, std::string_view tex
     using Kind = OperandSketch::Kind;
     if (const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent)) {
         const bool isVariable = symbol->symbolClass == SymbolClass::Variable;
-        return {isVariable && !IsCompilersOwn(text) ? Kind::Variable : Kind::Unknown, symbol->type};
+        return {isVariable ? Kind::Variable : Kind::Unknown, symbol->type};
     }
-    if (const Constant* constant =
-            compilation.symbols.FindConstant(text, ConstantKind::NamedOrNumber)) {
+    if (const Constant* constant = compilation.symbols.FindConstant(text)) {
         return {Kind::Constant, SmallerType(constant->value)};
     }
     if (const Command* constant = FindCatalogueConstant(compilation, text)) {

@@ -11,12 +11,14 @@ namespace zentro {
 /// What a statement expects of an operand.
 struct Expectation {
     DataType type = DataType::Any;
+    /// The type as which a constant is read where variables of any type may stand.
+    DataType constantType = DataType::Any;
     /// In arithmetic a pointer can be combined with a word.
     bool inArithmetic = false;
     /// The operand becomes part of the instruction, so it has to be known beforehand.
     bool needsConstant = false;
     /// The only values that may stand here; empty: any value of the type.
-    std::span<const std::string_view> allowedValues;
+    std::span<const std::string_view> allowedValues{};
 };
 
 /// What can be told about an operand without entering it anywhere.

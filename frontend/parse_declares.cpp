@@ -125,10 +125,11 @@ void Dispatch(Compilation& compilation, SourceLine& line, std::string_view argum
 std::optional<std::string_view> ParseDeclares(Compilation& compilation, SourceLine& line) {
     PrepareLine(compilation, line);
     line.parent = compilation.currentParent;
-    if (!MayDeclare(compilation, line.parsedLine)) return std::nullopt;
+    if (line.parsedLine.empty()) return std::nullopt;
     const Command* command = compilation.FindCommand(line.parsedLine);
     if (command == nullptr) return std::nullopt;
     line.token = command->id;
+    if (!MayDeclare(compilation, line.parsedLine)) return std::nullopt;
 
     const bool mayStandInTable = line.token == Token::EndTable || line.token == Token::Include;
     if (compilation.states.Current() == CompileState::Table && !mayStandInTable) {

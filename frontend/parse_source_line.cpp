@@ -104,23 +104,18 @@ bool IsExecutable(Parser parse) {
 void RefuseWord(Compilation& compilation, SourceLine& line, TokenFamily family) {
     const auto post = [&](MessageCode code) { compilation.diagnostics.PostError(code, &line); };
     switch (family) {
-        case TokenFamily::Function:
-            return post(MessageCode::FunctionAsStatement);
-        case TokenFamily::Reserved:
-            return post(MessageCode::NotUnderstood);
-        case TokenFamily::Constant:
-            return post(MessageCode::ConstantAsStatement);
+        case TokenFamily::Function: return post(MessageCode::FunctionAsStatement);
+        case TokenFamily::Reserved: return post(MessageCode::NotUnderstood);
+        case TokenFamily::Constant: return post(MessageCode::ConstantAsStatement);
         case TokenFamily::Operator:
         case TokenFamily::Declaration:
         case TokenFamily::Directive:
         case TokenFamily::Statement:
-        case TokenFamily::Unknown:
-            return post(MessageCode::OperatorLine);
+        case TokenFamily::Unknown: return post(MessageCode::OperatorLine);
     }
 }
 
 void ParseStatement(Compilation& compilation, SourceLine& line, const Command& command) {
-    line.token = command.id;
     line.parent = compilation.currentParent;
     const Parser parse = kParsers[static_cast<std::size_t>(command.id)];
     if (parse == nullptr) return RefuseWord(compilation, line, command.family);
@@ -171,11 +166,18 @@ void WarnOfUnreached(Compilation& compilation, SourceLine& line, const Place& pl
     }
 }
 
+/// The entry that begins the line; the declaration pass has found its token.
+const Command* CommandOf(const Compilation& compilation, const SourceLine& line) {
+    if (line.token == Token::Other) return compilation.FindCommand(line.parsedLine);
+    return compilation.configuration.commands.ByToken(line.token);
+}
+
 void ParseLine(Compilation& compilation, SourceLine& line) {
     const bool isInTable = compilation.states.Current() == CompileState::Table;
-    const Command* command = compilation.FindCommand(line.parsedLine);
+    const Command* command = CommandOf(compilation, line);
     const bool beginsWithConstant = command != nullptr && command->family == TokenFamily::Constant;
     if (isInTable && (command == nullptr || beginsWithConstant)) {
+        line.token = Token::None;
         ParseDataLine(compilation, line);
     } else if (command != nullptr) {
         ParseStatement(compilation, line, *command);

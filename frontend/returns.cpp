@@ -30,7 +30,7 @@ void ParseReturn(Compilation& compilation, SourceLine& line, std::string_view ar
     const SplitText value = SplitFirstWord(arguments, true);
     if (!value.rest.empty()) return refuse(MessageCode::UnexpectedText);
     if (result == nullptr) return refuse(MessageCode::NothingToReturn);
-    AddOperand(compilation, value.first, line, {result->type, false, false, {}});
+    AddOperand(compilation, value.first, line, {result->type});
 }
 
 }  // namespace zentro

@@ -57,12 +57,9 @@ constexpr NestingRow kInBlock{MessageCode::TableInBlock, MessageCode::RoutineInB
 
 const NestingRow& NestingIn(CompileState current) {
     switch (current) {
-        case CompileState::Outside:
-            return kOutside;
-        case CompileState::Table:
-            return kInTable;
-        case CompileState::Event:
-            return kInEvent;
+        case CompileState::Outside: return kOutside;
+        case CompileState::Table: return kInTable;
+        case CompileState::Event: return kInEvent;
         case CompileState::Routine:
         case CompileState::Program:
         case CompileState::If:
@@ -70,8 +67,7 @@ const NestingRow& NestingIn(CompileState current) {
         case CompileState::Repeat:
         case CompileState::Select:
         case CompileState::Loop:
-        case CompileState::Aborted:
-            return kInBlock;
+        case CompileState::Aborted: return kInBlock;
     }
     return kInBlock;
 }
@@ -79,16 +75,11 @@ const NestingRow& NestingIn(CompileState current) {
 Violation FindViolation(CompileState current, CompileState state) {
     const NestingRow& row = NestingIn(current);
     switch (RowOf(state).asNew) {
-        case Nesting::Table:
-            return row.table;
-        case Nesting::RoutineOrEvent:
-            return row.routineOrEvent;
-        case Nesting::Program:
-            return row.program;
-        case Nesting::Inner:
-            return row.inner;
-        case Nesting::Outside:
-            return kAllowed;
+        case Nesting::Table: return row.table;
+        case Nesting::RoutineOrEvent: return row.routineOrEvent;
+        case Nesting::Program: return row.program;
+        case Nesting::Inner: return row.inner;
+        case Nesting::Outside: return kAllowed;
     }
     return kAllowed;
 }

@@ -68,26 +68,20 @@ const RangeRow* FindRangeRow(RangeDescription wanted) {
 
 LogColour ColourOf(Severity severity) {
     switch (severity) {
-        case Severity::Error:
-            return LogColour::Red;
-        case Severity::Warning:
-            return LogColour::Blue;
+        case Severity::Error: return LogColour::Red;
+        case Severity::Warning: return LogColour::Blue;
         case Severity::Information:
-        case Severity::Box:
-            return LogColour::Green;
+        case Severity::Box: return LogColour::Green;
     }
     return LogColour::Green;
 }
 
 std::string_view PrefixOf(Severity severity) {
     switch (severity) {
-        case Severity::Error:
-            return "ERROR:   ";
-        case Severity::Warning:
-            return "WARNING: ";
+        case Severity::Error: return "ERROR:   ";
+        case Severity::Warning: return "WARNING: ";
         case Severity::Information:
-        case Severity::Box:
-            return "";
+        case Severity::Box: return "";
     }
     return "";
 }

@@ -18,13 +18,10 @@ enum class ArgumentType : std::uint8_t {
 /// The size of an argument in the board's memory, in bytes.
 constexpr int ArgumentSize(ArgumentType type) {
     switch (type) {
-        case ArgumentType::None:
-            return 0;
-        case ArgumentType::Byte:
-            return 1;
+        case ArgumentType::None: return 0;
+        case ArgumentType::Byte: return 1;
         case ArgumentType::Word:
-        case ArgumentType::Address:
-            return 2;
+        case ArgumentType::Address: return 2;
     }
     return 0;
 }

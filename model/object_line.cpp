@@ -10,18 +10,6 @@ namespace {
 
 constexpr std::int32_t kByteValues = 256;
 
-void AppendNumber(std::int32_t number, std::string& text) {
-    std::array<char, 12> digits;
-    auto* const end = std::to_chars(digits.begin(), digits.end(), number).ptr;
-    text.append(digits.begin(), end);
-}
-
-void AppendWord(std::int32_t word, std::string& text) {
-    AppendNumber(word / kByteValues, text);
-    text += ',';
-    AppendNumber(word % kByteValues, text);
-}
-
 std::int32_t EncodableAddress(const Label& label) {
     const bool isEncodable = label.address >= 0 && label.address <= kLargestAddress;
     return isEncodable ? label.address : 0;
@@ -56,26 +44,33 @@ ObjectLine CreateVariableLocation(Label& label, DataType type, std::uint16_t ini
     return object;
 }
 
-void AppendValue(const ObjectLine& line, std::string& text) {
-    if (line.byteCount == 1) {
-        AppendNumber(line.initialValue, text);
-    } else {
-        AppendWord(line.initialValue, text);
+ObjectCodeText::ObjectCodeText(const ObjectLine& line) {
+    if (line.purpose == ObjectPurpose::VariableLocation) {
+        line.byteCount == 1 ? AppendNumber(line.initialValue) : AppendWord(line.initialValue);
+        return;
+    }
+    const Instruction& instruction = InstructionFor(line.opcode);
+    AppendNumber(static_cast<std::int32_t>(line.opcode));
+    for (std::size_t slot = 0; slot < line.argCount; ++slot) {
+        text_[length_++] = ',';
+        if (instruction.arguments[slot] == ArgumentType::Byte) {
+            AppendNumber(line.arguments[slot]->address);
+        } else {
+            AppendWord(EncodableAddress(*line.arguments[slot]));
+        }
     }
 }
 
-void AppendObjectCode(const ObjectLine& line, std::string& text) {
-    if (line.purpose == ObjectPurpose::VariableLocation) return AppendValue(line, text);
-    const Instruction& instruction = InstructionFor(line.opcode);
-    AppendNumber(static_cast<std::int32_t>(line.opcode), text);
-    for (std::size_t slot = 0; slot < line.argCount; ++slot) {
-        text += ',';
-        if (instruction.arguments[slot] == ArgumentType::Byte) {
-            AppendNumber(line.arguments[slot]->address, text);
-        } else {
-            AppendWord(EncodableAddress(*line.arguments[slot]), text);
-        }
-    }
+void ObjectCodeText::AppendNumber(std::int32_t number) {
+    char* const start = text_.data() + length_;
+    length_ = static_cast<std::size_t>(
+        std::to_chars(start, text_.data() + text_.size(), number).ptr - text_.data());
+}
+
+void ObjectCodeText::AppendWord(std::int32_t word) {
+    AppendNumber(word / kByteValues);
+    text_[length_++] = ',';
+    AppendNumber(word % kByteValues);
 }
 
 }  // namespace zentro

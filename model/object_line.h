@@ -72,10 +72,19 @@ ObjectLine CreateVariableLocation(Label& label, DataType type, std::uint16_t ini
 /// Addresses beyond this cannot be encoded; they come out as 0.
 inline constexpr std::int32_t kLargestAddress = 32767;
 
-/// Appends the initial bytes of a location, as decimal numbers joined by ",".
-void AppendValue(const ObjectLine& line, std::string& text);
+/// The object code of a line: decimal numbers joined by ",". Of a location they are its initial
+/// bytes.
+class ObjectCodeText {
+  public:
+    explicit ObjectCodeText(const ObjectLine& line);
+    std::string_view View() const { return {text_.data(), length_}; }
 
-/// Appends the line's object code: decimal numbers joined by ",".
-void AppendObjectCode(const ObjectLine& line, std::string& text);
+  private:
+    void AppendNumber(std::int32_t number);
+    void AppendWord(std::int32_t word);
+
+    std::array<char, 32> text_;  ///< an opcode and three words take 27 characters
+    std::size_t length_ = 0;
+};
 
 }  // namespace zentro

@@ -25,10 +25,8 @@ bool SourceLine::GeneratesCode() const {
         case Purpose::BlockMiddle:
         case Purpose::FunctionAssignment:
         case Purpose::RoutineHeader:
-        case Purpose::EventHeader:
-            return true;
-        case Purpose::BlockEnd:
-            return token != Token::EndTable;
+        case Purpose::EventHeader: return true;
+        case Purpose::BlockEnd: return token != Token::EndTable;
         case Purpose::Unclassified:
         case Purpose::Blank:
         case Purpose::ByteDeclaration:
@@ -36,8 +34,7 @@ bool SourceLine::GeneratesCode() const {
         case Purpose::FlagDeclaration:
         case Purpose::ConstantDeclaration:
         case Purpose::DataTableHeader:
-        case Purpose::PointerDeclaration:
-            return false;
+        case Purpose::PointerDeclaration: return false;
     }
     return false;
 }

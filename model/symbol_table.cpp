@@ -1,5 +1,8 @@
 #include "model/symbol_table.h"
 
+#include <utility>
+
+#include "config/text.h"
 #include "model/value_bounds.h"
 
 namespace zentro {
@@ -28,12 +31,14 @@ SymbolTable::SymbolTable(std::pmr::memory_resource* memory) : texts_(memory) {
 }
 
 ParentId SymbolTable::ParentWithName(std::string_view name) {
-    const NameIndex::Key key(name);
-    const std::uint32_t known = parentNames_.Find(key);
+    const NameKey key(name);
+    const std::uint32_t known = parentNames_.Find(key.hash, [&](std::uint32_t place) {
+        return EqualsIgnoreCase(parents_[place].name, name);
+    });
     if (known != NameIndex::kNone) return static_cast<ParentId>(known);
     const auto number = static_cast<std::uint32_t>(parents_.size());
     parents_.push_back({name});
-    parentNames_.Add(key, number);
+    parentNames_.Add(key.hash, number);
     return static_cast<ParentId>(number);
 }
 
@@ -41,31 +46,43 @@ std::string_view SymbolTable::NameOf(ParentId parent) const {
     return parents_[Number(parent)].name;
 }
 
-const Symbol* SymbolTable::FindSymbol(std::string_view name, ParentId parent) const {
-    const NameIndex::Key key(name);
-    std::uint32_t found = symbolNames_.Find(key, Number(parent));
-    if (found == NameIndex::kNone && parent != ParentId::Program) {
-        found = symbolNames_.Find(key, Number(ParentId::Program));
-    }
+const Symbol* SymbolTable::FindSymbol(const NameKey& name, ParentId parent) const {
+    // Operands that are no names are numbers and texts. The compiler's own names are out of reach.
+    if (name.name.empty() || !IsLetter(name.name.front())) return nullptr;
+    const Symbol* own = FindOwn(name, parent);
+    return own != nullptr || parent == ParentId::Program ? own : FindOwn(name, ParentId::Program);
+}
+
+const Symbol* SymbolTable::FindOwn(const NameKey& name, ParentId parent) const {
+    const std::uint32_t found =
+        symbolNames_.Find(name.HashFor(Number(parent)), [&](std::uint32_t place) {
+            const Symbol& symbol = symbols_[place];
+            return symbol.parent == parent && EqualsIgnoreCase(symbol.name, name.name);
+        });
     return found == NameIndex::kNone ? nullptr : &symbols_[found];
 }
 
-Symbol* SymbolTable::FindOwn(std::string_view name, ParentId parent) const {
-    const std::uint32_t found = symbolNames_.Find(NameIndex::Key(name), Number(parent));
-    return found == NameIndex::kNone ? nullptr : const_cast<Symbol*>(&symbols_[found]);
+Symbol* SymbolTable::FindOwn(const NameKey& name, ParentId parent) {
+    return const_cast<Symbol*>(std::as_const(*this).FindOwn(name, parent));
 }
 
-const Constant* SymbolTable::FindConstant(std::string_view name, ConstantKind kind) const {
-    if (kind == ConstantKind::Text) {
-        const auto found = textConstants_.find(name);
-        return found == textConstants_.end() ? nullptr : &constants_[found->second];
-    }
-    const std::uint32_t found = constantNames_.Find(NameIndex::Key(name));
+const Constant* SymbolTable::FindConstant(const NameKey& name) const {
+    const std::uint32_t found = constantNames_.Find(name.hash, [&](std::uint32_t place) {
+        return EqualsIgnoreCase(constants_[place].name, name.name);
+    });
     return found == NameIndex::kNone ? nullptr : &constants_[found];
 }
 
-bool SymbolTable::IsDeclaredAnywhere(std::string_view name) const {
-    return allNames_.Find(NameIndex::Key(name)) != NameIndex::kNone;
+const Constant* SymbolTable::FindTextConstant(std::string_view text) const {
+    const auto found = textConstants_.find(text);
+    return found == textConstants_.end() ? nullptr : &constants_[found->second];
+}
+
+bool SymbolTable::IsDeclaredAnywhere(const NameKey& name) const {
+    const std::uint32_t found = allNames_.Find(name.hash, [&](std::uint32_t place) {
+        return EqualsIgnoreCase(symbols_[place].name, name.name);
+    });
+    return found != NameIndex::kNone;
 }
 
 Symbol& SymbolTable::AddSymbol(const Symbol& symbol) {
@@ -74,9 +91,9 @@ Symbol& SymbolTable::AddSymbol(const Symbol& symbol) {
     entered.label.name =
         IsRoutine(symbol) ? symbol.name : texts_.Concat(NameOf(symbol.parent), "_", symbol.name);
     if (symbol.type == DataType::Table) entered.table = &tables_.emplace_back();
-    const NameIndex::Key key(entered.name);
-    symbolNames_.Add(key, number, Number(entered.parent));
-    allNames_.Add(key, number);
+    const NameKey key(entered.name);
+    symbolNames_.Add(key.HashFor(Number(entered.parent)), number);
+    if (!IsDeclaredAnywhere(key)) allNames_.Add(key.hash, number);
     Parent& parent = parents_[Number(entered.parent)];
     (parent.last == nullptr ? parent.first : parent.last->nextOfParent) = &entered;
     parent.last = &entered;
@@ -85,7 +102,9 @@ Symbol& SymbolTable::AddSymbol(const Symbol& symbol) {
 
 const Constant& SymbolTable::AddConstant(std::string_view name, std::string_view value,
                                          ConstantKind kind) {
-    if (const Constant* known = FindConstant(name, kind)) return *known;
+    const Constant* known =
+        kind == ConstantKind::Text ? FindTextConstant(name) : FindConstant(name);
+    if (known != nullptr) return *known;
     const auto number = static_cast<std::uint32_t>(constants_.size());
     Constant& constant = constants_.emplace_back();
     constant.word.name = texts_.Concat("W_", name);
@@ -96,7 +115,7 @@ const Constant& SymbolTable::AddConstant(std::string_view name, std::string_view
     if (kind == ConstantKind::Text) {
         textConstants_.emplace(constant.name, number);
     } else {
-        constantNames_.Add(NameIndex::Key(constant.name), number);
+        constantNames_.Add(NameKey(constant.name).hash, number);
     }
     return constant;
 }

@@ -30,15 +30,19 @@ class SymbolTable {
 
     /// The symbol with the name that the parent declares, else the program's; nothing when
     /// neither declares it.
-    const Symbol* FindSymbol(std::string_view name, ParentId parent) const;
+    const Symbol* FindSymbol(const NameKey& name, ParentId parent) const;
 
     /// The symbol with the name that this very parent declares, or nothing.
-    Symbol* FindOwn(std::string_view name, ParentId parent) const;
+    const Symbol* FindOwn(const NameKey& name, ParentId parent) const;
+    Symbol* FindOwn(const NameKey& name, ParentId parent);
 
-    const Constant* FindConstant(std::string_view name, ConstantKind kind) const;
+    /// The constant or number with the name, or nothing.
+    const Constant* FindConstant(const NameKey& name) const;
+    /// The text literal, whose letter case counts, or nothing.
+    const Constant* FindTextConstant(std::string_view text) const;
 
     /// True when any parent declares a variable, routine or event with the name.
-    bool IsDeclaredAnywhere(std::string_view name) const;
+    bool IsDeclaredAnywhere(const NameKey& name) const;
 
     /// Enters a symbol and makes its resolved name. Its name must be valid and new to its parent.
     Symbol& AddSymbol(const Symbol& symbol);

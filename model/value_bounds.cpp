@@ -13,15 +13,12 @@ constexpr std::int32_t kByteValues = 256;
 
 std::size_t LongestText(DataType type) {
     switch (type) {
-        case DataType::Byte:
-            return 1;
+        case DataType::Byte: return 1;
         case DataType::Word:
-        case DataType::Pointer:
-            return 2;
+        case DataType::Pointer: return 2;
         case DataType::Flag:
         case DataType::Any:
-        case DataType::Table:
-            return 0;
+        case DataType::Table: return 0;
     }
     return 0;
 }
@@ -43,12 +40,9 @@ bool CheckValueBounds(DataType type, std::string_view value) {
 std::optional<std::int32_t> NumberOf(std::string_view value) {
     if (IsNumeric(value)) return ParseNumber(value);
     switch (value.size()) {
-        case 1:
-            return CharacterCode(value[0]);
-        case 2:
-            return CharacterCode(value[0]) * kByteValues + CharacterCode(value[1]);
-        default:
-            return std::nullopt;
+        case 1: return CharacterCode(value[0]);
+        case 2: return CharacterCode(value[0]) * kByteValues + CharacterCode(value[1]);
+        default: return std::nullopt;
     }
 }
 

@@ -9,16 +9,11 @@ namespace {
 
 std::string_view ColourSequence(LogColour colour) {
     switch (colour) {
-        case LogColour::Black:
-            return "";
-        case LogColour::Grey:
-            return "\033[90m";
-        case LogColour::Green:
-            return "\033[32m";
-        case LogColour::Blue:
-            return "\033[34m";
-        case LogColour::Red:
-            return "\033[31m";
+        case LogColour::Black: return "";
+        case LogColour::Grey: return "\033[90m";
+        case LogColour::Green: return "\033[32m";
+        case LogColour::Blue: return "\033[34m";
+        case LogColour::Red: return "\033[31m";
     }
     return "";
 }
@@ -27,14 +22,10 @@ constexpr std::string_view kPlain = "\033[0m";
 
 std::string_view SeverityName(Severity severity) {
     switch (severity) {
-        case Severity::Error:
-            return "error";
-        case Severity::Warning:
-            return "warning";
-        case Severity::Information:
-            return "information";
-        case Severity::Box:
-            return "fatal";
+        case Severity::Error: return "error";
+        case Severity::Warning: return "warning";
+        case Severity::Information: return "information";
+        case Severity::Box: return "fatal";
     }
     return "information";
 }

@@ -105,8 +105,9 @@ ExitStatus Compile(const Options& options, const InstructionConfiguration& confi
     DiskWriter writer;
     NoProgress progress;
     ListingText listing;
-    const auto compilation =
-        std::make_unique<Compilation>(configuration, Environment{*log, prompts, reader, progress});
+    // It is left to the system with the rest of the program's memory.
+    auto* const compilation =
+        new Compilation(configuration, Environment{*log, prompts, reader, progress});
     if (options.checkOnly) {
         SyntaxCheck(*compilation, files);
     } else {
@@ -134,5 +135,6 @@ int main(int argc, char** argv) {
     const std::string path =
         options->configurationFile ? *options->configurationFile : ShippedConfiguration(argv[0]);
     if (!LoadLanguage(path, configuration)) return static_cast<int>(ExitStatus::Failure);
-    return static_cast<int>(Compile(*options, configuration));
+    // Ends without tearing down what the system takes back at once.
+    std::_Exit(static_cast<int>(Compile(*options, configuration)));
 }
