@@ -53,14 +53,13 @@ FileContent ReadWholeFile(const std::string& path) {
     // One byte more than the file has, so that its end shows with the first read.
     std::size_t room = sizeUnknown ? std::size_t{1} << 16 : static_cast<std::size_t>(size) + 1;
     std::size_t length = 0;
-    std::size_t got = 0;
-    do {
+    bool isFull = true;
+    while (isFull) {
         content.bytes.resize(length + room);
+        length += std::fread(content.bytes.data() + length, 1, room, file.get());
+        isFull = length == content.bytes.size();
         room = std::max(room, std::size_t{1} << 16);
-        got =
-            std::fread(content.bytes.data() + length, 1, content.bytes.size() - length, file.get());
-        length += got;
-    } while (got > 0);
+    }
     if (std::ferror(file.get()) != 0) return Failure(errno);
     content.bytes.resize(length);
     return content;

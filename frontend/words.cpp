@@ -9,7 +9,14 @@ namespace {
 constexpr auto kNone = std::string_view::npos;
 
 bool IsDelimiter(char c) {
-    return c == ' ' || c == '(' || c == ')' || c == ',' || c == '"';
+    switch (c) {
+        case ' ':
+        case '(':
+        case ')':
+        case ',':
+        case '"': return true;
+        default: return false;
+    }
 }
 
 /// The length of the text literal at the start of the text; 0 when there is none.
@@ -57,6 +64,7 @@ bool IsQuoted(std::string_view text) {
 }
 
 std::size_t FindOutsideQuotes(std::string_view text, char wanted, std::size_t start) {
+    if (text.find(wanted, start) == kNone) return kNone;
     bool inQuotes = false;
     for (std::size_t i = start; i < text.size(); ++i) {
         if (!inQuotes && text[i] == wanted) return i;

@@ -2,13 +2,31 @@
 
 #include <algorithm>
 #include <cassert>
-#include <charconv>
 
 namespace zentro {
 
 namespace {
 
 constexpr std::int32_t kByteValues = 256;
+
+/// The decimal digits of a byte. Object code is made of nothing else.
+struct Digits {
+    std::array<char, 3> text{};
+    std::uint8_t length = 0;
+};
+
+constexpr std::array<Digits, kByteValues> MakeDigits() {
+    std::array<Digits, kByteValues> all{};
+    for (std::size_t byte = 0; byte < all.size(); ++byte) {
+        Digits& digits = all[byte];
+        for (std::size_t unit = 100; unit > 0; unit /= 10) {
+            if (byte < unit && unit > 1) continue;
+            digits.text[digits.length++] = static_cast<char>('0' + byte / unit % 10);
+        }
+    }
+    return all;
+}
+constexpr std::array<Digits, kByteValues> kDigits = MakeDigits();
 
 std::int32_t EncodableAddress(const Label& label) {
     const bool isEncodable = label.address >= 0 && label.address <= kLargestAddress;
@@ -46,31 +64,31 @@ ObjectLine CreateVariableLocation(Label& label, DataType type, std::uint16_t ini
 
 ObjectCodeText::ObjectCodeText(const ObjectLine& line) {
     if (line.purpose == ObjectPurpose::VariableLocation) {
-        line.byteCount == 1 ? AppendNumber(line.initialValue) : AppendWord(line.initialValue);
+        line.byteCount == 1 ? AppendByte(line.initialValue) : AppendWord(line.initialValue);
         return;
     }
     const Instruction& instruction = InstructionFor(line.opcode);
-    AppendNumber(static_cast<std::int32_t>(line.opcode));
+    AppendByte(static_cast<std::int32_t>(line.opcode));
     for (std::size_t slot = 0; slot < line.argCount; ++slot) {
         text_[length_++] = ',';
         if (instruction.arguments[slot] == ArgumentType::Byte) {
-            AppendNumber(line.arguments[slot]->address);
+            AppendByte(line.arguments[slot]->address);
         } else {
             AppendWord(EncodableAddress(*line.arguments[slot]));
         }
     }
 }
 
-void ObjectCodeText::AppendNumber(std::int32_t number) {
-    char* const start = text_.data() + length_;
-    length_ = static_cast<std::size_t>(
-        std::to_chars(start, text_.data() + text_.size(), number).ptr - text_.data());
+void ObjectCodeText::AppendByte(std::int32_t byte) {
+    const Digits& digits = kDigits[static_cast<std::size_t>(byte)];
+    std::copy(digits.text.begin(), digits.text.end(), text_.data() + length_);
+    length_ += digits.length;
 }
 
 void ObjectCodeText::AppendWord(std::int32_t word) {
-    AppendNumber(word / kByteValues);
+    AppendByte(word / kByteValues);
     text_[length_++] = ',';
-    AppendNumber(word % kByteValues);
+    AppendByte(word % kByteValues);
 }
 
 }  // namespace zentro

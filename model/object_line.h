@@ -80,7 +80,7 @@ class ObjectCodeText {
     std::string_view View() const { return {text_.data(), length_}; }
 
   private:
-    void AppendNumber(std::int32_t number);
+    void AppendByte(std::int32_t byte);
     void AppendWord(std::int32_t word);
 
     std::array<char, 32> text_;  ///< an opcode and three words take 27 characters

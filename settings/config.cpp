@@ -44,16 +44,13 @@ SettingValue Normalised(SettingNumber number, SettingValue value) {
 
 SettingValue DefaultValue(const Setting& setting, const std::filesystem::path& programFolder) {
     switch (setting.kind) {
-        case SettingKind::Text:
-            return std::string(setting.defaultText);
+        case SettingKind::Text: return std::string(setting.defaultText);
         case SettingKind::ProgramPath:  // "/" adds the separator, for an empty name as well
             return PathText((programFolder / setting.defaultText).make_preferred());
         case SettingKind::Flag:
         case SettingKind::Integer:
-        case SettingKind::Colour:
-            return static_cast<std::int32_t>(setting.defaultNumber);
-        case SettingKind::FloatingPoint:
-            return setting.defaultNumber;
+        case SettingKind::Colour: return static_cast<std::int32_t>(setting.defaultNumber);
+        case SettingKind::FloatingPoint: return setting.defaultNumber;
     }
     return {};
 }

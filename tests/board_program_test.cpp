@@ -146,7 +146,7 @@ class BoardServeTest : public BoardProgramTest {
         if (process_ > 0) stop();
     }
 
-    void serve(std::vector<std::string> options = {}) {
+    void serve(const std::vector<std::string>& options = {}) {
         std::array<int, 2> pipe{};
         ASSERT_EQ(::pipe(pipe.data()), 0);
         process_ = fork();

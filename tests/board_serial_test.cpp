@@ -29,38 +29,21 @@ struct LineCase {
 };
 
 TEST(BoardCommands, AnswerOrRefuse) {
-    const LineCase cases[] = {
-        {"W", "Kinetron\r\n"},
-        {"w", "Kinetron\r\n"},
-        {"", ""},
-        {"]", ""},
-        {"X", ""},
-        {"Z", ""},
-        {"G", "No program\r\n"},
-        {"D", "No program\r\n"},
-        {"Q", "?\r\n"},
-        {"GO", "?\r\n"},
-        {" W", "?\r\n"},
-        {"M1F045", ""},
-        {"m1f045", ""},
-        {"S2B05", ""},
-        {"A31", ""},
-        {"M0F045", "?\r\n"},
-        {"M5F045", "?\r\n"},
-        {"M1G045", "?\r\n"},
-        {"M1F45", "?\r\n"},
-        {"M1F256", "?\r\n"},
-        {"M1F-05", "?\r\n"},
-        {"M1F0450", "?\r\n"},
-        {"S4F10", "?\r\n"},
-        {"S1F100", "?\r\n"},
-        {"A12", "?\r\n"},
-        {"A41", "?\r\n"},
-        {"A1", "?\r\n"},
-    };
-    for (const LineCase& row : cases) {
+    const LineCase answered[] = {
+        {"W", "Kinetron\r\n"},   {"w", "Kinetron\r\n"},   {"", ""},      {"]", ""},
+        {"G", "No program\r\n"}, {"D", "No program\r\n"}, {"X", ""},     {"Z", ""},
+        {"M1F045", ""},          {"m1f045", ""},          {"S2B05", ""}, {"A31", ""}};
+    for (const LineCase& row : answered) {
         Board board;
         EXPECT_EQ(Say(board, row.typed + "\r"), row.typed + "\r\n" + row.answer) << row.typed;
+    }
+    const std::string refused[] = {"Q",      "GO",     " W",     "M0F045", "M5F045",
+                                   "M1G045", "M1F45",  "M1F256", "M1F-05", "M1F0450",
+                                   "S4F10",  "S1F100", "A12",    "A41",    "A1"};
+    for (const std::string& line : refused) {
+        Board board;
+        EXPECT_EQ(Say(board, line + "\r"), line + "\r\n?\r\n") << line;
+        EXPECT_EQ(board.outputs, Outputs{}) << line;
     }
 }
 
