@@ -1,0 +1,228 @@
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "config/message_code.h"
+#include "config/text.h"
+#include "tests/support/compile_fixture.h"
+
+namespace zentro {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Program;
+using test::Split;
+
+const std::string kFolder = ZENTRO_TESTS_FOLDER "/messages";
+
+/// The codes by their place: "main.txt:3", or an empty place for those without a line.
+using CodesByPlace = std::map<std::string, std::vector<std::string>>;
+
+/// Adds what the comments of a file expect: "; expect E24 E505" against its own line, and
+/// "; expect-above", "; expect-at LINE" and "; expect-anywhere" where a comment cannot stand there.
+void AddExpectations(const std::string& fileName, const std::string& text, CodesByPlace& expected) {
+    int lineNo = 0;
+    for (const std::string& line : Split(text, '\n')) {
+        ++lineNo;
+        const std::size_t at = line.rfind("; expect");
+        if (at == std::string::npos) continue;
+        std::vector<std::string> words = Split(line.substr(at + 2), ' ');
+        std::string place = fileName + ":" + std::to_string(lineNo);
+        if (words[0] == "expect-above") place = fileName + ":" + std::to_string(lineNo - 1);
+        if (words[0] == "expect-anywhere") place = "";
+        if (words[0] == "expect-at") {
+            place = ":" + words[1];
+            words.erase(words.begin());
+        }
+        expected[place].insert(expected[place].end(), words.begin() + 1, words.end());
+    }
+}
+
+CodesByPlace Found(const Program& program) {
+    CodesByPlace found;
+    for (const std::string& message : program.Messages()) {
+        const std::size_t blank = std::min(message.find(' '), message.size() - 1);
+        const bool hasPlace = message[blank] == ' ';
+        found[hasPlace ? message.substr(blank + 1) : ""].push_back(
+            hasPlace ? message.substr(0, blank) : message);
+    }
+    return found;
+}
+
+/// A line for each place, so that a failing test shows the places that differ.
+std::string AsText(const CodesByPlace& codes) {
+    std::string text;
+    for (const auto& [place, list] : codes) {
+        text += place;
+        for (const std::string& code : list)
+            text += " " + code;
+        text += "\n";
+    }
+    return text;
+}
+
+/// The programs of a file, which stand between lines that begin with "; ====".
+std::vector<std::string> ProgramsOf(const std::string& path) {
+    std::vector<std::string> programs{""};
+    for (const std::string& line : Split(test::ReadFile(path), '\n')) {
+        if (line.starts_with("; ====") && !programs.back().empty()) programs.emplace_back();
+        programs.back() += line + "\n";
+    }
+    return programs;
+}
+
+std::vector<std::string> MessageFiles() {
+    std::vector<std::string> paths;
+    for (const auto& entry : fs::directory_iterator(kFolder)) {
+        if (entry.is_regular_file()) paths.push_back(entry.path().stem());
+    }
+    return paths;
+}
+
+/// Codes that no program in messages/ shows, each with its reason.
+const std::map<std::string, std::string> kNotHere{
+    {"E2", "a table inside a table is met as E12, while reading"},
+    {"E7", "nothing open is E511 now"},
+    {"E59", "every place that is jumped to is made by the line that is jumped to"},
+    {"E61", "in the files of includes/"},
+    {"E74", "encoding_test.cpp"},
+    {"E3003", "robustness_test.cpp: the object file cannot be written"},
+};
+
+TEST(MessageTexts, EveryErrorAndWarningHasAProgramHere) {
+    std::set<std::string> shown;
+    for (const std::string& name : MessageFiles()) {
+        CodesByPlace expected;
+        AddExpectations(name, test::ReadFile(kFolder + "/" + name + ".txt"), expected);
+        for (const auto& [place, codes] : expected)
+            shown.insert(codes.begin(), codes.end());
+    }
+    for (const MessageCode code : MessageCodes()) {
+        const std::string text = MessageCodeText(code);
+        const Severity severity = test::ShippedLanguage().messages.Find(code)->errorSeverity;
+        const bool isMistake = severity == Severity::Error || severity == Severity::Warning;
+        const bool wanted = isMistake && !kNotHere.contains(text);
+        EXPECT_EQ(shown.contains(text), wanted) << text;
+    }
+}
+
+/// The first message with the code contains all of the pieces, which "|" separates.
+struct TextRow {
+    const char* statement;
+    const char* code;
+    const char* pieces;
+};
+
+TEST(MessageTexts, NameWhatIsWrong) {
+    const std::string declarations =
+        "DEFINE BYTE Small = 0\nDEFINE WORD Wide = 0\nDEFINE FLAG Lost = TRUE\n"
+        "DEFINE POINTER Reader\nDEFINE TABLE Tune = 1\nEND TABLE\nDEFINE CONSTANT Far = 1000\n"
+        "DEFINE ROUTINE Halt()\nEND ROUTINE\nDEFINE EVENT Bumped()\nEND EVENT\n";
+    for (const TextRow& row : {
+             TextRow{"Small = Wide", "E24", "Wide - |Needed here: a byte. Found: a word variable."},
+             {"Wide = Lost", "E24", "Needed here: a word. Found: a flag."},
+             {"Lost = Reader", "E24", "Needed here: a flag, or TRUE or FALSE. Found: a pointer."},
+             {"WRITE Tune, 1", "E24", "Needed here: a pointer. Found: a table."},
+             {"PLAY TUNE Small", "E24",
+              "Needed here: the name of a table. Found: a byte variable."},
+             {"SET EVENT 3, Halt", "E24", "Needed here: the name of an event. Found: a routine."},
+             {"Small = Bumped", "E24", "Needed here: a byte. Found: an event."},
+             {"Lost = 5", "E24",
+              "Needed here: a flag, or TRUE or FALSE. Found: a number or a text."},
+             {"Lost = ON", "E24", "Needed here: a flag, or TRUE or FALSE. Found: a constant."},
+             {"Small = Small * 2", "E24", "Sum Variable - "},
+             {"SET MOTOR 1, \"f\", 60", "E68", "f|F|B"},
+             {"DISPLAY Nobody", "E64", "Nobody"},
+         }) {
+        Program program("BEGIN PROGRAM\n" + std::string(row.statement) + "\nEND PROGRAM\n" +
+                        declarations);
+        program.Compile();
+        for (const std::string& piece : Split(row.pieces, '|')) {
+            EXPECT_THAT(program.TextOf(row.code), testing::HasSubstr(piece)) << row.statement;
+        }
+    }
+}
+
+// Words of the compiler's own trade tell a pupil nothing.
+TEST(MessageTexts, SpeakTheLanguageOfTheUser) {
+    for (const MessageCode code : MessageCodes()) {
+        std::string text(test::ShippedLanguage().messages.GetMessageText(code));
+        EXPECT_FALSE(text.empty()) << MessageCodeText(code);
+        for (char& c : text)
+            c = FoldCase(c);
+        for (const char* word : {"TOKEN", "ELEMENT", "CLASS", "OPERAND", "IDENTIFIER", "LITERAL"}) {
+            EXPECT_EQ(text.find(word), std::string::npos) << MessageCodeText(code);
+        }
+    }
+}
+
+TEST(Log, ShowsAWholeRun) {
+    // The first line's text has 25 characters, the second's 24; the third message has no line.
+    Program program("DISPLAY " + std::string(16, '0') + "1\nJUMP AROUND THE BIG BLOCK\nDISPLAY " +
+                    std::string(15, '0') + "1 ; comment\n");
+    EXPECT_FALSE(program.Compile());
+    const auto text = [](MessageCode code) {
+        return std::string(test::ShippedLanguage().messages.GetMessageText(code));
+    };
+    const std::string never = " E507: " + text(MessageCode::NeverRuns) + "\n";
+    const std::vector<std::pair<std::string, LogColour>> expected{
+        {"*** Begining to compile 'main.txt' ***\n", LogColour::Black},
+        {"\t" + text(MessageCode::LoadStarts) + "\n", LogColour::Grey},
+        {"     \tOpening Source File 'src/main.txt'........\n", LogColour::Green},
+        {"\t" + text(MessageCode::SourceLineCount) + " 3\n", LogColour::Grey},
+        {"\t" + text(MessageCode::LoadEnds) + "\n", LogColour::Grey},
+        {"\t" + text(MessageCode::ParseStarts) + "\n", LogColour::Grey},
+        {"\t(Double Click on any error message to have related source line highlighted)\n"
+         "Line:\tMessage:\n",
+         LogColour::Green},
+        {"0001\tWARNING: DISPLAY 00000000000000001..." + never, LogColour::Blue},
+        {"0002\tERROR:   JUMP AROUND THE BIG BLOCK... E15: " + text(MessageCode::UnknownStatement) +
+             "\n",
+         LogColour::Red},
+        {"0003\tWARNING: DISPLAY 0000000000000001    " + never, LogColour::Blue},
+        {"0000\tERROR:   \t\t E26: " + text(MessageCode::NoProgram) + "\n", LogColour::Red},
+        {"\t" + text(MessageCode::StageFailed) + "\n", LogColour::Grey},
+        {"\t" + text(MessageCode::ParseEnds) + "\n", LogColour::Grey},
+        {"\t" + text(MessageCode::RunEnds) + "\n", LogColour::Black},
+        {"*** Compile Completed with 2 Errors and 2 Warnings. ***", LogColour::Red}};
+    EXPECT_EQ(program.output.pieces, expected);
+    EXPECT_EQ(program.output.beeps, 1);
+}
+
+TEST(Log, OfARunWithWarningsOnlyEndsInGreenWithoutABeep) {
+    Program program("BEGIN PROGRAM\nEND PROGRAM now\n");
+    EXPECT_TRUE(program.Compile());
+    EXPECT_EQ(program.output.pieces.back().first,
+              "*** Compile Completed with 0 Errors and 1 Warnings. ***");
+    EXPECT_EQ(program.output.pieces.back().second, LogColour::Green);
+    EXPECT_EQ(program.output.beeps, 0);
+}
+
+class Messages : public testing::TestWithParam<std::string> {};
+
+TEST_P(Messages, AreThoseOfTheComments) {
+    for (const std::string& text : ProgramsOf(kFolder + "/" + GetParam() + ".txt")) {
+        Program program(text);
+        for (const auto& entry : fs::directory_iterator(kFolder + "/includes")) {
+            program.WithFile("includes/" + entry.path().filename().string(),
+                             test::ReadFile(entry.path()));
+        }
+        program.Compile();
+        CodesByPlace expected;
+        for (const std::string& path : program.files.asked) {
+            if (!program.files.texts.contains(path)) continue;
+            AddExpectations(path.substr(4), program.files.texts[path], expected);
+        }
+        EXPECT_EQ(AsText(Found(program)), AsText(expected)) << text.substr(0, text.find('\n'));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Messages, testing::ValuesIn(MessageFiles()),
+                         [](const auto& info) { return info.param; });
+
+}  // namespace
+}  // namespace zentro
