@@ -15,7 +15,6 @@ constexpr std::size_t kStateCount = 11;
 
 /// The blocks by how they nest.
 enum class Nesting : std::uint8_t { Outside, Table, RoutineOrEvent, Program, Inner };
-constexpr std::size_t kNestingCount = 5;
 
 struct StateRow {
     CompileState state;
