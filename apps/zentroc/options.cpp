@@ -27,9 +27,10 @@ std::optional<Options> ParseOptions(int argc, char** argv, ExitStatus& status) {
     app.add_option("--symbols", options.symbolsFile, "Write the program's variables")
         ->type_name("FILE");
     app.add_option("--format", options.format, "How messages are written: text or json")
-        ->transform(CLI::Transformer(
-            std::map<std::string, LogFormat>{{"text", LogFormat::Text}, {"json", LogFormat::Json}}))
-        ->check(CLI::IsMember({LogFormat::Text, LogFormat::Json}))
+        ->transform(
+            CLI::CheckedTransformer(std::map<std::string, LogFormat>{{"text", LogFormat::Text},
+                                                                     {"json", LogFormat::Json}})
+                .description(""))
         ->type_name("FORMAT");
     app.add_flag("-q,--quiet", options.quiet, "Write errors and warnings only");
     app.footer(
