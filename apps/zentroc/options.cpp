@@ -1,7 +1,6 @@
 #include "apps/zentroc/options.h"
 
 #include <CLI/CLI.hpp>
-#include <map>
 
 namespace zentro {
 
@@ -26,11 +25,9 @@ std::optional<Options> ParseOptions(int argc, char** argv, ExitStatus& status) {
         ->type_name("FILE");
     app.add_option("--symbols", options.symbolsFile, "Write the program's variables")
         ->type_name("FILE");
-    app.add_option("--format", options.format, "How messages are written: text or json")
-        ->transform(
-            CLI::CheckedTransformer(std::map<std::string, LogFormat>{{"text", LogFormat::Text},
-                                                                     {"json", LogFormat::Json}})
-                .description(""))
+    std::string format = "text";
+    app.add_option("--format", format, "How messages are written: text or json")
+        ->check(CLI::IsMember({"text", "json"}))
         ->type_name("FORMAT");
     app.add_flag("-q,--quiet", options.quiet, "Write errors and warnings only");
     app.footer(
@@ -44,6 +41,7 @@ std::optional<Options> ParseOptions(int argc, char** argv, ExitStatus& status) {
         status = isHelp ? ExitStatus::Success : ExitStatus::Failure;
         return std::nullopt;
     }
+    options.format = format == "json" ? LogFormat::Json : LogFormat::Text;
     return options;
 }
 
