@@ -10,6 +10,7 @@ namespace {
 
 constexpr char kBackspace = 8;
 constexpr char kDelete = 127;
+constexpr std::uint64_t kStepAndPrompt = 2;  // a budget that is never used up in debug mode
 constexpr std::string_view kEraseCharacter = "\x1b[D";
 
 bool IsPrintable(char character) {
@@ -31,6 +32,8 @@ void EndLine(Board& board) {
     } else {
         CarryOutCommand(board, line);
     }
+    // A step is taken at once, so that the next line finds the prompt that it is meant for.
+    if (board.processor.debug != DebugState::Off) RunInstructions(board, kStepAndPrompt);
 }
 
 void TypeCharacter(Board& board, char character) {

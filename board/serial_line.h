@@ -42,8 +42,8 @@ struct SerialLine {
     bool operator==(const SerialLine&) const = default;
 };
 
-/// Characters arrive on the serial line. They only change what the board is about to do:
-/// instructions are carried out by RunInstructions alone.
+/// Characters arrive on the serial line. But for single steps of the debug mode they only change
+/// what the board is about to do: programs run in RunInstructions.
 void ReceiveCharacters(Board& board, std::string_view characters);
 
 /// POWER OFF: forgets the command that was being typed and ends the report.
