@@ -54,6 +54,7 @@ void ContinueBlock(Compilation& compilation, SourceLine& line, CompileState stat
 /// Leaves the block; false, with a warning, when there is none to leave.
 bool CloseBlock(Compilation& compilation, SourceLine& line, CompileState state) {
     if (compilation.states.Current() == CompileState::Outside) {
+        line.purpose = Purpose::Unclassified;  // it ends nothing, so it does nothing
         compilation.diagnostics.PostError(MessageCode::NothingOpenToEnd, &line);
         return false;
     }
