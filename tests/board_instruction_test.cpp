@@ -356,6 +356,22 @@ TEST(BoardInstruction, RunsWhatAProgramWroteIntoItself) {
     }
 }
 
+TEST(BoardInstruction, NoticesAChangeOfAnyOfItsBytes) {
+    for (std::uint32_t offset = 0; offset < 7; ++offset) {
+        const Bytes data{1, 2, 0};
+        Board ran = BoardAt({54, 1, 0, 1, 1, 1, 2}, data);
+        Board fresh = ran;
+        RunInstructions(ran, 1);
+        Put(ran, kData, data);
+        ran.processor = fresh.processor;
+        for (Board* board : {&ran, &fresh}) {
+            board->memory.StoreByte(kCode + offset, 3);
+            RunInstructions(*board, 1);
+        }
+        EXPECT_TRUE(ran == fresh) << offset;
+    }
+}
+
 TEST(BoardInstruction, TraceTellsTheEffect) {
     struct Row {
         Bytes code;

@@ -250,6 +250,9 @@ TEST(BoardDebugMode, WaitsThroughAWaitAndStepsHandlersToo) {
     EXPECT_EQ(TakeOutput(board), "");
     RunTicks(board, 1, 100);
     EXPECT_EQ(TakeOutput(board), "[0008] END\r\n" + kPrompt);
+    // A jump leaves the wait behind.
+    Say(board, "J0005\r\r");
+    EXPECT_EQ(Say(board, "J0008\r"), "J0008\r\n[0008] END\r\n" + kPrompt);
 }
 
 const std::string kReport =
