@@ -111,7 +111,7 @@ TEST_P(WholePrograms, BecomeTheInstructionsInTheirComments) {
 
 INSTANTIATE_TEST_SUITE_P(All, WholePrograms,
                          testing::Values("recursion.txt", "shared_parameters.txt", "defaults.txt",
-                                         "routine_ends.txt"),
+                                         "routine_ends.txt", "nothing_open.txt"),
                          [](const auto& info) {
                              return info.param.substr(0, info.param.size() - 4);
                          });

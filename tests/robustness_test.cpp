@@ -1,0 +1,251 @@
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "tests/support/compile_fixture.h"
+
+namespace zentro {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Program;
+using test::Split;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The examples by their paths below the folder, with the files that they include.
+const std::map<std::string, std::string>& Examples() {
+    static const auto* const examples = [] {
+        auto* texts = new std::map<std::string, std::string>;
+        const fs::path folder = ZENTRO_EXAMPLES_FOLDER;
+        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+            if (entry.path().extension() != ".txt") continue;
+            (*texts)[fs::relative(entry.path(), folder)] = test::ReadFile(entry.path());
+        }
+        return texts;
+    }();
+    return *examples;
+}
+
+std::unique_ptr<Program> Compiled(const std::string& text) {
+    auto program = std::make_unique<Program>(text);
+    for (const auto& [name, included] : Examples()) {
+        if (name.find('/') != std::string::npos) program->WithFile(name, included);
+    }
+    program->Compile();
+    return program;
+}
+
+/// What holds for every text: an answer, and when there are no errors, as many bytes in the object
+/// file as the program has addresses.
+void ExpectSound(const Program& program, const std::string& name) {
+    EXPECT_THAT(program.prompts.shown, testing::SizeIs(testing::Le(1))) << name;
+    EXPECT_TRUE(program.output.pieces.back().first.starts_with("*** Compile Completed")) << name;
+    if (program.compilation.diagnostics.ErrorCount() > 0) return;
+    const std::string& object = program.object.text;
+    const auto bytes = std::count(object.begin(), object.end(), ',') +
+                       std::count(object.begin(), object.end(), '\n');
+    const ObjectLine& last = program.compilation.objectLines.back();
+    EXPECT_EQ(bytes, last.address + last.byteCount) << name;
+}
+
+TEST(Examples, CompileWithoutMessages) {
+    int programs = 0;
+    for (const auto& [name, text] : Examples()) {
+        if (name.find('/') != std::string::npos) continue;
+        ++programs;
+        const auto program = Compiled(text);
+        EXPECT_THAT(program->Messages(), IsEmpty()) << name;
+        ExpectSound(*program, name);
+    }
+    EXPECT_GE(programs, 9);
+}
+
+// A program is half-typed most of its life. Short examples are cut at every byte, long ones at
+// every line end and every eighth byte, other ones from line to line.
+TEST(Examples, CanBeCutAnywhere) {
+    constexpr std::size_t kShort = 2500;
+    for (const auto& [name, text] : Examples()) {
+        std::size_t line = 0;
+        std::size_t lineStart = 0;
+        for (std::size_t end = 0; end <= text.size(); ++end) {
+            const bool isLineEnd = end > 0 && text[end - 1] == '\n';
+            if (isLineEnd) {
+                ++line;
+                lineStart = end;
+            }
+            if (text.size() > kShort && !isLineEnd && (end - lineStart + line) % 8 != 0) continue;
+            ExpectSound(*Compiled(text.substr(0, end)), name + " cut at " + std::to_string(end));
+        }
+    }
+}
+
+// A block loses its first or last line as soon as somebody edits it.
+TEST(Examples, CanLoseAnyLine) {
+    for (const auto& [name, text] : Examples()) {
+        for (std::size_t start = 0; start < text.size();) {
+            const std::size_t end = std::min(text.find('\n', start), text.size() - 1) + 1;
+            ExpectSound(*Compiled(text.substr(0, start) + text.substr(end)),
+                        name + " without the line at " + std::to_string(start));
+            start = end;
+        }
+    }
+}
+
+TEST(LineEnds, MakeNoDifference) {
+    const std::string& text = Examples().at("explorer.txt");
+    const std::string object = Compiled(text)->object.text;
+    ASSERT_FALSE(object.empty());
+    const auto replaced = [&](const std::string& lineEnd) {
+        std::string other;
+        for (const std::string& line : Split(text, '\n'))
+            other += line + lineEnd;
+        return other;
+    };
+    for (const std::string& other : {replaced("\r\n"), replaced("\r"), "\xEF\xBB\xBF" + text,
+                                     text.substr(0, text.find_last_not_of('\n') + 1)}) {
+        const auto program = Compiled(other);
+        EXPECT_EQ(program->object.text, object);
+        EXPECT_THAT(program->Messages(), IsEmpty());
+    }
+    Program program("BEGIN PROGRAM\r\n\r\nJUMP\n\rJUMP\rEND PROGRAM");
+    program.Check();
+    EXPECT_THAT(program.Messages(), ElementsAre("E15 main.txt:3", "E15 main.txt:5"));
+}
+
+TEST(HugeInput, LinesOfTenMegabytesGetAMessage) {
+    for (const std::string unit :
+         {"0", "(", ")", ",", "\"", "+", "A", "A ", " ", ";", "1,", "AND ", "\xC3\xA9", "A("}) {
+        for (const std::string start : {"DISPLAY ", "CALL Abc", "Small = ", "IF ", ""}) {
+            const std::size_t count = start.empty() ? 10'000'000 : 500'000;
+            std::string line = start;
+            while (line.size() < count)
+                line += unit;
+            Program program("DEFINE BYTE Small = 0\nBEGIN PROGRAM\n" + line + "\nEND PROGRAM\n");
+            program.Compile();
+            ExpectSound(program, start + unit);
+            for (const PostedMessage& message : program.output.messages) {
+                EXPECT_LT(message.text.size(), 1000U) << start << unit;
+            }
+        }
+    }
+}
+
+TEST(HugeInput, AMillionLines) {
+    std::string text = "DEFINE BYTE Small = 0\nBEGIN PROGRAM\n";
+    for (int i = 0; i < 1'000'000; ++i)
+        text += "\n";
+    text += "JUMP\n";
+    for (int i = 0; i < 50'000; ++i)
+        text += "INCREMENT Small\n";
+    Program program(text + "END PROGRAM\n");
+    EXPECT_FALSE(program.Check());
+    EXPECT_THAT(program.Messages(), ElementsAre("E15 main.txt:1000003"));
+}
+
+TEST(HugeInput, TenThousandNestedBlocks) {
+    struct Block {
+        const char* first;
+        const char* last;
+        const char* notEnded;
+    };
+    for (const Block& block : {Block{"IF Small = 1 THEN\n", "END IF\n", "E8"},
+                               {"WHILE Small = 1\n", "END WHILE\n", "E9"},
+                               {"REPEAT\n", "UNTIL Small = 1\n", "E10"},
+                               {"SELECT Small\nCASE 1\n", "END SELECT\n", "E11"},
+                               {"LOOP\n", "END LOOP\n", "E51"}}) {
+        std::string first = "DEFINE BYTE Small = 0\nBEGIN PROGRAM\n";
+        std::string last;
+        for (int i = 0; i < 10'000; ++i) {
+            first += block.first;
+            last += block.last;
+        }
+        Program closed(first + last + "END PROGRAM\n");
+        closed.Compile();
+        const auto messages = closed.Messages();
+        // Only the size of the deepest nests is a fault.
+        EXPECT_TRUE(messages.empty() || messages == std::vector<std::string>{"E74"}) << block.first;
+        Program open(first);
+        EXPECT_FALSE(open.Check());
+        ASSERT_EQ(open.Messages().size(), 1U) << block.first;
+        EXPECT_TRUE(open.Messages()[0].starts_with(block.notEnded));
+    }
+}
+
+TEST(Garbage, IsAnsweredLikeAnyProgram) {
+    std::mt19937 random(1);  // NOLINT(bugprone-random-generator-seed): the same bytes each time
+    const std::string& example = Examples().at("traffic_light.txt");
+    for (int round = 0; round < 300; ++round) {
+        std::string bytes(random() % 600, '\0');
+        for (char& c : bytes)
+            c = static_cast<char>(random() % (round % 2 == 0 ? 256 : 128));
+        ExpectSound(*Compiled(bytes), "bytes " + std::to_string(round));
+        std::string damaged = example;
+        for (int change = 0; change < 5; ++change) {
+            damaged[random() % damaged.size()] = static_cast<char>(random() % 256);
+        }
+        ExpectSound(*Compiled(damaged), "damage " + std::to_string(round));
+    }
+    Program nul(std::string("BEGIN PROGRAM\nSTOP\0MOTORS\nDISPLAY \"\0\"\nEND PROGRAM\0\0\n", 49));
+    EXPECT_TRUE(nul.Compile()) << nul.output.log;
+    EXPECT_THAT(nul.Messages(), IsEmpty());
+}
+
+TEST(Includes, MayBe255FilesDeep) {
+    Program program("INCLUDE \"2.txt\"\nBEGIN PROGRAM\nEND PROGRAM\n");
+    for (int depth = 2; depth <= 256; ++depth) {
+        program.WithFile(std::to_string(depth) + ".txt",
+                         "INCLUDE \"" + std::to_string(depth + 1) + ".txt\"\nSTOP\n");
+    }
+    program.Check();
+    EXPECT_THAT(program.Messages(), ElementsAre("E61 255.txt:1"));
+    // 254 included files of two lines each, and the main file.
+    EXPECT_EQ(program.compilation.sourceLines.size(), 254U * 2 + 3);
+    EXPECT_THAT(program.TextOf("E61"), testing::HasSubstr("256.txt"));
+}
+
+TEST(Includes, AMissingFileIsAskedForUntilThereIsOne) {
+    Program program("INCLUDE \"lost.txt\"\nBEGIN PROGRAM\nEND PROGRAM\n");
+    program.files.texts["/picked/found.txt"] = "DEFINE BYTE AB = 1\n";
+    program.prompts.answers = {"/picked/wrong.txt", "/picked/found.txt"};
+    program.Check();
+    const std::string question = "Cannot Find lost.txt|src|lost.txt";
+    EXPECT_THAT(program.prompts.questions, ElementsAre(question, question));
+    EXPECT_THAT(program.files.asked, ElementsAre("src/main.txt", "src/lost.txt",
+                                                 "/picked/wrong.txt", "/picked/found.txt"));
+    EXPECT_THAT(program.Messages(), ElementsAre("E62 lost.txt:1"));
+}
+
+TEST(Includes, AFileThatCannotBeReadIsNotAskedFor) {
+    Program program("INCLUDE \"/far/away.txt\" ; a name that says where the file is\n");
+    program.files.unreadable.insert("/far/away.txt");
+    program.Check();
+    EXPECT_THAT(program.prompts.questions, IsEmpty());
+    EXPECT_THAT(program.files.asked, ElementsAre("src/main.txt", "/far/away.txt"));
+    EXPECT_THAT(program.Messages(), ElementsAre("E60 main.txt:1"));
+}
+
+TEST(MainFile, MissingIsE60WithoutALine) {
+    Program program("");
+    program.files.texts.clear();
+    EXPECT_FALSE(program.Compile());
+    EXPECT_THAT(program.Messages(), ElementsAre("E60"));
+    EXPECT_EQ(program.prompts.questions.size(), 1U);
+}
+
+TEST(ObjectFile, ThatCannotBeWrittenEndsTheRun) {
+    Program program(
+        "BEGIN PROGRAM\nEND PROGRAM\nDEFINE TABLE Space\nRESERVE 20000\nRESERVE 2000\nEND TABLE\n");
+    program.object.problem = "No space left on device";
+    EXPECT_FALSE(program.Compile());
+    EXPECT_THAT(program.Messages(), ElementsAre("E3003"));
+    EXPECT_THAT(program.prompts.shown, IsEmpty());
+}
+
+}  // namespace
+}  // namespace zentro
