@@ -51,16 +51,18 @@ void ContinueBlock(Compilation& compilation, SourceLine& line, CompileState stat
     compilation.RegisterLineLabel(line);
 }
 
-/// Leaves the block; false, with a warning, when there is none to leave.
-bool CloseBlock(Compilation& compilation, SourceLine& line, CompileState state) {
+/// Whether a line that ends a block has found one to end.
+enum class Closing { NothingOpen, Failed, Closed };
+
+/// Leaves the block. Warns when there is none to leave.
+Closing CloseBlock(Compilation& compilation, SourceLine& line, CompileState state) {
     if (compilation.states.Current() == CompileState::Outside) {
         line.purpose = Purpose::Unclassified;  // it ends nothing, so it does nothing
         compilation.diagnostics.PostError(MessageCode::NothingOpenToEnd, &line);
-        return false;
+        return Closing::NothingOpen;
     }
     line.purpose = Purpose::BlockEnd;
-    ExitCompileState(compilation, state, line);
-    return true;
+    return ExitCompileState(compilation, state, line) ? Closing::Closed : Closing::Failed;
 }
 
 /// The line before this one in its block, or nothing.
@@ -112,9 +114,11 @@ void ParseRoutineHeader(Compilation& compilation, SourceLine& line, std::string_
 void ParseBlockEnd(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     const auto* row = std::find_if(kBlockEnds.begin(), kBlockEnds.end(),
                                    [&](const BlockEndRow& end) { return end.token == line.token; });
-    const bool closed = CloseBlock(compilation, line, row->state);
-    if (closed && row->hasLabel) compilation.RegisterLineLabel(line);
-    if (closed && row->token == Token::EndTable) CheckTableEnd(compilation, line);
+    const Closing closing = CloseBlock(compilation, line, row->state);
+    if (row->hasLabel) compilation.RegisterLineLabel(line);
+    if (closing == Closing::Closed && line.token == Token::EndTable) {
+        CheckTableEnd(compilation, line);
+    }
     if (line.token == Token::EndSelect) {
         const SourceLine* previous = PreviousInBlock(compilation, line);
         if (previous != nullptr && previous->token == Token::Select) {
@@ -154,7 +158,7 @@ void ParseWhile(Compilation& compilation, SourceLine& line, std::string_view arg
 }
 
 void ParseUntil(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    if (!CloseBlock(compilation, line, CompileState::Repeat)) return;
+    if (CloseBlock(compilation, line, CompileState::Repeat) == Closing::NothingOpen) return;
     compilation.RegisterLineLabel(line);
     ParseLoopCondition(compilation, line, arguments);
 }
