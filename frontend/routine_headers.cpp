@@ -48,7 +48,8 @@ Header SplitHeader(std::string_view arguments) {
     const SplitText split = SplitFirstWord(arguments);
     Header header{split.first, split.rest, false};
     const std::size_t nameEnd = split.first.size();
-    header.hasParenthesis = nameEnd < arguments.size() && arguments[nameEnd] == '(';
+    header.hasParenthesis =
+        nameEnd < arguments.size() && arguments[nameEnd] == '(' && !IsQuoted(split.first);
     if (!header.hasParenthesis && header.rest.starts_with('(')) {
         header.hasParenthesis = true;
         header.rest = Trim(header.rest.substr(1));
