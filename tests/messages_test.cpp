@@ -59,8 +59,8 @@ std::string AsText(const CodesByPlace& codes) {
     for (const auto& [place, list] : codes) {
         text += place;
         for (const std::string& code : list)
-            text += " " + code;
-        text += "\n";
+            text.append(1, ' ').append(code);
+        text += '\n';
     }
     return text;
 }
