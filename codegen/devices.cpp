@@ -218,7 +218,8 @@ void GenerateStopSound(Compilation& compilation, SourceLine& line) {
     }
     const Constant& silence = compilation.symbols.AddConstant(entry->command, entry->description,
                                                               ConstantKind::NamedOrNumber);
-    const Label* value = ValueArgument(compilation, silence, silence.byte.name);
+    const Label* value =
+        ValueArgument(compilation, silence, compilation.texts.Concat("B_", entry->command));
     Append(compilation, line, Opcode::PlaySound, ObjectComment::SourceLine, {value, value});
 }
 

@@ -37,9 +37,15 @@ void PostTwice(Compilation& compilation, const Symbol& one, const Symbol& other)
                                       Shorten(later.name) + " and " + Shorten(earlier.name));
 }
 
-/// The table one of whose elements bears the label of a program-wide name: an element is called by
-/// its table and its number.
-const Symbol* FindTableWithElement(const Compilation& compilation, std::string_view name) {
+/// An element of a table, which is called by its table and its number.
+struct TableElement {
+    const Symbol* table;
+    std::int32_t address;
+};
+
+/// The table element that bears the label of a program-wide name, if one does.
+std::optional<TableElement> FindTableElement(const Compilation& compilation,
+                                             std::string_view name) {
     for (std::size_t digits = 1; digits < name.size() && IsDigit(name[name.size() - digits]);
          ++digits) {
         const std::string_view number = name.substr(name.size() - digits);
@@ -48,18 +54,22 @@ const Symbol* FindTableWithElement(const Compilation& compilation, std::string_v
         const Symbol* symbol =
             compilation.symbols.FindOwn(name.substr(0, name.size() - digits), ParentId::Program);
         if (symbol == nullptr || symbol->table == nullptr) continue;
-        if (static_cast<std::size_t>(*index) < symbol->table->bytes.size()) return symbol;
+        if (static_cast<std::size_t>(*index) < symbol->table->bytes.size()) {
+            return TableElement{symbol, symbol->label.address + *index};
+        }
     }
-    return nullptr;
+    return std::nullopt;
 }
 
-/// A table's T1 beside a variable named T1.
+/// A table's T1 beside a variable named T1: the name means the place that comes first.
 void CheckTableElements(Compilation& compilation) {
-    for (const Symbol* symbol = compilation.symbols.FirstOf(ParentId::Program); symbol != nullptr;
-         symbol = symbol->nextOfParent) {
-        if (symbol->symbolClass != SymbolClass::Variable) continue;
-        const Symbol* table = FindTableWithElement(compilation, symbol->name);
-        if (table != nullptr) PostTwice(compilation, *symbol, *table);
+    for (Symbol& symbol : compilation.symbols.Symbols()) {
+        const bool isProgramWide = symbol.parent == ParentId::Program;
+        if (!isProgramWide || symbol.symbolClass != SymbolClass::Variable) continue;
+        const std::optional<TableElement> element = FindTableElement(compilation, symbol.name);
+        if (!element) continue;
+        PostTwice(compilation, symbol, *element->table);
+        symbol.label.address = std::min(symbol.label.address, element->address);
     }
 }
 
@@ -69,14 +79,18 @@ bool JoinsNames(const Symbol& symbol) {
 }
 
 /// A variable of routine A_B beside one of routine A. Only routines whose names hold the joint can
-/// come to the label of another declaration.
+/// come to the label of another declaration. The name means the place that comes first.
 void CheckJoinedNames(Compilation& compilation) {
-    const auto& symbols = compilation.symbols.Symbols();
+    auto& symbols = compilation.symbols.Symbols();
     if (std::none_of(symbols.begin(), symbols.end(), JoinsNames)) return;
-    std::unordered_map<std::string_view, const Symbol*, FoldedHash, FoldedEqual> byLabel;
-    for (const Symbol& symbol : symbols) {
+    std::unordered_map<std::string_view, Symbol*, FoldedHash, FoldedEqual> byLabel;
+    for (Symbol& symbol : symbols) {
         const auto [known, isNew] = byLabel.emplace(symbol.ResolvedName(), &symbol);
-        if (!isNew) PostTwice(compilation, symbol, *known->second);
+        if (isNew) continue;
+        Symbol& other = *known->second;
+        PostTwice(compilation, symbol, other);
+        symbol.label.address = other.label.address =
+            std::min(symbol.label.address, other.label.address);
     }
 }
 

@@ -36,7 +36,7 @@ constexpr std::array kStatements{
     StatementTemplate{Token::SetMotor, 3, {OneOf(kOneToFour), OneOf(kDirections), kByte}},
     StatementTemplate{Token::Push, 1, {kAny}},
     StatementTemplate{Token::CalibrateJoystick, 3, {OneOf(kOneToTwo), kValue, kValue}},
-    StatementTemplate{Token::SetPort, 2, {OneOf(kOneToThree), kByte}},
+    StatementTemplate{Token::SetPort, 2, {OneOf(kOneToThree), kValue}},
     StatementTemplate{Token::DisplayHex, 1, {kByte}},
     StatementTemplate{Token::Display, 1, {kByte}},
     StatementTemplate{Token::SetLeds, 2, {kByte, kByte}},

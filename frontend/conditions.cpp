@@ -112,6 +112,7 @@ void CheckVariables(Compilation& compilation, SourceLine& line, const LineElemen
 
 /// first comparison second
 void AddComparison(Compilation& compilation, SourceLine& line, const ComparisonText& text) {
+    if (RefuseCall(compilation, text.second, line)) return;
     const auto first =
         ParseOperand(compilation, text.first, line, ExpectedFirst(compilation, line, text));
     if (first) compilation.AddElement(line, *first);

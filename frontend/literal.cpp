@@ -88,7 +88,7 @@ const Command* FindCatalogueConstant(const Compilation& compilation, std::string
 std::optional<Literal> ParseLiteral(Compilation& compilation, std::string_view text,
                                     SourceLine& line) {
     if (text.starts_with('"')) return ParseTextLiteral(compilation, text, line);
-    if (const std::size_t open = text.find('('); open != std::string_view::npos) {
+    if (const std::size_t open = FindOutsideQuotes(text, '('); open != std::string_view::npos) {
         return Literal{
             ElementClass::Call, Trim(text.substr(0, open)), {}, ConstantKind::NamedOrNumber};
     }

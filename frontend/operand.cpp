@@ -91,6 +91,10 @@ std::optional<DataType> TypeOfConstant(Compilation& compilation, std::string_vie
                                         : SymbolClass::Literal;
     const DataType wanted =
         expected.constantType == DataType::Any ? expected.type : expected.constantType;
+    if (literal.value.empty()) {
+        compilation.diagnostics.PostError(MessageCode::ValueOutOfRange, &line, Shorten(text));
+        return std::nullopt;
+    }
     if (wanted == DataType::Table) {
         PostMismatch(compilation, text, line, wanted, {symbolClass, DataType::Any});
         return std::nullopt;
@@ -138,10 +142,11 @@ const LineElement* AddVariable(Compilation& compilation, std::string_view text, 
                                ElementUse use) {
     const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent);
     if (symbol == nullptr) {
-        // A constant cannot change; anything else is reported as an operand would be.
-        if (ParseOperand(compilation, text, line, {})) {
+        if (SketchOperand(compilation, text, line).kind == OperandSketch::Kind::Constant) {
             compilation.diagnostics.PostError(MessageCode::TargetNotAVariable, &line,
                                               Shorten(text));
+        } else {
+            ParseOperand(compilation, text, line, {});  // tells what is wrong with it
         }
         return nullptr;
     }
@@ -198,19 +203,22 @@ void AddChangedVariable(Compilation& compilation, std::string_view text, SourceL
 
 void AddEventHandler(Compilation& compilation, std::string_view text, SourceLine& line) {
     const Symbol* symbol = compilation.symbols.FindSymbol(text, line.parent);
-    if (symbol == nullptr) {
-        if (!ParseOperand(compilation, text, line, {})) return;
-    } else if (symbol->symbolClass == SymbolClass::Event) {
+    if (symbol != nullptr && symbol->symbolClass == SymbolClass::Event) {
         LineElement element;
         element.use = ElementUse::Read;
         element.location = &symbol->label;
         compilation.AddElement(line, element);
         return;
     }
-    const SymbolClass found = symbol == nullptr ? SymbolClass::Literal : symbol->symbolClass;
-    const DataType type = symbol == nullptr ? DataType::Any : symbol->type;
+    RangeDescription found{SymbolClass::Literal, DataType::Any};
+    if (symbol != nullptr) {
+        found = {symbol->symbolClass, symbol->type};
+    } else if (SketchOperand(compilation, text, line).kind == OperandSketch::Kind::Unknown) {
+        ParseOperand(compilation, text, line, {});  // tells what is wrong with it
+        return;
+    }
     compilation.diagnostics.PostRangeError(line, {SymbolClass::Event, DataType::Any}, Shorten(text),
-                                           {found, type});
+                                           found);
 }
 
 OperandSketch SketchOperand(const Compilation& compilation, std::string_view text,
@@ -231,8 +239,9 @@ OperandSketch SketchOperand(const Compilation& compilation, std::string_view tex
         return {Kind::Constant, inner.size() > 1 ? DataType::Word : DataType::Byte};
     }
     if (IsHexadecimal(text)) {
-        const std::string number = std::to_string(HexadecimalNumber(text).value_or(0));
-        return {Kind::Constant, SmallerType(number)};
+        const std::optional<std::uint32_t> number = HexadecimalNumber(text);
+        if (!number) return {};
+        return {Kind::Constant, SmallerType(std::to_string(*number))};
     }
     return {IsNumeric(text) ? Kind::Constant : Kind::Unknown, SmallerType(text)};
 }

@@ -37,24 +37,18 @@ std::optional<DataType> TypeFromWords(const Compilation& compilation, std::strin
     return std::nullopt;
 }
 
-/// A header cut at its name. The rest begins after the "(", if there is one.
+/// A header cut at its name: what stands between the "(" and the end of the line.
 struct Header {
     std::string_view name;
     std::string_view rest;
-    bool hasParenthesis = false;
+    bool hasParenthesis = false;  ///< else the rest is all that follows the name
 };
 
 Header SplitHeader(std::string_view arguments) {
-    const SplitText split = SplitFirstWord(arguments);
-    Header header{split.first, split.rest, false};
-    const std::size_t nameEnd = split.first.size();
-    header.hasParenthesis =
-        nameEnd < arguments.size() && arguments[nameEnd] == '(' && !IsQuoted(split.first);
-    if (!header.hasParenthesis && header.rest.starts_with('(')) {
-        header.hasParenthesis = true;
-        header.rest = Trim(header.rest.substr(1));
-    }
-    return header;
+    const std::string_view name = SplitFirstWord(arguments).first;
+    const std::string_view rest = Trim(arguments.substr(name.size()));
+    const bool hasParenthesis = rest.starts_with('(');
+    return {name, hasParenthesis ? Trim(rest.substr(1)) : rest, hasParenthesis};
 }
 
 /// One parameter: name TYPE
@@ -94,9 +88,10 @@ void ParseReturnType(Compilation& compilation, SourceLine& line, std::string_vie
 void ParseParameterList(Compilation& compilation, SourceLine& line, const Header& header) {
     const std::string_view rest = header.rest;
     const std::size_t closing = rest.find(')');
-    const bool isNotUnderstood =
-        rest.empty() || (!header.hasParenthesis && closing != kNone && rest.find('(') == kNone);
-    if (isNotUnderstood) {
+    const bool endsUnopened =
+        !header.hasParenthesis && closing != kNone && rest.find('(') > closing;
+    const bool isSeparated = rest.starts_with(',');
+    if (rest.empty() || endsUnopened || isSeparated) {
         compilation.diagnostics.PostError(MessageCode::NotUnderstood, &line);
         return;
     }

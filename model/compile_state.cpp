@@ -116,7 +116,7 @@ void ChangeCompileState(Compilation& compilation, CompileState state, SourceLine
         return;
     }
     if (state == CompileState::Program) {
-        if (current == CompileState::Outside && compilation.mainBlockSeen) {
+        if (compilation.mainBlockSeen) {
             compilation.diagnostics.PostError(MessageCode::SecondProgram, &line);
         }
         compilation.mainBlockSeen = true;
