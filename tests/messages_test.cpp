@@ -65,6 +65,10 @@ std::string AsText(const CodesByPlace& codes) {
     return text;
 }
 
+std::string PathOf(const std::string& name) {
+    return kFolder + "/" + name + ".txt";
+}
+
 /// The programs of a file, which stand between lines that begin with "; ====".
 std::vector<std::string> ProgramsOf(const std::string& path) {
     std::vector<std::string> programs{""};
@@ -97,7 +101,7 @@ TEST(MessageTexts, EveryErrorAndWarningHasAProgramHere) {
     std::set<std::string> shown;
     for (const std::string& name : MessageFiles()) {
         CodesByPlace expected;
-        AddExpectations(name, test::ReadFile(kFolder + "/" + name + ".txt"), expected);
+        AddExpectations(name, test::ReadFile(PathOf(name)), expected);
         for (const auto& [place, codes] : expected)
             shown.insert(codes.begin(), codes.end());
     }
@@ -205,7 +209,7 @@ TEST(Log, OfARunWithWarningsOnlyEndsInGreenWithoutABeep) {
 class Messages : public testing::TestWithParam<std::string> {};
 
 TEST_P(Messages, AreThoseOfTheComments) {
-    for (const std::string& text : ProgramsOf(kFolder + "/" + GetParam() + ".txt")) {
+    for (const std::string& text : ProgramsOf(PathOf(GetParam()))) {
         Program program(text);
         for (const auto& entry : fs::directory_iterator(kFolder + "/includes")) {
             program.WithFile("includes/" + entry.path().filename().string(),
