@@ -24,6 +24,8 @@ CLI::App* AddRun(CLI::App& app, zentro::RunOptions& options) {
                     "input script: on each line a tick, an input and its value");
     run->add_flag("--trace", options.trace, "print each instruction and its effect");
     run->add_flag("--events", options.events, "print the outputs as they change, with their tick");
+    run->add_flag("--real-time", options.realTime,
+                  "keep the pace of a real board instead of going as fast as it goes");
     return run;
 }
 

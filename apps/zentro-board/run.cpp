@@ -1,12 +1,14 @@
 #include "apps/zentro-board/run.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <iostream>
 #include <limits>
 #include <memory>
 #include <optional>
 #include <span>
+#include <thread>
 
 #include "apps/zentro-board/input_script.h"
 #include "apps/zentro-board/symbol_file.h"
@@ -117,7 +119,16 @@ bool TimeIsOver(const Run& run) {
     return run.options.seconds != 0 && run.board.clock >= run.options.seconds * kTicksPerSecond;
 }
 
+/// Waits until the world's time has come as far as the board's.
+void KeepPace(const Run& run, std::chrono::steady_clock::time_point start) {
+    if (!run.options.realTime) return;
+    std::cout.flush();
+    std::this_thread::sleep_until(start +
+                                  std::chrono::seconds(1) * run.board.clock / kTicksPerSecond);
+}
+
 void RunToEnd(Run& run) {
+    const auto start = std::chrono::steady_clock::now();
     ApplyScript(run);
     StartProgram(run.board);
     while (true) {
@@ -130,6 +141,7 @@ void RunToEnd(Run& run) {
         AdvanceTick(run.board);
         ShowChanges(run);
         if (TimeIsOver(run)) return;
+        KeepPace(run, start);
         ApplyScript(run);
     }
 }

@@ -19,9 +19,10 @@ struct RunOptions {
     std::uint32_t seed = 1;
     bool trace = false;
     bool events = false;
+    bool realTime = false;  ///< at the pace of the world instead of as fast as it goes
 };
 
-/// Runs a program to its end as fast as it goes and prints what it left in its variables.
+/// Runs a program to its end and prints what it left in its variables.
 ExitStatus RunProgram(const RunOptions& options);
 
 }  // namespace zentro
