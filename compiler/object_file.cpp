@@ -16,8 +16,10 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 void WriteObjectFileLine(std::string_view objectCode, std::string& text) {
     if (objectCode.size() < kTooLong) {
-        text += objectCode;
-        text += kLineEnd;
+        const std::size_t start = text.size();
+        text.resize(start + objectCode.size() + kLineEnd.size());
+        char* const end = std::copy(objectCode.begin(), objectCode.end(), text.data() + start);
+        std::copy(kLineEnd.begin(), kLineEnd.end(), end);
         return;
     }
     for (std::size_t start = 0; start <= objectCode.size();) {

@@ -27,8 +27,12 @@ Statement CutStatement(const CommandCatalogue& commands, std::string_view line) 
     CharacterClass previous = CharacterClass::Blank;
     std::size_t i = 0;
     for (; i < line.size(); ++i) {
+        if (previous == CharacterClass::Plain) {
+            while (i < line.size() && commands.ClassOf(line[i]) == CharacterClass::Plain)
+                ++i;
+            if (i == line.size()) break;
+        }
         const CharacterClass current = commands.ClassOf(line[i]);
-        if (current == CharacterClass::Plain && previous == CharacterClass::Plain) continue;
         if (current == CharacterClass::Comment) break;
         const bool isRun = current == CharacterClass::Blank &&
                            (previous == CharacterClass::Blank || line[i] != ' ');

@@ -169,13 +169,15 @@ TEST(Encoding, TheCautionComesBeyond21000) {
 
 TEST(ObjectFile, LinesOf256CharactersAreCutAtTheirCommas) {
     const std::string piece(84, '1');
-    const std::string shorter = piece + "," + piece + "," + piece + "1";
+    const std::string last(82, '2');
+    const std::string uncut = piece + "," + piece + "," + last + "000";
+    ASSERT_EQ(uncut.size(), 255U);
     std::string text;
-    WriteObjectFileLine(shorter, text);
-    EXPECT_EQ(text, shorter + "\r\n");
+    WriteObjectFileLine(uncut, text);
+    EXPECT_EQ(text, uncut + "\r\n");
     text.clear();
-    WriteObjectFileLine(", " + piece + " ," + piece + "," + piece + ",", text);
-    EXPECT_EQ(text, "\r\n" + piece + "\r\n" + piece + "\r\n" + piece + "\r\n\r\n");
+    WriteObjectFileLine(", " + piece + " ," + piece + "," + last + ",", text);
+    EXPECT_EQ(text, "\r\n" + piece + "\r\n" + piece + "\r\n" + last + "\r\n\r\n");
 }
 
 }  // namespace
