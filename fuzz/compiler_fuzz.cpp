@@ -68,8 +68,7 @@ class NoListing : public ListingSink {
 const InstructionConfiguration& Language() {
     static const InstructionConfiguration* const kLanguage = [] {
         auto* configuration = new InstructionConfiguration;
-        const std::string problem =
-            LoadInstructionConfig(ZENTRO_SHIPPED_CONFIG, *configuration);
+        const std::string problem = LoadInstructionConfig(ZENTRO_SHIPPED_CONFIG, *configuration);
         if (!problem.empty()) {
             std::fprintf(stderr, "%s\n", problem.c_str());
             std::abort();
@@ -87,8 +86,8 @@ void CheckObjectFile(const Compilation& compilation, const std::string& content)
         if (numbers != line.byteCount || line.address != bytes) std::abort();
         bytes += line.byteCount;
     }
-    const auto separators = std::count_if(content.begin(), content.end(),
-                                          [](char c) { return c == ',' || c == '\n'; });
+    const auto separators =
+        std::count_if(content.begin(), content.end(), [](char c) { return c == ',' || c == '\n'; });
     if (separators != bytes) std::abort();
 }
 
