@@ -88,7 +88,7 @@ Severity SeverityFromNumber(std::int32_t number) {
 using Record = std::array<std::string, 3>;
 
 /// Enters one record. Returns the text to show when it is wrong, else an empty one.
-std::string AddRecord(Record record, const FieldReader& reader,
+std::string AddRecord(Record& record, const FieldReader& reader,
                       InstructionConfiguration& configuration) {
     auto& [token, text, third] = record;
     const std::string key = token;
@@ -124,8 +124,7 @@ std::string ParseInstructionConfig(std::string bytes, InstructionConfiguration& 
             }
             field = *next;
         }
-        if (std::string problem = AddRecord(std::move(record), reader, configuration);
-            !problem.empty()) {
+        if (std::string problem = AddRecord(record, reader, configuration); !problem.empty()) {
             return problem;
         }
     }

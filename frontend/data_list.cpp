@@ -33,19 +33,16 @@ class DataList {
 
   private:
     void AddName(std::string_view name) {
-        const Constant* constant = compilation_.symbols.FindConstant(name);
-        if (constant != nullptr) {
-            AddValue(constant->value);
-        } else if (compilation_.symbols.FindOwn(name, ParentId::Program) != nullptr) {
-            Post(MessageCode::NotAConstant, name);
-        } else if (const Command* catalogueConstant = FindCatalogueConstant(compilation_, name)) {
-            AddValue(catalogueConstant->description);
-        } else if (compilation_.FindCommand(name) != nullptr) {
-            Post(MessageCode::NotAConstant, name);
-        } else {
-            Post(MessageCode::TextWithoutQuotes, name);
-            AddText(name);
+        const SymbolTable& symbols = compilation_.symbols;
+        if (const Constant* constant = symbols.FindConstant(name)) return AddValue(constant->value);
+        const bool isDeclared = symbols.FindOwn(name, ParentId::Program) != nullptr;
+        const Command* constant = FindCatalogueConstant(compilation_, name);
+        if (!isDeclared && constant != nullptr) return AddValue(constant->description);
+        if (isDeclared || compilation_.FindCommand(name) != nullptr) {
+            return Post(MessageCode::NotAConstant, name);
         }
+        Post(MessageCode::TextWithoutQuotes, name);
+        AddText(name);
     }
 
     void AddValue(std::string_view value) {

@@ -29,10 +29,7 @@ Symbol NewVariable(const SourceLine& line, std::string_view name, DataType type)
 }
 
 bool SuitsAsDefault(DataType type, std::string_view value) {
-    if (!CheckValueBounds(type, value)) return false;
-    if (type != DataType::Flag) return true;
-    const std::optional<std::int32_t> number = NumberOf(value);
-    return number == kFlagTrue || number == kFlagFalse;
+    return CheckValueBounds(type, value) && (type != DataType::Flag || IsFlagValue(value));
 }
 
 /// The initial value that a text names; empty when there is none to be had.

@@ -100,8 +100,7 @@ std::optional<DataType> TypeOfConstant(Compilation& compilation, std::string_vie
         return std::nullopt;
     }
     if (wanted == DataType::Flag) {
-        const std::optional<std::int32_t> number = NumberOf(literal.value);
-        if (number == kFlagTrue || number == kFlagFalse) return DataType::Flag;
+        if (IsFlagValue(literal.value)) return DataType::Flag;
         PostMismatch(compilation, text, line, wanted, {symbolClass, DataType::Any});
         return std::nullopt;
     }

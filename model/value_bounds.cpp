@@ -37,6 +37,12 @@ bool CheckValueBounds(DataType type, std::string_view value) {
     return number && *number >= 0 && *number <= largest;
 }
 
+bool IsFlagValue(std::string_view value) {
+    constexpr std::int32_t kNoNumber = -1;
+    const std::int32_t number = NumberOf(value).value_or(kNoNumber);
+    return number == kFlagTrue || number == kFlagFalse;
+}
+
 std::optional<std::int32_t> NumberOf(std::string_view value) {
     if (IsNumeric(value)) return ParseNumber(value);
     switch (value.size()) {

@@ -21,6 +21,9 @@ inline constexpr std::int32_t kFlagFalse = 0;
 /// The type is never Any or Table.
 bool CheckValueBounds(DataType type, std::string_view value);
 
+/// True for the values that a flag can have.
+bool IsFlagValue(std::string_view value);
+
 /// The number that the board holds for a value: the number itself, a character's code, two
 /// characters' codes with the first as the high byte. Nothing when there is none.
 std::optional<std::int32_t> NumberOf(std::string_view value);

@@ -1,6 +1,9 @@
 #include "apps/zentroc/options.h"
 
 #include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "apps/zentroc/console.h"
 
 namespace zentro {
 
@@ -38,7 +41,9 @@ std::optional<Options> ParseOptions(int argc, char** argv, ExitStatus& status) {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         const bool isHelp = app.exit(error) == 0;
-        status = isHelp ? ExitStatus::Success : ExitStatus::Failure;
+        const bool isWritten = static_cast<bool>(std::cout.flush());
+        if (!isWritten) TellFailure("cannot write to standard output");
+        status = isHelp && isWritten ? ExitStatus::Success : ExitStatus::Failure;
         return std::nullopt;
     }
     options.format = format == "json" ? LogFormat::Json : LogFormat::Text;
