@@ -93,7 +93,7 @@ TEST_F(BoardProgramTest, ExitStatusTellsHowItEnded) {
 
 TEST_F(BoardProgramTest, RefusesBadFilesAndOptions) {
     const std::string good = write("good.obj", "5");
-    const std::array<std::array<std::string, 2>, 12> cases{{
+    const std::array<std::array<std::string, 2>, 13> cases{{
         {"", "subcommand"},
         {"run", "FILE"},
         {"run " + good + " --nonsense", "nonsense"},
@@ -109,6 +109,7 @@ TEST_F(BoardProgramTest, RefusesBadFilesAndOptions) {
          "a.in: line 3: there is no input digital5"},
         {"run " + good + " --inputs " + write("b.in", "5 analog1 256\n"),
          "b.in: line 1: analog1 must be a number from 0 to 255"},
+        {"run " + good + " >/dev/full", "cannot write to standard output"},
     }};
     for (const auto& [arguments, message] : cases) {
         EXPECT_EQ(run(arguments), 2) << arguments;

@@ -188,7 +188,8 @@ TEST_F(Zentroc, FilesThatCannotBeWrittenAreStatusTwo) {
     for (const char* arguments :
          {"--listing /dev/full main.txt", "--symbols /dev/full main.txt",
           "--listing nowhere/list main.txt", "--symbols . main.txt", "main.txt >/dev/full",
-          "--format json main.txt >/dev/full", "--listing - main.txt >/dev/full"}) {
+          "--format json main.txt >/dev/full", "--listing - main.txt >/dev/full",
+          "--help >/dev/full", "--version >/dev/full"}) {
         const Result result = Run(arguments);
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_THAT(result.err, StartsWith("zentroc: cannot write")) << arguments;

@@ -5,7 +5,7 @@ namespace zentro {
 /// What the program's exit status tells.
 enum class ExitStatus : int {
     Ended = 0,     ///< END, POWER OFF or another end that was wanted
-    BadUsage = 2,  ///< wrong options, a file that cannot be read, no pseudo-terminal
+    BadUsage = 2,  ///< wrong options, a file that cannot be read or written, no pseudo-terminal
     Fault = 3,     ///< the board stopped the program
     StepsRanOut = 4,
 };

@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
+#include <iostream>
 
 #include "apps/zentro-board/run.h"
 #include "apps/zentro-board/serve.h"
@@ -11,7 +12,7 @@ namespace {
 using zentro::ExitStatus;
 
 CLI::App* AddRun(CLI::App& app, zentro::RunOptions& options) {
-    CLI::App* run = app.add_subcommand("run", "Run a program to its end as fast as it goes");
+    CLI::App* run = app.add_subcommand("run", "Run a program to its end");
     run->add_option("FILE", options.objectFile, "object file")->required();
     run->add_option("--symbols", options.symbolFile,
                     "the compiler's list of variables: print their values at the end");
@@ -58,7 +59,10 @@ int Main(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     try {
-        return Main(argc, argv);
+        const int status = Main(argc, argv);
+        if (std::cout.flush()) return status;
+        std::fprintf(stderr, "zentro-board: cannot write to standard output\n");
+        return static_cast<int>(ExitStatus::BadUsage);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "zentro-board: %s\n", error.what());
         return static_cast<int>(ExitStatus::BadUsage);
