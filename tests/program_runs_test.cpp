@@ -93,7 +93,8 @@ class ProgramRun : public testing::Test {
 
         std::ofstream(folder_ / "inputs") << expected["input"];
         std::string run = ZENTRO_BOARD_PROGRAM " run --events --symbols symbols --inputs inputs ";
-        run += program.stem().string() + ".obj " + expected["run"];
+        run += program.stem().string() + ".obj --max-steps 100000000 ";  // none may run for ever
+        run += expected["run"].empty() ? "--seconds 1000" : expected["run"];
         std::replace(run.begin(), run.end(), '\n', ' ');
         const int status = Run(run);
         EXPECT_EQ(status, expected["status"].empty() ? 0 : std::stoi(expected["status"]));
