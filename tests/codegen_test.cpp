@@ -121,7 +121,7 @@ TEST(Codegen, ObjectFileAndListingOfOneProgram) {
     ASSERT_TRUE(program.Compile()) << program.output.log;
     EXPECT_EQ(program.object.path, "out/main.obj");
     EXPECT_EQ(Split(program.object.text, '\n'),
-              Split(test::ReadFile("data/whole_program.obj"), '\n'));
+              Split(test::ReadFile("data/whole_program.object"), '\n'));
     EXPECT_EQ(program.listing.lines, Split(test::ReadFile("data/whole_program.lst"), '\n'));
 }
 
