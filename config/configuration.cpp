@@ -32,6 +32,8 @@ class FieldReader {
     std::string Place() const { return "in line " + std::to_string(fieldLine_); }
 
   private:
+    static bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
+
     void SkipBlanks() {
         while (!rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t')) {
             rest_.remove_prefix(1);
@@ -40,7 +42,9 @@ class FieldReader {
 
     std::string_view NextPlain() {
         fieldLine_ = line_;
-        const std::size_t end = std::min(rest_.find_first_of(",\r\n"), rest_.size());
+        std::size_t end = 0;
+        while (end < rest_.size() && rest_[end] != ',' && !IsLineEnd(rest_[end]))
+            ++end;
         const std::string_view field = Trim(rest_.substr(0, end));
         rest_.remove_prefix(end);
         SkipSeparator();
@@ -49,16 +53,17 @@ class FieldReader {
 
     std::optional<std::string_view> NextQuoted() {
         fieldLine_ = line_;
-        const std::size_t end = rest_.find_first_of("\"\r\n", 1);
-        if (end == std::string_view::npos || rest_[end] != '"') {
+        std::size_t end = 1;
+        while (end < rest_.size() && rest_[end] != '"' && !IsLineEnd(rest_[end]))
+            ++end;
+        if (end == rest_.size() || rest_[end] != '"') {
             fault_ = "the closing quote is missing " + Place();
             return std::nullopt;
         }
         const std::string_view field = Trim(rest_.substr(1, end - 1));
         rest_.remove_prefix(end + 1);
         SkipBlanks();
-        if (!rest_.empty() &&
-            std::string_view(",\r\n").find(rest_.front()) == std::string_view::npos) {
+        if (!rest_.empty() && rest_.front() != ',' && !IsLineEnd(rest_.front())) {
             fault_ = "a comma is missing after a closing quote " + Place();
             return std::nullopt;
         }
