@@ -62,6 +62,15 @@ bool IsAscii(std::string_view bytes) {
 
 }  // namespace
 
+bool IsUtf8(std::string_view bytes) {
+    while (!bytes.empty()) {
+        const std::optional<Utf8Character> character = ReadUtf8(bytes);
+        if (!character) return false;
+        bytes.remove_prefix(character->length);
+    }
+    return true;
+}
+
 std::string DecodeText(std::string bytes) {
     if (IsAscii(bytes)) return bytes;
     std::string_view rest = bytes;

@@ -10,6 +10,9 @@ namespace zentro {
 /// valid UTF-8 are Windows-1252 already. A character that Windows-1252 lacks becomes "?".
 std::string DecodeText(std::string bytes);
 
+/// True when the bytes are well-formed UTF-8.
+bool IsUtf8(std::string_view bytes);
+
 /// Writes a text of the program's own character set as UTF-8.
 std::string ToUtf8(std::string_view text);
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <random>
 #include <system_error>
 
 namespace zentro {
@@ -77,7 +78,8 @@ std::string WriteWholeFile(const std::string& path, std::string_view bytes) {
         const fs::path resolved = fs::canonical(path, failed);
         if (!failed) target = resolved.string();
     }
-    const std::string temporary = target + ".new";
+    // Two programs may write the same file at once, each through a temporary file of its own.
+    const std::string temporary = target + ".new" + std::to_string(std::random_device{}());
     if (std::string problem = WriteAndClose(temporary, bytes); !problem.empty()) {
         static_cast<void>(std::remove(temporary.c_str()));
         return problem;

@@ -12,11 +12,11 @@
 
 #include "apps/zentro-board/input_script.h"
 #include "apps/zentro-board/symbol_file.h"
-#include "apps/zentro-board/text_file.h"
 #include "board/board.h"
 #include "board/loader.h"
 #include "board/text.h"
 #include "board/trace.h"
+#include "config/file.h"
 
 namespace zentro {
 
@@ -40,9 +40,11 @@ bool Complain(const std::string& path, const std::string& wrong) {
 template <typename Use>
 bool UseFile(const std::string& path, Use use) {
     if (path.empty()) return true;
-    const std::optional<std::string> text = ReadFile(path);
-    if (!text) return Complain(path, "cannot be read");
-    const std::string wrong = use(*text);
+    const FileContent file = ReadWholeFile(path);
+    if (file.status != FileContent::Status::Read) {
+        return Complain(path, "cannot be read: " + file.problem);
+    }
+    const std::string wrong = use(file.bytes);
     return wrong.empty() || Complain(path, wrong);
 }
 

@@ -1,22 +1,8 @@
 #include "apps/zentro-board/text_file.h"
 
-#include <array>
 #include <charconv>
-#include <fstream>
 
 namespace zentro {
-
-std::optional<std::string> ReadFile(const std::string& path) {
-    std::ifstream stream(path, std::ios::binary);
-    std::string content;
-    std::array<char, 4096> part{};
-    while (stream.read(part.data(), part.size()) || stream.gcount() > 0) {
-        content.append(part.data(), static_cast<std::size_t>(stream.gcount()));
-    }
-    // A folder can be opened, but not read: only the state after reading tells.
-    if (!stream.is_open() || stream.bad()) return std::nullopt;
-    return content;
-}
 
 std::vector<std::string_view> SplitLines(std::string_view text) {
     std::vector<std::string_view> lines = SplitFields(text, '\n');

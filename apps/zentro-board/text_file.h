@@ -1,14 +1,10 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace zentro {
-
-/// The whole content of a file; nothing if it cannot be read.
-std::optional<std::string> ReadFile(const std::string& path);
 
 /// Cuts a text at its line ends, LF or CR LF; a last line without one counts as well.
 std::vector<std::string_view> SplitLines(std::string_view text);
