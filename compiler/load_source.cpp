@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <optional>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -16,6 +17,8 @@ namespace {
 
 /// More source files than this cannot be open at once.
 constexpr std::size_t kMaxOpenFiles = 255;
+/// No program has this many, but files that include each other twice soon have.
+constexpr std::size_t kMaxFiles = 10000;
 
 /// Takes the lines of a text one by one. LF, CR LF and CR end a line.
 class LineSplitter {
@@ -52,19 +55,27 @@ class SourceLoader {
     }
 
     /// A file that is being read already would include itself without end.
-    bool IncludesItself(const std::string& path) const {
-        const std::string normal = std::filesystem::path(path).lexically_normal().string();
-        return std::find(openPaths_.begin(), openPaths_.end(), normal) != openPaths_.end();
+    bool IsBeingRead(const std::string& normalPath) const {
+        return std::find(openPaths_.begin(), openPaths_.end(), normalPath) != openPaths_.end();
+    }
+
+    bool MustNotBeOpened(const std::string& normalPath) const {
+        return openPaths_.size() == kMaxOpenFiles || compilation_.files.size() == kMaxFiles ||
+               IsBeingRead(normalPath);
     }
 
     bool Load(const std::string& directory, const std::string& fileName,
               std::int32_t includingLineNo) {
         const std::string path = PathOf(directory, fileName);
-        if (openPaths_.size() == kMaxOpenFiles || IncludesItself(path)) {
+        const std::string normalPath = std::filesystem::path(path).lexically_normal().string();
+        if (MustNotBeOpened(normalPath)) {
+            foundCircle_ = true;
             compilation_.diagnostics.PostError(MessageCode::IncludedTooDeep,
                                                LineOrNone(includingLineNo), fileName);
             return false;
         }
+        const bool isNew = pathsRead_.insert(normalPath).second;
+        if (foundCircle_ && !isNew) return false;
         compilation_.diagnostics.LogSourceFileOpen(path);
         std::optional<std::string> bytes = Read(directory, fileName, path);
         if (!bytes) {
@@ -74,7 +85,7 @@ class SourceLoader {
         }
         const SourceFile& file = compilation_.files.emplace_back(
             SourceFile{fileName, directory, DecodeText(std::move(*bytes))});
-        openPaths_.push_back(std::filesystem::path(path).lexically_normal().string());
+        openPaths_.push_back(normalPath);
         LoadLines(file);
         openPaths_.pop_back();
         return true;
@@ -128,6 +139,10 @@ class SourceLoader {
     Compilation& compilation_;
     const ProgramFiles& program_;
     std::vector<std::string> openPaths_;
+    std::unordered_set<std::string> pathsRead_;
+    /// Files that include each other in circles make more paths than can be followed. After the
+    /// first circle no file is read a second time.
+    bool foundCircle_ = false;
 };
 
 }  // namespace

@@ -209,6 +209,26 @@ TEST(Includes, MayBe255FilesDeep) {
     EXPECT_THAT(program.TextOf("E61"), testing::HasSubstr("256.txt"));
 }
 
+TEST(Includes, ThatAllIncludeEachOtherComeToAnEnd) {
+    constexpr int kFiles = 12;  // there are more than a hundred million ways through them
+    std::string all;
+    for (int i = 0; i < kFiles; ++i)
+        all += "INCLUDE \"" + std::to_string(i) + ".txt\"\n";
+    Program circles(all);
+    Program doubling("INCLUDE \"0.txt\"\n");
+    for (int i = 0; i < 40; ++i) {
+        const std::string next = "INCLUDE \"" + std::to_string(i + 1) + ".txt\"\n";
+        doubling.WithFile(std::to_string(i) + ".txt", next + next);
+        circles.WithFile(std::to_string(i) + ".txt", all);
+    }
+    doubling.WithFile("40.txt", "");
+    for (Program* program : {&circles, &doubling}) {
+        EXPECT_FALSE(program->Check());
+        EXPECT_THAT(program->Messages(), testing::Each(testing::StartsWith("E61 ")));
+        EXPECT_LE(program->files.asked.size(), 10000U);
+    }
+}
+
 TEST(Includes, AMissingFileIsAskedForUntilThereIsOne) {
     Program program("INCLUDE \"lost.txt\"\nBEGIN PROGRAM\nEND PROGRAM\n");
     program.files.texts["/picked/found.txt"] = "DEFINE BYTE AB = 1\n";
