@@ -128,7 +128,7 @@ class RandomProgram {
         return Reading(Variable(readsFlag ? Type::Flag : type));
     }
 
-    static Action Setting(const std::string& name, Type type, Value value) {
+    static Action Setting(const std::string& name, Type type, const Value& value) {
         return [=](State& state) { state.At(name) = Fit(type, value(state)); };
     }
 
@@ -138,7 +138,7 @@ class RandomProgram {
             type == Type::Byte   ? std::vector<std::string>{"+", "-", "/", "MOD", "AND", "OR"}
             : type == Type::Word ? std::vector<std::string>{"+", "-", "/", "MOD", "*"}
                                  : std::vector<std::string>{"AND", "OR"};
-        const std::string sign =
+        const std::string& sign =
             operators[static_cast<std::size_t>(Pick(static_cast<int>(operators.size())))];
         const Type operandType = sign == "*" ? Type::Byte : type;
         const bool divides = sign == "/" || sign == "MOD";
@@ -200,7 +200,7 @@ class RandomProgram {
         }
         static const std::vector<std::string> kSigns{"=",  "<",  ">",  "<=", "=<",
                                                      ">=", "=>", "<>", "><"};
-        const std::string sign = kSigns[static_cast<std::size_t>(Pick(9))];
+        const std::string& sign = kSigns[static_cast<std::size_t>(Pick(9))];
         const Type type = Pick(2) == 0 ? Type::Byte : Type::Word;
         Operand a = Reading(Variable(type));
         Operand b = AnOperand(type);
@@ -306,6 +306,7 @@ class RandomProgram {
         Write(target + " = " + routine.name + "(" + list + ")");
         return [=](State& state) {
             std::vector<unsigned> values;
+            values.reserve(arguments.size());
             for (const Operand& argument : arguments)
                 values.push_back(argument.value(state));
             state.At(target) = Invoke(state, routine, values);
