@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <memory>
 #include <random>
@@ -40,6 +41,21 @@ std::string WriteAndClose(const std::string& path, std::string_view bytes) {
     const bool closed = std::fclose(file.release()) == 0;
     if (!written) return SystemText(writeError);
     return closed ? std::string() : SystemText(errno);
+}
+
+/// Puts the finished file in the place of the target, in one step.
+std::error_code MoveInPlace(const std::string& finished, const std::string& target) {
+#ifdef RENAME_EXCHANGE
+    // Where there is an old file the two change places: a rename over it would have this system
+    // write out the new one before it goes on.
+    if (renameat2(AT_FDCWD, finished.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE) == 0) {
+        static_cast<void>(std::remove(finished.c_str()));
+        return {};
+    }
+#endif
+    std::error_code failed;
+    std::filesystem::rename(finished, target, failed);
+    return failed;
 }
 
 }  // namespace
@@ -84,7 +100,7 @@ std::string WriteWholeFile(const std::string& path, std::string_view bytes) {
         static_cast<void>(std::remove(temporary.c_str()));
         return problem;
     }
-    fs::rename(temporary, target, failed);
+    failed = MoveInPlace(temporary, target);
     if (!failed) return {};
     static_cast<void>(std::remove(temporary.c_str()));
     return failed.message();
