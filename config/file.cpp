@@ -20,6 +20,9 @@ struct FileCloser {
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
+/// In bytes; a million lines take a tenth of it.
+constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+
 std::string SystemText(int error) {
     return std::generic_category().message(error);
 }
@@ -72,10 +75,11 @@ FileContent ReadWholeFile(const std::string& path) {
     std::size_t length = 0;
     bool isFull = true;
     while (isFull) {
+        if (length + room > kLargestFile) return Failure(EFBIG);
         content.bytes.resize(length + room);
         length += std::fread(content.bytes.data() + length, 1, room, file.get());
         isFull = length == content.bytes.size();
-        room = std::max(room, std::size_t{1} << 16);
+        room = std::max(length, std::size_t{1} << 16);
     }
     if (std::ferror(file.get()) != 0) return Failure(errno);
     content.bytes.resize(length);

@@ -164,6 +164,17 @@ TEST(Addresses, LeadToSourceLinesAndLabelsToAddresses) {
     EXPECT_EQ(LookupLabel(labels, "Nowhere"), std::nullopt);
 }
 
+TEST(SourceLine, TellsACallOfAFunctionFromOneOfARoutine) {
+    Program program(
+        "DEFINE BYTE Light = 0\nDEFINE ROUTINE Mean() RETURNS BYTE\nRETURN 1\nEND ROUTINE\n"
+        "BEGIN PROGRAM\nLight = Mean()\nLight = ANALOG(1)\nLight = 5\nEND PROGRAM\n");
+    ASSERT_TRUE(program.Compile()) << program.output.log;
+    const Compilation& compilation = program.compilation;
+    EXPECT_FALSE(compilation.GetSourceLine(6).IsSystemFunctionCall());
+    EXPECT_TRUE(compilation.GetSourceLine(7).IsSystemFunctionCall());
+    EXPECT_FALSE(compilation.GetSourceLine(8).IsSystemFunctionCall());
+}
+
 // Nothing of one compilation is seen by another, not even while both are alive.
 TEST(Compilations, LiveSideBySide) {
     Program one("DEFINE BYTE Small = 1\nBEGIN PROGRAM\nDISPLAY Small\nEND PROGRAM\n");

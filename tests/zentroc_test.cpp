@@ -155,7 +155,8 @@ TEST_F(Zentroc, Usage) {
 
 TEST_F(Zentroc, SourceFilesThatCannotBeReadAreStatusTwo) {
     fs::create_directories(folder_ / "in/folder.txt");
-    std::vector<std::string> names{"nowhere.txt", "folder.txt", "main.txt/more.txt", "''"};
+    std::vector<std::string> names{"nowhere.txt", "folder.txt", "main.txt/more.txt", "''",
+                                   "/dev/zero"};
     if (geteuid() != 0) {
         Write("locked.txt", kGood);
         fs::permissions(folder_ / "in/locked.txt", fs::perms::none);
