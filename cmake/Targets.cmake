@@ -39,6 +39,12 @@ function(zentro_library name)
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
 endfunction()
 
+# zentro_qt_library(...): the same for a layer that has Qt classes of its own.
+function(zentro_qt_library name)
+    zentro_library(${name} ${ARGN})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+endfunction()
+
 # zentro_program(name SOURCES file... USES library...): a command-line program in build/PRESET/bin.
 function(zentro_program name)
     cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
@@ -47,4 +53,12 @@ function(zentro_program name)
     if(ZENTRO_STATIC)
         target_link_options(${name} PRIVATE -static)
     endif()
+endfunction()
+
+# zentro_qt_program(...): a program that uses Qt, whose libraries are the system's.
+function(zentro_qt_program name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_USES} zentro_options)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
 endfunction()

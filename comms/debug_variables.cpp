@@ -1,0 +1,1 @@
+#include "comms/debug_variables.h"

@@ -1,0 +1,1 @@
+#include "comms/kinetron_comms.h"

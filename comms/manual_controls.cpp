@@ -1,0 +1,1 @@
+#include "comms/manual_controls.h"

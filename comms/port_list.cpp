@@ -1,0 +1,1 @@
+#include "comms/port_list.h"

@@ -1,0 +1,1 @@
+#include "comms/link.h"

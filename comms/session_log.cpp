@@ -1,0 +1,1 @@
+#include "comms/session_log.h"

@@ -1,0 +1,1 @@
+#include "comms/terminal_screen.h"

@@ -1,0 +1,127 @@
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "comms/download.h"
+#include "comms/kinetron_comms.h"
+#include "comms/link.h"
+#include "comms/port_list.h"
+#include "comms/session_log.h"
+#include "comms/terminal_screen.h"
+
+namespace zentro {
+
+/// The board's debug-mode prompt.
+inline constexpr std::string_view kDebugPrompt =
+    "*Debug Mode*  Go,eXit,Mem,Reset,Alter,Jump or <CR> to Step ->";
+
+/// How often the port is asked for what has arrived.
+inline constexpr std::chrono::milliseconds kPollInterval{10};
+
+/// The conversation with the board: the port, the screen, the log and the download, without a
+/// window. Runs on the event loop of its thread and never waits. Characters are bytes.
+class TerminalSession : public QObject {
+    Q_OBJECT
+
+  public:
+    using MessageSink = std::function<void(const std::string& message)>;
+
+    /// The link outlives the session. `listPorts` tells which ports are present.
+    TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts = ListPorts);
+    ~TerminalSession() override;
+
+    /// Opens and prepares the port, greets the board and raises ConnectionInitOK, or FormClosing
+    /// when that failed.
+    void OpenConnection(const std::string& portName);
+
+    /// Closes the port. The log gets the screen and is closed.
+    void CloseConnection();
+
+    /// After a lost link: whether that very port is present again. Looked at once a second, when
+    /// PortIsBack is raised.
+    bool CanReopen() const { return reopenDevice_.has_value(); }
+    /// Opens it again.
+    void Reopen();
+
+    bool IsConnected() const { return commHandle_ >= 1 && !linkFailed_; }
+    bool LinkFailed() const { return linkFailed_; }
+
+    /// While it is off, what the board sends is not shown but raised as CharsReceived.
+    bool ScreenOff() const { return screenOff_; }
+    void SetScreenOff(bool off) { screenOff_ = off; }
+
+    /// Whether the screen ends with the debug prompt.
+    bool IsDebugging() const;
+
+    /// Writes a command to the port, as it is.
+    void SendCmd(std::string_view command);
+    /// The same for a command that drives hardware; in debug mode it is refused with a message.
+    void ChkForDebugB4SendCmd(std::string_view command);
+    /// Sends one character.
+    void SendKeyStroke(char key);
+    /// A key was pressed on the screen: Enter takes the prompt line off, and every key is sent.
+    void PressKey(char key);
+
+    void WriteToScreen(std::string_view text);
+    TerminalScreen& Screen() { return screen_; }
+    const TerminalScreen& Screen() const { return screen_; }
+
+    /// Sends a program file to the board. DownloadProgress is raised as it goes on and
+    /// DownloadFinished at its end, whatever that is. One at a time; a second call is refused.
+    void DownloadSource(const std::string& path);
+    bool IsDownloading() const { return download_ != nullptr; }
+    void CancelDownload();
+
+    /// A word of the screen was double-clicked: raises SyncToCodeLine when an address stands at
+    /// this position of the screen's text.
+    void DoubleClickAt(std::size_t position);
+
+    /// Starts the session log; returns the message for the user when that failed.
+    [[nodiscard]] std::string StartLog(const std::string& path, std::string_view longDate);
+    /// Writes the screen to the log and closes it.
+    void EndLog();
+    bool IsLogging() const { return log_.IsOpen(); }
+
+  signals:
+    void FormClosing();
+    void SyncToCodeLine(const std::string& address);  ///< four characters
+    void CharsReceived(const std::string& text);
+    void ConnectionInitOK();
+    void ConnectionLost();
+    void PortIsBack();
+    void ScreenChanged();
+    void DownloadProgress(double fraction, int linesSent);
+    void DownloadFinished();
+
+  private:
+    bool OpenPort(const std::string& device);
+    void LoseLink();
+    void Poll();
+    void LookForPort();
+    bool WriteToPort(std::string_view text);
+    void StepDownload();
+
+    MessageSink showMessage_;
+    PortLister listPorts_;
+    KineTronComms comms_;
+    SessionLog log_;
+    TerminalScreen screen_;
+    std::unique_ptr<Download> download_;
+    QTimer readTimer_;
+    QTimer downloadTimer_;
+    QTimer reopenTimer_;
+    PortIdentity portIdentity_;
+    std::optional<std::string> reopenDevice_;
+    std::int32_t commHandle_ = -1;
+    bool linkFailed_ = false;
+    bool screenOff_ = false;
+};
+
+}  // namespace zentro

@@ -1,0 +1,1 @@
+#include "comms/variable_reader.h"

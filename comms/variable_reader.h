@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "comms/debug_variables.h"
+#include "comms/terminal_session.h"
+
+namespace zentro {
+
+/// A board that does not answer a memory read is given up after this time.
+inline constexpr std::chrono::milliseconds kReplyTimeLimit{3000};
+
+/// Reads the values of a program's variables from the board's memory, one after the other, through
+/// the terminal while the board is in debug mode.
+class VariableReader : public QObject {
+    Q_OBJECT
+
+  public:
+    using MessageSink = std::function<void(const std::string& message)>;
+
+    explicit VariableReader(MessageSink showMessage);
+    ~VariableReader() override;
+
+    /// The terminal to talk through; null: none. It is forgotten when its link is lost or it
+    /// closes.
+    void SetTerminal(TerminalSession* terminal);
+
+    /// The variables to read. Tells the user and returns false when there are none.
+    bool LoadVariableList(std::vector<DebugVariable> variables);
+
+    /// Starts to read all of them, or tells the user why not.
+    void RefreshVariables();
+
+    bool IsReading() const { return currentVariableIndex_ != 0; }
+    const std::vector<DebugVariable>& Variables() const { return variables_; }
+    /// What the window lists.
+    std::vector<std::string> ShowVariableList() const { return VariableLines(variables_); }
+
+  signals:
+    void ReadingStarted();
+    /// Reading is over: `complete` tells whether every value was read.
+    void ReadingFinished(bool complete);
+
+  private:
+    void RequestCurrent();
+    void TakeReply(const std::string& text);
+    void Finish(bool complete);
+    void GiveUp();
+
+    MessageSink showMessage_;
+    QPointer<TerminalSession> terminal_;
+    std::vector<DebugVariable> variables_;
+    std::size_t currentVariableIndex_ = 0;
+    std::string replyBuffer_;
+    QTimer timeLimit_;
+};
+
+}  // namespace zentro

@@ -1,0 +1,1 @@
+#include "comms/virtual_board_link.h"

@@ -1,0 +1,1 @@
+#include "compiler/source_of_address.h"

@@ -1,0 +1,122 @@
+#include "ui/support/dialogs.h"
+
+#include <QAbstractButton>
+#include <QColorDialog>
+#include <QDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPushButton>
+
+#include "ui/support/workbench.h"
+
+namespace zentro {
+
+namespace {
+
+void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text) {
+    QMessageBox box(icon, kProgramTitle, text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+std::optional<QString> RunFileDialog(QFileDialog& dialog, const FileChoice& choice) {
+    dialog.setDefaultSuffix(choice.defaultSuffix);
+    if (!choice.suggestedName.isEmpty()) dialog.selectFile(choice.suggestedName);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    return dialog.selectedFiles().first();
+}
+
+}  // namespace
+
+QString DesktopFilters(const QString& filters) {
+    const QStringList parts = filters.split('|');
+    QStringList pairs;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString name = parts[i].section('(', 0, 0).trimmed();
+        const bool namesItsPattern = parts[i].contains(parts[i + 1]);
+        pairs += (namesItsPattern ? name : parts[i]) + " (" + parts[i + 1] + ")";
+    }
+    return pairs.join(";;");
+}
+
+void DesktopDialogs::ShowMessage(QWidget* parent, const QString& text) {
+    ShowBox(parent, QMessageBox::Information, text);
+}
+
+void DesktopDialogs::ShowCritical(QWidget* parent, const QString& text) {
+    ShowBox(parent, QMessageBox::Critical, text);
+}
+
+bool DesktopDialogs::AskYesNo(QWidget* parent, const QString& question) {
+    return QMessageBox::question(parent, kProgramTitle, question) == QMessageBox::Yes;
+}
+
+SaveAnswer DesktopDialogs::AskSaveChanges(QWidget* parent, const QStringList& files) {
+    QMessageBox box(QMessageBox::Warning, kProgramTitle,
+                    "These files have changes that are not saved:\n\n" + files.join('\n') +
+                        "\n\nSave them before closing?",
+                    QMessageBox::NoButton, parent);
+    box.setTextFormat(Qt::PlainText);
+    QPushButton* save = box.addButton("&Save All", QMessageBox::AcceptRole);
+    QAbstractButton* discard = box.addButton("Close &Without Saving", QMessageBox::DestructiveRole);
+    box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(save);
+    box.exec();
+    if (box.clickedButton() == save) return SaveAnswer::Save;
+    return box.clickedButton() == discard ? SaveAnswer::Discard : SaveAnswer::Cancel;
+}
+
+std::optional<QString> DesktopDialogs::AskText(QWidget* parent, const QString& question,
+                                               const QString& answer) {
+    bool accepted = false;
+    const QString text = QInputDialog::getText(parent, kProgramTitle, question, QLineEdit::Normal,
+                                               answer, &accepted);
+    if (!accepted) return std::nullopt;
+    return text;
+}
+
+std::optional<QString> DesktopDialogs::ChooseFileToOpen(QWidget* parent, const FileChoice& choice) {
+    QFileDialog dialog(parent, choice.title, choice.folder, DesktopFilters(choice.filters));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return RunFileDialog(dialog, choice);
+}
+
+std::optional<QString> DesktopDialogs::ChooseFileToSave(QWidget* parent, const FileChoice& choice) {
+    QFileDialog dialog(parent, choice.title, choice.folder, DesktopFilters(choice.filters));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    return RunFileDialog(dialog, choice);
+}
+
+std::optional<QString> DesktopDialogs::ChooseFolder(QWidget* parent, const QString& title,
+                                                    const QString& folder) {
+    const QString chosen = QFileDialog::getExistingDirectory(parent, title, folder);
+    if (chosen.isEmpty()) return std::nullopt;
+    return chosen;
+}
+
+std::optional<QColor> DesktopDialogs::ChooseColour(QWidget* parent, const QColor& present) {
+    const QColor chosen = QColorDialog::getColor(present, parent);
+    if (!chosen.isValid()) return std::nullopt;
+    return chosen;
+}
+
+std::optional<QFont> DesktopDialogs::ChooseFont(QWidget* parent, const QFont& present) {
+    bool accepted = false;
+    const QFont chosen = QFontDialog::getFont(&accepted, present, parent);
+    if (!accepted) return std::nullopt;
+    return chosen;
+}
+
+bool DesktopDialogs::SetUpPrinter(QWidget* parent, QPrinter& printer) {
+    return QPrintDialog(&printer, parent).exec() == QDialog::Accepted;
+}
+
+bool DesktopDialogs::Run(QDialog& dialog) {
+    return dialog.exec() == QDialog::Accepted;
+}
+
+}  // namespace zentro

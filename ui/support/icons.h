@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+namespace zentro {
+
+/// The program's icon of that name ("file-new"; the files lie in data/icons), drawn in the colours
+/// of the present palette at any size. An unknown name gives an empty icon.
+QIcon ThemedIcon(const QString& name);
+
+}  // namespace zentro

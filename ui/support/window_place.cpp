@@ -1,0 +1,57 @@
+#include "ui/support/window_place.h"
+
+#include <QScreen>
+#include <QWidget>
+#include <algorithm>
+
+namespace zentro {
+
+namespace {
+
+constexpr int kLeastWidth = 160;
+constexpr int kLeastHeight = 100;
+
+int Pixels(const SettingsStore& settings, SettingNumber number) {
+    return AsInteger(settings.GetSetting(number)) / kTwipsPerPixel;
+}
+
+/// The area in which a window can be seen.
+QRect VisibleArea(const QWidget& window) {
+    const QWidget* parent = window.parentWidget();
+    if (parent != nullptr && !window.isWindow()) return parent->rect();
+    return window.screen()->availableGeometry();
+}
+
+}  // namespace
+
+QRect LoadPlace(const SettingsStore& settings, const PlaceSettings& place) {
+    return {Pixels(settings, place.left), Pixels(settings, place.top),
+            std::max(Pixels(settings, place.width), kLeastWidth),
+            std::max(Pixels(settings, place.height), kLeastHeight)};
+}
+
+void SavePlace(SettingsStore& settings, const PlaceSettings& place, const QRect& pixels) {
+    settings.SaveSetting(place.left, pixels.left() * kTwipsPerPixel);
+    settings.SaveSetting(place.top, pixels.top() * kTwipsPerPixel);
+    settings.SaveSetting(place.width, pixels.width() * kTwipsPerPixel);
+    settings.SaveSetting(place.height, pixels.height() * kTwipsPerPixel);
+}
+
+QRect KeepWithin(const QRect& place, const QRect& area) {
+    QRect kept = place;
+    kept.setSize(place.size().boundedTo(area.size()));
+    kept.moveLeft(std::clamp(kept.left(), area.left(), area.right() - kept.width() + 1));
+    kept.moveTop(std::clamp(kept.top(), area.top(), area.bottom() - kept.height() + 1));
+    return kept;
+}
+
+void RestorePlace(QWidget& window, const SettingsStore& settings, const PlaceSettings& place) {
+    window.setGeometry(KeepWithin(LoadPlace(settings, place), VisibleArea(window)));
+}
+
+void RememberPlace(const QWidget& window, SettingsStore& settings, const PlaceSettings& place) {
+    if (window.isMinimized() || window.isMaximized()) return;
+    SavePlace(settings, place, window.geometry());
+}
+
+}  // namespace zentro

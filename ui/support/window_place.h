@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QRect>
+
+#include "settings/settings_store.h"
+
+class QWidget;
+
+namespace zentro {
+
+/// The settings that keep one window's place, in twips (1/1440 inch).
+struct PlaceSettings {
+    SettingNumber left;
+    SettingNumber top;
+    SettingNumber width;
+    SettingNumber height;
+};
+
+inline constexpr PlaceSettings kSourceWindowPlace{
+    SettingNumber::SourceWindowLeft, SettingNumber::SourceWindowTop,
+    SettingNumber::SourceWindowWidth, SettingNumber::SourceWindowHeight};
+inline constexpr PlaceSettings kObjectWindowPlace{
+    SettingNumber::ObjectWindowLeft, SettingNumber::ObjectWindowTop,
+    SettingNumber::ObjectWindowWidth, SettingNumber::ObjectWindowHeight};
+inline constexpr PlaceSettings kOutputWindowPlace{
+    SettingNumber::OutputWindowLeft, SettingNumber::OutputWindowTop,
+    SettingNumber::OutputWindowWidth, SettingNumber::OutputWindowHeight};
+inline constexpr PlaceSettings kTerminalWindowPlace{
+    SettingNumber::TerminalWindowLeft, SettingNumber::TerminalWindowTop,
+    SettingNumber::TerminalWindowWidth, SettingNumber::TerminalWindowHeight};
+
+/// A logical pixel is 1/96 inch at any density of the screen.
+inline constexpr int kTwipsPerPixel = 15;
+
+/// The place in logical pixels; not smaller than a window can be used.
+QRect LoadPlace(const SettingsStore& settings, const PlaceSettings& place);
+void SavePlace(SettingsStore& settings, const PlaceSettings& place, const QRect& pixels);
+
+/// The place moved, and where it must be made smaller, so that it lies wholly in the area.
+QRect KeepWithin(const QRect& place, const QRect& area);
+
+/// Puts a window or a child window of the frame where its settings say, never off the visible area.
+void RestorePlace(QWidget& window, const SettingsStore& settings, const PlaceSettings& place);
+/// Keeps its place, unless it is minimised or maximised.
+void RememberPlace(const QWidget& window, SettingsStore& settings, const PlaceSettings& place);
+
+}  // namespace zentro

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+
+#include "config/configuration.h"
+#include "settings/settings_store.h"
+
+namespace zentro {
+
+class Dialogs;
+
+/// What every window of the program works with. Made once at the start; it and all that it refers
+/// to outlive the windows.
+struct Workbench {
+    SettingsStore& settings;
+    const InstructionConfiguration& configuration;
+    Dialogs& dialogs;
+    std::filesystem::path programFolder;  ///< of the help, the language and the examples
+    std::filesystem::path dataFolder;     ///< the user's own: recovery copies
+};
+
+/// What stands above message boxes and in captions.
+inline constexpr const char* kProgramTitle = "ZentroCompiler";
+
+}  // namespace zentro
