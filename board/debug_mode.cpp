@@ -96,7 +96,7 @@ void CarryOutDebugCommand(Board& board, std::string_view line) {
     } else if (line != "]" && !CarryOutWithAddress(board, line)) {
         RefuseLine(board);
     }
-    if (board.processor.debug == DebugState::AtPrompt) Print(board, kDebugPrompt);
+    if (board.processor.debug == DebugState::AtPrompt) Print(board, kPromptAsSent);
 }
 
 }  // namespace zentro

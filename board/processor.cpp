@@ -34,7 +34,7 @@ void TellEnd(Board& board) {
 
 void ShowNextInstruction(Board& board) {
     PrintLine(board, FormatInstruction(board.memory, board.processor.address));
-    Print(board, kDebugPrompt);
+    Print(board, kPromptAsSent);
     board.processor.debug = DebugState::AtPrompt;
 }
 

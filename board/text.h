@@ -10,7 +10,7 @@
 namespace zentro {
 
 /// The prompt of the debug mode, with the blank and the ESC sequence that takes the blank away.
-inline constexpr std::string_view kDebugPrompt =
+inline constexpr std::string_view kPromptAsSent =
     "*Debug Mode*  Go,eXit,Mem,Reset,Alter,Jump or <CR> to Step -> \x1b[D";
 
 /// What a read behind the end of memory shows.
