@@ -1,5 +1,6 @@
 #include "ui/support/window_place.h"
 
+#include <QMdiSubWindow>
 #include <QScreen>
 #include <QWidget>
 #include <algorithm>
@@ -13,6 +14,14 @@ constexpr int kLeastHeight = 100;
 
 int Pixels(const SettingsStore& settings, SettingNumber number) {
     return AsInteger(settings.GetSetting(number)) / kTwipsPerPixel;
+}
+
+/// What moves when the window is moved: inside a frame of many windows, its own frame.
+template <typename Widget>
+Widget& FrameOf(Widget& window) {
+    QWidget* parent = window.parentWidget();
+    if (qobject_cast<QMdiSubWindow*>(parent) != nullptr) return *parent;
+    return window;
 }
 
 /// The area in which a window can be seen.
@@ -46,12 +55,14 @@ QRect KeepWithin(const QRect& place, const QRect& area) {
 }
 
 void RestorePlace(QWidget& window, const SettingsStore& settings, const PlaceSettings& place) {
-    window.setGeometry(KeepWithin(LoadPlace(settings, place), VisibleArea(window)));
+    QWidget& frame = FrameOf(window);
+    frame.setGeometry(KeepWithin(LoadPlace(settings, place), VisibleArea(frame)));
 }
 
 void RememberPlace(const QWidget& window, SettingsStore& settings, const PlaceSettings& place) {
-    if (window.isMinimized() || window.isMaximized()) return;
-    SavePlace(settings, place, window.geometry());
+    const QWidget& frame = FrameOf(window);
+    if (frame.isMinimized() || frame.isMaximized()) return;
+    SavePlace(settings, place, frame.geometry());
 }
 
 }  // namespace zentro
