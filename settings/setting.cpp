@@ -51,6 +51,8 @@ constexpr std::array kSettings = std::to_array<Setting>({
     {EditorFontName, Text, "Courier New", 0},
     {EditorFontSize, FloatingPoint, {}, 9.75},
     {ColourSource, Flag, {}, -1},
+    {CheckWhileTyping, Flag, {}, 1},
+    {ReopenPortWhenBack, Flag, {}, 0},
 });
 
 }  // namespace

@@ -46,6 +46,8 @@ enum class SettingNumber : std::int32_t {
     EditorFontName = 34,
     EditorFontSize = 35,
     ColourSource = 36,
+    CheckWhileTyping = 37,  ///< read it with FlagIsOn: older files do not have it
+    ReopenPortWhenBack = 38,
 };
 
 enum class SettingKind {

@@ -1,11 +1,13 @@
 #include "settings/settings_store.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdint>
 #include <fstream>
 #include <random>
 #include <system_error>
 #include <utility>
+#include <variant>
 
 #include "settings/settings_file.h"
 #include "settings/utf8_text.h"
@@ -156,6 +158,14 @@ std::string SettingsStore::SaveSettings() {
     if (error) return std::string(kSaveFailed) + error.message();
     keepOldFile_ = false;
     return {};
+}
+
+bool FlagIsOn(const SettingsStore& settings, SettingNumber flag) {
+    const SettingValue value = settings.GetSetting(flag);
+    if (flag < SettingNumber::CheckWhileTyping || !std::holds_alternative<std::monostate>(value))
+        return AsBoolean(value);
+    const auto setting = std::ranges::find(Settings(), flag, &Setting::number);
+    return setting != Settings().end() && setting->defaultNumber != 0;
 }
 
 }  // namespace zentro

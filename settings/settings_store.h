@@ -59,4 +59,8 @@ class SettingsStore {
     bool changed_ = false;      ///< `config_` holds settings that the file on disk does not
 };
 
+/// Whether a flag is on. Files of older versions lack CheckWhileTyping and those after it: these
+/// have their default then, every other one that is missing is off.
+bool FlagIsOn(const SettingsStore& settings, SettingNumber flag);
+
 }  // namespace zentro

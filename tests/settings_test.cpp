@@ -79,7 +79,7 @@ TEST_F(SettingsStoreTest, FirstStartWritesEveryDefault) {
                             R"(27,"",10000|28,"",0|29,"",0|30,"","/opt/zentro/ZentroCodeHelp.htm"|)"
                             R"(31,"","https://zentro.example/"|)"
                             R"(33,"","https://zentro.example/sources.html"|)"
-                            R"(34,"","Courier New"|35,"",9.75|36,"",-1|)"));
+                            R"(34,"","Courier New"|35,"",9.75|36,"",-1|37,"",1|38,"",0|)"));
     EXPECT_THAT(Names(), ElementsAre(kFile));
 }
 
@@ -92,6 +92,17 @@ TEST_F(SettingsStoreTest, ChangesAreSavedAtTheEndAndComeBack) {
     EXPECT_EQ(Open().GetSetting(EditorFontSize), SettingValue{12.5});
     EXPECT_EQ(store_->GetSetting(ToolBarLayout, "saved"), SettingValue{true});
     EXPECT_EQ(store_->GetSetting(ToolBarLayout), SettingValue{});
+}
+
+TEST_F(SettingsStoreTest, ANewerFlagThatAnOlderFileLacksHasItsDefault) {
+    Write("36,\"\",-1\n");
+    Open();
+    EXPECT_TRUE(FlagIsOn(*store_, ColourSource));
+    EXPECT_FALSE(FlagIsOn(*store_, ShowObjectCode)) << "a missing setting reads as 0";
+    EXPECT_TRUE(FlagIsOn(*store_, CheckWhileTyping));
+    EXPECT_FALSE(FlagIsOn(*store_, ReopenPortWhenBack));
+    store_->SaveSetting(CheckWhileTyping, 0);
+    EXPECT_FALSE(FlagIsOn(*store_, CheckWhileTyping));
 }
 
 TEST_F(SettingsStoreTest, AMalformedFileIsKeptByTheFirstSave) {
