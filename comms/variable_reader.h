@@ -7,12 +7,16 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "comms/debug_variables.h"
 #include "comms/terminal_session.h"
 
 namespace zentro {
+
+/// What the board's every prompt ends with: an ESC sequence takes the blank off the screen again.
+inline constexpr std::string_view kReplyEndMarker = "-> \x1b[D";
 
 /// A board that does not answer a memory read is given up after this time.
 inline constexpr std::chrono::milliseconds kReplyTimeLimit{3000};
@@ -25,11 +29,12 @@ class VariableReader : public QObject {
   public:
     using MessageSink = std::function<void(const std::string& message)>;
 
-    explicit VariableReader(MessageSink showMessage);
+    explicit VariableReader(MessageSink showMessage,
+                            std::chrono::milliseconds replyTimeLimit = kReplyTimeLimit);
     ~VariableReader() override;
 
     /// The terminal to talk through; null: none. It is forgotten when its link is lost or it
-    /// closes.
+    /// closes, which ends a read.
     void SetTerminal(TerminalSession* terminal);
 
     /// The variables to read. Tells the user and returns false when there are none.
@@ -51,6 +56,7 @@ class VariableReader : public QObject {
   private:
     void RequestCurrent();
     void TakeReply(const std::string& text);
+    void DropLateReplies();
     void Finish(bool complete);
     void GiveUp();
 
@@ -59,6 +65,7 @@ class VariableReader : public QObject {
     std::vector<DebugVariable> variables_;
     std::size_t currentVariableIndex_ = 0;
     std::string replyBuffer_;
+    bool expectsLateReplies_ = false;  ///< a read was given up: its answer may still come
     QTimer timeLimit_;
 };
 

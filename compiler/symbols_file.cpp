@@ -20,12 +20,12 @@ std::string_view TypeName(DataType type) {
     return "unknown";
 }
 
-std::size_t SizeOf(const Symbol& symbol) {
-    if (symbol.type == DataType::Table) return symbol.table->bytes.size();
-    return IsByteSized(symbol.type) ? 1 : 2;
-}
-
 }  // namespace
+
+std::size_t SizeInMemory(const Symbol& variable) {
+    if (variable.type == DataType::Table) return variable.table->bytes.size();
+    return IsByteSized(variable.type) ? 1 : 2;
+}
 
 std::string SymbolsFileText(const Compilation& compilation) {
     std::string text;
@@ -35,7 +35,7 @@ std::string SymbolsFileText(const Compilation& compilation) {
         text += '\t';
         text += TypeName(symbol.type);
         text += '\t' + std::to_string(symbol.label.address);
-        text += '\t' + std::to_string(SizeOf(symbol)) + '\n';
+        text += '\t' + std::to_string(SizeInMemory(symbol)) + '\n';
     }
     return text;
 }
