@@ -49,10 +49,12 @@ class Download {
   private:
     enum class State : std::uint8_t { Beginning, StartingLoader, SendingLines, Over };
 
-    void Begin();
-    void StartLoader();
+    std::chrono::microseconds Begin();
+    std::chrono::microseconds StartLoader();
     std::chrono::microseconds SendLine();
     void Complete();
+    std::string_view TakeLine();
+    bool Write(std::string_view text);
 
     std::string path_;
     DownloadTerminal terminal_;

@@ -1,1 +1,268 @@
 #include "comms/terminal_session.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+#include <utility>
+
+namespace zentro {
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr char kEnter = '\r';
+constexpr std::string_view kAttention = "]\rW\r\r";  // ends a load, asks for the board's name
+constexpr milliseconds kReopenInterval{1000};
+
+/// Lines of a download that are later than this are not made up for: a burst of them would leave
+/// the board no pauses.
+constexpr milliseconds kLongestDelay{50};
+
+char Lower(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool EqualIgnoringCase(std::string_view left, std::string_view right) {
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](char a, char b) { return Lower(a) == Lower(b); });
+}
+
+constexpr std::size_t kAddressDigits = 4;
+
+bool IsAddress(std::string_view text) {
+    return text.find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
+}
+
+/// The four characters behind the "[" of the address at this position; empty: there is none.
+std::string_view AddressAt(std::string_view text, std::size_t position) {
+    for (std::size_t back = 0; back <= kAddressDigits + 1 && back <= position; ++back) {
+        const std::size_t bracket = position - back;
+        if (bracket >= text.size() || text[bracket] != '[') continue;
+        const std::string_view address = text.substr(bracket + 1, kAddressDigits);
+        if (address.size() < kAddressDigits) continue;
+        if (back == 0 || IsAddress(address)) return address;
+    }
+    return {};
+}
+
+}  // namespace
+
+TerminalSession::TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts)
+    : showMessage_(std::move(showMessage)),
+      listPorts_(std::move(listPorts)),
+      comms_(link, showMessage_),
+      log_(showMessage_),
+      screen_([this](std::string_view text) { log_.Write(text); }) {
+    readTimer_.setInterval(kPollInterval);
+    connect(&readTimer_, &QTimer::timeout, this, &TerminalSession::Poll);
+    downloadTimer_.setSingleShot(true);
+    downloadTimer_.setTimerType(Qt::PreciseTimer);
+    connect(&downloadTimer_, &QTimer::timeout, this, &TerminalSession::StepDownload);
+    reopenTimer_.setInterval(kReopenInterval);
+    connect(&reopenTimer_, &QTimer::timeout, this, &TerminalSession::LookForPort);
+}
+
+TerminalSession::~TerminalSession() {
+    blockSignals(true);  // who listens may be gone
+    CloseConnection();
+}
+
+void TerminalSession::OpenConnection(const std::string& portName) {
+    CancelDownload();
+    ClosePort();
+    if (OpenPort(DevicePath(portName, listPorts_()))) {
+        GreetBoard();
+    } else {
+        emit FormClosing();
+    }
+}
+
+void TerminalSession::Reopen() {
+    if (!reopenDevice_) return;
+    CancelDownload();
+    const std::string device = *reopenDevice_;
+    if (OpenPort(device)) GreetBoard();
+}
+
+bool TerminalSession::OpenPort(const std::string& device) {
+    commHandle_ = comms_.OpenCommPort(device);
+    const bool ready = commHandle_ >= 1 && comms_.ConfigCommPorts(commHandle_) != 0 &&
+                       comms_.ConfigCommTimeouts(commHandle_, false, !linkFailed_) != 0;
+    linkFailed_ = !ready;
+    if (!ready) {
+        ClosePort();
+        return false;
+    }
+    portIdentity_ = IdentityOf(device, listPorts_());
+    reopenDevice_.reset();
+    reopenTimer_.stop();
+    readTimer_.start();
+    return true;
+}
+
+void TerminalSession::GreetBoard() {
+    for (const char character : kAttention) {
+        if (IsConnected()) SendKeyStroke(character);
+    }
+    if (IsConnected()) emit ConnectionInitOK();
+}
+
+void TerminalSession::CloseConnection() {
+    CancelDownload();
+    ClosePort();
+    reopenTimer_.stop();
+    reopenDevice_.reset();
+    // The terminal is closing: what the log could not take has been told, or nobody could act on
+    // it.
+    static_cast<void>(log_.End(screen_.Text()));
+}
+
+void TerminalSession::ClosePort() {
+    readTimer_.stop();
+    if (commHandle_ >= 1) {
+        comms_.CloseCommPort(std::exchange(commHandle_, -1), !linkFailed_);
+    }
+    commHandle_ = -1;
+}
+
+/// The dead handle is closed: while it is open the system keeps the device's name taken.
+void TerminalSession::LoseLink() {
+    const bool wasOpen = commHandle_ >= 1;
+    linkFailed_ = true;
+    ClosePort();
+    if (wasOpen) reopenTimer_.start();
+    emit ConnectionLost();
+}
+
+void TerminalSession::Poll() {
+    std::string text;
+    std::int32_t count = 0;
+    if (comms_.ReadCommPort(commHandle_, text, count) == 0) {
+        LoseLink();
+    } else if (count > 0 && screenOff_) {
+        emit CharsReceived(text);
+    } else if (count > 0) {
+        WriteToScreen(text);
+    }
+}
+
+void TerminalSession::LookForPort() {
+    const bool wasPresent = CanReopen();
+    reopenDevice_ = PresentPort();
+    if (!wasPresent && CanReopen()) emit PortIsBack();
+}
+
+std::optional<std::string> TerminalSession::PresentPort() const {
+    if (std::optional<std::string> device = FindPort(portIdentity_, listPorts_())) return device;
+    // A pseudo-terminal or a name that somebody gave is in no list.
+    if (portIdentity_.usb) return {};
+    const QFileInfo node(QFile::decodeName(portIdentity_.device.c_str()));
+    if (!node.exists() || !node.isWritable()) return {};
+    return portIdentity_.device;
+}
+
+bool TerminalSession::WriteToPort(std::string_view text) {
+    if (comms_.WriteCommPort(commHandle_, text) != 0) return true;
+    LoseLink();
+    return false;
+}
+
+bool TerminalSession::IsDebugging() const {
+    const std::string_view text = screen_.Text();
+    return text.size() >= kDebugPrompt.size() &&
+           EqualIgnoringCase(text.substr(text.size() - kDebugPrompt.size()), kDebugPrompt);
+}
+
+void TerminalSession::SendCmd(std::string_view command) {
+    WriteToPort(command);
+}
+
+void TerminalSession::ChkForDebugB4SendCmd(std::string_view command) {
+    if (IsDebugging()) {
+        showMessage_("KineTron in Debug Mode and cannot alter hardware");
+    } else {
+        SendCmd(command);
+    }
+}
+
+void TerminalSession::SendKeyStroke(char key) {
+    WriteToPort({&key, 1});
+}
+
+void TerminalSession::PressKey(char key) {
+    if (IsDownloading()) return;
+    if (key == kEnter) {
+        screen_.TakePromptLineOff();
+        emit ScreenChanged();
+    }
+    SendKeyStroke(key);
+}
+
+void TerminalSession::WriteToScreen(std::string_view text) {
+    screen_.ProcessScreenText(text);
+    emit ScreenChanged();
+}
+
+void TerminalSession::DoubleClickAt(std::size_t position) {
+    const std::string_view address = AddressAt(screen_.Text(), position);
+    if (!address.empty()) emit SyncToCodeLine(std::string(address));
+}
+
+void TerminalSession::DownloadSource(const std::string& path) {
+    if (IsDownloading()) {
+        showMessage_("A download is already running.");
+        return;
+    }
+    download_ = std::make_unique<Download>(
+        path,
+        DownloadTerminal{[this](std::string_view text) { return WriteToPort(text); },
+                         [this](std::string_view text) { WriteToScreen(text); }, showMessage_});
+    cancelWanted_ = false;
+    downloadDue_ = steady_clock::now();
+    StepDownload();
+}
+
+void TerminalSession::CancelDownload() {
+    if (!IsDownloading()) return;
+    cancelWanted_ = true;
+    if (!isStepping_) EndDownload();
+}
+
+/// Sends all that is due by now. When each thing is due follows from the start, so the timer's
+/// roundings do not add up.
+void TerminalSession::StepDownload() {
+    isStepping_ = true;
+    downloadDue_ = std::max(downloadDue_, steady_clock::now() - kLongestDelay);
+    do {
+        downloadDue_ += download_->Step();
+    } while (!download_->IsOver() && !cancelWanted_ && downloadDue_ <= steady_clock::now());
+    isStepping_ = false;
+    if (download_->IsOver() || cancelWanted_) {
+        EndDownload();
+        return;
+    }
+    const auto wait = std::chrono::ceil<milliseconds>(downloadDue_ - steady_clock::now());
+    downloadTimer_.start(std::max(wait, milliseconds{0}));
+    emit DownloadProgress(download_->Fraction(), static_cast<int>(download_->LinesSent()));
+}
+
+void TerminalSession::EndDownload() {
+    downloadTimer_.stop();
+    const std::unique_ptr<Download> ended = std::move(download_);
+    ended->Cancel();  // unless it came to its end by itself
+    emit DownloadProgress(ended->Fraction(), static_cast<int>(ended->LinesSent()));
+    emit DownloadFinished();
+}
+
+std::string TerminalSession::StartLog(const std::string& path, std::string_view longDate) {
+    return log_.Start(path, longDate);
+}
+
+void TerminalSession::EndLog() {
+    const std::string message = log_.End(screen_.Text());
+    if (!message.empty()) showMessage_(message);
+}
+
+}  // namespace zentro

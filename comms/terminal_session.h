@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QTimer>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -38,16 +39,17 @@ class TerminalSession : public QObject {
     ~TerminalSession() override;
 
     /// Opens and prepares the port, greets the board and raises ConnectionInitOK, or FormClosing
-    /// when that failed.
+    /// when that failed. Of a port name that stands for a device see DevicePath.
     void OpenConnection(const std::string& portName);
 
-    /// Closes the port. The log gets the screen and is closed.
+    /// Ends a download, closes the port, and gives up a lost one. The log gets the screen and is
+    /// closed.
     void CloseConnection();
 
     /// After a lost link: whether that very port is present again. Looked at once a second, when
     /// PortIsBack is raised.
     bool CanReopen() const { return reopenDevice_.has_value(); }
-    /// Opens it again.
+    /// Opens it again and raises ConnectionInitOK; on failure the link stays lost.
     void Reopen();
 
     bool IsConnected() const { return commHandle_ >= 1 && !linkFailed_; }
@@ -67,6 +69,7 @@ class TerminalSession : public QObject {
     /// Sends one character.
     void SendKeyStroke(char key);
     /// A key was pressed on the screen: Enter takes the prompt line off, and every key is sent.
+    /// During a download keys are ignored.
     void PressKey(char key);
 
     void WriteToScreen(std::string_view text);
@@ -79,8 +82,8 @@ class TerminalSession : public QObject {
     bool IsDownloading() const { return download_ != nullptr; }
     void CancelDownload();
 
-    /// A word of the screen was double-clicked: raises SyncToCodeLine when an address stands at
-    /// this position of the screen's text.
+    /// The screen was double-clicked at this position of its text: raises SyncToCodeLine with what
+    /// follows a "[" that stands there, or with the address in brackets around it.
     void DoubleClickAt(std::size_t position);
 
     /// Starts the session log; returns the message for the user when that failed.
@@ -102,11 +105,15 @@ class TerminalSession : public QObject {
 
   private:
     bool OpenPort(const std::string& device);
+    void GreetBoard();
+    void ClosePort();
     void LoseLink();
     void Poll();
     void LookForPort();
+    std::optional<std::string> PresentPort() const;
     bool WriteToPort(std::string_view text);
     void StepDownload();
+    void EndDownload();
 
     MessageSink showMessage_;
     PortLister listPorts_;
@@ -114,6 +121,7 @@ class TerminalSession : public QObject {
     SessionLog log_;
     TerminalScreen screen_;
     std::unique_ptr<Download> download_;
+    std::chrono::steady_clock::time_point downloadDue_;
     QTimer readTimer_;
     QTimer downloadTimer_;
     QTimer reopenTimer_;
@@ -122,6 +130,8 @@ class TerminalSession : public QObject {
     std::int32_t commHandle_ = -1;
     bool linkFailed_ = false;
     bool screenOff_ = false;
+    bool isStepping_ = false;
+    bool cancelWanted_ = false;
 };
 
 }  // namespace zentro
