@@ -43,9 +43,13 @@ class KineTronComms {
     void CloseCommPort(std::int32_t handle, bool showErrors);
 
   private:
+    std::int32_t MakeReadsReturnAtOnce(std::int32_t handle, bool showErrors);
+    std::int32_t PutTimeoutsBack(std::int32_t handle, bool showErrors);
+
     Link& link_;
     MessageSink showMessage_;
     bool savedTimeoutsValid_ = false;
+    bool writeFailureTold_ = false;  ///< once for each opening, not for each of hundreds of lines
 };
 
 }  // namespace zentro

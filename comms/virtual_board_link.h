@@ -35,7 +35,6 @@ class VirtualBoardLink : public Link {
 
   private:
     Board& board_;
-    std::string unread_;
     bool open_ = false;
     bool unplugged_ = false;
 };

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace zentro {
+
+/// What a user can do about a port that does not open: why it does not, found by looking at the
+/// device, and what to type. UTF-8. Empty when there is nothing to say.
+std::string AdviceForPort(const std::string& device);
+
+}  // namespace zentro
