@@ -1,0 +1,114 @@
+#include "ui/terminal/terminal_view.h"
+
+#include <QFontDatabase>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QStyle>
+#include <QTextBlock>
+#include <algorithm>
+
+namespace zentro {
+
+TerminalView::TerminalView(QWidget* parent) : QPlainTextEdit(parent), shown_(ShowScreen({})) {
+    setObjectName("txtTerminal");
+    setAccessibleName(tr("Terminal screen"));
+    setAccessibleDescription(tr("What the board sends. Keys go to the board."));
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setUndoRedoEnabled(false);
+    setTabChangesFocus(true);
+    setLineWrapMode(QPlainTextEdit::NoWrap);
+    setCursorWidth(2);
+    connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] {
+        if (!updating_) emit CaretMoved();
+    });
+}
+
+void TerminalView::ShowText(std::string_view screen, std::size_t cursor) {
+    ShownScreen next = ShowScreen(screen);
+    const ScreenEdit edit = FindEdit(shown_.text, next.text);
+    const QTextCursor selected = textCursor();
+    updating_ = true;
+    if (next.text != shown_.text) Apply(edit, next.text);
+    shown_ = std::move(next);
+    const int last = static_cast<int>(shown_.text.size());
+    QTextCursor caret = textCursor();
+    // Only text that stayed is still selected; new text at its end is not.
+    const int kept = edit.cutFront + edit.keep;
+    if (selected.hasSelection() && selected.selectionEnd() <= kept &&
+        selected.selectionStart() >= edit.cutFront) {
+        caret.setPosition(std::min(selected.anchor() - edit.cutFront, last));
+        caret.setPosition(std::min(selected.position() - edit.cutFront, last),
+                          QTextCursor::KeepAnchor);
+    } else {
+        caret.setPosition(ShownPosition(shown_, cursor));
+    }
+    if (caret.position() != textCursor().position() || caret.anchor() != textCursor().anchor())
+        setTextCursor(caret);
+    else if (!caret.hasSelection())
+        ensureCursorVisible();
+    updating_ = false;
+}
+
+void TerminalView::Apply(const ScreenEdit& edit, const QString& text) {
+    QTextCursor editor(document());
+    editor.beginEditBlock();
+    editor.setPosition(edit.cutFront, QTextCursor::KeepAnchor);
+    editor.removeSelectedText();
+    editor.setPosition(edit.keep);
+    editor.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+    editor.insertText(text.sliced(edit.keep));
+    editor.endEditBlock();
+}
+
+void TerminalView::SetColours(const QColor& text, const QColor& background) {
+    QPalette colours = palette();
+    colours.setColor(QPalette::Text, text);
+    colours.setColor(QPalette::Base, background);
+    // Reversed, so that a selection stands out whatever the colours are.
+    colours.setColor(QPalette::Highlight, text);
+    colours.setColor(QPalette::HighlightedText, background);
+    setPalette(colours);
+}
+
+QString TerminalView::SelectedText() const {
+    QString text = textCursor().selectedText();
+    return text.replace(QChar::ParagraphSeparator, u'\n');
+}
+
+std::size_t TerminalView::SelectionStart() const {
+    return ScreenPosition(shown_, textCursor().selectionStart());
+}
+
+QSize TerminalView::SizeFor(int columns, int lines) const {
+    const QFontMetrics metrics(font());
+    const int around = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    return {metrics.horizontalAdvance(u'0') * columns + around + bar + cursorWidth(),
+            metrics.lineSpacing() * lines + around};
+}
+
+void TerminalView::keyPressEvent(QKeyEvent* event) {
+    const std::optional<char> key = KeyToSend(*event);
+    if (!key) {
+        QPlainTextEdit::keyPressEvent(event);
+        return;
+    }
+    emit KeyPressed(*key);
+    event->accept();
+}
+
+void TerminalView::mouseDoubleClickEvent(QMouseEvent* event) {
+    QPlainTextEdit::mouseDoubleClickEvent(event);
+    const int position = cursorForPosition(event->position().toPoint()).position();
+    const std::optional<int> address = FindAddress(shown_.text, position);
+    if (!address) return;
+    QTextCursor word = textCursor();
+    word.setPosition(*address);
+    word.setPosition(*address + kAddressLength, QTextCursor::KeepAnchor);
+    setTextCursor(word);
+    emit AddressClicked();
+}
+
+}  // namespace zentro

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QListWidget>
+#include <string>
+#include <vector>
+
+#include "comms/debug_variables.h"
+
+namespace zentro {
+
+/// The list of variables with their values. Lines whose value is another than before are bold and
+/// bear a mark.
+class VariableList : public QListWidget {
+    Q_OBJECT
+
+  public:
+    explicit VariableList(QWidget* parent);
+
+    /// Lists other variables.
+    void Load(const std::vector<DebugVariable>& variables);
+    /// Shows the values of the variables that are listed, and marks those that have changed.
+    void ShowValues(const std::vector<DebugVariable>& variables);
+    /// Shows the lines that hold this text, whatever its case.
+    void ShowOnly(const QString& part);
+
+    int MarkedCount() const;
+
+  protected:
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void MakeIcons();
+    void Mark(QListWidgetItem& item, bool marked);
+
+    QIcon mark_;
+    QIcon noMark_;
+};
+
+/// The text with its tabs filled up with blanks to the next place that is a multiple of eight.
+QString ExpandTabs(const QString& text);
+
+/// A board's answer to a memory read, of bytes that are at hand: "[001A] 2A 00".
+std::string MemoryReply(std::uint32_t address, const std::string& bytes);
+
+}  // namespace zentro

@@ -1,0 +1,153 @@
+#include "ui/terminal/variables_window.h"
+
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QLocale>
+#include <QPushButton>
+#include <QTime>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "ui/support/dialogs.h"
+#include "ui/terminal/variable_list.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::chrono::milliseconds kLiveInterval{100};
+constexpr const char* kIdleCaption = "Refresh Variables";
+constexpr const char* kReadingCaption = "Refreshing........";
+
+}  // namespace
+
+VariablesWindow::VariablesWindow(Workbench& workbench, QWidget* parent)
+    : QWidget(parent),
+      workbench_(workbench),
+      reader_([this](const std::string& message) {
+          workbench_.dialogs.ShowMessage(this, QString::fromStdString(message));
+      }),
+      listVars_(new VariableList(this)),
+      filter_(new QLineEdit(this)),
+      status_(new QLabel(this)),
+      cmdRefresh_(new QPushButton(kIdleCaption, this)) {
+    setObjectName("frmVariables");
+    setWindowTitle(tr("Variables"));
+    MakeLayout();
+    liveTimer_.setInterval(kLiveInterval);
+    connect(&liveTimer_, &QTimer::timeout, this, [this] {
+        if (isVisible()) LookUp();
+    });
+    connect(&reader_, &VariableReader::ReadingStarted, this, &VariablesWindow::BeginReading);
+    connect(&reader_, &VariableReader::ReadingFinished, this, &VariablesWindow::EndReading);
+    connect(cmdRefresh_, &QPushButton::clicked, this, &VariablesWindow::Refresh);
+    connect(filter_, &QLineEdit::textChanged, listVars_, &VariableList::ShowOnly);
+}
+
+void VariablesWindow::MakeLayout() {
+    filter_->setObjectName("txtFilter");
+    filter_->setClearButtonEnabled(true);
+    filter_->setAccessibleName(tr("Show only lines with this text"));
+    auto* label = new QLabel(tr("&Show only:"), this);
+    label->setBuddy(filter_);
+    cmdRefresh_->setObjectName("cmdRefresh");
+    cmdRefresh_->setAutoDefault(false);
+    status_->setObjectName("lblStatus");
+    auto* top = new QHBoxLayout;
+    top->addWidget(label);
+    top->addWidget(filter_, 1);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(status_, 1);
+    bottom->addWidget(cmdRefresh_);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(6, 6, 6, 6);
+    column->addLayout(top);
+    column->addWidget(listVars_, 1);
+    column->addLayout(bottom);
+    setFocusProxy(listVars_);
+}
+
+void VariablesWindow::SetTerminal(TerminalSession* terminal) {
+    reader_.SetTerminal(terminal);
+}
+
+void VariablesWindow::SetLiveMemory(LiveMemory memory) {
+    liveMemory_ = std::move(memory);
+    if (liveMemory_) {
+        liveTimer_.start();
+        status_->setText(tr("The virtual board's values, as they are"));
+    } else {
+        liveTimer_.stop();
+        status_->clear();
+    }
+}
+
+void VariablesWindow::LoadVariables(const Compilation* compilation) {
+    LoadVariables(compilation == nullptr ? std::vector<DebugVariable>{}
+                                         : VariablesOf(*compilation));
+}
+
+void VariablesWindow::LoadVariables(std::vector<DebugVariable> variables) {
+    variables_ = variables;
+    listVars_->Load(variables_);
+    listVars_->ShowOnly(filter_->text());
+    if (!liveMemory_) status_->setText(tr("Not read yet"));
+    if (reader_.LoadVariableList(std::move(variables))) Refresh();
+}
+
+void VariablesWindow::Refresh() {
+    if (liveMemory_) {
+        LookUp();
+    } else {
+        reader_.RefreshVariables();
+    }
+}
+
+void VariablesWindow::LookUp() {
+    for (DebugVariable& variable : variables_) {
+        const std::string bytes = liveMemory_(variable.address, kBytesInReply);
+        if (bytes.empty()) continue;
+        variable.debugValue = FormatDebugValue(MemoryReply(variable.address, bytes), variable.type);
+    }
+    ShowValues();
+}
+
+void VariablesWindow::BeginReading() {
+    setCursor(Qt::WaitCursor);
+    cmdRefresh_->setText(kReadingCaption);
+    cmdRefresh_->setEnabled(false);
+    status_->setText(tr("Reading..."));
+}
+
+void VariablesWindow::EndReading(bool complete) {
+    unsetCursor();
+    cmdRefresh_->setText(kIdleCaption);
+    cmdRefresh_->setEnabled(true);
+    variables_ = reader_.Variables();
+    ShowValues();
+    const QString time = QLocale().toString(QTime::currentTime(), QLocale::ShortFormat);
+    const int changed = listVars_->MarkedCount();
+    status_->setText(!complete     ? tr("Not all values were read")
+                     : changed > 0 ? tr("Read at %1, %2 changed").arg(time).arg(changed)
+                                   : tr("Read at %1").arg(time));
+}
+
+void VariablesWindow::ShowValues() {
+    listVars_->ShowValues(variables_);
+}
+
+void VariablesWindow::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (std::exchange(closed_, true)) return;
+    reader_.SetTerminal(nullptr);
+    liveTimer_.stop();
+    liveMemory_ = nullptr;
+    variables_.clear();
+    listVars_->clear();
+    emit FormClosing();
+}
+
+}  // namespace zentro
