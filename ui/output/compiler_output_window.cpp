@@ -1,0 +1,208 @@
+#include "ui/output/compiler_output_window.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QShortcut>
+#include <QTextBlock>
+#include <algorithm>
+#include <chrono>
+
+#include "ui/support/colours.h"
+
+namespace zentro {
+
+namespace {
+
+using std::chrono_literals::operator""ms;
+
+constexpr auto kAnimationStep = 50ms;
+/// The log is shown in pieces of this length, which costs less than showing it line by line.
+constexpr auto kShowDelay = 30ms;
+
+/// Behind the line's number; two stops on the way to the message; the message.
+const QList<int> kTabColumns{8, 32, 45};
+
+QColor ColourOf(LogColour colour, const QPalette& palette) {
+    const QColor page = palette.color(QPalette::Base);
+    switch (colour) {
+        case LogColour::Black: return IsDark(palette) ? Qt::white : Qt::black;
+        case LogColour::Grey: return ReadableOn(palette.color(QPalette::PlaceholderText), page);
+        case LogColour::Green: return ReadableOn(QColor(0, 127, 0), page);
+        case LogColour::Blue: return ReadableOn(QColor(0, 0, 255), page);
+        case LogColour::Red: return ReadableOn(QColor(255, 0, 0), page);
+    }
+    return palette.color(QPalette::Text);
+}
+
+}  // namespace
+
+CompilerOutputWindow::CompilerOutputWindow(const Workbench& workbench, QWidget* parent)
+    : CompilerTextWindow(workbench, kOutputWindowPlace, kTabColumns, parent),
+      summary_(new QLabel(this)),
+      progress_(new QProgressBar(this)) {
+    setObjectName("frmCompilerOutput");
+    setWindowTitle("Compiler Output");
+    BuildLayout();
+    animation_.setInterval(kAnimationStep);
+    connect(&animation_, &QTimer::timeout, this, &CompilerOutputWindow::Animate);
+    showTimer_.setSingleShot(true);
+    showTimer_.setInterval(kShowDelay);
+    connect(&showTimer_, &QTimer::timeout, this, &CompilerOutputWindow::ShowPending);
+    connect(&View(), &CompilerTextView::LineActivated, this, &CompilerOutputWindow::ShowLineOf);
+    const auto addKey = [this](const QKeySequence& key, auto slot) {
+        connect(new QShortcut(key, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
+                &QShortcut::activated, this, slot);
+    };
+    addKey(Qt::Key_F4, &CompilerOutputWindow::ShowNextMessage);
+    addKey(Qt::SHIFT | Qt::Key_F4, &CompilerOutputWindow::ShowPreviousMessage);
+    SetFormColours();
+    PositionForm();
+}
+
+void CompilerOutputWindow::BuildLayout() {
+    setFocusProxy(&View());
+    View().setLineWrapMode(QPlainTextEdit::WidgetWidth);  // messages are sentences to be read whole
+    View().setObjectName("txtOutput");
+    View().setAccessibleName("Compiler messages");
+    View().setAccessibleDescription(
+        "Enter shows the source line of a message, F4 that of the next message");
+    summary_->setObjectName("lblSummary");
+    progress_->setObjectName("prgCompile");
+    progress_->setAccessibleName("Compiling");
+    progress_->setTextVisible(false);
+    progress_->setFixedSize(160, summary_->fontMetrics().height());
+    QSizePolicy policy = progress_->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    progress_->setSizePolicy(policy);
+    progress_->hide();
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(&View());
+    auto* const footer = new QHBoxLayout;
+    footer->setContentsMargins(6, 3, 6, 3);
+    footer->addWidget(summary_, 1);
+    footer->addWidget(progress_);
+    layout->addLayout(footer);
+}
+
+void CompilerOutputWindow::InitFile(const QString& path, const QString& fileName) {
+    if (fileName.isEmpty()) return;
+    path_ = path;
+    fileName_ = fileName;
+    setWindowTitle(fileName + " (Compiler Output)");
+}
+
+void CompilerOutputWindow::Write(std::string_view text, LogColour colour,
+                                 const PostedMessage* message) {
+    log_.Write(text, colour, message);
+    if (!showTimer_.isActive()) showTimer_.start();
+}
+
+void CompilerOutputWindow::Clear() {
+    log_ = {};
+    View().clear();
+    hasBegun_ = true;
+    summary_->setText("Compiling...");
+    progress_->setValue(0);
+    progress_->show();
+    animation_.start();
+}
+
+void CompilerOutputWindow::Beep() {
+    QApplication::beep();
+}
+
+void CompilerOutputWindow::Animate() {
+    constexpr int kStep = 3;
+    const int value = progress_->value();
+    const bool isFull = value >= progress_->maximum();
+    progress_->setValue(isFull ? 0 : std::min(value + kStep, progress_->maximum()));
+}
+
+void CompilerOutputWindow::FinishCompile() {
+    ShowPending();
+    animation_.stop();
+    progress_->hide();
+    summary_->setText(hasBegun_ ? CountsText(log_.ErrorCount(), log_.WarningCount())
+                                : "Nothing was compiled");
+    Announce();
+}
+
+/// Tells who cannot see the window what came of the compile.
+void CompilerOutputWindow::Announce() {
+    QAccessibleEvent renamed(summary_, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&renamed);
+    QAccessibleEvent alert(summary_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+QTextCharFormat CompilerOutputWindow::FormatOf(LogColour colour) const {
+    QTextCharFormat format;
+    format.setForeground(ColourOf(colour, View().palette()));
+    return format;
+}
+
+void CompilerOutputWindow::ShowPending() {
+    showTimer_.stop();
+    const std::vector<LogRun> runs = log_.TakePending();
+    if (runs.empty()) return;
+    QTextCursor cursor(View().document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.beginEditBlock();
+    for (const LogRun& run : runs)
+        cursor.insertText(run.text, FormatOf(run.colour));
+    cursor.endEditBlock();
+    View().setTextCursor(cursor);
+    View().ensureCursorVisible();
+}
+
+void CompilerOutputWindow::SetFormColours() {
+    CompilerTextWindow::SetFormColours();
+    ShowPending();
+    Recolour();
+}
+
+void CompilerOutputWindow::Recolour() {
+    QTextCursor cursor(View().document());
+    cursor.beginEditBlock();
+    QTextBlock block = View().document()->begin();
+    for (const LogColour colour : log_.LineColours()) {
+        cursor.setPosition(block.position());
+        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        cursor.setCharFormat(FormatOf(colour));
+        block = block.next();
+    }
+    cursor.endEditBlock();
+}
+
+void CompilerOutputWindow::ShowLineOf(int logLine) {
+    const PostedMessage* message = log_.MessageInLine(logLine);
+    if (message == nullptr) return;
+    LineXref place = message->place;
+    // The end of the program belongs to no file that was named; the main file ends there.
+    if (place.fileName.empty()) {
+        place.fileName = fileName_.toStdString();
+        place.pathName = path_.toStdString();
+    }
+    emit ShowLineWithError(place);
+}
+
+void CompilerOutputWindow::ShowNextMessage() {
+    GoTo(log_.NextMessage(View().textCursor().blockNumber()));
+}
+
+void CompilerOutputWindow::ShowPreviousMessage() {
+    GoTo(log_.PreviousMessage(View().textCursor().blockNumber()));
+}
+
+void CompilerOutputWindow::GoTo(std::optional<int> logLine) {
+    if (!logLine) return;
+    View().SelectLine(*logLine);
+    ShowLineOf(*logLine);
+}
+
+}  // namespace zentro

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QTimer>
+
+#include "model/environment.h"
+#include "ui/output/compile_log.h"
+#include "ui/output/compiler_text_window.h"
+
+class QLabel;
+class QProgressBar;
+
+namespace zentro {
+
+/// Shows the log of a compile as it grows and leads from its messages to the source lines.
+class CompilerOutputWindow : public CompilerTextWindow, public OutputSink {
+    Q_OBJECT
+
+  public:
+    explicit CompilerOutputWindow(const Workbench& workbench, QWidget* parent = nullptr);
+
+    /// The file to be compiled, for the caption. Does nothing without a name.
+    void InitFile(const QString& path, const QString& fileName);
+    /// The run is over: shows all of the log and what came of it, and ends the animation.
+    void FinishCompile();
+    void SetFormColours() override;
+
+    int GetErrorCount() const { return log_.ErrorCount(); }
+    /// The messages about a source line, in the order of the log.
+    std::vector<PostedMessage> Messages() const { return log_.Messages(); }
+
+    void Write(std::string_view text, LogColour colour, const PostedMessage* message) override;
+    void Clear() override;
+    void Beep() override;
+
+  public slots:
+    /// Selects the next or the previous message about a source line, from the caret on, and raises
+    /// ShowLineWithError for it.
+    void ShowNextMessage();
+    void ShowPreviousMessage();
+
+  signals:
+    /// The user wants to see the source line of a message.
+    void ShowLineWithError(const LineXref& line);
+
+  private:
+    void BuildLayout();
+    void ShowPending();
+    void Recolour();
+    QTextCharFormat FormatOf(LogColour colour) const;
+    void Animate();
+    void ShowLineOf(int logLine);
+    void GoTo(std::optional<int> logLine);
+    void Announce();
+
+    CompileLog log_;
+    QString path_;
+    QString fileName_;
+    QLabel* summary_;
+    QProgressBar* progress_;
+    QTimer animation_;
+    QTimer showTimer_;
+    bool hasBegun_ = false;
+};
+
+}  // namespace zentro

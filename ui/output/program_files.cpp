@@ -1,0 +1,33 @@
+#include "ui/output/program_files.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "compiler/paths.h"
+
+namespace zentro {
+
+ProgramFiles ProgramFilesFor(const std::string& folder, const std::string& fileName,
+                             const SettingsStore& settings) {
+    const auto folderOf = [&](SettingNumber number) {
+        const std::string chosen = AsText(settings.GetSetting(number));
+        return chosen.empty() ? folder : chosen;
+    };
+    ProgramFiles files;
+    files.sourceDirectory = folder;
+    files.sourceFileName = fileName;
+    files.includeDirectory = folderOf(SettingNumber::SourceFolder);
+    files.objectDirectory = folderOf(SettingNumber::ObjectFolder);
+    files.objectFileName = ChangeExtension(fileName, "obj");
+    return files;
+}
+
+bool WouldOverwriteSource(const ProgramFiles& files) {
+    std::error_code failed;
+    const bool same =
+        std::filesystem::equivalent(PathOf(files.sourceDirectory, files.sourceFileName),
+                                    PathOf(files.objectDirectory, files.objectFileName), failed);
+    return same && !failed;
+}
+
+}  // namespace zentro
