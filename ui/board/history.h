@@ -1,0 +1,129 @@
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ui/board/board_world.h"
+
+namespace zentro {
+
+/// Does to a board what its host wants and remembers it, so that instructions can be taken back one
+/// by one. Now and then it keeps a copy of everything; what happened since is told as a short list
+/// of happenings, and going back means to repeat them from a copy on. Copies are few: they thin out
+/// with age, and what happened before the oldest is forgotten.
+class History {
+  public:
+    /// The world outlives the history. Nobody else may change it without a call of Forget.
+    explicit History(BoardWorld& world);
+
+    /// Carries out at most so many instructions of the present tick. Returns how many. In debug
+    /// mode, none.
+    std::uint64_t Run(std::uint64_t budget);
+
+    /// Lets ticks pass, at most `steps` instructions before each. What the board said is thrown
+    /// away when nobody listens.
+    void PassTicks(std::uint64_t count, std::uint64_t steps, bool somebodyListens);
+
+    void ChangeInputs(const Inputs& inputs);
+    void LetRobotSee(bool sees);
+
+    /// Hands one character to the board and returns whether it arrived.
+    using Deliver = std::function<bool(char)>;
+
+    /// Characters arrive on the serial line. `deliver` hands each of them over. Returns how many
+    /// arrived. The start of a program, or of a load, forgets what was before.
+    std::size_t Receive(std::string_view characters, const Deliver& deliver);
+
+    /// Of the board's output the first so many characters have been taken.
+    void NoteOutputTaken(std::size_t count);
+
+    void StopProgram();
+    void
+    PutAllToRest();  ///< the program is stopped, all outputs are off, the robot is at its start
+
+    /// Takes back the last instruction and all that happened since: the world is then what it was
+    /// right before it. False when nothing is remembered.
+    bool StepBack();
+    bool CanStepBack() const;
+
+    /// From here on nothing can be taken back.
+    void Forget();
+
+  private:
+    enum class Kind : std::uint8_t {
+        Running,  ///< `times` ticks with at most `stepsPerTick` instructions each, then `steps`
+        ChangeInputs,
+        LetRobotSee,
+        Receive,  ///< `characters`
+        TakeOutput,
+        StopProgram,
+        PutAllToRest,
+    };
+
+    struct Happening {
+        Kind kind{};
+        bool flag = false;        ///< somebody listens; the robot sees
+        std::uint64_t times = 1;  ///< ticks; characters; 1
+        std::uint64_t stepsPerTick = 0;
+        std::uint64_t steps = 0;
+        std::string characters = {};
+        Inputs inputs = {};
+    };
+
+    /// How far a happening has gone: so many times and, of Running, instructions behind them.
+    struct Position {
+        std::uint64_t happening = 0;  ///< counted from the beginning, also of what is forgotten
+        std::uint64_t times = 0;
+        std::uint64_t steps = 0;
+
+        auto operator<=>(const Position&) const = default;
+    };
+
+    struct Checkpoint {
+        std::unique_ptr<BoardWorld> world;
+        Position at;
+        std::optional<Position> lastInstruction;
+        std::uint64_t cost = 0;
+    };
+
+    /// What a happening costs beside its instructions, of which costs are counted.
+    static constexpr std::uint64_t kHappeningCost = 50;
+
+    Happening* Last(Kind kind);
+    void Append(Happening happening);
+    Position End() const;
+    Position EndOrNext(bool continues) const;
+
+    std::uint64_t Execute(std::uint64_t budget, const Position& from);
+    void FinishTick(bool somebodyListens);
+    bool ReceiveOne(char character, const Deliver& deliver, const Position& from);
+    void CarryOut(const Happening& happening);
+    void Settle();
+
+    void Replay(Position at, const Position& target);
+    void ReplayRunning(const Happening& happening, Position& at, const Position& stop);
+    void ReplayOther(const Happening& happening, Position& at, const Position& stop);
+    void CutAt(const Position& position);
+
+    void KeepCheckpoint(const Position& at);
+    void KeepCheckpointIfDue(const Position& at, std::uint64_t gap);
+    void ThinOut();
+    void DropOldest();
+
+    BoardWorld& world_;
+    std::deque<Happening> happenings_;
+    std::uint64_t forgotten_ = 0;  ///< happenings before the first that is kept
+    std::vector<Checkpoint> checkpoints_;
+    std::optional<Position> lastInstruction_;  ///< right before it
+    std::uint64_t cost_ = 0;                   ///< of repeating everything, in instructions
+};
+
+}  // namespace zentro

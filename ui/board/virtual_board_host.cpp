@@ -1,0 +1,317 @@
+#include "ui/board/virtual_board_host.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "board/loader.h"
+#include "board/text.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::uint64_t kInstructionsPerTick = 10'000;
+constexpr double kMillisecondsPerTick = 10;
+constexpr double kLongestCatchUp = 1000;  // milliseconds
+constexpr std::uint64_t kLongestSleepOfStep = kTicksPerSecond;
+constexpr qint64 kWorkPerWakeUp = 8;  // milliseconds; leaves the window time to draw
+constexpr std::uint64_t kTicksBetweenLooks = 8;
+constexpr qint64 kMillisecondsPerChange = 17;
+constexpr char kTakeBack = '\x7f';
+
+bool IsWaiting(const Board& board) {
+    const Wait& wait = board.processor.wait;
+    return wait.kind == Wait::Kind::Event ||
+           (wait.kind == Wait::Kind::Time && board.clock < wait.until);
+}
+
+/// Whether only time can bring the next instruction.
+bool MustWait(const Board& board) {
+    return board.processor.running && IsWaiting(board) && !EventIsDue(board.events);
+}
+
+}  // namespace
+
+/// The link to the board, with all that goes over it told to the history.
+class VirtualBoardHost::RecordingLink : public VirtualBoardLink {
+  public:
+    explicit RecordingLink(VirtualBoardHost& host)
+        : VirtualBoardLink(host.world_->board), host_(host) {}
+
+    LinkOpening Open(const std::string& portName) override {
+        const std::size_t before = host_.State().output.size();
+        LinkOpening opening = VirtualBoardLink::Open(portName);
+        NoteTaken(before);
+        host_.LookAround();
+        return opening;
+    }
+
+    std::optional<std::string> Read(std::size_t limit) override {
+        const std::size_t before = host_.State().output.size();
+        auto bytes = VirtualBoardLink::Read(limit);
+        NoteTaken(before);
+        return bytes;
+    }
+
+    bool Close() override {
+        const bool closed = VirtualBoardLink::Close();
+        host_.LookAround();
+        return closed;
+    }
+
+    std::size_t Write(std::string_view bytes) override {
+        const bool wasRunning = host_.State().processor.running;
+        const std::size_t written = host_.history_.Receive(bytes, [this](char character) {
+            return VirtualBoardLink::Write({&character, 1}) == 1;
+        });
+        // Who starts a program over the line wants it to run.
+        if (host_.State().processor.running && !wasRunning) host_.SetPaused(false);
+        host_.LookAround();
+        return written;
+    }
+
+  private:
+    void NoteTaken(std::size_t before) {
+        const std::size_t after = host_.State().output.size();
+        if (after < before) host_.history_.NoteOutputTaken(before - after);
+    }
+
+    VirtualBoardHost& host_;
+};
+
+VirtualBoardHost::VirtualBoardHost(QObject* parent)
+    : QObject(parent),
+      world_(std::make_unique<BoardWorld>()),
+      history_(*world_),
+      link_(std::make_unique<RecordingLink>(*this)) {
+    using namespace std::chrono_literals;
+    wakeUps_.setInterval(10ms);
+    wakeUps_.setTimerType(Qt::PreciseTimer);
+    connect(&wakeUps_, &QTimer::timeout, this, &VirtualBoardHost::WakeUp);
+    laterChange_.setSingleShot(true);
+    connect(&laterChange_, &QTimer::timeout, this, &VirtualBoardHost::TellChange);
+    sinceWakeUp_.start();
+}
+
+VirtualBoardHost::~VirtualBoardHost() = default;
+
+VirtualBoardLink& VirtualBoardHost::Link() {
+    return *link_;
+}
+
+std::string VirtualBoardHost::LoadProgram(std::string_view objectText) {
+    Stop();
+    std::string problem = LoadObjectText(world_->board, objectText);
+    history_.Forget();
+    LookAround();
+    return problem;
+}
+
+void VirtualBoardHost::Run() {
+    const bool held = State().processor.running;
+    const bool debugging = State().processor.debug != DebugState::Off;
+    if (debugging) SendDebugCommand("G");
+    if (!held) {
+        StartProgram(world_->board);
+        history_.Forget();
+    }
+    SetPaused(false);
+    LookAround();
+}
+
+void VirtualBoardHost::Stop() {
+    history_.StopProgram();
+    SetPaused(false);
+    LookAround();
+}
+
+void VirtualBoardHost::Pause() {
+    SetPaused(true);
+    LookAround();
+}
+
+void VirtualBoardHost::Resume() {
+    SetPaused(false);
+    LookAround();
+}
+
+void VirtualBoardHost::SetPaused(bool paused) {
+    paused_ = paused;
+    pendingTime_ = 0;
+    pendingInstructions_ = 0;
+}
+
+void VirtualBoardHost::Step() {
+    SetPaused(true);
+    if (!State().processor.running) {
+        StartProgram(world_->board);
+        history_.Forget();
+    } else if (State().processor.debug == DebugState::AtPrompt) {
+        SendDebugCommand("");
+    } else {
+        StepInstruction();
+    }
+    LookAround();
+}
+
+/// In debug mode the instruction was asked for on the serial line, and time has to pass for it.
+void VirtualBoardHost::StepInstruction() {
+    const bool listens = link_->IsOpen();
+    std::uint64_t slept = 0;
+    while (MustWait(State()) && slept < kLongestSleepOfStep) {
+        if (State().processor.wait.kind == Wait::Kind::Event) ++slept;
+        history_.PassTicks(1, 0, listens);
+    }
+    if (State().processor.debug != DebugState::Off) {
+        history_.PassTicks(1, kInstructionsPerTick, listens);
+        return;
+    }
+    stepsInTick_ += history_.Run(1);
+    if (stepsInTick_ < kInstructionsPerTick) return;
+    stepsInTick_ = 0;
+    history_.PassTicks(1, 0, listens);
+}
+
+bool VirtualBoardHost::StepBack() {
+    SetPaused(true);
+    const bool done = history_.StepBack();
+    // What the board had said then, a terminal has long read.
+    history_.NoteOutputTaken(State().output.size());
+    world_->board.output.clear();
+    wasRunning_ = State().processor.running;
+    LookAround();
+    return done;
+}
+
+void VirtualBoardHost::Reset() {
+    history_.PutAllToRest();
+    SetPaused(false);
+    LookAround();
+}
+
+void VirtualBoardHost::SetInputs(const Inputs& inputs) {
+    history_.ChangeInputs(inputs);
+    LookAround();
+}
+
+void VirtualBoardHost::LetRobotSee(bool sees) {
+    history_.LetRobotSee(sees);
+    LookAround();
+}
+
+void VirtualBoardHost::SetSpeed(const BoardSpeed& speed) {
+    speed_ = speed;
+    pendingInstructions_ = 0;
+    LookAround();
+}
+
+std::string VirtualBoardHost::ReadMemory(std::uint32_t address, std::size_t count) const {
+    std::string bytes;
+    for (std::uint64_t at = address; at < address + std::uint64_t{count}; ++at) {
+        const bool isThere = at < kMemorySize;
+        bytes += static_cast<char>(isThere ? State().memory.Byte(static_cast<std::uint32_t>(at))
+                                           : kNothingThere);
+    }
+    return bytes;
+}
+
+/// A line of the debug mode, instead of what somebody has begun to type.
+void VirtualBoardHost::SendDebugCommand(std::string_view command) {
+    std::string line(State().serial.line.size(), kTakeBack);
+    line += command;
+    history_.Receive(line + '\r', [this](char character) {
+        ReceiveCharacters(world_->board, {&character, 1});
+        return true;
+    });
+}
+
+/// A board at rest to which nobody is connected needs no time.
+bool VirtualBoardHost::WantsTime() const {
+    return !paused_ &&
+           (State().processor.running || link_->IsOpen() || State().outputs != Outputs{});
+}
+
+void VirtualBoardHost::WakeUp() {
+    const double elapsed = static_cast<double>(sinceWakeUp_.nsecsElapsed()) / 1e6;
+    sinceWakeUp_.start();
+    Advance(elapsed);
+}
+
+void VirtualBoardHost::Advance(double milliseconds) {
+    if (!WantsTime()) {
+        LookAround();
+        return;
+    }
+    pendingTime_ += std::clamp(milliseconds, 0.0, kLongestCatchUp);
+    const double ticks = std::floor(pendingTime_ / kMillisecondsPerTick);
+    pendingTime_ -= ticks * kMillisecondsPerTick;
+    const auto count = static_cast<std::uint64_t>(ticks);
+    const bool free = State().processor.running && State().processor.debug == DebugState::Off;
+    if (!free || speed_.kind == BoardSpeed::Kind::RealTime) {
+        PassRealTime(count);
+    } else if (speed_.kind == BoardSpeed::Kind::SlowMotion) {
+        PassSlowMotion(count);
+    } else {
+        RunAtFullSpeed();
+    }
+    LookAround();
+}
+
+void VirtualBoardHost::PassRealTime(std::uint64_t ticks) {
+    stepsInTick_ = 0;
+    history_.PassTicks(ticks, kInstructionsPerTick, link_->IsOpen());
+}
+
+/// While the program waits, time passes as it does; between its instructions it stands still, so
+/// that they see the clock that they would see at the board's own speed.
+void VirtualBoardHost::PassSlowMotion(std::uint64_t ticks) {
+    const double perTick = speed_.instructionsPerSecond / static_cast<double>(kTicksPerSecond);
+    for (std::uint64_t tick = 0; tick < ticks; ++tick) {
+        if (MustWait(State()) || !State().processor.running) {
+            history_.PassTicks(1, 0, link_->IsOpen());
+            continue;
+        }
+        pendingInstructions_ += perTick;
+        for (; pendingInstructions_ >= 1; pendingInstructions_ -= 1) {
+            if (!MustWait(State())) StepInstruction();
+        }
+    }
+}
+
+void VirtualBoardHost::RunAtFullSpeed() {
+    QElapsedTimer working;
+    working.start();
+    while (State().processor.running && working.elapsed() < kWorkPerWakeUp)
+        PassRealTime(kTicksBetweenLooks);
+}
+
+/// After anything that may have changed the board.
+void VirtualBoardHost::LookAround() {
+    const Processor& processor = State().processor;
+    const bool ended = wasRunning_ && !processor.running;
+    wasRunning_ = processor.running;
+    if (WantsTime() && !wakeUps_.isActive()) {
+        sinceWakeUp_.start();
+        wakeUps_.start();
+    } else if (!WantsTime()) {
+        wakeUps_.stop();
+    }
+    if (laterChange_.isActive()) {
+        // It will be told.
+    } else if (!sinceChange_.isValid() || sinceChange_.elapsed() >= kMillisecondsPerChange) {
+        TellChange();
+    } else {
+        laterChange_.start(static_cast<int>(kMillisecondsPerChange - sinceChange_.elapsed()));
+    }
+    if (!ended) return;
+    if (processor.end == EndReason::Fault) emit FaultHappened(DescribeFault(State(), nameOf_));
+    emit ProgramEnded();
+}
+
+void VirtualBoardHost::TellChange() {
+    sinceChange_.start();
+    emit Changed();
+}
+
+}  // namespace zentro

@@ -1,0 +1,122 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "comms/virtual_board_link.h"
+#include "ui/board/board_world.h"
+#include "ui/board/fault_report.h"
+#include "ui/board/history.h"
+
+namespace zentro {
+
+/// How fast a virtual board goes.
+struct BoardSpeed {
+    enum class Kind : std::uint8_t {
+        SlowMotion,  ///< so many instructions a second; waiting takes its usual time
+        RealTime,
+        FullSpeed,  ///< as fast as it goes; waiting takes no time
+    };
+
+    Kind kind = Kind::RealTime;
+    double instructionsPerSecond = 3;  ///< of slow motion; above 0, at most a million
+
+    bool operator==(const BoardSpeed&) const = default;
+};
+
+/// Owns a virtual board, lets time pass for it and lets it be stopped, stepped and stepped back. A
+/// pause holds programs and the clock; the serial line goes on answering.
+class VirtualBoardHost : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit VirtualBoardHost(QObject* parent = nullptr);
+    ~VirtualBoardHost() override;
+
+    /// The board's end of the serial line, for a terminal session.
+    VirtualBoardLink& Link();
+
+    const Board& State() const { return world_->board; }
+    const BoardWorld& World() const { return *world_; }
+
+    /// Loads the text of an object file. Returns what is wrong with it; empty: it was loaded.
+    std::string LoadProgram(std::string_view objectText);
+    bool HasProgram() const { return State().processor.programSize > 0; }
+
+    /// Starts the program, or lets the one that is held or in debug mode go on.
+    void Run();
+    /// Ends the program; what it has switched on stays on.
+    void Stop();
+    void Pause();
+    void Resume();
+    bool IsPaused() const { return paused_; }
+
+    /// Holds the program and carries out one instruction; a wait before it passes at once, a sleep
+    /// for at most a second. Without a running program it starts one and holds it at its beginning.
+    void Step();
+    /// Holds the program and takes its last instruction back, with all that happened since.
+    /// False when nothing can be taken back.
+    bool StepBack();
+    bool CanStepBack() const { return history_.CanStepBack(); }
+
+    /// Ends the program, switches everything off and puts the robot at its start.
+    void Reset();
+
+    void SetInputs(const Inputs& inputs);
+    /// Whether analogue inputs 1 and 2 are what the robot's eyes see of the floor.
+    void LetRobotSee(bool sees);
+
+    void SetSpeed(const BoardSpeed& speed);
+    const BoardSpeed& Speed() const { return speed_; }
+
+    /// Names for fault reports; what the last compilation knows.
+    void SetNames(NameOfAddress nameOf) { nameOf_ = std::move(nameOf); }
+
+    /// Bytes of memory as they are now. Behind the end of memory each is FF.
+    std::string ReadMemory(std::uint32_t address, std::size_t count) const;
+
+    /// Lets so much time pass, at most a second. The host's own timer calls it.
+    void Advance(double milliseconds);
+
+  signals:
+    void Changed();  ///< at most 60 times a second
+    void FaultHappened(const zentro::FaultReport& report);
+    void ProgramEnded();  ///< for whatever reason
+
+  private:
+    class RecordingLink;
+
+    bool WantsTime() const;
+    void SetPaused(bool paused);
+    void WakeUp();
+    void PassRealTime(std::uint64_t ticks);
+    void PassSlowMotion(std::uint64_t ticks);
+    void RunAtFullSpeed();
+    void StepInstruction();
+    void SendDebugCommand(std::string_view command);
+    void LookAround();
+    void TellChange();
+
+    std::unique_ptr<BoardWorld> world_;
+    History history_;
+    std::unique_ptr<RecordingLink> link_;
+    NameOfAddress nameOf_;
+    BoardSpeed speed_;
+    bool paused_ = false;
+    bool wasRunning_ = false;
+    double pendingTime_ = 0;          ///< milliseconds not yet made into ticks
+    double pendingInstructions_ = 0;  ///< of slow motion
+    std::uint64_t stepsInTick_ = 0;   ///< carried out singly since the last tick
+    QElapsedTimer sinceWakeUp_;
+    QElapsedTimer sinceChange_;
+    QTimer wakeUps_;
+    QTimer laterChange_;
+};
+
+}  // namespace zentro
