@@ -1,0 +1,133 @@
+#include "ui/dialogs/folder_chooser.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QFileSystemModel>
+#include <QHeaderView>
+#include <QLabel>
+#include <QShortcut>
+#include <QStorageInfo>
+#include <QTreeView>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <array>
+
+#include "ui/dialogs/options_state.h"
+
+namespace zentro {
+
+namespace {
+
+/// Volumes of the system itself, on which nobody keeps programs.
+bool IsSystemVolume(const QString& root) {
+    constexpr std::array kSystemFolders{"/boot/", "/dev/",  "/etc/", "/proc/",
+                                        "/run/",  "/snap/", "/sys/", "/var/"};
+    if (root.startsWith("/run/media/")) return false;
+    return std::ranges::any_of(kSystemFolders, [folder = root + '/'](const char* system) {
+        return folder.startsWith(system);
+    });
+}
+
+}  // namespace
+
+QStringList DriveRoots() {
+    QStringList roots;
+    const auto volumes = QStorageInfo::mountedVolumes();
+    for (const QStorageInfo& volume : volumes) {
+        const QString root = volume.rootPath();
+        if (volume.isValid() && volume.isReady() && QFileInfo(root).isDir() &&
+            !IsSystemVolume(root) && !roots.contains(root))
+            roots += root;
+    }
+    roots.sort();
+    return roots;
+}
+
+FolderChooser::FolderChooser(QWidget* parent)
+    : QWidget(parent),
+      folders_(new QFileSystemModel(this)),
+      tree_(new QTreeView),
+      drives_(new QComboBox),
+      selectedPath_(new QLabel) {
+    auto* title = new QLabel("&Default Source Directory     (Double Click to choose)");
+    title->setBuddy(tree_);
+    MakeDriveList();
+    MakeTree();
+    selectedPath_->setObjectName("lblSelectedPath");
+    selectedPath_->setAccessibleName("Chosen source directory");
+    selectedPath_->setTextFormat(Qt::PlainText);
+    selectedPath_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    selectedPath_->setWordWrap(true);
+    selectedPath_->setMinimumHeight(2 * selectedPath_->fontMetrics().lineSpacing());
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->addWidget(title);
+    layout->addWidget(drives_);
+    layout->addWidget(tree_, 1);
+    layout->addWidget(selectedPath_);
+}
+
+void FolderChooser::MakeDriveList() {
+    drives_->setObjectName("DriveDefaultSource");
+    drives_->setAccessibleName("Drive");
+    const QStringList roots = DriveRoots();
+    for (const QString& root : roots)
+        drives_->addItem(QDir::toNativeSeparators(root), root);
+    if (roots.size() < 2) drives_->hide();
+    connect(drives_, &QComboBox::activated, this, [this] {
+        const QString root = drives_->currentData().toString();
+        ShowInTree(root);
+        Choose(root);
+    });
+}
+
+void FolderChooser::MakeTree() {
+    folders_->setFilter(QDir::Dirs | QDir::Drives | QDir::NoDotAndDotDot);
+    folders_->setRootPath({});
+    tree_->setObjectName("DirDefaultSource");
+    tree_->setAccessibleName("Default source directory");
+    tree_->setModel(folders_);
+    tree_->setHeaderHidden(true);
+    for (int column = 1; column < folders_->columnCount(); ++column)
+        tree_->hideColumn(column);
+    tree_->setMinimumSize(240, 120);
+    connect(tree_, &QTreeView::doubleClicked, this, &FolderChooser::ChooseCurrent);
+    // Keys of its own, for Enter would otherwise press the dialog's OK.
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+        auto* enter = new QShortcut(key, tree_);
+        enter->setContext(Qt::WidgetShortcut);
+        connect(enter, &QShortcut::activated, this, &FolderChooser::ChooseCurrent);
+    }
+    // A folder gets its place in the order only when the folder around it has been read.
+    connect(folders_, &QFileSystemModel::directoryLoaded, this, [this](const QString& folder) {
+        if (QFileInfo(shown_).path() == folder) tree_->scrollTo(folders_->index(shown_));
+    });
+}
+
+void FolderChooser::SetFolder(const QString& folder) {
+    selectedPath_->setText(QDir::toNativeSeparators(folder));
+    ShowInTree(folder);
+}
+
+void FolderChooser::ShowInTree(const QString& folder) {
+    const QModelIndex index = folders_->index(folder);
+    if (!index.isValid()) return;
+    shown_ = folders_->filePath(index);
+    tree_->setCurrentIndex(index);
+    tree_->expand(index);
+    const int drive = drives_->findData(QStorageInfo(folder).rootPath());
+    if (drive >= 0) drives_->setCurrentIndex(drive);
+}
+
+void FolderChooser::ChooseCurrent() {
+    if (tree_->currentIndex().isValid()) Choose(folders_->filePath(tree_->currentIndex()));
+}
+
+void FolderChooser::Choose(const QString& folder) {
+    const QString path = FolderPath(QDir::toNativeSeparators(folder));
+    selectedPath_->setText(path);
+    emit FolderChosen(path);
+}
+
+}  // namespace zentro

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QStringList>
+#include <QWidget>
+
+class QComboBox;
+class QFileSystemModel;
+class QLabel;
+class QTreeView;
+
+namespace zentro {
+
+/// The folders of this computer in a tree, of which a double click or Enter chooses one, and its
+/// drives, of which choosing one chooses its root.
+class FolderChooser : public QWidget {
+    Q_OBJECT
+
+  public:
+    explicit FolderChooser(QWidget* parent = nullptr);
+
+    /// Shows that folder as the chosen one, whether it is there or not.
+    void SetFolder(const QString& folder);
+
+  signals:
+    /// The user has chosen a folder. It has no separator at its end, unless it is a root.
+    void FolderChosen(const QString& folder);
+
+  private:
+    void Choose(const QString& folder);
+    void ChooseCurrent();
+    void ShowInTree(const QString& folder);
+    void MakeTree();
+    void MakeDriveList();
+
+    QFileSystemModel* folders_;
+    QTreeView* tree_;
+    QComboBox* drives_;
+    QLabel* selectedPath_;
+    QString shown_;  ///< the folder that the tree was last made to show
+};
+
+/// The roots of the drives that a user can keep programs on.
+QStringList DriveRoots();
+
+}  // namespace zentro

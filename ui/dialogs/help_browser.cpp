@@ -1,0 +1,215 @@
+#include "ui/dialogs/help_browser.h"
+
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QFile>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "settings/utf8_text.h"
+#include "ui/dialogs/help_address.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr qint64 kLargestPage = 16 << 20;  // bytes
+
+QString ReadPage(const QUrl& address) {
+    QFile file(address.toLocalFile());
+    if (QFileInfo(file).isDir()) return MissingPage(address, "This is a folder.");
+    if (!file.open(QIODevice::ReadOnly)) return MissingPage(address, file.errorString());
+    if (file.size() > kLargestPage) return MissingPage(address, "The file is too large.");
+    return QString::fromStdString(Utf8Text(file.readAll().toStdString()));
+}
+
+/// Has a page for every address, so that the history holds what could not be shown, too.
+class PageView : public QTextBrowser {
+  public:
+    QVariant loadResource(int type, const QUrl& name) override {
+        if (type != QTextDocument::HtmlResource) return QTextBrowser::loadResource(type, name);
+        switch (KindOf(name)) {
+            case AddressKind::LocalPage: return ReadPage(name);
+            case AddressKind::WebAddress: return WebAddressPage(name);
+            case AddressKind::Unknown: break;
+        }
+        return MissingPage(name, "This is neither a file nor a web address.");
+    }
+};
+
+QComboBox* MakeAddressBox() {
+    auto* box = new QComboBox;
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->setCompleter(nullptr);
+    box->setObjectName("cboAddress");
+    box->setAccessibleName("Address");
+    box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    box->setMinimumContentsLength(24);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    return box;
+}
+
+}  // namespace
+
+HelpBrowser::HelpBrowser(Dialogs& dialogs, OpenOutside openOutside, QWidget* parent)
+    : QWidget(parent),
+      dialogs_(dialogs),
+      openOutside_(openOutside ? std::move(openOutside) : &QDesktopServices::openUrl),
+      page_(new PageView),
+      address_(MakeAddressBox()),
+      searching_(new QLabel),
+      status_(new QLabel) {
+    setObjectName("frmBrowser");
+    setWindowTitle("Help");
+    page_->setObjectName("brwWebBrowser");
+    page_->setAccessibleName("Page");
+    page_->setOpenLinks(false);
+    searching_->setObjectName("lblSearching");
+    searching_->setTextFormat(Qt::PlainText);
+    status_->setObjectName("lblStatus");
+    status_->setTextFormat(Qt::PlainText);
+    loading_.setSingleShot(true);
+    connect(&loading_, &QTimer::timeout, this, &HelpBrowser::Load);
+    connect(page_, &QTextBrowser::anchorClicked, this, &HelpBrowser::FollowLink);
+    connect(page_, &QTextBrowser::sourceChanged, this, &HelpBrowser::ShowLoaded);
+    connect(address_, &QComboBox::textActivated, this,
+            [this](const QString& text) { Navigate(AddressFromText(text)); });
+    connect(address_->lineEdit(), &QLineEdit::returnPressed, this,
+            [this] { Navigate(AddressFromText(address_->currentText())); });
+
+    auto* messages = new QHBoxLayout;
+    messages->addWidget(searching_);
+    messages->addWidget(status_, 1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(MakeToolBar());
+    layout->addWidget(page_, 1);
+    layout->addLayout(messages);
+    resize(720, 560);
+}
+
+QWidget* HelpBrowser::MakeToolBar() {
+    auto* bar = new QWidget;
+    auto* layout = new QHBoxLayout(bar);
+    layout->setContentsMargins({});
+    back_ = AddButton(*bar, "Back", [this] { Begin([this] { page_->backward(); }); });
+    forward_ = AddButton(*bar, "Forward", [this] { Begin([this] { page_->forward(); }); });
+    stop_ = AddButton(*bar, "Stop", [this] { Stop(); });
+    AddButton(*bar, "Refresh", [this] { Begin([this] { page_->reload(); }); });
+    AddButton(*bar, "Home", [this] { Navigate(AddressFromText(startingAddress_)); });
+    AddButton(*bar, "Search", [this] { AskForTopic(); });
+    auto* label = new QLabel("Add&ress");
+    label->setBuddy(address_);
+    layout->addWidget(label);
+    layout->addWidget(address_, 1);
+    back_->setEnabled(false);
+    forward_->setEnabled(false);
+    stop_->setEnabled(false);
+    connect(page_, &QTextBrowser::backwardAvailable, back_, &QWidget::setEnabled);
+    connect(page_, &QTextBrowser::forwardAvailable, forward_, &QWidget::setEnabled);
+    return bar;
+}
+
+QToolButton* HelpBrowser::AddButton(QWidget& bar, const QString& name,
+                                    std::function<void()> pressed) {
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setText(name);
+    button->setAccessibleName(name);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setAutoRaise(true);
+    connect(button, &QToolButton::clicked, this, std::move(pressed));
+    bar.layout()->addWidget(button);
+    return button;
+}
+
+void HelpBrowser::SetStartingAddress(const QString& address) {
+    startingAddress_ = address;
+    Navigate(AddressFromText(address));
+}
+
+void HelpBrowser::SearchForHelp(const QString& topic) {
+    QUrl address = AddressFromText(startingAddress_);
+    address.setFragment(topic, QUrl::DecodedMode);
+    Navigate(address);
+    searching_->setText("Searching for: " + topic);
+    topic_ = topic;
+}
+
+void HelpBrowser::AskForTopic() {
+    const auto topic = dialogs_.AskText(this, "Topic to search for?", {});
+    if (topic && !topic->isEmpty()) SearchForHelp(*topic);
+}
+
+void HelpBrowser::Navigate(const QUrl& address) {
+    if (address.isEmpty()) return;
+    if (KindOf(address) == AddressKind::WebAddress && !OpenWebAddress(address)) return;
+    Begin([this, address] { page_->setSource(address, QTextDocument::HtmlResource); });
+}
+
+/// A link to the web leaves the page as it is.
+void HelpBrowser::FollowLink(const QUrl& link) {
+    const QUrl address = page_->source().resolved(link);
+    if (KindOf(address) != AddressKind::WebAddress) return Navigate(address);
+    if (OpenWebAddress(address))
+        status_->setText("Opened in your web browser: " + AddressText(address));
+}
+
+bool HelpBrowser::OpenWebAddress(const QUrl& address) {
+    if (openOutside_(address)) return true;
+    dialogs_.ShowMessage(this,
+                         AddressText(address) +
+                             "\n\nThe desktop has no program that opens this address. Copy it "
+                             "into a web browser.");
+    return false;
+}
+
+void HelpBrowser::Begin(std::function<void()> load) {
+    pending_ = std::move(load);
+    topic_.clear();
+    searching_->clear();
+    status_->clear();
+    setWindowTitle("Working...");
+    stop_->setEnabled(true);
+    loading_.start(0);
+}
+
+void HelpBrowser::Load() {
+    const std::function<void()> load = std::move(pending_);
+    pending_ = {};
+    load();
+    ShowLoaded();
+    FindTopic();
+}
+
+void HelpBrowser::Stop() {
+    loading_.stop();
+    pending_ = {};
+    ShowLoaded();
+}
+
+void HelpBrowser::ShowLoaded() {
+    stop_->setEnabled(false);
+    const QString title = page_->documentTitle();
+    const QString shown = AddressText(page_->source());
+    setWindowTitle(!title.isEmpty()  ? title
+                   : shown.isEmpty() ? "Help"
+                                     : page_->source().fileName());
+    visited_.Add(shown);
+    address_->clear();
+    address_->addItems(visited_.Texts());
+    address_->setEditText(shown);
+}
+
+void HelpBrowser::FindTopic() {
+    if (topic_.isEmpty() || HasAnchor(*page_->document(), topic_)) return;
+    page_->moveCursor(QTextCursor::Start);
+    if (!page_->find(topic_)) status_->setText("\"" + topic_ + "\" was not found on this page.");
+}
+
+}  // namespace zentro
