@@ -50,4 +50,9 @@ QIcon ThemedIcon(const QString& name) {
     return QIcon(new LineIconEngine(file.readAll()));
 }
 
+// A picture without "currentColor" is drawn as it is.
+QIcon ProgramIcon() {
+    return ThemedIcon("zentro");
+}
+
 }  // namespace zentro

@@ -9,4 +9,7 @@ namespace zentro {
 /// of the present palette at any size. An unknown name gives an empty icon.
 QIcon ThemedIcon(const QString& name);
 
+/// The program's own icon, in its own colours.
+QIcon ProgramIcon();
+
 }  // namespace zentro
