@@ -65,14 +65,14 @@ microseconds Download::Begin() {
     }
     text_ = std::move(file.bytes);
     state_ = State::StartingLoader;
-    if (!Write(kEndProgram)) state_ = State::Over;
+    if (!terminal_.write(kEndProgram)) state_ = State::Over;
     return kLoaderDelay;
 }
 
 microseconds Download::StartLoader() {
     terminal_.writeToScreen(std::string(kClearScreen) + "Downloading Program to Kinetron......");
     state_ = State::SendingLines;
-    if (!Write(kStartLoader)) state_ = State::Over;
+    if (!terminal_.write(kStartLoader)) state_ = State::Over;
     return TimeOnTheWire(kStartLoader.size()) + kLineGap;
 }
 
@@ -82,7 +82,7 @@ microseconds Download::SendLine() {
         return {};
     }
     const std::string line = std::string(TakeLine()).append(kLineEnd);
-    Write(line);  // the next one is sent all the same
+    terminal_.write(line);  // the next one is sent all the same
     ++linesSent_;
     if (linesSent_ % kLinesPerProgress == 0) {
         terminal_.writeToScreen(std::string(kLineEnd) + "Working.... " +
@@ -95,7 +95,7 @@ void Download::Complete() {
     state_ = State::Over;
     terminal_.writeToScreen(std::string(kLineEnd) + "Download Complete. Sent " +
                             std::to_string(linesSent_) + " Lines in total. ");
-    Write(kEndLoad);
+    terminal_.write(kEndLoad);
 }
 
 /// The next line without its end: CR, LF, both, or the end of the file.

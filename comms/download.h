@@ -55,7 +55,6 @@ class Download {
     std::chrono::microseconds SendLine();
     void Complete();
     std::string_view TakeLine();
-    bool Write(std::string_view text);
 
     std::string path_;
     DownloadTerminal terminal_;
