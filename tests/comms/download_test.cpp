@@ -1,0 +1,211 @@
+#include "comms/download.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+#include "board/board.h"
+#include "board/loader.h"
+#include "tests/support/compile_fixture.h"
+
+namespace zentro {
+namespace {
+
+using namespace std::string_literals;
+using std::chrono::duration;
+using std::chrono::microseconds;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+const std::string kCleared =
+    "\x1b"
+    "cDownloading Program to Kinetron......";
+
+/// A download in virtual time: what it wrote, showed and told, and how long it took.
+class DownloadTest : public ::testing::Test {
+  protected:
+    DownloadTest()
+        : path_(std::filesystem::temp_directory_path() /
+                ("zentro-download-" + std::to_string(getpid()) + ".obj")) {}
+    ~DownloadTest() override { std::filesystem::remove(path_); }
+
+    void WriteFile(std::string_view content) { std::ofstream(path_, std::ios::binary) << content; }
+    Download Start() { return Start(path_); }
+    Download Start(const std::filesystem::path& path) {
+        return Download(path.string(),
+                        {[this](std::string_view text) { return Write(text); },
+                         [this](std::string_view text) { shown_ += text; },
+                         [this](const std::string& text) { told_.push_back(text); }});
+    }
+    void Run(Download& download) {
+        while (!download.IsOver())
+            taken_ += download.Step();
+    }
+    void Run(std::string_view content) {
+        WriteFile(content);
+        Download download = Start();
+        Run(download);
+    }
+
+    std::size_t failing_ = std::string::npos;  ///< the write that fails, counted from 0
+    bool staysLost_ = true;
+    std::filesystem::path path_;
+    std::vector<std::string> writes_;
+    std::vector<std::string> lost_;
+    std::vector<std::string> told_;
+    std::string shown_;
+    microseconds taken_{0};
+
+  private:
+    bool Write(std::string_view text) {
+        const std::size_t number = writes_.size() + lost_.size();
+        const bool fails = staysLost_ ? number >= failing_ : number == failing_;
+        (fails ? lost_ : writes_).emplace_back(text);
+        return !fails;
+    }
+};
+
+TEST_F(DownloadTest, SendsEveryLineWhateverEndsIt) {
+    Run("1,2\r\n3\n\n4\r5\r\n\r\n6");
+    EXPECT_THAT(writes_, ElementsAre("X\rZ\r", "L", "1,2\r\n", "3\r\n", "\r\n", "4\r\n", "5\r\n",
+                                     "\r\n", "6\r\n", "]\r"));
+    EXPECT_EQ(shown_, kCleared + "\r\nDownload Complete. Sent 7 Lines in total. ");
+    EXPECT_THAT(told_, IsEmpty());
+}
+
+TEST_F(DownloadTest, SendsContentUnread) {
+    Run("any \xe9\0\x1b thing\x1a\n"s);
+    EXPECT_THAT(writes_, ElementsAre("X\rZ\r", "L", "any \xe9\0\x1b thing\x1a\r\n"s, "]\r"));
+}
+
+TEST_F(DownloadTest, AnEmptyFileIsADownloadToo) {
+    Run("");
+    EXPECT_THAT(writes_, ElementsAre("X\rZ\r", "L", "]\r"));
+    EXPECT_EQ(shown_, kCleared + "\r\nDownload Complete. Sent 0 Lines in total. ");
+}
+
+TEST_F(DownloadTest, TellsItsProgressEvery25Lines) {
+    std::string content;
+    for (int line = 0; line < 50; ++line)
+        content += "0\r\n";
+    Run(content);
+    EXPECT_EQ(shown_, kCleared +
+                          "\r\nWorking.... 25  Lines Sent  \r\nWorking.... 50  Lines Sent  "
+                          "\r\nDownload Complete. Sent 50 Lines in total. ");
+}
+
+TEST_F(DownloadTest, AFileThatCannotBeReadSendsNothing) {
+    Download missing = Start();
+    Run(missing);
+    EXPECT_THAT(writes_, IsEmpty());
+    EXPECT_EQ(shown_, "");
+    EXPECT_THAT(told_,
+                ElementsAre("Error Dowloading file. Error text is: No such file or directory"));
+    Download folder = Start(std::filesystem::temp_directory_path());
+    Run(folder);
+    EXPECT_THAT(writes_, IsEmpty());
+    EXPECT_THAT(told_.back(), HasSubstr("Error Dowloading file. Error text is: "));
+}
+
+/// Of "1 2 3" the writes are: 0 the first commands, 1 "L", 2 to 4 the lines, 5 the end.
+TEST_F(DownloadTest, EndsAtALostLineOnlyBeforeTheProgram) {
+    const std::string whole = "\r\nDownload Complete. Sent 3 Lines in total. ";
+    for (const bool staysLost : {true, false}) {
+        for (std::size_t failing = 0; failing <= 5; ++failing) {
+            SCOPED_TRACE(failing);
+            failing_ = failing;
+            staysLost_ = staysLost;
+            writes_.clear();
+            lost_.clear();
+            shown_.clear();
+            Run("1\n2\n3\n");
+            EXPECT_EQ(writes_.size() + lost_.size(), failing < 2 ? failing + 1 : 6);
+            EXPECT_EQ(shown_, failing == 0 ? "" : failing == 1 ? kCleared : kCleared + whole);
+        }
+    }
+}
+
+TEST_F(DownloadTest, TheFileMayChangeOrGoMeanwhile) {
+    for (const bool goes : {true, false}) {
+        writes_.clear();
+        WriteFile("1\n2\n3\n");
+        Download download = Start();
+        while (download.LinesSent() == 0)
+            download.Step();
+        EXPECT_DOUBLE_EQ(download.Fraction(), 1.0 / 3);
+        if (goes) {
+            std::filesystem::remove(path_);
+        } else {
+            WriteFile("9\n9\n9\n9\n");
+        }
+        Run(download);
+        EXPECT_THAT(writes_, ElementsAre("X\rZ\r", "L", "1\r\n", "2\r\n", "3\r\n", "]\r"));
+        EXPECT_DOUBLE_EQ(download.Fraction(), 1.0);
+    }
+}
+
+TEST_F(DownloadTest, ACancelledLoadIsEnded) {
+    WriteFile("1\n2\n3\n");
+    Download download = Start();
+    while (download.LinesSent() < 2)
+        download.Step();
+    download.Cancel();
+    download.Cancel();
+    EXPECT_TRUE(download.IsOver());
+    download.Step();
+    EXPECT_THAT(writes_, ElementsAre("X\rZ\r", "L", "1\r\n", "2\r\n", "]\r"));
+    EXPECT_EQ(shown_, kCleared + "\r\nDownload Cancelled. Sent 2 Lines. ");
+}
+
+/// As short as the lines of a robot's program are: on the average 7.6 characters with their end.
+TEST_F(DownloadTest, TakesLittleLongerThanTheWire) {
+    test::Program explorer(test::ReadFile(ZENTRO_EXAMPLES_FOLDER "/explorer.txt"));
+    ASSERT_TRUE(explorer.Compile());
+    Run(explorer.object.text);
+    std::size_t characters = 0;
+    for (const std::string& text : writes_)
+        characters += text.size();
+    constexpr double kCharactersPerSecond = 960;
+    const double wire = static_cast<double>(characters) / kCharactersPerSecond;
+    EXPECT_GE(duration<double>(taken_).count(), wire);
+    EXPECT_LE(duration<double>(taken_).count(), 1.2 * wire);
+}
+
+/// Each example, sent while something else runs in the board's debug mode.
+TEST_F(DownloadTest, EveryExampleReachesTheBoard) {
+    int examples = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(ZENTRO_EXAMPLES_FOLDER)) {
+        if (entry.path().extension() != ".txt") continue;
+        SCOPED_TRACE(entry.path());
+        test::Program program(test::ReadFile(entry.path()));
+        for (const auto& part :
+             std::filesystem::directory_iterator(ZENTRO_EXAMPLES_FOLDER "/patrol")) {
+            program.WithFile("patrol/" + part.path().filename().string(),
+                             test::ReadFile(part.path()));
+        }
+        ASSERT_TRUE(program.Compile());
+        writes_.clear();
+        Run(program.object.text);
+
+        Board expected;
+        ASSERT_TRUE(LoadObjectText(expected, program.object.text).empty());
+        Board board;
+        ReceiveCharacters(board, "L53,0,0]\rD\r");
+        for (const std::string& text : writes_)
+            ReceiveCharacters(board, text);
+        EXPECT_TRUE(board.memory == expected.memory);
+        EXPECT_THAT(TakeOutput(board), HasSubstr("\r\nLoaded "));
+        ReceiveCharacters(board, "G\r");
+        EXPECT_GT(RunInstructions(board, 100), 0U);
+        ++examples;
+    }
+    EXPECT_GE(examples, 11);
+}
+
+}  // namespace
+}  // namespace zentro
