@@ -1,0 +1,104 @@
+#include "ui/editor/completion.h"
+
+#include <algorithm>
+#include <array>
+
+#include "config/encoding.h"
+#include "config/text.h"
+#include "frontend/argument_template.h"
+
+namespace zentro {
+
+namespace {
+
+/// Statements that this board does not have.
+constexpr std::array kUnavailable{Token::SetMotorFromVariables, Token::WriteEeprom,
+                                  Token::OnErrorCall};
+
+bool BeginsLine(const Command& entry) {
+    return (entry.family == TokenFamily::Statement || entry.family == TokenFamily::Declaration ||
+            entry.family == TokenFamily::Directive || entry.id == Token::Reserve) &&
+           std::ranges::find(kUnavailable, entry.id) == kUnavailable.end();
+}
+
+/// Words that are no statements but can stand inside one.
+bool StandsInLine(const Command& entry) {
+    switch (entry.family) {
+        case TokenFamily::Function: return SystemFunctionTemplate(entry.id) != nullptr;
+        case TokenFamily::Operator:
+            return !entry.command.empty() && IsLetter(entry.command.front());
+        case TokenFamily::Constant: return true;
+        case TokenFamily::Reserved:
+            return entry.id != Token::KeywordList && entry.id != Token::DefinePrefix &&
+                   entry.id != Token::EndPrefix && entry.id != Token::Reserve;
+        case TokenFamily::Declaration:
+        case TokenFamily::Directive:
+        case TokenFamily::Statement:
+        case TokenFamily::Unknown: return false;
+    }
+    return false;
+}
+
+template <typename Wanted>
+void AddEntries(std::vector<std::string>& items, const CommandCatalogue& commands,
+                std::string_view typed, Wanted isWanted) {
+    for (const Command& entry : commands.Entries()) {
+        if (isWanted(entry) && StartsWithIgnoreCase(entry.command, typed))
+            items.push_back(ToUtf8(entry.command));
+    }
+}
+
+void SortItems(std::vector<std::string>& items) {
+    const auto folded = [](const std::string& text) {
+        std::string key = text;
+        std::ranges::transform(key, key.begin(), FoldCase);
+        return key;
+    };
+    std::ranges::sort(items, {}, folded);
+    const auto rest = std::ranges::unique(items, {}, folded);
+    items.erase(rest.begin(), rest.end());
+}
+
+}  // namespace
+
+bool IsNameCharacter(char c) {
+    return IsLetter(c) || IsDigit(c) || c == '_';
+}
+
+bool EndsInCommentOrString(std::string_view line) {
+    bool inQuotes = false;
+    for (const char c : line) {
+        if (c == ';' && !inQuotes) return true;
+        if (c == '"') inQuotes = !inQuotes;
+    }
+    return inQuotes;
+}
+
+Completion CompletionsOf(const CommandCatalogue& commands, const std::vector<ProgramName>& names,
+                         std::string_view beforeCaret) {
+    Completion completion;
+    if (EndsInCommentOrString(beforeCaret)) return completion;
+    std::size_t lineStart = 0;
+    while (lineStart < beforeCaret.size() && IsBlank(beforeCaret[lineStart]))
+        ++lineStart;
+    std::size_t wordStart = beforeCaret.size();
+    while (wordStart > lineStart && IsNameCharacter(beforeCaret[wordStart - 1]))
+        --wordStart;
+
+    const std::string_view line = beforeCaret.substr(lineStart);
+    const std::string_view word = beforeCaret.substr(wordStart);
+    if (!line.empty()) AddEntries(completion.items, commands, line, BeginsLine);
+    completion.typed = line.size();
+    // The second word of a statement stands for the whole of it; anything else is a word alone.
+    if (completion.items.empty() || wordStart == lineStart) {
+        completion.typed = word.size();
+        if (wordStart != lineStart) AddEntries(completion.items, commands, word, StandsInLine);
+        for (const ProgramName& name : names) {
+            if (StartsWithIgnoreCase(name.name, word)) completion.items.push_back(name.name);
+        }
+    }
+    SortItems(completion.items);
+    return completion;
+}
+
+}  // namespace zentro

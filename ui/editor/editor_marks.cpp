@@ -1,0 +1,156 @@
+#include "ui/editor/editor_marks.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+#include <QStringList>
+#include <algorithm>
+
+#include "ui/editor/scintilla_text.h"
+#include "ui/support/colours.h"
+
+namespace zentro {
+
+namespace {
+
+using Sci = QsciScintillaBase;
+
+/// The numbers under which the editing component knows the marks.
+enum Marker : std::uint8_t { kWarningMark = 0, kErrorMark = 1, kHereMark = 2, kHereLine = 3 };
+enum Indicator : std::uint8_t { kErrorLine = 8, kWarningLine = 9 };
+
+constexpr int kSize = 14;
+const QColor kErrorColour(200, 0, 0);
+const QColor kWarningColour(180, 110, 0);
+const QColor kHereColour(0, 90, 200);
+
+QPixmap EmptyPicture(qreal density) {
+    QPixmap picture(QSize(kSize, kSize) * density);
+    picture.setDevicePixelRatio(density);
+    picture.fill(Qt::transparent);
+    return picture;
+}
+
+QPixmap ErrorPicture(qreal density, const QColor& colour, const QColor& page) {
+    QPixmap picture = EmptyPicture(density);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colour);
+    painter.drawEllipse(QRectF(1, 1, 12, 12));
+    painter.setPen(QPen(page, 1.8, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(QPointF(4.7, 4.7), QPointF(9.3, 9.3));
+    painter.drawLine(QPointF(9.3, 4.7), QPointF(4.7, 9.3));
+    return picture;
+}
+
+QPixmap WarningPicture(qreal density, const QColor& colour, const QColor& page) {
+    QPixmap picture = EmptyPicture(density);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(colour);
+    painter.drawPolygon(QPolygonF({QPointF(7, 1.8), QPointF(12.8, 12), QPointF(1.2, 12)}));
+    painter.setPen(QPen(page, 1.6, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(QPointF(7, 5.2), QPointF(7, 8.2));
+    painter.drawPoint(QPointF(7, 10.6));
+    return picture;
+}
+
+QPixmap HerePicture(qreal density, const QColor& colour) {
+    QPixmap picture = EmptyPicture(density);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setBrush(colour);
+    painter.drawPolygon(QPolygonF({QPointF(1, 5), QPointF(7, 5), QPointF(7, 1.5), QPointF(13, 7),
+                                   QPointF(7, 12.5), QPointF(7, 9), QPointF(1, 9)}));
+    return picture;
+}
+
+}  // namespace
+
+void EditorMarks::Redraw(const QColor& page) {
+    const qreal density = editor_.devicePixelRatioF();
+    const auto readable = [&](const QColor& colour) { return ReadableOn(colour, page); };
+    editor_.markerDefine(ErrorPicture(density, readable(kErrorColour), page), kErrorMark);
+    editor_.markerDefine(WarningPicture(density, readable(kWarningColour), page), kWarningMark);
+    editor_.markerDefine(HerePicture(density, readable(kHereColour)), kHereMark);
+    editor_.markerDefine(QsciScintilla::Background, kHereLine);
+    QColor line = readable(kHereColour);
+    line = QColor::fromRgb((page.red() * 4 + line.red()) / 5, (page.green() * 4 + line.green()) / 5,
+                           (page.blue() * 4 + line.blue()) / 5);
+    editor_.setMarkerBackgroundColor(line, kHereLine);
+
+    editor_.indicatorDefine(QsciScintilla::SquiggleIndicator, kErrorLine);
+    editor_.setIndicatorForegroundColor(readable(kErrorColour), kErrorLine);
+    editor_.indicatorDefine(QsciScintilla::DashesIndicator, kWarningLine);
+    editor_.setIndicatorForegroundColor(readable(kWarningColour), kWarningLine);
+}
+
+EditorMarks::Mark EditorMarks::SetMark(int line, int marker, const QString& text) {
+    return {editor_.markerAdd(line, marker), text};
+}
+
+void EditorMarks::Remove(const Mark& mark) {
+    editor_.markerDeleteHandle(mark.handle);
+}
+
+void EditorMarks::Underline(int line, Severity severity) {
+    const std::string text = LineText(editor_, line);
+    const std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
+    if (begin == text.size()) return;
+    Send(editor_, Sci::SCI_SETINDICATORCURRENT,
+         severity == Severity::Error ? kErrorLine : kWarningLine);
+    Send(editor_, Sci::SCI_INDICATORFILLRANGE, LineBegin(editor_, line) + static_cast<long>(begin),
+         static_cast<long>(text.size() - begin));
+}
+
+void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
+    ClearMessages();
+    for (const LineMessage& message : messages) {
+        const int line = std::clamp(message.line, 1, LineCount(editor_)) - 1;
+        const bool isError = message.severity == Severity::Error;
+        const QString kind = isError ? "Error: " : "Warning: ";
+        messages_.push_back(
+            SetMark(line, isError ? kErrorMark : kWarningMark, kind + message.text));
+        Underline(line, message.severity);
+    }
+}
+
+void EditorMarks::ClearMessages() {
+    for (const Mark& mark : messages_)
+        Remove(mark);
+    messages_.clear();
+    for (const int indicator : {kErrorLine, kWarningLine}) {
+        Send(editor_, Sci::SCI_SETINDICATORCURRENT, indicator);
+        Send(editor_, Sci::SCI_INDICATORCLEARRANGE, 0, TextLength(editor_));
+    }
+}
+
+void EditorMarks::MarkLine(int line, const QString& text) {
+    ClearMark();
+    here_ = SetMark(line, kHereMark, text);
+    editor_.markerAdd(line, kHereLine);
+    editor_.ensureLineVisible(line);
+}
+
+void EditorMarks::ClearMark() {
+    if (here_) Remove(*here_);
+    here_.reset();
+    editor_.markerDeleteAll(kHereLine);
+}
+
+QString EditorMarks::TextAt(int line) const {
+    QStringList texts;
+    const auto add = [&](const Mark& mark) {
+        if (editor_.markerLine(mark.handle) == line && !texts.contains(mark.text))
+            texts += mark.text;
+    };
+    if (here_) add(*here_);
+    for (const Mark& mark : messages_)
+        add(mark);
+    return texts.join('\n');
+}
+
+}  // namespace zentro

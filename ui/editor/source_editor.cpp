@@ -1,0 +1,231 @@
+#include "ui/editor/source_editor.h"
+
+#include <QDragEnterEvent>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QToolTip>
+#include <QUrl>
+#include <algorithm>
+
+#include "ui/editor/scintilla_text.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr int kNumberMargin = 0;
+constexpr int kFoldMargin = 2;
+
+using Sci = QsciScintillaBase;
+
+QStringList DroppedFiles(const QMimeData* data) {
+    QStringList files;
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile()) files += url.toLocalFile();
+    }
+    return files;
+}
+
+}  // namespace
+
+SourceEditor::SourceEditor(const InstructionConfiguration& configuration, QWidget* parent)
+    : QsciScintilla(parent),
+      keywords_(configuration.commands.GetCommandText(Token::KeywordList)),
+      lexer_(new SourceLexer(keywords_, this)),
+      respeller_(*this, *lexer_, keywords_),
+      folds_(*this, configuration.commands),
+      marks_(*this),
+      typing_(*this, configuration) {
+    setObjectName("rtfSource");
+    setAccessibleName("Source text");
+    setUtf8(true);
+    setEolMode(QsciScintilla::EolUnix);
+    setLexer(lexer_);
+    SetUpMargins();
+    SetUpTyping();
+    ConnectSignals();
+}
+
+void SourceEditor::SetUpMargins() {
+    setMarginType(kNumberMargin, QsciScintilla::NumberMargin);
+    setMarginType(EditorMarks::kMargin, QsciScintilla::SymbolMargin);
+    setMarginWidth(EditorMarks::kMargin, 18);
+    setMarginSensitivity(EditorMarks::kMargin, false);
+    setFolding(QsciScintilla::PlainFoldStyle, kFoldMargin);
+    setMarginWidth(3, 0);
+    setMarginWidth(4, 0);
+    Send(*this, Sci::SCI_SETMARGINLEFT, 0, 4);
+}
+
+void SourceEditor::SetUpTyping() {
+    setIndentationsUseTabs(false);
+    setIndentationWidth(4);
+    setTabWidth(4);
+    setTabIndents(true);
+    setBackspaceUnindents(true);
+    setBraceMatching(QsciScintilla::SloppyBraceMatch);
+    setCaretLineVisible(true);
+    setScrollWidth(1);
+    setScrollWidthTracking(true);
+    setAutoCompletionSource(QsciScintilla::AcsNone);
+    setCallTipsStyle(QsciScintilla::CallTipsNone);
+}
+
+void SourceEditor::ConnectSignals() {
+    settle_.setSingleShot(true);
+    connect(&settle_, &QTimer::timeout, this, &SourceEditor::Settle);
+    connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
+            [this](int position, int type, const char*, int, int linesAdded) {
+                OnModified(position, type, linesAdded);
+            });
+    connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &SourceEditor::OnCharacterAdded);
+    connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settle_.start(0); });
+    connect(this, &QsciScintilla::linesChanged, this, &SourceEditor::FitNumberMargin);
+    connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
+        digits_ = 0;
+        FitNumberMargin();
+    });
+}
+
+void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
+    std::vector<TextRun> runs;
+    if (isLastLineEnded) text += '\n';
+    if (isColouring_) runs = FormatSourceText(keywords_, text);
+    RespellKeywords(text, runs);
+    if (isLastLineEnded) text.pop_back();
+    isLoading_ = true;
+    Send(*this, Sci::SCI_SETUNDOCOLLECTION, 0);
+    Send(*this, Sci::SCI_CLEARALL);
+    SendScintilla(Sci::SCI_ADDTEXT, static_cast<unsigned long>(text.size()), text.data());
+    Send(*this, Sci::SCI_SETUNDOCOLLECTION, 1);
+    Send(*this, Sci::SCI_EMPTYUNDOBUFFER);
+    Send(*this, Sci::SCI_SETSAVEPOINT);
+    Send(*this, Sci::SCI_GOTOPOS, 0);
+    isLoading_ = false;
+    lexer_->StyleAll(runs);
+    respeller_.Forget();
+    folds_.Edited(0, LineCount(*this) - 1);
+    settle_.start(0);
+}
+
+void SourceEditor::ReplaceText(const std::string& text) {
+    Send(*this, Sci::SCI_BEGINUNDOACTION);
+    Send(*this, Sci::SCI_SETTARGETSTART, 0);
+    Send(*this, Sci::SCI_SETTARGETEND, TextLength(*this));
+    SendScintilla(Sci::SCI_REPLACETARGET, static_cast<unsigned long>(text.size()), text.data());
+    Send(*this, Sci::SCI_ENDUNDOACTION);
+}
+
+std::string SourceEditor::TextBytes() {
+    return TextBetween(*this, 0, TextLength(*this));
+}
+
+void SourceEditor::SetColouring(bool on) {
+    isColouring_ = on;
+    lexer_->SetOn(on);
+    respeller_.SetOn(on);
+}
+
+void SourceEditor::SetSourceFont(const QFont& font) {
+    lexer_->SetSourceFont(font);
+    setMarginsFont(font);
+    digits_ = 0;
+    FitNumberMargin();
+}
+
+void SourceEditor::FitNumberMargin() {
+    const auto digits = std::max(3, static_cast<int>(QString::number(lines()).size()));
+    if (digits == digits_) return;
+    digits_ = digits;
+    setMarginWidth(kNumberMargin, QString(digits + 1, '8'));
+}
+
+void SourceEditor::OnModified(int position, int type, int linesAdded) {
+    if (isLoading_ || (type & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)) == 0) return;
+    const int line = LineOf(*this, position);
+    lexer_->Touch(line, linesAdded);
+    folds_.Edited(line, linesAdded);
+    respeller_.Edited(line, linesAdded, (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0);
+    settle_.start(0);
+}
+
+void SourceEditor::OnCharacterAdded(int character) {
+    respeller_.Settle();
+    typing_.CharacterAdded(character);
+}
+
+void SourceEditor::Settle() {
+    respeller_.Settle();
+    typing_.CaretMoved();
+    emit StatsChanged();
+}
+
+void SourceEditor::keyPressEvent(QKeyEvent* event) {
+    if (!typing_.HandleKey(*event)) QsciScintilla::keyPressEvent(event);
+}
+
+bool SourceEditor::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QsciScintilla::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    // Plain text, whatever it holds, in lines that fit the screen.
+    const QString text = HoverText(help->pos());
+    QToolTip::showText(help->globalPos(),
+                       text.isEmpty()
+                           ? QString()
+                           : "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>",
+                       viewport());
+    return true;
+}
+
+QString SourceEditor::HoverText(const QPoint& point) {
+    const long nearest = Send(*this, Sci::SCI_POSITIONFROMPOINT, point.x(), point.y());
+    const int line = LineOf(*this, nearest);
+    const long top = Send(*this, Sci::SCI_POINTYFROMPOSITION, 0, nearest);
+    if (point.y() > top + Send(*this, Sci::SCI_TEXTHEIGHT, line)) return {};  // below the text
+    const QString marks = marks_.TextAt(line);
+    if (!marks.isEmpty()) return marks;
+    const long position = Send(*this, Sci::SCI_POSITIONFROMPOINTCLOSE, point.x(), point.y());
+    if (position < 0) return {};
+    const std::string word =
+        TextBetween(*this, Send(*this, Sci::SCI_WORDSTARTPOSITION, position, 1),
+                    Send(*this, Sci::SCI_WORDENDPOSITION, position, 1));
+    const ProgramName* name = FindName(typing_.ProgramNames(), word);
+    return name == nullptr ? QString() : QString::fromStdString(name->declaration);
+}
+
+void SourceEditor::dragEnterEvent(QDragEnterEvent* event) {
+    if (DroppedFiles(event->mimeData()).isEmpty()) return QsciScintilla::dragEnterEvent(event);
+    event->acceptProposedAction();
+}
+
+void SourceEditor::dragMoveEvent(QDragMoveEvent* event) {
+    if (DroppedFiles(event->mimeData()).isEmpty()) return QsciScintilla::dragMoveEvent(event);
+    event->acceptProposedAction();
+}
+
+void SourceEditor::dropEvent(QDropEvent* event) {
+    const QStringList files = DroppedFiles(event->mimeData());
+    if (files.isEmpty()) return QsciScintilla::dropEvent(event);
+    event->acceptProposedAction();
+    emit FilesDropped(files);
+}
+
+void SourceEditor::SelectRange(long begin, long end) {
+    ensureLineVisible(LineOf(*this, begin));
+    Send(*this, Sci::SCI_SETSEL, begin, end);
+    Send(*this, Sci::SCI_SCROLLCARET);
+}
+
+QString SourceEditor::WordAtCaret() {
+    const long caret = CaretPosition(*this);
+    return QString::fromStdString(TextBetween(*this,
+                                              Send(*this, Sci::SCI_WORDSTARTPOSITION, caret, 1),
+                                              Send(*this, Sci::SCI_WORDENDPOSITION, caret, 1)));
+}
+
+int SourceEditor::CaretLine() {
+    return LineOf(*this, CaretPosition(*this)) + 1;
+}
+
+}  // namespace zentro

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QTimer>
+#include <Qsci/qsciscintilla.h>
+#include <string>
+
+#include "config/configuration.h"
+#include "ui/editor/editor_marks.h"
+#include "ui/editor/fold_keeper.h"
+#include "ui/editor/keyword_list.h"
+#include "ui/editor/respeller.h"
+#include "ui/editor/source_lexer.h"
+#include "ui/editor/typing_help.h"
+
+namespace zentro {
+
+/// The text of one source file, coloured, with marks, folds and help for who types. Lines end in LF
+/// inside.
+class SourceEditor : public QsciScintilla {
+    Q_OBJECT
+
+  public:
+    /// The configuration outlives the editor.
+    SourceEditor(const InstructionConfiguration& configuration, QWidget* parent);
+
+    /// A new text, UTF-8, which counts as saved. What stood there before cannot be brought back.
+    /// `isLastLineEnded`: a line end stands after the text in its file, which completes its last
+    /// word.
+    void LoadText(std::string text, bool isLastLineEnded);
+    /// A new text as an edit, which can be undone.
+    void ReplaceText(const std::string& text);
+    std::string TextBytes();
+
+    /// Off: keywords are neither coloured nor re-spelt.
+    void SetColouring(bool on);
+    void SetColours(const QColor& text, const QColor& page);
+    void SetSourceFont(const QFont& font);
+
+    EditorMarks& Marks() { return marks_; }
+    TypingHelp& Typing() { return typing_; }
+    FoldKeeper& Folds() { return folds_; }
+
+    /// Selects the text between two positions (bytes) and unfolds and shows it.
+    void SelectRange(long begin, long end);
+    QString WordAtCaret();
+    int CaretLine();  ///< from 1
+
+  signals:
+    /// The text or the caret's place has changed.
+    void StatsChanged();
+    void FilesDropped(const QStringList& paths);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    void SetUpMargins();
+    void SetUpTyping();
+    void ConnectSignals();
+    void SetChromeColours(const QColor& text, const QColor& page);
+    void FitNumberMargin();
+    void OnModified(int position, int type, int linesAdded);
+    void OnCharacterAdded(int character);
+    void Settle();
+    QString HoverText(const QPoint& point);
+
+    KeywordList keywords_;
+    SourceLexer* lexer_;
+    Respeller respeller_;
+    FoldKeeper folds_;
+    EditorMarks marks_;
+    TypingHelp typing_;
+    QTimer settle_;
+    bool isColouring_ = true;
+    bool isLoading_ = false;
+    int digits_ = 0;
+};
+
+}  // namespace zentro

@@ -1,0 +1,55 @@
+#include "ui/editor/source_search.h"
+
+#include <algorithm>
+
+#include "ui/editor/scintilla_text.h"
+#include "ui/editor/source_editor.h"
+
+namespace zentro {
+
+namespace {
+
+using Sci = QsciScintillaBase;
+
+// The options have the numbers that the editing component gives them.
+static_assert(static_cast<int>(FindOption::WholeWord) == Sci::SCFIND_WHOLEWORD);
+static_assert(static_cast<int>(FindOption::MatchCase) == Sci::SCFIND_MATCHCASE);
+
+bool IsSelected(SourceEditor& editor, const QString& text) {
+    return !text.isEmpty() && editor.selectedText().compare(text, Qt::CaseInsensitive) == 0;
+}
+
+}  // namespace
+
+int FindInSource(SourceEditor& editor, const QString& text, bool continueFromSelection,
+                 FindOptions options) {
+    if (text.isEmpty()) return -1;
+    long start = 0;
+    if (continueFromSelection) {
+        start = Send(editor, Sci::SCI_GETSELECTIONSTART);
+        if (IsSelected(editor, text)) start = Send(editor, Sci::SCI_POSITIONAFTER, start);
+    }
+    const std::string wanted = text.toStdString();
+    Send(editor, Sci::SCI_SETSEARCHFLAGS, static_cast<int>(options));
+    Send(editor, Sci::SCI_SETTARGETSTART, start);
+    Send(editor, Sci::SCI_SETTARGETEND, TextLength(editor));
+    const long found = editor.SendScintilla(
+        Sci::SCI_SEARCHINTARGET, static_cast<unsigned long>(wanted.size()), wanted.data());
+    if (found < 0) return -1;
+    editor.SelectRange(found, Send(editor, Sci::SCI_GETTARGETEND));
+    return static_cast<int>(Send(editor, Sci::SCI_COUNTCHARACTERS, 0, found));
+}
+
+bool ReplaceSelection(SourceEditor& editor, const QString& text, const QString& replacement) {
+    if (!IsSelected(editor, text)) return false;
+    editor.replaceSelectedText(replacement);
+    return true;
+}
+
+void SelectLine(SourceEditor& editor, int line) {
+    const int index = std::clamp(line, 1, LineCount(editor)) - 1;
+    editor.setFocus();
+    editor.SelectRange(LineBegin(editor, index), LineEnd(editor, index));
+}
+
+}  // namespace zentro

@@ -1,0 +1,197 @@
+#include "ui/editor/statement_help.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+
+#include "config/encoding.h"
+#include "config/text.h"
+#include "frontend/argument_template.h"
+#include "ui/editor/block_words.h"
+#include "ui/editor/completion.h"
+
+namespace zentro {
+
+namespace {
+
+/// A call whose ")" is not yet written.
+struct OpenCall {
+    std::string_view name;
+    std::size_t argument = 0;  ///< from 0
+};
+
+std::string_view NameBefore(std::string_view text) {
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    std::size_t begin = text.size();
+    while (begin > 0 && IsNameCharacter(text[begin - 1]))
+        --begin;
+    return text.substr(begin);
+}
+
+/// Calls the function for each character outside quotes, until it returns false.
+template <typename Visit>
+void ForEachOutsideQuotes(std::string_view text, Visit visit) {
+    bool inQuotes = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '"') inQuotes = !inQuotes;
+        if (!inQuotes) visit(i, text[i]);
+    }
+}
+
+std::optional<OpenCall> InnermostCall(std::string_view before) {
+    std::vector<OpenCall> open;
+    ForEachOutsideQuotes(before, [&](std::size_t i, char c) {
+        if (c == '(') open.push_back({NameBefore(before.substr(0, i)), 0});
+        if (c == ')' && !open.empty()) open.pop_back();
+        if (c == ',' && !open.empty()) ++open.back().argument;
+    });
+    if (open.empty()) return std::nullopt;
+    return open.back();
+}
+
+std::size_t CountCommas(std::string_view text) {
+    std::size_t count = 0;
+    int depth = 0;
+    ForEachOutsideQuotes(text, [&](std::size_t, char c) {
+        depth += (c == '(') - (c == ')');
+        if (c == ',' && depth == 0) ++count;
+    });
+    return count;
+}
+
+std::string_view TypeName(const ArgumentTemplate& argument) {
+    if (argument.kind == ArgumentTemplate::Kind::EventHandler) return "event";
+    if (argument.kind == ArgumentTemplate::Kind::Variable) return "variable";
+    switch (argument.type) {
+        case DataType::Byte: return "byte";
+        case DataType::Word: return "word";
+        case DataType::Flag: return "flag";
+        case DataType::Pointer: return "pointer";
+        case DataType::Table: return "table";
+        case DataType::Any: return "value";
+    }
+    return "value";
+}
+
+/// The arguments when the language's own words for them are missing.
+std::string DescribeTemplates(std::span<const ArgumentTemplate> arguments) {
+    std::string text;
+    for (const ArgumentTemplate& argument : arguments) {
+        if (!text.empty()) text += ", ";
+        if (argument.allowedValues.empty()) {
+            text += TypeName(argument);
+            continue;
+        }
+        text += argument.allowedValues.front();
+        if (argument.allowedValues.size() == 2) text += " or ";
+        if (argument.allowedValues.size() > 2) text += " to ";
+        if (argument.allowedValues.size() > 1) text += argument.allowedValues.back();
+    }
+    return text;
+}
+
+/// Marks the argument among those that stand, with commas between, in a piece of the text. The last
+/// piece stands for all that come after it.
+void MarkArgument(CallTip& tip, std::size_t begin, std::size_t end, std::size_t argument) {
+    tip.markBegin = begin;
+    tip.markEnd = end;
+    int depth = 0;
+    for (std::size_t i = begin; i < end; ++i) {
+        depth += (tip.text[i] == '(') - (tip.text[i] == ')');
+        if (tip.text[i] != ',' || depth != 0) continue;
+        if (argument == 0) {
+            tip.markEnd = i;
+            return;
+        }
+        --argument;
+        tip.markBegin = std::min(i + 2, end);
+    }
+}
+
+/// "motor 1 to 4, F or B, speed: turns a motor" after the words of the statement.
+CallTip TipOfStatement(const Command& command, std::string_view before) {
+    const StatementTemplate* fixed = FindStatementTemplate(command.id);
+    std::string description = ToUtf8(command.description);
+    if (description.find(": ") == std::string::npos && fixed != nullptr)
+        description = DescribeTemplates(fixed->Arguments()) + ": " + description;
+    const std::size_t colon = description.find(": ");
+    if (colon == std::string::npos) return {};
+    CallTip tip;
+    tip.text = ToUtf8(command.command) + " ";
+    const std::size_t begin = tip.text.size();
+    tip.text += description.substr(0, colon) + "\n" + description.substr(colon + 2);
+    if (fixed != nullptr) MarkArgument(tip, begin, begin + colon, CountCommas(before));
+    return tip;
+}
+
+/// "JOYSTICK(1 or 2, X or Y): how far it is moved", or what else the text has before the colon.
+CallTip TipOfCall(std::string text, std::size_t argument) {
+    CallTip tip;
+    const std::size_t colon = text.find(": ");
+    if (colon != std::string::npos) text.replace(colon, 2, "\n");
+    tip.text = std::move(text);
+    const std::size_t open = tip.text.find('(');
+    const std::size_t close = tip.text.find(')', std::min(open, tip.text.size()));
+    if (open != std::string::npos && close != std::string::npos)
+        MarkArgument(tip, open + 1, close, argument);
+    return tip;
+}
+
+CallTip TipOfFunction(const Command& command, const FunctionTemplate& function,
+                      std::size_t argument) {
+    std::string description = ToUtf8(command.description);
+    if (!StartsWithIgnoreCase(description, ToUtf8(command.command) + "(")) {
+        description = ToUtf8(command.command) + "(" + DescribeTemplates(function.Arguments()) +
+                      "): " + description;
+    }
+    return TipOfCall(std::move(description), argument);
+}
+
+const Command* FindFunction(const CommandCatalogue& commands, std::string_view name) {
+    const Command* command = commands.FindCommand(name);
+    return command != nullptr && command->command.size() == name.size() ? command : nullptr;
+}
+
+/// The words of a declaration stand before the name.
+CallTip TipOfRoutine(const CommandCatalogue& commands, const ProgramName& routine,
+                     std::size_t argument) {
+    const std::string words = ToUtf8(commands.GetCommandText(Token::DefineRoutine));
+    std::string_view text = routine.declaration;
+    if (StartsWithIgnoreCase(text, words)) text = Trim(text.substr(words.size()));
+    return TipOfCall(std::string(text), argument);
+}
+
+CallTip TipOf(const CommandCatalogue& commands, const std::vector<ProgramName>& names,
+              const OpenCall& call) {
+    const Command* command = FindFunction(commands, call.name);
+    const FunctionTemplate* function =
+        command == nullptr ? nullptr : SystemFunctionTemplate(command->id);
+    if (function != nullptr) return TipOfFunction(*command, *function, call.argument);
+    const ProgramName* own = FindName(names, call.name);
+    if (own == nullptr || !own->isRoutine) return {};
+    return TipOfRoutine(commands, *own, call.argument);
+}
+
+}  // namespace
+
+CallTip StatementHelp(const InstructionConfiguration& configuration,
+                      const std::vector<ProgramName>& names, std::string_view line,
+                      std::size_t column) {
+    const CommandCatalogue& commands = configuration.commands;
+    const std::string_view before = line.substr(0, column);
+    if (FindComment(before) < before.size()) return {};
+    const std::string start = CollapsedStart(before);
+    const Command* command = commands.FindCommand(start);
+    const bool declares = command != nullptr && command->family == TokenFamily::Declaration;
+    if (const auto call = declares ? std::nullopt : InnermostCall(before)) {
+        CallTip tip = TipOf(commands, names, *call);
+        if (!tip.text.empty()) return tip;
+    }
+    const bool isPastWords = command != nullptr && !before.empty() &&
+                             (start.size() > command->command.size() || IsBlank(before.back()));
+    if (!isPastWords || command->family == TokenFamily::Function) return {};
+    return TipOfStatement(*command, before);
+}
+
+}  // namespace zentro

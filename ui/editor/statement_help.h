@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config/configuration.h"
+#include "ui/editor/program_names.h"
+
+namespace zentro {
+
+/// What a statement or a call takes, to be shown while it is typed.
+struct CallTip {
+    std::string text;           ///< UTF-8; empty: there is nothing to say
+    std::size_t markBegin = 0;  ///< the argument at the caret; without one both are 0
+    std::size_t markEnd = 0;
+};
+
+/// The help on the statement, or on the innermost call, in which a line's column (in bytes, from 0)
+/// stands.
+CallTip StatementHelp(const InstructionConfiguration& configuration,
+                      const std::vector<ProgramName>& names, std::string_view line,
+                      std::size_t column);
+
+}  // namespace zentro
