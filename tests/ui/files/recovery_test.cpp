@@ -1,0 +1,272 @@
+#include <QDir>
+#include <QDirIterator>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <gmock/gmock.h>
+
+#include "tests/ui/files/child_process.h"
+#include "tests/ui/ui_fixture.h"
+#include "ui/files/recovery_dialog.h"
+#include "ui/files/recovery_store.h"
+
+namespace zentro {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class RecoveryTest : public UiTest {
+  protected:
+    /// A run of the program that keeps these texts of one document and crashes.
+    void Crash(const QString& pathOrTitle, const QStringList& texts) {
+        ASSERT_TRUE(InChild([&] {
+            auto* const store = new RecoveryStore(store_);
+            for (const QString& text : texts) {
+                if (!store->Keep("1", pathOrTitle, text).isEmpty()) return false;
+            }
+            return true;
+        }));
+    }
+    static std::vector<QString> TextsOf(const std::vector<UnsavedText>& unsaved) {
+        std::vector<QString> texts;
+        for (const UnsavedText& text : unsaved) {
+            texts.push_back(text.copy.text);
+        }
+        return texts;
+    }
+    static std::vector<QString> TextsOf(const std::vector<RecoveryCopy>& copies) {
+        std::vector<QString> texts;
+        for (const RecoveryCopy& copy : copies) {
+            texts.push_back(copy.text);
+        }
+        return texts;
+    }
+    QStringList CopyFiles() const {
+        QStringList files;
+        QDirIterator found(store_ + "/copies", QDir::Files, QDirIterator::Subdirectories);
+        while (found.hasNext()) {
+            files += found.next();
+        }
+        files.sort();
+        return files;
+    }
+
+    QString store_ = FilePath("recovery");
+    QString path_ = FilePath("robot.txt");
+};
+
+TEST_F(RecoveryTest, ACrashCostsNothing) {
+    const QString text = QString::fromUtf8("BEGIN\r\n \xC3\xA9 \xCE\xB1\n\nEND\n");
+    Crash(path_, {"first", text});
+    Crash("NewFile1", {"never saved"});
+    RecoveryStore store(store_);
+    const std::vector<UnsavedText> unsaved = store.Unsaved();
+    ASSERT_EQ(unsaved.size(), 2U);
+    EXPECT_EQ(unsaved[0].copy.title, "NewFile1");
+    EXPECT_EQ(unsaved[0].copy.path, "");
+    EXPECT_EQ(unsaved[0].copy.text, "never saved");
+    EXPECT_EQ(unsaved[1].copy.title, "robot.txt");
+    EXPECT_EQ(unsaved[1].copy.path, path_);
+    EXPECT_EQ(unsaved[1].copy.text, text);
+    EXPECT_LT(unsaved[1].copy.time.secsTo(QDateTime::currentDateTimeUtc()), 60);
+}
+
+TEST_F(RecoveryTest, WhatWasSavedOrClosedIsNotOffered) {
+    {
+        RecoveryStore store(store_);
+        EXPECT_EQ(store.Keep("1", path_, "saved"), "");
+        EXPECT_EQ(store.Keep("2", "NewFile1", "closed"), "");
+        store.Forget("1");
+        store.Forget("2");
+        EXPECT_EQ(TextsOf(store.Copies("1", path_)), std::vector<QString>{"saved"});
+    }
+    EXPECT_THAT(QDir(store_ + "/sessions").entryList(QDir::Dirs | QDir::NoDotAndDotDot), IsEmpty());
+    RecoveryStore next(store_);
+    EXPECT_THAT(next.Unsaved(), IsEmpty());
+    EXPECT_EQ(TextsOf(next.Copies("9", path_)), std::vector<QString>{"saved"});
+}
+
+TEST_F(RecoveryTest, EqualTextsMakeOneCopyAndAreUnsavedAgain) {
+    {
+        RecoveryStore store(store_);
+        for (const char* text : {"a", "a", "b", "b", "a"}) {
+            EXPECT_EQ(store.Keep("1", path_, text), "");
+        }
+        EXPECT_THAT(TextsOf(store.Copies("1", path_)), ElementsAre("a", "b", "a"));
+        store.Forget("1");
+        EXPECT_EQ(store.Keep("1", path_, "a"), "");
+        EXPECT_EQ(CopyFiles().size(), 3);
+    }
+    EXPECT_THAT(TextsOf(RecoveryStore(store_).Unsaved()), ElementsAre("a"));
+}
+
+TEST_F(RecoveryTest, ADocumentThatGetsAnotherNameIsOfferedOnce) {
+    {
+        RecoveryStore store(store_);
+        EXPECT_EQ(store.Keep("1", "NewFile1", "a"), "");
+        EXPECT_EQ(store.Keep("2", "NewFile1", "another NewFile1"), "");
+        EXPECT_EQ(store.Keep("1", path_, "b"), "");
+    }
+    EXPECT_THAT(TextsOf(RecoveryStore(store_).Unsaved()),
+                ::testing::UnorderedElementsAre("b", "another NewFile1"));
+}
+
+TEST_F(RecoveryTest, TheLastFiftyCopiesStay) {
+    Crash(path_, {"left by a crash"});
+    RecoveryStore store(store_);
+    for (int i = 1; i <= 60; ++i) {
+        EXPECT_EQ(store.Keep("1", path_, QString::number(i)), "");
+    }
+    // The text that is unsaved elsewhere stays beside them.
+    const std::vector<QString> texts = TextsOf(store.Copies("1", path_));
+    ASSERT_EQ(texts.size(), 51U);
+    EXPECT_EQ(texts[0], "60");
+    EXPECT_EQ(texts[49], "11");
+    const std::vector<UnsavedText> unsaved = store.Unsaved();
+    EXPECT_THAT(TextsOf(unsaved), ElementsAre("left by a crash"));
+    store.Discard(unsaved[0]);
+    EXPECT_EQ(store.Keep("1", path_, "61"), "");
+    EXPECT_EQ(CopyFiles().size(), 50);
+}
+
+TEST_F(RecoveryTest, RunningProgramsKeepTheirTexts) {
+    auto first = std::make_unique<RecoveryStore>(store_);
+    auto second = std::make_unique<RecoveryStore>(store_);
+    RecoveryStore third(store_);
+    EXPECT_EQ(first->Keep("1", path_, "of the first"), "");
+    EXPECT_EQ(second->Keep("1", path_, "of the second"), "");
+    EXPECT_THAT(third.Unsaved(), IsEmpty());
+    first.reset();
+    EXPECT_THAT(TextsOf(second->Unsaved()), ElementsAre("of the first"));
+    EXPECT_THAT(third.Unsaved(), IsEmpty());
+    second.reset();
+    EXPECT_THAT(TextsOf(third.Unsaved()), ElementsAre("of the second", "of the first"));
+}
+
+TEST_F(RecoveryTest, TakingATextBackCanBeUndone) {
+    Crash(path_, {"lost"});
+    {
+        RecoveryStore store(store_);
+        const UnsavedText unsaved = store.Unsaved().at(0);
+        EXPECT_EQ(store.Restore(unsaved, "5", "present"), "");
+        EXPECT_THAT(TextsOf(store.Copies("5", path_)), ElementsAre("lost", "present", "lost"));
+        EXPECT_THAT(store.Unsaved(), IsEmpty());
+    }
+    // It is unsaved still, in the run that took it over.
+    RecoveryStore next(store_);
+    const std::vector<UnsavedText> again = next.Unsaved();
+    EXPECT_THAT(TextsOf(again), ElementsAre("lost"));
+    next.Discard(again[0]);
+    EXPECT_THAT(next.Unsaved(), IsEmpty());
+}
+
+TEST_F(RecoveryTest, DamagedAndForeignFilesDoNoHarm) {
+    Crash(path_, {"whole", "damaged"});
+    const QStringList copies = CopyFiles();
+    ASSERT_EQ(copies.size(), 2);
+    ASSERT_TRUE(QFile::resize(copies[1], QFileInfo(copies[1]).size() - 1));
+    const QString session = store_ + "/sessions/" + QDir(store_ + "/sessions").entryList()[2];
+    const QStringList foreign{"recovery/sessions/notes.txt", "recovery/copies/notes.txt",
+                              "recovery/sessions/1-0000000a/strange",
+                              QDir(folder_.path()).relativeFilePath(session + "/strange"),
+                              QDir(folder_.path()).relativeFilePath(copies[0] + "~")};
+    QDir(store_ + "/sessions").mkdir("1-0000000a");
+    QDir(store_ + "/sessions").mkdir("foreign");
+    for (const QString& name : foreign) {
+        WriteFile(name, "{\"bytes\":");
+    }
+    {
+        RecoveryStore store(store_);
+        const std::vector<UnsavedText> unsaved = store.Unsaved();
+        EXPECT_THAT(TextsOf(unsaved), ElementsAre("whole"));
+        EXPECT_EQ(store.Restore(unsaved.at(0), "1", ""), "");
+    }
+    for (const QString& name : foreign) {
+        EXPECT_EQ(ReadFile(name), "{\"bytes\":") << name.toStdString();
+    }
+    EXPECT_TRUE(QFileInfo::exists(store_ + "/sessions/foreign"));
+}
+
+TEST_F(RecoveryTest, AFullDiskIsToldAndCostsNoCopy) {
+    Crash(path_, {"kept"});
+    EXPECT_TRUE(InChild([&] {
+        RecoveryStore store(store_);
+        if (!store.Keep("1", path_, "kept too").isEmpty()) return false;
+        LimitFileSize(20'000);
+        const QString problem = store.Keep("1", path_, QString(100'000, 'x'));
+        return problem ==
+                   "Could not keep a recovery copy. System returned the following error: "
+                   "File too large" &&
+               store.Keep("1", path_, "small again").isEmpty();
+    }));
+    EXPECT_THAT(TextsOf(RecoveryStore(store_).Copies("1", path_)),
+                ElementsAre("small again", "kept too", "kept"));
+
+    WriteFile("file", "");
+    RecoveryStore nowhere(FilePath("file/recovery"));
+    EXPECT_TRUE(nowhere.Keep("1", path_, "x").startsWith("Could not keep a recovery copy."));
+    EXPECT_THAT(nowhere.Unsaved(), IsEmpty());
+}
+
+TEST_F(RecoveryTest, AKillAmongManyCopiesLosesNone) {
+    std::mt19937 random(1);
+    int offered = 0;
+    for (int round = 0; round < 30; ++round) {
+        std::unique_ptr<RecoveryStore> child;
+        KillWhileWorking(
+            [&](int i) {
+                if (i == 0) child = std::make_unique<RecoveryStore>(store_);
+                const QString text(50'000, QChar('a' + i % 26));
+                static_cast<void>(child->Keep("1", path_, text));
+            },
+            random);
+        RecoveryStore store(store_);
+        for (const UnsavedText& unsaved : store.Unsaved()) {
+            ++offered;
+            ASSERT_EQ(unsaved.copy.text.size(), 50'000);
+            ASSERT_EQ(unsaved.copy.text.count(unsaved.copy.text[0]), 50'000);
+            store.Discard(unsaved);
+        }
+    }
+    EXPECT_GT(offered, 25);
+}
+
+TEST_F(RecoveryTest, TheDialogShowsWhatDiffersAndTakesBack) {
+    WriteFile("robot.txt", "one\ntwo\nthree\n");
+    Crash(path_, {"one\n2\nthree\nfour"});
+    Crash("NewFile1", {"new"});
+    Crash("NewFile2", {"unwanted"});
+    RecoveryStore store(store_);
+    RecoveryDialog dialog(store.Unsaved());
+    QStringList taken;
+    QObject::connect(&dialog, &RecoveryDialog::RecoverChosen,
+                     [&](const UnsavedText& text) { taken += "recover " + text.copy.title; });
+    QObject::connect(&dialog, &RecoveryDialog::DiscardChosen,
+                     [&](const UnsavedText& text) { taken += "discard " + text.copy.title; });
+    dialog.show();
+    auto* const list = dialog.findChild<QTreeWidget*>("UnsavedList");
+    auto* const difference = dialog.findChild<QPlainTextEdit*>("DifferenceView");
+    auto* const recover = dialog.findChild<QPushButton*>("BtnRecover");
+    ASSERT_EQ(list->topLevelItemCount(), 3);
+    EXPECT_EQ(difference->toPlainText(), "+ unwanted");
+
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                      list->visualItemRect(list->topLevelItem(0)).center());
+    QTest::mouseClick(dialog.findChild<QPushButton*>("BtnDiscard"), Qt::LeftButton);
+    EXPECT_EQ(taken, QStringList{"discard NewFile2"});
+
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(difference->toPlainText(), "  one\n- two\n+ 2\n  three\n+ four");
+    list->clearSelection();
+    EXPECT_FALSE(recover->isEnabled());
+    list->selectAll();
+    QTest::mouseClick(recover, Qt::LeftButton);
+    EXPECT_EQ(taken, (QStringList{"discard NewFile2", "recover NewFile1", "recover robot.txt"}));
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+}  // namespace
+}  // namespace zentro

@@ -1,0 +1,198 @@
+#include "ui/files/text_file.h"
+
+#include <QDir>
+
+#include "tests/ui/files/child_process.h"
+#include "tests/ui/ui_fixture.h"
+#include "ui/files/file_watcher.h"
+#include "ui/files/text_difference.h"
+
+namespace zentro {
+namespace {
+
+class TextFileTest : public UiTest {
+  protected:
+    QString path_ = FilePath("text.txt");
+};
+
+TEST_F(TextFileTest, Loads) {
+    struct Case {
+        QByteArray bytes;
+        QString text;
+        bool isNoted;
+    };
+    const std::vector<Case> cases{
+        {"", "", false},
+        {"one", "one", false},
+        {"one\ntwo\n", "one\ntwo", false},
+        {"one\r\ntwo\r\n\r\n", "one\ntwo\n", false},
+        {"one\rtwo\nthree\r\n", "one\ntwo\nthree", false},
+        {"\xEF\xBB\xBFone\n", "one", false},
+        {"caf\xC3\xA9 \xCE\xB1\n", QString::fromUtf8("caf\xC3\xA9 \xCE\xB1"), false},
+        {"caf\xE9 \x80\n", QString::fromUtf8("caf\xC3\xA9 \xE2\x82\xAC"), true},
+    };
+    for (const Case& row : cases) {
+        WriteFile("text.txt", row.bytes);
+        const LoadedText loaded = LoadText(path_);
+        EXPECT_EQ(loaded.text, row.text) << row.bytes.constData();
+        EXPECT_EQ(!loaded.note.isEmpty(), row.isNoted);
+        EXPECT_EQ(loaded.problem, "");
+    }
+    EXPECT_EQ(LoadText(FilePath("none.txt")).problem, "No such file or directory");
+    EXPECT_EQ(LoadText(folder_.path()).problem, "Is a directory");
+}
+
+TEST_F(TextFileTest, Saves) {
+    struct Case {
+        const char* before;  ///< null: no file
+        QString text;
+        QByteArray after;
+    };
+    const std::vector<Case> cases{
+        {nullptr, "one\ntwo", "one\ntwo\n"},
+        {"x", "one", "one\n"},
+        {"x\n", "one\ntwo\n", "one\ntwo\n\n"},
+        {"x\r\n", "one\ntwo", "one\r\ntwo\r\n"},
+        {"x\r\ny\r\nz\n", "one", "one\r\n"},
+        {"x\ry\r", "one\ntwo", "one\rtwo\r"},
+        {"x\n", QString::fromUtf8("\xC3\xA9\r\n"), "\xC3\xA9\n\n"},
+        {"x\n", "", "\n"},
+    };
+    for (const Case& row : cases) {
+        QFile::remove(path_);
+        if (row.before != nullptr) WriteFile("text.txt", row.before);
+        EXPECT_EQ(SaveText(path_, row.text), "");
+        EXPECT_EQ(ReadFile("text.txt"), row.after);
+        EXPECT_EQ(LoadText(path_).text + '\n', QString(row.text + '\n').replace("\r\n", "\n"));
+    }
+    EXPECT_EQ(SaveText(path_, "a\nb", LineEnd::CrLf), "");
+    EXPECT_EQ(ReadFile("text.txt"), "a\r\nb\r\n");
+    EXPECT_EQ(SaveText(FilePath("no/text.txt"), "x"), "No such file or directory");
+}
+
+TEST_F(TextFileTest, ASaveThatFailsLeavesTheFile) {
+    WriteFile("text.txt", "the old text\n");
+    const QStringList before = QDir(folder_.path()).entryList(QDir::Files);
+    EXPECT_TRUE(InChild([&] {
+        LimitFileSize(20'000);
+        return SaveText(path_, QString(100'000, 'x')) == "File too large";
+    }));
+    EXPECT_EQ(ReadFile("text.txt"), "the old text\n");
+    EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), before);
+}
+
+TEST_F(TextFileTest, ASaveThatIsKilledLeavesOneOfTheTwoTexts) {
+    constexpr qsizetype kSize = 200'000;
+    std::mt19937 random(1);
+    WriteFile("text.txt", QByteArray(kSize, 'a') + '\n');
+    for (int round = 0; round < 50; ++round) {
+        KillWhileWorking(
+            [&](int i) { static_cast<void>(SaveText(path_, QString(kSize, QChar('a' + i % 26)))); },
+            random);
+        const QByteArray bytes = ReadFile("text.txt");
+        ASSERT_EQ(bytes.size(), kSize + 1);
+        ASSERT_EQ(bytes.count(bytes[0]), kSize);
+    }
+}
+
+/// "=one -two +three ~": the signs of lines and their text; "~" stands for lines left out.
+std::string Written(const std::vector<DifferenceLine>& lines) {
+    std::string text;
+    for (const DifferenceLine& line : lines) {
+        text += std::string(text.empty() ? "" : " ") + "=-+~"[static_cast<int>(line.change)] +
+                line.text.toStdString();
+    }
+    return text;
+}
+
+TEST(TextDifferenceTest, GivesTheFewestChanges) {
+    const std::vector<std::array<const char*, 3>> cases{
+        {"", "", ""},
+        {"", "a", "+a"},
+        {"a", "", "-a"},
+        {"a\nb", "a\nb", "=a =b"},
+        {"a\nc", "a\nb\nc", "=a +b =c"},
+        {"a\nb\nc", "a\nc", "=a -b =c"},
+        {"a\nb\nc", "a\nx\nc", "=a -b +x =c"},
+        {"a\nb\nc\nd", "b\nc\nd\ne", "-a =b =c =d +e"},
+        {"a\nb\nc\na\nb\nb\na", "c\nb\na\nb\na\nc", "-a -b =c +b =a =b -b =a +c"},
+        {"a\na", "a\na\na", "=a =a +a"},
+        {"x\ny", "p\nq", "-x -y +p +q"},
+    };
+    for (const auto& [before, after, expected] : cases) {
+        EXPECT_EQ(Written(DifferenceOf(before, after)), expected) << before << " to " << after;
+    }
+}
+
+TEST(TextDifferenceTest, TextsWithLittleInCommonAreDoneInTime) {
+    QString before = "head\n";
+    QString after = "head\n";
+    for (int i = 0; i < 20'000; ++i) {
+        before += "old " + QString::number(i) + '\n';
+        after += "new " + QString::number(i) + '\n';
+    }
+    const std::vector<DifferenceLine> lines = DifferenceOf(before + "tail", after + "tail");
+    ASSERT_EQ(lines.size(), 40'002U);
+    EXPECT_EQ(lines.front(), (DifferenceLine{LineChange::Same, "head"}));
+    EXPECT_EQ(lines[1], (DifferenceLine{LineChange::Removed, "old 0"}));
+    EXPECT_EQ(lines[20'001], (DifferenceLine{LineChange::Added, "new 0"}));
+    EXPECT_EQ(lines.back(), (DifferenceLine{LineChange::Same, "tail"}));
+}
+
+TEST(TextDifferenceTest, LeavesOutWhatIsFarFromChanges) {
+    const auto lines = DifferenceOf("1\n2\n3\n4\n5\n6\n7", "1\n2\n3\nx\n5\n6\n7\ny");
+    EXPECT_EQ(Written(AroundChanges(lines, 1)), "~ =3 -4 +x =5 ~ =7 +y");
+    EXPECT_EQ(Written(AroundChanges(DifferenceOf("a", "a"), 1)), "~");
+}
+
+class FileWatcherTest : public TextFileTest {
+  protected:
+    FileWatcherTest() {
+        QObject::connect(&watcher_, &FileWatcher::ChangedOnDisk,
+                         [this](const QString& path) { told_ += path; });
+        WriteFile("text.txt", "old\n");
+        watcher_.Watch(path_);
+    }
+    bool IsTold(int times = 1) {
+        const bool came = QTest::qWaitFor([&] { return told_.size() >= times; }, 5000);
+        return came && told_.size() == times && told_.last() == path_;
+    }
+
+    FileWatcher watcher_;
+    QStringList told_;
+};
+
+TEST_F(FileWatcherTest, TellsOfEveryKindOfChangeOnce) {
+    WriteFile("text.txt", "written over\n");
+    EXPECT_TRUE(IsTold(1));
+    EXPECT_EQ(SaveText(path_, "replaced"), "");
+    EXPECT_TRUE(IsTold(2));
+    // An editor that moves the old file away and writes a new one.
+    EXPECT_TRUE(QFile::rename(path_, path_ + "~"));
+    WriteFile("text.txt", "made anew\n");
+    EXPECT_TRUE(IsTold(3));
+    WriteFile("text.txt", "and written over\n");
+    EXPECT_TRUE(IsTold(4));
+    EXPECT_TRUE(QFile::remove(path_));
+    EXPECT_TRUE(IsTold(5));
+    WriteFile("text.txt", "back\n");
+    EXPECT_TRUE(IsTold(6));
+}
+
+TEST_F(FileWatcherTest, IsQuietAboutOurOwnSavesAndTouches) {
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(SaveText(path_, QString::number(i)), "");
+        watcher_.NoteSaved(path_);
+        QTest::qWait(20);
+    }
+    WriteFile("text.txt", "2\n");
+    WriteFile("other.txt", "not watched\n");
+    QTest::qWait(400);
+    watcher_.Unwatch(path_);
+    WriteFile("text.txt", "not ours any more\n");
+    QTest::qWait(400);
+    EXPECT_EQ(told_, QStringList());
+}
+
+}  // namespace
+}  // namespace zentro

@@ -1,0 +1,211 @@
+#include "ui/files/recovery_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLocale>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QTextCursor>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "ui/files/text_file.h"
+#include "ui/support/colours.h"
+#include "ui/support/workbench.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::size_t kContext = 3;
+constexpr int kLongestShown = 5000;  // lines; a difference that long is not read to its end
+
+const QColor kAddedColour(0, 110, 40);
+const QColor kRemovedColour(180, 30, 30);
+
+enum Column : std::uint8_t { NameColumn, TimeColumn, FolderColumn };
+
+QString SignOf(LineChange change) {
+    switch (change) {
+        case LineChange::Same: return "  ";
+        case LineChange::Added: return "+ ";
+        case LineChange::Removed: return "- ";
+        case LineChange::LeftOut: return "⋯";
+    }
+    return {};
+}
+
+QTextCharFormat FormatOf(LineChange change, const QPalette& palette) {
+    const QColor background = palette.color(QPalette::Base);
+    QTextCharFormat format;
+    format.setForeground(palette.color(QPalette::Text));
+    if (change == LineChange::Added) format.setForeground(ReadableOn(kAddedColour, background));
+    if (change == LineChange::Removed) format.setForeground(ReadableOn(kRemovedColour, background));
+    if (change == LineChange::LeftOut) {
+        format.setForeground(palette.color(QPalette::PlaceholderText));
+    }
+    return format;
+}
+
+/// "3 lines added, 1 line removed."
+QString CountChanges(const std::vector<DifferenceLine>& lines) {
+    const auto count = [&](LineChange change) {
+        return std::ranges::count(lines, change, &DifferenceLine::change);
+    };
+    const auto countText = [](std::ptrdiff_t number) {
+        return QString::number(number) + (number == 1 ? " line" : " lines");
+    };
+    return countText(count(LineChange::Added)) + " added (+), " +
+           countText(count(LineChange::Removed)) + " removed (-).";
+}
+
+}  // namespace
+
+RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent)
+    : QDialog(parent),
+      texts_(std::move(texts)),
+      list_(new QTreeWidget(this)),
+      summary_(new QLabel(this)),
+      difference_(new QPlainTextEdit(this)) {
+    setObjectName("RecoveryDialog");
+    setWindowTitle(QString(kProgramTitle) + " - Recover Unsaved Texts");
+    auto* const explanation = new QLabel(
+        "The program ended before these texts were saved. Select those that you want back.", this);
+    explanation->setWordWrap(true);
+    list_->setObjectName("UnsavedList");
+    list_->setAccessibleName("Texts that were not saved");
+    list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list_->setRootIsDecorated(false);
+    list_->setHeaderLabels({"File", "Last kept", "Folder"});
+    difference_->setObjectName("DifferenceView");
+    difference_->setAccessibleName("What differs from the file on the disk");
+    difference_->setReadOnly(true);
+    difference_->setTabChangesFocus(true);
+    difference_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    difference_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    summary_->setObjectName("DifferenceSummary");
+    summary_->setBuddy(difference_);
+
+    auto* const buttons = new QDialogButtonBox(this);
+    recover_ = buttons->addButton("&Recover", QDialogButtonBox::AcceptRole);
+    discard_ = buttons->addButton("&Discard", QDialogButtonBox::DestructiveRole);
+    QPushButton* const later = buttons->addButton("&Later", QDialogButtonBox::RejectRole);
+    recover_->setObjectName("BtnRecover");
+    discard_->setObjectName("BtnDiscard");
+    later->setObjectName("BtnLater");
+    recover_->setDefault(true);
+    discard_->setToolTip("The selected texts are not offered again.");
+    later->setToolTip("The texts are offered again when the program starts next.");
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(explanation);
+    layout->addWidget(list_, 1);
+    layout->addWidget(summary_);
+    layout->addWidget(difference_, 3);
+    layout->addWidget(buttons);
+    resize(720, 520);
+
+    connect(list_, &QTreeWidget::currentItemChanged, this, &RecoveryDialog::ShowDifference);
+    connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] {
+        const bool any = !list_->selectedItems().isEmpty();
+        recover_->setEnabled(any);
+        discard_->setEnabled(any);
+    });
+    connect(recover_, &QPushButton::clicked, this, &RecoveryDialog::Recover);
+    connect(discard_, &QPushButton::clicked, this, &RecoveryDialog::Discard);
+    connect(later, &QPushButton::clicked, this, &QDialog::reject);
+    FillList();
+}
+
+void RecoveryDialog::FillList() {
+    for (const UnsavedText& text : texts_) {
+        const RecoveryCopy& copy = text.copy;
+        auto* const item = new QTreeWidgetItem(list_);
+        item->setText(NameColumn, copy.title);
+        item->setText(TimeColumn,
+                      QLocale().toString(copy.time.toLocalTime(), QLocale::ShortFormat));
+        item->setText(FolderColumn, copy.path.isEmpty() ? "(never saved)"
+                                                        : QDir::toNativeSeparators(
+                                                              QFileInfo(copy.path).absolutePath()));
+    }
+    list_->header()->setSectionResizeMode(NameColumn, QHeaderView::ResizeToContents);
+    list_->header()->setSectionResizeMode(TimeColumn, QHeaderView::ResizeToContents);
+    list_->setCurrentItem(list_->topLevelItem(0));
+    list_->selectAll();
+}
+
+void RecoveryDialog::ShowDifference() {
+    difference_->clear();
+    summary_->clear();
+    const int index = list_->indexOfTopLevelItem(list_->currentItem());
+    if (index < 0) return;
+    const RecoveryCopy& copy = texts_[static_cast<std::size_t>(index)].copy;
+    const bool isOnDisk = !copy.path.isEmpty() && QFileInfo::exists(copy.path);
+    const LoadedText onDisk = isOnDisk ? LoadText(copy.path) : LoadedText();
+    const std::vector<DifferenceLine> lines = DifferenceOf(onDisk.text, copy.text);
+    QString state = "&Compared with the file on the disk: ";
+    if (!isOnDisk) state = "&There is no such file on the disk: ";
+    if (!onDisk.problem.isEmpty()) state = "&The file cannot be read (" + onDisk.problem + "): ";
+    summary_->setText(state + CountChanges(lines));
+    ShowLines(AroundChanges(lines, kContext));
+}
+
+void RecoveryDialog::ShowLines(const std::vector<DifferenceLine>& lines) {
+    QTextCursor cursor(difference_->document());
+    int shown = 0;
+    for (const DifferenceLine& line : lines) {
+        if (shown > 0) cursor.insertBlock();
+        const bool isLast = ++shown > kLongestShown;
+        const LineChange change = isLast ? LineChange::LeftOut : line.change;
+        cursor.insertText(SignOf(change) + (isLast ? QString() : line.text),
+                          FormatOf(change, palette()));
+        if (isLast) break;
+    }
+    difference_->moveCursor(QTextCursor::Start);
+}
+
+std::vector<UnsavedText> RecoveryDialog::TakeSelected() {
+    std::vector<UnsavedText> taken;
+    for (int index = list_->topLevelItemCount() - 1; index >= 0; --index) {
+        if (!list_->topLevelItem(index)->isSelected()) continue;
+        const auto text = texts_.begin() + index;
+        taken.insert(taken.begin(), std::move(*text));
+        texts_.erase(text);
+        const QSignalBlocker quiet(list_);
+        delete list_->takeTopLevelItem(index);
+    }
+    return taken;
+}
+
+void RecoveryDialog::Recover() {
+    for (const UnsavedText& text : TakeSelected()) {
+        emit RecoverChosen(text);
+    }
+    CloseWhenEmpty();
+}
+
+void RecoveryDialog::Discard() {
+    for (const UnsavedText& text : TakeSelected()) {
+        emit DiscardChosen(text);
+    }
+    CloseWhenEmpty();
+}
+
+void RecoveryDialog::CloseWhenEmpty() {
+    if (texts_.empty()) {
+        accept();
+        return;
+    }
+    list_->setCurrentItem(list_->topLevelItem(0));
+    list_->selectAll();
+    ShowDifference();
+}
+
+}  // namespace zentro

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDialog>
+#include <vector>
+
+#include "ui/files/recovery_store.h"
+#include "ui/files/text_difference.h"
+
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+class QTreeWidget;
+
+namespace zentro {
+
+/// Offers what an earlier run of the program left unsaved, with what differs from the files on the
+/// disk. Each text can be recovered or discarded; those that are left when the dialog closes stay
+/// for the next time.
+class RecoveryDialog : public QDialog {
+    Q_OBJECT
+
+  public:
+    explicit RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent = nullptr);
+
+  signals:
+    /// For each text that was selected when the button was pressed.
+    void RecoverChosen(const UnsavedText& text);
+    void DiscardChosen(const UnsavedText& text);
+
+  private:
+    void FillList();
+    void ShowDifference();
+    void ShowLines(const std::vector<DifferenceLine>& lines);
+    std::vector<UnsavedText> TakeSelected();
+    void Recover();
+    void Discard();
+    void CloseWhenEmpty();
+
+    std::vector<UnsavedText> texts_;  ///< an item of the list has the index of its text
+    QTreeWidget* list_;
+    QLabel* summary_;
+    QPlainTextEdit* difference_;
+    QPushButton* recover_;
+    QPushButton* discard_;
+};
+
+}  // namespace zentro

@@ -1,0 +1,234 @@
+#include "ui/files/recovery_store.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QSet>
+#include <algorithm>
+
+#include "config/file.h"
+#include "ui/files/text_file.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr const char* kLockName = "lock";
+constexpr const char* kFailure =
+    "Could not keep a recovery copy. System returned the following error: ";
+
+bool MakeEmptyFile(const QString& path) {
+    return QFile(path).open(QIODevice::WriteOnly | QIODevice::Append);
+}
+
+QStringList FilesIn(const QString& folder) {
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+}  // namespace
+
+RecoveryStore::RecoveryStore(QString folder) : folder_(std::move(folder)) {}
+
+RecoveryStore::~RecoveryStore() {
+    if (session_.isEmpty()) return;
+    // What is unsaved even now stays for the next run to offer.
+    const QString folder = SessionFolder(session_);
+    if (FilesIn(folder) != QStringList(kLockName)) return;
+    QFile::remove(folder + '/' + kLockName);
+    lock_.Release();
+    QDir().rmdir(folder);
+}
+
+QString RecoveryStore::SessionFolder(const QString& session) const {
+    return folder_ + "/sessions/" + session;
+}
+
+QString RecoveryStore::CopyFolder(const QString& folderName) const {
+    return folder_ + "/copies/" + folderName;
+}
+
+bool RecoveryStore::BeginSession() {
+    if (!session_.isEmpty()) return true;
+    constexpr int kTries = 5;
+    for (int i = 0; i < kTries; ++i) {
+        const QString session = QString("%1-%2")
+                                    .arg(QCoreApplication::applicationPid())
+                                    .arg(QRandomGenerator::system()->generate(), 8, 16, QChar('0'));
+        if (!QDir().mkpath(SessionFolder(session))) return false;
+        if (!lock_.Acquire(SessionFolder(session) + '/' + kLockName)) continue;
+        session_ = session;
+        return true;
+    }
+    return false;
+}
+
+QString RecoveryStore::Keep(const QString& document, const QString& pathOrTitle,
+                            const QString& text) {
+    if (!BeginSession()) return kFailure + ("cannot write to " + folder_);
+    const KeptDocument before = documents_.value(document);
+    KeptDocument kept = before;
+    kept.folderName = CopyFolderName(pathOrTitle, session_ + '/' + document);
+    const bool isRenamed = before.folderName != kept.folderName;
+    if (isRenamed) kept = {kept.folderName, {}, {}, false};
+    const QString marker = SessionFolder(session_) + '/' + kept.folderName;
+    if (!kept.unsaved) kept.unsaved = MakeEmptyFile(marker);
+    if (!kept.unsaved) return kFailure + ("cannot write to " + marker);
+    QString problem;
+    if (kept.lastCopy.isEmpty() || kept.lastText != text || !QFile::exists(kept.lastCopy)) {
+        problem = WriteCopy(kept, pathOrTitle, text);
+    }
+    if (!problem.isEmpty()) return kFailure + problem;
+    documents_[document] = kept;
+    // Under its old name it is not unsaved any more, now that the copy under the new one is there.
+    if (isRenamed && before.unsaved) RemoveMarker(before.folderName);
+    return {};
+}
+
+QString RecoveryStore::WriteCopy(KeptDocument& document, const QString& pathOrTitle,
+                                 const QString& text) {
+    const QString folder = CopyFolder(document.folderName);
+    if (!QDir().mkpath(folder)) return "cannot make the folder " + folder;
+    const bool isPath = QDir::isAbsolutePath(pathOrTitle);
+    RecoveryCopy copy;
+    copy.title = isPath ? QFileInfo(pathOrTitle).fileName() : pathOrTitle;
+    copy.path = isPath ? QDir::cleanPath(pathOrTitle) : QString();
+    copy.text = text;
+    // A clock that was put back must not make an older copy of the newest.
+    const QDateTime now = QDateTime::currentDateTimeUtc();
+    lastTime_ = lastTime_.isValid() ? std::max(lastTime_, now) : now;
+    const QString file = folder + '/' + CopyFileName(lastTime_, ++copiesMade_, session_);
+    const std::string problem = WriteWholeFile(SystemPath(file), EncodeCopy(copy));
+    if (!problem.empty()) return QString::fromLocal8Bit(problem);
+    document.lastCopy = file;
+    document.lastText = text;
+    RemoveOldCopies(document.folderName);
+    return {};
+}
+
+void RecoveryStore::RemoveMarker(const QString& folderName) const {
+    const bool isNeeded = std::ranges::any_of(documents_, [&](const KeptDocument& kept) {
+        return kept.unsaved && kept.folderName == folderName;
+    });
+    if (!isNeeded) QFile::remove(SessionFolder(session_) + '/' + folderName);
+}
+
+void RecoveryStore::Forget(const QString& document) {
+    const auto kept = documents_.find(document);
+    if (kept == documents_.end() || !kept->unsaved) return;
+    kept->unsaved = false;
+    RemoveMarker(kept->folderName);
+}
+
+QStringList RecoveryStore::CopyFiles(const QString& folderName) const {
+    QStringList files = FilesIn(CopyFolder(folderName));
+    files.removeIf([](const QString& name) { return !SessionOfCopy(name); });
+    return files;
+}
+
+QStringList RecoveryStore::SessionsWithUnsaved(const QString& folderName) const {
+    QStringList sessions = QDir(folder_ + "/sessions").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    sessions.removeIf([&](const QString& session) {
+        return !QFile::exists(SessionFolder(session) + '/' + folderName);
+    });
+    return sessions;
+}
+
+void RecoveryStore::RemoveOldCopies(const QString& folderName) const {
+    QStringList files = CopyFiles(folderName);
+    if (files.size() <= kMostCopies) return;
+    std::ranges::reverse(files);
+    // The last copy of a text that is unsaved somewhere stays, however old it is.
+    const QStringList unsaved = SessionsWithUnsaved(folderName);
+    QSet<QString> seen;
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        const QString session = SessionOfCopy(files[i]).value_or(QString());
+        const bool isLastOfItsSession = !seen.contains(session);
+        seen.insert(session);
+        if (i < kMostCopies || (isLastOfItsSession && unsaved.contains(session))) continue;
+        QFile::remove(CopyFolder(folderName) + '/' + files[i]);
+    }
+}
+
+std::optional<RecoveryCopy> RecoveryStore::NewestCopy(const QString& folderName,
+                                                      const QString& session) const {
+    QStringList files = CopyFiles(folderName);
+    std::ranges::reverse(files);
+    for (const QString& file : files) {
+        if (SessionOfCopy(file) != session) continue;
+        if (auto copy = ReadCopy(CopyFolder(folderName) + '/' + file)) return copy;
+    }
+    return std::nullopt;
+}
+
+bool RecoveryStore::Adopt(const QString& session) {
+    static const QRegularExpression kSessionName("^\\d+-[0-9a-f]{8}$");
+    if (session == session_ || !kSessionName.match(session).hasMatch()) return false;
+    if (adopted_.contains(session)) return true;
+    auto lock = std::make_shared<SessionLock>();
+    const QString lockFile = SessionFolder(session) + '/' + kLockName;
+    if (!lock->Acquire(lockFile)) return false;
+    if (FilesIn(SessionFolder(session)) == QStringList(kLockName)) {
+        // Nothing is left of it.
+        QFile::remove(lockFile);
+        QDir().rmdir(SessionFolder(session));
+        return false;
+    }
+    adopted_.insert(session, lock);
+    return true;
+}
+
+std::vector<UnsavedText> RecoveryStore::Unsaved() {
+    std::vector<UnsavedText> found;
+    const QDir sessions(folder_ + "/sessions");
+    for (const QString& session : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        if (!Adopt(session)) continue;
+        for (const QString& folderName : FilesIn(SessionFolder(session))) {
+            auto copy = NewestCopy(folderName, session);
+            if (copy)
+                found.push_back({*std::move(copy), SessionFolder(session) + '/' + folderName});
+        }
+    }
+    std::ranges::stable_sort(found, [](const UnsavedText& one, const UnsavedText& other) {
+        return one.copy.time > other.copy.time;
+    });
+    return found;
+}
+
+QString RecoveryStore::Restore(const UnsavedText& unsaved, const QString& document,
+                               const QString& presentText) {
+    const QString& pathOrTitle =
+        unsaved.copy.path.isEmpty() ? unsaved.copy.title : unsaved.copy.path;
+    if (presentText != unsaved.copy.text) {
+        if (QString problem = Keep(document, pathOrTitle, presentText); !problem.isEmpty()) {
+            return problem;
+        }
+    }
+    if (QString problem = Keep(document, pathOrTitle, unsaved.copy.text); !problem.isEmpty()) {
+        return problem;
+    }
+    Discard(unsaved);
+    return {};
+}
+
+void RecoveryStore::Discard(const UnsavedText& unsaved) {
+    QFile::remove(unsaved.marker);
+}
+
+std::vector<RecoveryCopy> RecoveryStore::Copies(const QString& document,
+                                                const QString& pathOrTitle) const {
+    const QString folderName = CopyFolderName(pathOrTitle, session_ + '/' + document);
+    QStringList files = CopyFiles(folderName);
+    std::ranges::reverse(files);
+    std::vector<RecoveryCopy> copies;
+    for (const QString& file : files) {
+        if (auto copy = ReadCopy(CopyFolder(folderName) + '/' + file)) {
+            copies.push_back(*std::move(copy));
+        }
+    }
+    return copies;
+}
+
+}  // namespace zentro

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+#include <memory>
+#include <vector>
+
+#include "ui/files/recovery_copy.h"
+#include "ui/files/session_lock.h"
+
+namespace zentro {
+
+/// So many copies of each file are kept.
+inline constexpr int kMostCopies = 50;
+
+/// A text that a run of the program left unsaved when it crashed.
+struct UnsavedText {
+    RecoveryCopy copy;
+    QString marker;  ///< the file that says so
+};
+
+/// Keeps copies of texts that are not saved yet, so that a crash costs nothing, and of the texts
+/// before them as a history. Any number of running programs share one folder:
+///
+///     copies/NAME-HASH/TIME-NUMBER-SESSION.copy   the copies of one file
+///     sessions/SESSION/lock                       held while that run of the program lasts
+///     sessions/SESSION/NAME-HASH                  empty; that file has unsaved changes there
+///
+/// Files that are damaged or not ours are left alone.
+class RecoveryStore {
+  public:
+    /// The folder is made when the first copy is.
+    explicit RecoveryStore(QString folder);
+    ~RecoveryStore();
+    RecoveryStore(const RecoveryStore&) = delete;
+    RecoveryStore& operator=(const RecoveryStore&) = delete;
+
+    /// Keeps a copy of an unsaved text, unless it is the same as the last one. `document` names the
+    /// open document in this run of the program; an absolute path is that of its file, anything
+    /// else the title of a text without one. Returns the message for the user when no copy could
+    /// be made, empty otherwise.
+    [[nodiscard]] QString Keep(const QString& document, const QString& pathOrTitle,
+                               const QString& text);
+
+    /// The document was saved, or closed on purpose. Its copies stay as history.
+    void Forget(const QString& document);
+
+    /// What runs of the program left that ended without saving, the newest first. Programs that
+    /// still run keep theirs, and what was listed here is listed by no other program while this
+    /// one runs.
+    std::vector<UnsavedText> Unsaved();
+
+    /// Takes a text over as the unsaved text of a document. What the document holds at present is
+    /// kept as a copy first. Returns the message for the user when that failed; then the text
+    /// stays unsaved as it was.
+    [[nodiscard]] QString Restore(const UnsavedText& unsaved, const QString& document,
+                                  const QString& presentText);
+
+    /// The text is not wanted back. Its copy stays as history.
+    void Discard(const UnsavedText& unsaved);
+
+    /// All copies of a document's file, the newest first.
+    std::vector<RecoveryCopy> Copies(const QString& document, const QString& pathOrTitle) const;
+
+  private:
+    struct KeptDocument {
+        QString folderName;
+        QString lastCopy;  ///< file
+        QString lastText;
+        bool unsaved = false;
+    };
+
+    bool BeginSession();
+    QString SessionFolder(const QString& session) const;
+    QString CopyFolder(const QString& folderName) const;
+    QString WriteCopy(KeptDocument& document, const QString& pathOrTitle, const QString& text);
+    QStringList CopyFiles(const QString& folderName) const;
+    void RemoveMarker(const QString& folderName) const;
+    void RemoveOldCopies(const QString& folderName) const;
+    QStringList SessionsWithUnsaved(const QString& folderName) const;
+    std::optional<RecoveryCopy> NewestCopy(const QString& folderName, const QString& session) const;
+    bool Adopt(const QString& session);
+
+    QString folder_;
+    QString session_;
+    SessionLock lock_;
+    QHash<QString, KeptDocument> documents_;
+    QHash<QString, std::shared_ptr<SessionLock>> adopted_;
+    QDateTime lastTime_;
+    unsigned copiesMade_ = 0;
+};
+
+}  // namespace zentro
