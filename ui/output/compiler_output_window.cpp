@@ -25,16 +25,25 @@ constexpr auto kShowDelay = 30ms;
 /// Behind the line's number; two stops on the way to the message; the message.
 const QList<int> kTabColumns{8, 32, 45};
 
-QColor ColourOf(LogColour colour, const QPalette& palette) {
-    const QColor page = palette.color(QPalette::Base);
+/// The colours on white paper.
+QColor InkOf(LogColour colour) {
     switch (colour) {
-        case LogColour::Black: return IsDark(palette) ? Qt::white : Qt::black;
-        case LogColour::Grey: return ReadableOn(palette.color(QPalette::PlaceholderText), page);
-        case LogColour::Green: return ReadableOn(QColor(0, 127, 0), page);
-        case LogColour::Blue: return ReadableOn(QColor(0, 0, 255), page);
-        case LogColour::Red: return ReadableOn(QColor(255, 0, 0), page);
+        case LogColour::Black: return {0, 0, 0};
+        case LogColour::Grey: return {109, 109, 109};
+        case LogColour::Green: return {0, 127, 0};
+        case LogColour::Blue: return {0, 0, 255};
+        case LogColour::Red: return {255, 0, 0};
     }
-    return palette.color(QPalette::Text);
+    return {0, 0, 0};
+}
+
+/// On another page they keep their meaning in a shade that can be read there.
+QColor ColourOf(LogColour colour, const QPalette& palette) {
+    constexpr int kNearlyWhite = 240;
+    const QColor page = palette.color(QPalette::Base);
+    if (page.lightness() >= kNearlyWhite) return InkOf(colour);
+    if (colour == LogColour::Black && IsDark(palette)) return Qt::white;
+    return ReadableOn(InkOf(colour), page);
 }
 
 }  // namespace
@@ -59,7 +68,6 @@ CompilerOutputWindow::CompilerOutputWindow(const Workbench& workbench, QWidget* 
     addKey(Qt::Key_F4, &CompilerOutputWindow::ShowNextMessage);
     addKey(Qt::SHIFT | Qt::Key_F4, &CompilerOutputWindow::ShowPreviousMessage);
     SetFormColours();
-    PositionForm();
 }
 
 void CompilerOutputWindow::BuildLayout() {

@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QFontDatabase>
 #include <QFontInfo>
-#include <QMdiSubWindow>
 
 #include "ui/support/colours.h"
 
@@ -35,17 +34,12 @@ CompilerTextWindow::CompilerTextWindow(const Workbench& workbench, const PlaceSe
       tabColumns_(std::move(tabColumns)),
       view_(new CompilerTextView(this)) {}
 
-QWidget& CompilerTextWindow::Frame() {
-    auto* const frame = qobject_cast<QMdiSubWindow*>(parentWidget());
-    return frame != nullptr ? static_cast<QWidget&>(*frame) : *this;
-}
-
 void CompilerTextWindow::CopySelectedText() {
     view_->copy();
 }
 
 void CompilerTextWindow::PositionForm() {
-    RestorePlace(Frame(), workbench_.settings, place_);
+    RestorePlace(*this, workbench_.settings, place_);
     isPlaced_ = true;
 }
 
@@ -60,7 +54,7 @@ void CompilerTextWindow::SetFormColours() {
 }
 
 void CompilerTextWindow::closeEvent(QCloseEvent* event) {
-    if (isPlaced_) RememberPlace(Frame(), workbench_.settings, place_);
+    if (isPlaced_) RememberPlace(*this, workbench_.settings, place_);
     event->accept();
     emit FormClosing();
 }

@@ -15,8 +15,8 @@ class CompilerTextWindow : public QWidget {
 
   public:
     void CopySelectedText();
-    /// Puts the window, or the frame of the child window that it fills, where its settings say.
-    /// From then on its place is kept when it closes.
+    /// Puts the window, once it stands in its frame, where its settings say. From then on its place
+    /// is kept when it closes.
     void PositionForm();
     /// Takes colours and font from the settings.
     virtual void SetFormColours();
@@ -36,8 +36,6 @@ class CompilerTextWindow : public QWidget {
     void changeEvent(QEvent* event) override;
 
   private:
-    QWidget& Frame();
-
     const Workbench& workbench_;
     PlaceSettings place_;
     QList<int> tabColumns_;

@@ -36,7 +36,6 @@ ObjectCodeWindow::ObjectCodeWindow(const Workbench& workbench, QWidget* parent)
     connect(&showTimer_, &QTimer::timeout, this, &ObjectCodeWindow::ShowPending);
     connect(&View(), &CompilerTextView::LineActivated, this, &ObjectCodeWindow::RaiseAddressOf);
     SetFormColours();
-    PositionForm();
 }
 
 void ObjectCodeWindow::AddCodeLine(std::string_view text) {
