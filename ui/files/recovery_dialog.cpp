@@ -79,11 +79,34 @@ RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent)
     auto* const explanation = new QLabel(
         "The program ended before these texts were saved. Select those that you want back.", this);
     explanation->setWordWrap(true);
+    SetUpList();
+    SetUpDifference();
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(explanation);
+    layout->addWidget(list_, 1);
+    layout->addWidget(summary_);
+    layout->addWidget(difference_, 3);
+    layout->addWidget(MakeButtons());
+    resize(720, 520);
+    FillList();
+}
+
+void RecoveryDialog::SetUpList() {
     list_->setObjectName("UnsavedList");
     list_->setAccessibleName("Texts that were not saved");
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->setRootIsDecorated(false);
     list_->setHeaderLabels({"File", "Last kept", "Folder"});
+    connect(list_, &QTreeWidget::currentItemChanged, this, &RecoveryDialog::ShowDifference);
+    connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] {
+        const bool any = !list_->selectedItems().isEmpty();
+        recover_->setEnabled(any);
+        discard_->setEnabled(any);
+    });
+}
+
+void RecoveryDialog::SetUpDifference() {
     difference_->setObjectName("DifferenceView");
     difference_->setAccessibleName("What differs from the file on the disk");
     difference_->setReadOnly(true);
@@ -92,7 +115,10 @@ RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent)
     difference_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     summary_->setObjectName("DifferenceSummary");
     summary_->setBuddy(difference_);
+    summary_->setWordWrap(true);
+}
 
+QDialogButtonBox* RecoveryDialog::MakeButtons() {
     auto* const buttons = new QDialogButtonBox(this);
     recover_ = buttons->addButton("&Recover", QDialogButtonBox::AcceptRole);
     discard_ = buttons->addButton("&Discard", QDialogButtonBox::DestructiveRole);
@@ -103,25 +129,10 @@ RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent)
     recover_->setDefault(true);
     discard_->setToolTip("The selected texts are not offered again.");
     later->setToolTip("The texts are offered again when the program starts next.");
-
-    auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(explanation);
-    layout->addWidget(list_, 1);
-    layout->addWidget(summary_);
-    layout->addWidget(difference_, 3);
-    layout->addWidget(buttons);
-    resize(720, 520);
-
-    connect(list_, &QTreeWidget::currentItemChanged, this, &RecoveryDialog::ShowDifference);
-    connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] {
-        const bool any = !list_->selectedItems().isEmpty();
-        recover_->setEnabled(any);
-        discard_->setEnabled(any);
-    });
     connect(recover_, &QPushButton::clicked, this, &RecoveryDialog::Recover);
     connect(discard_, &QPushButton::clicked, this, &RecoveryDialog::Discard);
     connect(later, &QPushButton::clicked, this, &QDialog::reject);
-    FillList();
+    return buttons;
 }
 
 void RecoveryDialog::FillList() {

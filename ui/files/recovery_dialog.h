@@ -6,6 +6,7 @@
 #include "ui/files/recovery_store.h"
 #include "ui/files/text_difference.h"
 
+class QDialogButtonBox;
 class QLabel;
 class QPlainTextEdit;
 class QPushButton;
@@ -28,6 +29,9 @@ class RecoveryDialog : public QDialog {
     void DiscardChosen(const UnsavedText& text);
 
   private:
+    void SetUpList();
+    void SetUpDifference();
+    QDialogButtonBox* MakeButtons();
     void FillList();
     void ShowDifference();
     void ShowLines(const std::vector<DifferenceLine>& lines);
@@ -40,8 +44,8 @@ class RecoveryDialog : public QDialog {
     QTreeWidget* list_;
     QLabel* summary_;
     QPlainTextEdit* difference_;
-    QPushButton* recover_;
-    QPushButton* discard_;
+    QPushButton* recover_ = nullptr;
+    QPushButton* discard_ = nullptr;
 };
 
 }  // namespace zentro
