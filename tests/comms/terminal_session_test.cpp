@@ -1,0 +1,343 @@
+#include "comms/terminal_session.h"
+
+#include <QTemporaryDir>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "comms/serial_link.h"
+#include "tests/comms/board_fixture.h"
+#include "tests/comms/faulty_link.h"
+
+namespace zentro {
+namespace {
+
+using std::chrono::seconds;
+using ::testing::AllOf;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::Ge;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Le;
+using ::testing::SizeIs;
+
+constexpr const char* kWriteError = "CommPort Write Error. Operating System returned 0";
+constexpr const char* kInDebugMode = "KineTron in Debug Mode and cannot alter hardware";
+const std::string kSixEnds = "5\r\n5\r\n5\r\n5\r\n5\r\n5\r\n";
+constexpr const char* kLoop = "56,0,6\r\n53,0,0\r\n0\r\n";  // INCREMENT BYTE [0006], JUMP [0000]
+
+/// A session, what it tells, and how often it raised what.
+struct Terminal {
+    explicit Terminal(Link& link)
+        : session(
+              link, [this](const std::string& text) { told.push_back(text); },
+              [] { return std::vector<PortDescription>(); }) {
+        const auto count = [](int& counter) { return [&counter] { ++counter; }; };
+        QObject::connect(&session, &TerminalSession::ConnectionInitOK, count(opened));
+        QObject::connect(&session, &TerminalSession::ConnectionLost, count(lost));
+        QObject::connect(&session, &TerminalSession::PortIsBack, count(back));
+        QObject::connect(&session, &TerminalSession::FormClosing, count(closing));
+        QObject::connect(&session, &TerminalSession::DownloadFinished, count(finished));
+        QObject::connect(&session, &TerminalSession::CharsReceived,
+                         [this](const std::string& text) { received += text; });
+        QObject::connect(&session, &TerminalSession::SyncToCodeLine,
+                         [this](const std::string& address) { addresses.push_back(address); });
+    }
+
+    const std::string& Shown() const { return session.Screen().Text(); }
+    bool Shows(const std::string& text) {
+        return WaitUntil([&] { return Shown().find(text) != std::string::npos; });
+    }
+
+    std::vector<std::string> told;
+    std::vector<std::string> addresses;
+    std::string received;
+    int opened = 0;
+    int lost = 0;
+    int back = 0;
+    int closing = 0;
+    int finished = 0;
+    TerminalSession session;
+};
+
+class TerminalSessionTest : public BoardFixture {
+  protected:
+    std::string PathOf(const char* name) const { return folder_.filePath(name).toStdString(); }
+    std::string FileWith(std::string_view content) const {
+        std::ofstream(PathOf("program.obj"), std::ios::binary) << content;
+        return PathOf("program.obj");
+    }
+    std::string Log() const {
+        std::ifstream file(PathOf("a.Log"), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    /// A board whose port has the same name each time.
+    void PlugIn() { StartBoard({"--link", QString::fromStdString(PathOf("board"))}); }
+    void Connect() {
+        PlugIn();
+        session_.OpenConnection(PathOf("board"));
+        ASSERT_TRUE(terminal_.Shows("Kinetron\r\n"));
+    }
+    void Download(std::string_view content) {
+        const int before = terminal_.finished;
+        session_.DownloadSource(FileWith(content));
+        ASSERT_TRUE(WaitUntil([&] { return terminal_.finished > before; }));
+    }
+
+    QTemporaryDir folder_;
+    SerialLink link_;
+    Terminal terminal_{link_};
+    TerminalSession& session_ = terminal_.session;
+};
+
+TEST_F(TerminalSessionTest, DownloadsAndRunsAProgram) {
+    ASSERT_EQ(session_.StartLog(PathOf("a.Log"), "today"), "");
+    Connect();
+    EXPECT_EQ(terminal_.opened, 1);
+    Download("5\r\n");
+    ASSERT_TRUE(terminal_.Shows("Loaded 1 bytes"));
+    EXPECT_THAT(terminal_.Shown(), HasSubstr("Downloading Program to Kinetron......"));
+    EXPECT_THAT(terminal_.Shown(), HasSubstr("Download Complete. Sent 1 Lines in total. "));
+    for (const char key : {'g', '\r'})
+        session_.PressKey(key);
+    EXPECT_TRUE(terminal_.Shows("End at ["));
+    const std::string screen = terminal_.Shown();
+    session_.CloseConnection();
+    EXPECT_THAT(Log(), HasSubstr("Log Started today\r\n]\r\nW\r\nKinetron\r\n"));
+    EXPECT_THAT(Log(), EndsWith(screen + "\r\n"));
+    EXPECT_FALSE(session_.IsLogging());
+    EXPECT_THAT(terminal_.told, IsEmpty());
+    EXPECT_EQ(terminal_.lost, 0);
+}
+
+struct PulledCable {
+    const char* name;
+    int atLine;  ///< of the download; 0: no download runs
+    bool whileWriting;
+};
+void PrintTo(const PulledCable& row, std::ostream* out) {
+    *out << row.name;
+}
+class PulledCableTest : public TerminalSessionTest,
+                        public ::testing::WithParamInterface<PulledCable> {
+  protected:
+    void PullDuringDownload(int line) {
+        const auto pull = QObject::connect(&session_, &TerminalSession::DownloadProgress,
+                                           [this, line](double, int sent) {
+                                               if (sent >= line) ClosePort();
+                                           });
+        Download(kSixEnds);
+        QObject::disconnect(pull);
+    }
+};
+
+TEST_P(PulledCableTest, TheSessionGoesOnWhenItIsBack) {
+    ASSERT_EQ(session_.StartLog(PathOf("a.Log"), "today"), "");
+    Connect();
+    if (GetParam().atLine > 0) {
+        PullDuringDownload(GetParam().atLine);
+        EXPECT_THAT(terminal_.Shown(), HasSubstr("Download Complete. Sent 6 Lines in total. "));
+    } else {
+        ClosePort();
+        if (GetParam().whileWriting) session_.SendCmd("W\r");
+    }
+    ASSERT_TRUE(WaitUntil([&] { return terminal_.lost > 0; }));
+    EXPECT_TRUE(session_.LinkFailed());
+    EXPECT_FALSE(session_.IsConnected());
+    EXPECT_THAT(terminal_.told, Each(std::string(kWriteError)));
+    EXPECT_THAT(terminal_.told, SizeIs(AllOf(Ge(GetParam().whileWriting ? 1U : 0U), Le(1U))));
+    EXPECT_FALSE(session_.CanReopen());
+    terminal_.told.clear();
+
+    PlugIn();
+    ASSERT_TRUE(WaitUntil([&] { return terminal_.back == 1; }, seconds(5)));
+    session_.Reopen();
+    EXPECT_EQ(terminal_.opened, 2);
+    Download(kSixEnds);
+    EXPECT_TRUE(terminal_.Shows("Loaded 6 bytes"));
+    session_.EndLog();
+    EXPECT_THAT(Log(), HasSubstr("Log Started today\r\n]\r\nW\r\nKinetron\r\n"));
+    EXPECT_THAT(Log(), HasSubstr("Loaded 6 bytes"));
+    EXPECT_THAT(terminal_.told, IsEmpty());
+}
+INSTANTIATE_TEST_SUITE_P(Places, PulledCableTest,
+                         ::testing::Values(PulledCable{"idle", 0, false},
+                                           PulledCable{"while writing", 0, true},
+                                           PulledCable{"at the first line", 1, false},
+                                           PulledCable{"in the middle", 3, false},
+                                           PulledCable{"at the last line", 6, false}));
+
+TEST_F(TerminalSessionTest, ADownloadKeepsOthersOutAndCanBeCancelled) {
+    Connect();
+    session_.DownloadSource(FileWith(kSixEnds));
+    session_.PressKey('Q');
+    session_.DownloadSource(FileWith(kLoop));
+    EXPECT_THAT(terminal_.told, ElementsAre("A download is already running."));
+    ASSERT_TRUE(terminal_.Shows("Downloading Program"));
+    session_.CancelDownload();
+    EXPECT_EQ(terminal_.finished, 1);
+    EXPECT_FALSE(session_.IsDownloading());
+    EXPECT_THAT(terminal_.Shown(), HasSubstr("\r\nDownload Cancelled. Sent "));
+    for (const char key : {'W', '\r'})
+        session_.PressKey(key);
+    EXPECT_TRUE(terminal_.Shows("Kinetron\r\n"));
+    EXPECT_EQ(terminal_.Shown().find('Q'), std::string::npos);
+}
+
+TEST_F(TerminalSessionTest, AFileThatIsMissingIsToldAndAsksNothingOfTheBoard) {
+    Connect();
+    const std::string before = terminal_.Shown();
+    session_.DownloadSource(PathOf("none.obj"));
+    EXPECT_EQ(terminal_.finished, 1);
+    EXPECT_THAT(terminal_.told,
+                ElementsAre("Error Dowloading file. Error text is: No such file or directory"));
+    EXPECT_EQ(terminal_.Shown(), before);
+}
+
+TEST_F(TerminalSessionTest, KnowsTheDebugMode) {
+    Connect();
+    Download(kLoop);
+    ASSERT_TRUE(terminal_.Shows("Loaded 7 bytes"));
+    EXPECT_FALSE(session_.IsDebugging());
+    session_.SendCmd("D\r");
+    ASSERT_TRUE(WaitUntil([&] { return session_.IsDebugging(); }));
+    session_.ChkForDebugB4SendCmd("M1F045\r");
+    EXPECT_THAT(terminal_.told, ElementsAre(kInDebugMode));
+
+    const std::string shown = terminal_.Shown();
+    const std::size_t bracket = shown.find("[0006]");
+    ASSERT_NE(bracket, std::string::npos);
+    for (std::size_t position = bracket - 1; position <= bracket + 6; ++position) {
+        session_.DoubleClickAt(position);
+    }
+    session_.DoubleClickAt(shown.size() + 9);
+    EXPECT_EQ(terminal_.addresses, std::vector<std::string>(6, "0006"));
+
+    session_.SetScreenOff(true);
+    session_.SendCmd("M0006\r");
+    ASSERT_TRUE(WaitUntil([&] { return terminal_.received.find("->") != std::string::npos; }));
+    EXPECT_THAT(terminal_.received, HasSubstr("[0006] 00 00"));
+    EXPECT_EQ(terminal_.Shown(), shown);
+    EXPECT_TRUE(session_.IsDebugging());
+
+    session_.SetScreenOff(false);
+    session_.WriteToScreen(
+        "\x1b"
+        "c*debug mode*  GO,exit,Mem,Reset,Alter,Jump or <cr> to Step ->");
+    EXPECT_TRUE(session_.IsDebugging());
+    session_.WriteToScreen(" ");
+    EXPECT_FALSE(session_.IsDebugging());
+}
+
+class ScriptedBoardTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        terminal_.session.OpenConnection(board_.PortName());
+        ASSERT_EQ(terminal_.opened, 1);
+        ASSERT_TRUE(WaitUntil([&] { return board_.Received() == "]\rW\r\r"; }));
+    }
+
+    QTemporaryDir folder_;
+    ScriptedBoard board_;
+    SerialLink link_;
+    Terminal terminal_{link_};
+};
+
+TEST_F(ScriptedBoardTest, SendsOneByteAtATime) {
+    board_.SendSlowly(
+        "\x1b"
+        "cKept\r\nOne\r\nTwo\r\n\x1b[2A1\r\n2x\x1b[D\r\n",
+        std::chrono::milliseconds(3));
+    EXPECT_TRUE(WaitUntil([&] { return terminal_.Shown() == "Kept\r\n1\r\n2\r\n"; }));
+}
+
+TEST_F(ScriptedBoardTest, NeverAnswers) {
+    const std::string path = folder_.filePath("program.obj").toStdString();
+    std::ofstream(path, std::ios::binary) << kLoop;
+    terminal_.session.DownloadSource(path);
+    std::filesystem::remove(path);
+    ASSERT_TRUE(WaitUntil([&] { return terminal_.finished == 1; }));
+    const std::string sent = "X\rZ\rL" + std::string(kLoop) + "]\r";
+    EXPECT_TRUE(WaitUntil([&] { return board_.Received() == "]\rW\r\r" + sent; }));
+    EXPECT_TRUE(terminal_.session.IsConnected());
+    EXPECT_THAT(terminal_.told, IsEmpty());
+}
+
+TEST_F(ScriptedBoardTest, FloodsTheScreen) {
+    const std::string path = folder_.filePath("a.Log").toStdString();
+    ASSERT_EQ(terminal_.session.StartLog(path, "today"), "");
+    std::string flood;
+    for (int line = 0; line < 30'000; ++line)
+        flood += std::to_string(line) + " is\r\n";
+    board_.Send(flood);
+    ASSERT_TRUE(terminal_.Shows(" is\r\n"));
+    terminal_.session.PressKey('q');
+    ASSERT_TRUE(terminal_.Shows("29999 is\r\n"));
+    EXPECT_EQ(board_.Received(), "]\rW\r\rq");
+    EXPECT_EQ(terminal_.session.Screen().ScreenLineCount(), kScreenLines);
+    terminal_.session.EndLog();
+    std::ifstream file(path, std::ios::binary);
+    const std::string log{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_TRUE(log == "Log Started today\r\n" + flood + "\r\n");
+}
+
+TEST_F(ScriptedBoardTest, SendsEveryCharacter) {
+    std::string all;
+    for (int code = 0; code < 256; ++code)
+        all += static_cast<char>(code);
+    std::string expected = all;
+    expected.replace(13, 1, "\r\n");
+    expected.erase(10, 1);
+    expected.erase(0, 1);
+    board_.Send(all);
+    EXPECT_TRUE(WaitUntil([&] { return terminal_.Shown() == expected; }));
+}
+
+TEST(TerminalSessionSetupTest, AFailureClosesTheTerminal) {
+    FaultyLink link;
+    Terminal terminal(link);
+    const auto fails = [&](const std::string& message) {
+        const int before = terminal.closing;
+        terminal.told.clear();
+        terminal.session.OpenConnection("COM9");
+        EXPECT_EQ(terminal.closing, before + 1);
+        EXPECT_FALSE(terminal.session.IsConnected());
+        EXPECT_THAT(terminal.told, ElementsAre(message));
+        link.Mend();
+    };
+    link.FailToOpen(-1);
+    fails("Failed to open 'COM9' - Specified port was not found");
+    link.FailToConfigure(LineSetup::SettingsRefused);
+    fails("System Error Setting Comm Port Configuration settings");
+    link.FailToConfigure(LineSetup::SettingsUnreadable);
+    fails("System Error obtaining Comm Port Configuration settings");
+    EXPECT_EQ(link.Calls(LinkStep::Close), 2U);
+    EXPECT_EQ(terminal.opened, 0);
+    terminal.session.OpenConnection("COM9");
+    EXPECT_EQ(terminal.opened, 1);
+    EXPECT_FALSE(terminal.session.LinkFailed());
+}
+
+TEST(TerminalSessionSetupTest, ALostLinkIsClosedWithoutFurtherMessages) {
+    FaultyLink link;
+    Terminal terminal(link);
+    terminal.session.OpenConnection("COM9");
+    link.FailAt(LinkStep::Write);
+    link.FailAt(LinkStep::Close);
+    link.FailAt(LinkStep::RestoreTimeouts);
+    terminal.session.SendKeyStroke('x');
+    EXPECT_EQ(terminal.lost, 1);
+    terminal.session.CloseConnection();
+    EXPECT_THAT(terminal.told, ElementsAre(kWriteError));
+    EXPECT_EQ(link.Calls(LinkStep::Close), 1U);
+}
+
+}  // namespace
+}  // namespace zentro
