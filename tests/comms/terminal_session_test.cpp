@@ -8,6 +8,7 @@
 #include <iterator>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "comms/serial_link.h"
@@ -35,10 +36,11 @@ constexpr const char* kLoop = "56,0,6\r\n53,0,0\r\n0\r\n";  // INCREMENT BYTE [0
 
 /// A session, what it tells, and how often it raised what.
 struct Terminal {
-    explicit Terminal(Link& link)
+    explicit Terminal(
+        Link& link, PortLister listPorts = [] { return std::vector<PortDescription>(); })
         : session(
               link, [this](const std::string& text) { told.push_back(text); },
-              [] { return std::vector<PortDescription>(); }) {
+              std::move(listPorts)) {
         const auto count = [](int& counter) { return [&counter] { ++counter; }; };
         QObject::connect(&session, &TerminalSession::ConnectionInitOK, count(opened));
         QObject::connect(&session, &TerminalSession::ConnectionLost, count(lost));
@@ -323,6 +325,43 @@ TEST(TerminalSessionSetupTest, AFailureClosesTheTerminal) {
     terminal.session.OpenConnection("COM9");
     EXPECT_EQ(terminal.opened, 1);
     EXPECT_FALSE(terminal.session.LinkFailed());
+}
+
+/// The name of the lost port is taken by another one before it comes back itself.
+TEST(TerminalSessionReopenTest, OnlyTheSameUsbPortIsBack) {
+    constexpr std::uint16_t kVendor = 0x0403;
+    const PortDescription mine{"/dev/null", "", UsbIdentity{kVendor, 1, "A1"}};
+    const PortDescription other{"/dev/null", "", UsbIdentity{kVendor, 1, "B2"}};
+    const PortDescription moved{"/dev/zero", "", UsbIdentity{kVendor, 1, "A1"}};
+    std::vector<PortDescription> present{mine};
+    int looks = 0;
+    FaultyLink link;
+    Terminal terminal(link, [&] {
+        ++looks;
+        return present;
+    });
+    terminal.session.OpenConnection("/dev/null");
+    present = {other};
+    link.FailAt(LinkStep::Read);
+    ASSERT_TRUE(WaitUntil([&] { return terminal.lost > 0; }));
+    looks = 0;
+    ASSERT_TRUE(WaitUntil([&] { return looks > 0; }));
+    EXPECT_FALSE(terminal.session.CanReopen());
+    EXPECT_EQ(terminal.lost, 1);
+    EXPECT_EQ(link.Calls(LinkStep::Close), 1U);
+    present = {other, moved};
+    ASSERT_TRUE(WaitUntil([&] { return terminal.back == 1; }));
+    link.Mend();
+    link.FailToOpen(-2);
+    terminal.session.Reopen();
+    EXPECT_THAT(terminal.told, ElementsAre("Failed to open '/dev/zero' - Specified port is already "
+                                           "opened for another application"));
+    EXPECT_EQ(terminal.closing, 0);
+    EXPECT_TRUE(terminal.session.CanReopen());
+    link.Mend();
+    terminal.session.Reopen();
+    EXPECT_TRUE(terminal.session.IsConnected());
+    EXPECT_FALSE(terminal.session.CanReopen());
 }
 
 TEST(TerminalSessionSetupTest, ALostLinkIsClosedWithoutFurtherMessages) {
