@@ -62,8 +62,10 @@ AboutDialog::AboutDialog(Dialogs& dialogs, QWidget* parent) : QDialog(parent), d
     top->addLayout(words, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
+    layout->addSpacing(8);
     layout->addWidget(MakeButtons());
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    findChild<QPushButton*>("cmdOK")->setFocus();
 }
 
 QWidget* AboutDialog::MakeButtons() {

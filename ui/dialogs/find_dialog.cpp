@@ -70,7 +70,7 @@ QWidget* FindDialog::MakeTexts() {
     auto* texts = new QWidget;
     toFind_ = MakeTextBox("TxtToFind", "Text to find");
     toReplace_ = MakeTextBox("txtToReplace", "Text to replace it with");
-    toFind_->lineEdit()->installEventFilter(this);
+    toFind_->installEventFilter(this);  // it has the focus for its text box
     connect(toFind_, &QComboBox::editTextChanged, this, &FindDialog::TextChanged);
     auto* findLabel = new QLabel("Fi&nd what");
     findLabel->setBuddy(toFind_);

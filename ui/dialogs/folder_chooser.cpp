@@ -4,9 +4,10 @@
 #include <QDir>
 #include <QFileSystemModel>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
-#include <QShortcut>
 #include <QStorageInfo>
+#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -93,16 +94,21 @@ void FolderChooser::MakeTree() {
         tree_->hideColumn(column);
     tree_->setMinimumSize(240, 120);
     connect(tree_, &QTreeView::doubleClicked, this, &FolderChooser::ChooseCurrent);
-    // Keys of its own, for Enter would otherwise press the dialog's OK.
-    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
-        auto* enter = new QShortcut(key, tree_);
-        enter->setContext(Qt::WidgetShortcut);
-        connect(enter, &QShortcut::activated, this, &FolderChooser::ChooseCurrent);
-    }
-    // A folder gets its place in the order only when the folder around it has been read.
+    tree_->installEventFilter(this);
+    // A folder gets its place in the order right after the folders around it have been read.
     connect(folders_, &QFileSystemModel::directoryLoaded, this, [this](const QString& folder) {
-        if (QFileInfo(shown_).path() == folder) tree_->scrollTo(folders_->index(shown_));
+        if (!shown_.startsWith(folder)) return;
+        QTimer::singleShot(0, this, [this] { tree_->scrollTo(folders_->index(shown_)); });
     });
+}
+
+bool FolderChooser::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != tree_ || event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+    ChooseCurrent();
+    return true;  // or else Enter would press the dialog's OK
 }
 
 void FolderChooser::SetFolder(const QString& folder) {
@@ -115,7 +121,7 @@ void FolderChooser::ShowInTree(const QString& folder) {
     if (!index.isValid()) return;
     shown_ = folders_->filePath(index);
     tree_->setCurrentIndex(index);
-    tree_->expand(index);
+    tree_->scrollTo(index);
     const int drive = drives_->findData(QStorageInfo(folder).rootPath());
     if (drive >= 0) drives_->setCurrentIndex(drive);
 }

@@ -21,6 +21,8 @@ class FolderChooser : public QWidget {
     /// Shows that folder as the chosen one, whether it is there or not.
     void SetFolder(const QString& folder);
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   signals:
     /// The user has chosen a folder. It has no separator at its end, unless it is a root.
     void FolderChosen(const QString& folder);

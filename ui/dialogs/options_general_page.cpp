@@ -122,7 +122,7 @@ QWidget* OptionsGeneralPage::MakeFolderChooser() {
 
 QWidget* OptionsGeneralPage::MakeEditorSample() {
     editSample_ = MakeSample("lblEditColours", "Sample of the editor's colours and font",
-                             "; Turn left\nMOTOR 1, FORWARD, 50\nWAIT 100");
+                             "; Both LEDs\nSET LEDS ON, ON\nWAIT 25");
     auto* font = MakeButton("btnFontToUse", "Font to use", "Font of the editor");
     auto* page = MakeButton("cmdChangeEditPage", "Page Colour", "Page colour of the editor");
     auto* text = MakeButton("cmdChangeEditText", "Text Colour", "Text colour of the editor");

@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kOther = kFixedPorts + 1;  // the id of its button; COM1 to COM4 have their number
 constexpr int kRefreshEvery = 1000;      // milliseconds
+constexpr int kColumnSpace = 12;         // pixels between columns
 constexpr const char* kButtonNames[] = {"optCom1", "OptCom2", "OptCom3", "OptCom4", "OptOther"};
 
 QString Hexadecimal(std::uint16_t number) {
@@ -41,7 +42,7 @@ std::vector<PortChoice> PortChoices(const std::vector<PortDescription>& present)
                            QString::fromStdString(port.description),
                            port.usb ? UsbText(*port.usb) : QString()});
     }
-    choices.push_back({kVirtualBoardPort, "A board inside this program, without a cable", {}});
+    choices.push_back({kVirtualBoardPort, "A board inside this program", {}});
     return choices;
 }
 
@@ -158,8 +159,9 @@ void OptionsPortPage::ListPresentPorts() {
             item->setToolTip(column, item->text(column));
         }
     }
-    for (int column = 0; column < list_->columnCount(); ++column) {
+    for (int column = 0; column + 1 < list_->columnCount(); ++column) {  // the last one stretches
         list_->resizeColumnToContents(column);
+        list_->setColumnWidth(column, list_->columnWidth(column) + kColumnSpace);
     }
     MarkWorkingPort();
 }

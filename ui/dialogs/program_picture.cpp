@@ -8,7 +8,7 @@ namespace zentro {
 
 void ProgramPicture::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    ThemedIcon("zentro").paint(&painter, rect());
+    ProgramIcon().paint(&painter, rect());
 }
 
 }  // namespace zentro

@@ -1,13 +1,10 @@
 #pragma once
 
-#include <QFlags>
 #include <QString>
 
-namespace zentro {
+#include "ui/support/find_options.h"
 
-enum class FindOption { WholeWord = 2, MatchCase = 4 };
-Q_DECLARE_FLAGS(FindOptions, FindOption)
-Q_DECLARE_OPERATORS_FOR_FLAGS(FindOptions)
+namespace zentro {
 
 /// The open source windows as a search sees them. Tabs count from 1.
 class SearchTargets {

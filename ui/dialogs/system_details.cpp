@@ -13,11 +13,12 @@ namespace {
 
 QString ScreenText(const QScreen& screen) {
     const QSize size = screen.size();
-    return screen.name() + QString(", %1 x %2 at %3 %, %4 Hz")
-                               .arg(size.width())
-                               .arg(size.height())
-                               .arg(qRound(screen.devicePixelRatio() * 100))
-                               .arg(qRound(screen.refreshRate()));
+    const QString name = screen.name().isEmpty() ? QString() : screen.name() + ", ";
+    return name + QString("%1 x %2 at %3 %, %4 Hz")
+                      .arg(size.width())
+                      .arg(size.height())
+                      .arg(qRound(screen.devicePixelRatio() * 100))
+                      .arg(qRound(screen.refreshRate()));
 }
 
 }  // namespace

@@ -1,0 +1,226 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTextBrowser>
+#include <QToolButton>
+
+#include "tests/ui/ui_fixture.h"
+#include "ui/dialogs/about_dialog.h"
+#include "ui/dialogs/calculator.h"
+#include "ui/dialogs/help_address.h"
+#include "ui/dialogs/help_browser.h"
+#include "ui/dialogs/number_conversion.h"
+#include "ui/dialogs/splash_window.h"
+#include "ui/dialogs/system_details.h"
+
+namespace zentro {
+namespace {
+
+TEST(Calculator, ConvertsBothWays) {
+    constexpr const char* rows[][2] = {
+        {"255", "Dec to Hex: FF|Hex to Dec: 597"},
+        {" fF ", "Hex to Dec: 255"},
+        {"0x10", "Hex to Dec: 16"},
+        {"-1", "Dec to Hex: FFFFFFFF"},
+        {"-2147483648", "Dec to Hex: 80000000"},
+        {"-2147483649", "Dec to Hex: -2147483649 Number too Big for Hex"},
+        {"4294967295", "Dec to Hex: FFFFFFFF|Hex to Dec: Sorry - can't convert"},
+        {"4294967296",
+         "Dec to Hex: 4294967296 Number too Big for Hex|Hex to Dec: Sorry - can't convert"},
+        {"99999999999999999999999",
+         "Dec to Hex: 99999999999999999999999 Number too Big for Hex|"
+         "Hex to Dec: Sorry - can't convert"},
+        {"FFFFFFFF", "Hex to Dec: 4294967295"},
+        {"00", "Zero is Zero in all bases"},
+        {"-0", "Zero is Zero in all bases"},
+        {"0x0", "Zero is Zero in all bases"},
+        {"0x", "Sorry - can't convert"},
+        {"", "Sorry - can't convert"},
+        {"12.5", "Sorry - can't convert"},
+        {"-FF", "Sorry - can't convert"},
+    };
+    for (const auto& [number, lines] : rows) {
+        EXPECT_EQ(ConvertNumber(number).join('|'),
+                  "Converting: " + QString(number).trimmed() + '|' + lines);
+    }
+    Calculator window;
+    auto* field = window.findChild<QLineEdit*>("txtNumber");
+    QTest::keyClicks(field, "16\r");
+    QTest::keyClicks(field, "a\r");
+    EXPECT_EQ(window.findChild<QPlainTextEdit*>("txtResult")->toPlainText(),
+              "Converting: 16\nDec to Hex: 10\nHex to Dec: 22\n\nConverting: a\nHex to Dec: 10");
+}
+
+TEST(HelpAddress, FilesAreShownAndWebAddressesHandedOn) {
+    struct Row {
+        const char* text;
+        AddressKind kind;
+        const char* shown;
+    };
+    constexpr Row rows[] = {
+        {"/a b/help.htm#Motor 1", AddressKind::LocalPage, "/a b/help.htm#Motor 1"},
+        {"/a%20/100%.htm", AddressKind::LocalPage, "/a%20/100%.htm"},
+        {"http://zentro.example/", AddressKind::WebAddress, "http://zentro.example/"},
+        {"www.zentro.example", AddressKind::WebAddress, "https://www.zentro.example"},
+        {"javascript:alert(1)", AddressKind::Unknown, "javascript:alert(1)"},
+    };
+    for (const Row& row : rows) {
+        const QUrl address = AddressFromText(row.text);
+        EXPECT_EQ(KindOf(address), row.kind) << row.text;
+        EXPECT_EQ(AddressText(address), row.shown);
+        EXPECT_EQ(AddressFromText(AddressText(address)), address);
+    }
+}
+
+class HelpTest : public UiTest {
+  protected:
+    HelpTest()
+        : browser_(dialogs, [this](const QUrl& url) {
+              opened_ += url.toString();
+              return canOpen_;
+          }) {
+        WriteFile("one.htm", "<title>One</title><p><a href='two.htm'>second</a></p>" +
+                                 QByteArray("<p>line</p>").repeated(200) +
+                                 "<h2><a name='Motor 1'>Motors</a></h2><p>caf\xE9</p>");
+        WriteFile("two.htm", "<title>Two</title><p><a href='https://zentro.example/'>web</a></p>");
+        browser_.show();
+    }
+
+    bool WaitFor(const QString& title) {
+        EXPECT_EQ(browser_.windowTitle(), "Working...");
+        return QTest::qWaitFor([&] { return browser_.windowTitle() == title; });
+    }
+    void Press(const char* name) {
+        QTest::mouseClick(browser_.findChild<QToolButton*>(name), Qt::LeftButton);
+    }
+    void ClickLink() {
+        // A link begins the page; its first letter lies within the margin of the document.
+        QTest::mouseClick(page_.viewport(), Qt::LeftButton, {},
+                          page_.cursorRect(QTextCursor(page_.document())).center() + QPoint(4, 0));
+    }
+    QString Label(const char* name) { return browser_.findChild<QLabel*>(name)->text(); }
+
+    QStringList opened_;
+    bool canOpen_ = true;
+    HelpBrowser browser_;
+    QTextBrowser& page_ = *browser_.findChild<QTextBrowser*>();
+    QComboBox& address_ = *browser_.findChild<QComboBox*>("cboAddress");
+};
+
+TEST_F(HelpTest, PagesLinksHistoryAndTopics) {
+    browser_.SetStartingAddress(FilePath("one.htm"));
+    ASSERT_TRUE(WaitFor("One"));
+    EXPECT_TRUE(page_.toPlainText().endsWith("café"));
+    ClickLink();
+    ASSERT_TRUE(WaitFor("Two"));
+    ClickLink();
+    EXPECT_EQ(opened_, QStringList("https://zentro.example/"));
+    EXPECT_EQ(browser_.windowTitle(), "Two") << "a link to the web leaves the page";
+    Press("Back");
+    ASSERT_TRUE(WaitFor("One"));
+    Press("Forward");
+    ASSERT_TRUE(WaitFor("Two"));
+    Press("Home");
+    ASSERT_TRUE(WaitFor("One"));
+    EXPECT_EQ(page_.verticalScrollBar()->value(), 0);
+
+    browser_.SearchForHelp("Motor 1");
+    EXPECT_EQ(Label("lblSearching"), "Searching for: Motor 1");
+    ASSERT_TRUE(WaitFor("One"));
+    EXPECT_EQ(address_.currentText(), FilePath("one.htm#Motor 1"));
+    EXPECT_GT(page_.verticalScrollBar()->value(), 0);
+    EXPECT_EQ(Label("lblStatus"), "");
+    browser_.SearchForHelp("caf");
+    ASSERT_TRUE(WaitFor("One"));
+    EXPECT_EQ(page_.textCursor().selectedText(), "caf") << "no such place: the first mention";
+    dialogs.text = "gearbox";
+    Press("Search");
+    ASSERT_TRUE(WaitFor("One"));
+    EXPECT_EQ(Label("lblStatus"), "\"gearbox\" was not found on this page.");
+    EXPECT_EQ(address_.count(), 5) << "every address once";
+    EXPECT_EQ(address_.itemText(4), FilePath("two.htm"));
+}
+
+TEST_F(HelpTest, StopRefreshAndWhatCannotBeShown) {
+    browser_.SetStartingAddress(FilePath("one.htm"));
+    ASSERT_TRUE(WaitFor("One"));
+    Press("Refresh");
+    Press("Stop");
+    EXPECT_EQ(browser_.windowTitle(), "One");
+    WriteFile("one.htm", "<title>New</title>");
+    Press("Refresh");
+    ASSERT_TRUE(WaitFor("New"));
+    address_.lineEdit()->selectAll();
+    QTest::keyClicks(address_.lineEdit(), FilePath("gone.htm") + '\r');
+    ASSERT_TRUE(WaitFor("This page cannot be shown"));
+    EXPECT_TRUE(page_.toPlainText().contains("gone.htm"));
+    EXPECT_TRUE(page_.toPlainText().contains("No such file"));
+
+    browser_.SetStartingAddress("http://zentro.example/");
+    ASSERT_TRUE(WaitFor("Shown in your web browser"));
+    EXPECT_EQ(opened_, QStringList("http://zentro.example/"));
+    canOpen_ = false;
+    Press("Home");
+    ASSERT_EQ(dialogs.shown.size(), 1);
+    EXPECT_TRUE(dialogs.shown[0].startsWith("http://zentro.example/"));
+}
+
+class AboutTest : public UiTest {};
+
+TEST_F(AboutTest, TellsTheVersionAndCopiesTheSystemDetails) {
+    QString shown;
+    dialogs.run = [&](QDialog& dialog) {
+        shown = dialog.findChild<QPlainTextEdit*>()->toPlainText();
+        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdCopy"), Qt::LeftButton);
+        return true;
+    };
+    AboutDialog about(dialogs);
+    EXPECT_EQ(about.windowTitle(), "About ZentroCompiler");
+    EXPECT_TRUE(about.findChild<QLabel*>("lblVersion")->text().startsWith("Version "));
+    QTest::mouseClick(about.findChild<QPushButton*>("cmdSysInfo"), Qt::LeftButton);
+    EXPECT_TRUE(shown.contains(QString("\nQt: ") + qVersion())) << shown.toStdString();
+    EXPECT_EQ(QApplication::clipboard()->text(), shown);
+    EXPECT_EQ(SystemDetailsText({}), "System Information Is Unavailable At This Time");
+}
+
+TEST(Splash, AsksForTheMainWindowAtTheFirstTickAndClosesAtTheSecond) {
+    EXPECT_EQ(VersionText("2.1.37"), "Version 2.1 Build 37");
+    QPointer<SplashWindow> splash = new SplashWindow;
+    QSignalSpy asked(splash, &SplashWindow::ShowMainWindow);
+    QElapsedTimer time;
+    time.start();
+    splash->show();
+    ASSERT_TRUE(asked.wait(5000));
+    EXPECT_GE(time.elapsed(), 450);
+    EXPECT_TRUE(splash && splash->isVisible());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return splash.isNull(); }));
+    EXPECT_GE(time.elapsed(), 950);
+    EXPECT_EQ(asked.count(), 1);
+}
+
+TEST(Splash, AKeyOrAClickClosesItAtOnce) {
+    for (const bool key : {true, false}) {
+        QPointer<SplashWindow> splash = new SplashWindow;
+        QSignalSpy asked(splash, &SplashWindow::ShowMainWindow);
+        splash->show();
+        if (key)
+            QTest::keyClick(splash, Qt::Key_Space);
+        else
+            QTest::mouseClick(splash->findChild<QLabel*>("lblVersion"), Qt::LeftButton);
+        ASSERT_TRUE(splash);
+        EXPECT_FALSE(splash->isVisible());
+        EXPECT_EQ(asked.count(), 1);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+}  // namespace
+}  // namespace zentro
