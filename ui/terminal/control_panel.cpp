@@ -147,13 +147,19 @@ void ControlPanel::Arrange(int columns) {
         const int place = static_cast<int>(i);
         grid_->addWidget(groups_[i], place / columns, place % columns);
     }
+    for (int row = 0; row < static_cast<int>(groups_.size()); ++row)
+        grid_->setRowStretch(row, row == Rows(columns) ? 1 : 0);  // what is over lies below
+}
+
+int ControlPanel::Rows(int columns) const {
+    return (static_cast<int>(groups_.size()) + columns - 1) / columns;
 }
 
 QSize ControlPanel::SizeWith(int columns) const {
     QSize cell;
     for (const QWidget* group : groups_)
         cell = cell.expandedTo(group->sizeHint());
-    const int rows = (static_cast<int>(groups_.size()) + columns - 1) / columns;
+    const int rows = Rows(columns);
     return {cell.width() * columns + kSpacing * (columns - 1),
             cell.height() * rows + kSpacing * (rows - 1)};
 }

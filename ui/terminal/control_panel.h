@@ -39,6 +39,7 @@ class ControlPanel : public QWidget {
     void ConnectMotor(int number);
     void ConnectServo(int number);
     void Stop();
+    int Rows(int columns) const;
     /// Shows what became of the controls after one of them was used.
     template <typename Action>
     auto Then(Action action) {

@@ -25,6 +25,7 @@ DownloadBar::DownloadBar(QWidget* parent)
     cancel->setObjectName("BtnCancelDownload");
     cancel->setAccessibleName(tr("Cancel the download"));
     cancel->setAutoDefault(false);
+    setFocusProxy(cancel);
     cancel->setCursor(Qt::ArrowCursor);  // it works while the window waits
     connect(cancel, &QPushButton::clicked, this, &DownloadBar::CancelClicked);
     auto* row = new QHBoxLayout(this);
@@ -37,7 +38,8 @@ DownloadBar::DownloadBar(QWidget* parent)
 }
 
 void DownloadBar::ShowProgress(double fraction, int linesSent) {
-    lines_->setText(tr("Downloading, %n line(s) sent", nullptr, linesSent));
+    lines_->setText(linesSent == 1 ? tr("Downloading: 1 line sent")
+                                   : tr("Downloading: %1 lines sent").arg(linesSent));
     bar_->setValue(static_cast<int>(std::lround(fraction * kSteps)));
 }
 

@@ -28,27 +28,30 @@ TerminalView::TerminalView(QWidget* parent) : QPlainTextEdit(parent), shown_(Sho
 void TerminalView::ShowText(std::string_view screen, std::size_t cursor) {
     ShownScreen next = ShowScreen(screen);
     const ScreenEdit edit = FindEdit(shown_.text, next.text);
-    const QTextCursor selected = textCursor();
+    const int anchor = textCursor().anchor();
+    const int position = textCursor().position();
+    // Only text that stays can stay selected.
+    const bool selected = anchor != position && std::min(anchor, position) >= edit.cutFront &&
+                          std::max(anchor, position) <= edit.cutFront + edit.keep;
     updating_ = true;
     if (next.text != shown_.text) Apply(edit, next.text);
     shown_ = std::move(next);
-    const int last = static_cast<int>(shown_.text.size());
-    QTextCursor caret = textCursor();
-    // Only text that stayed is still selected; new text at its end is not.
-    const int kept = edit.cutFront + edit.keep;
-    if (selected.hasSelection() && selected.selectionEnd() <= kept &&
-        selected.selectionStart() >= edit.cutFront) {
-        caret.setPosition(std::min(selected.anchor() - edit.cutFront, last));
-        caret.setPosition(std::min(selected.position() - edit.cutFront, last),
-                          QTextCursor::KeepAnchor);
+    if (selected) {
+        PutCaret(anchor - edit.cutFront, position - edit.cutFront);
     } else {
-        caret.setPosition(ShownPosition(shown_, cursor));
-    }
-    if (caret.position() != textCursor().position() || caret.anchor() != textCursor().anchor())
-        setTextCursor(caret);
-    else if (!caret.hasSelection())
+        PutCaret(ShownPosition(shown_, cursor), ShownPosition(shown_, cursor));
         ensureCursorVisible();
+    }
     updating_ = false;
+}
+
+/// Where it is there already nothing is scrolled.
+void TerminalView::PutCaret(int anchor, int position) {
+    QTextCursor caret = textCursor();
+    if (caret.anchor() == anchor && caret.position() == position) return;
+    caret.setPosition(anchor);
+    caret.setPosition(position, QTextCursor::KeepAnchor);
+    setTextCursor(caret);
 }
 
 void TerminalView::Apply(const ScreenEdit& edit, const QString& text) {

@@ -41,6 +41,7 @@ class TerminalView : public QPlainTextEdit {
 
   private:
     void Apply(const ScreenEdit& edit, const QString& text);
+    void PutCaret(int anchor, int position);
 
     ShownScreen shown_;
     bool updating_ = false;

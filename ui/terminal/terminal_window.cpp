@@ -1,5 +1,6 @@
 #include "ui/terminal/terminal_window.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QCloseEvent>
 #include <QDate>
@@ -9,11 +10,13 @@
 #include <QScrollArea>
 #include <QStyle>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "config/encoding.h"
 #include "ui/support/colours.h"
 #include "ui/support/dialogs.h"
+#include "ui/support/icons.h"
 #include "ui/support/window_place.h"
 #include "ui/terminal/connection_banner.h"
 #include "ui/terminal/control_panel.h"
@@ -27,9 +30,14 @@ namespace {
 /// The screen is drawn once for all that arrives in this time.
 constexpr std::chrono::milliseconds kScreenInterval{16};
 
-/// The layouts of the control panel: beside the screen, and below it.
-constexpr int kColumnsBeside = 2;
-constexpr int kColumnsBelow = 4;
+/// A layout of the control panel: beside the screen or below it.
+struct PanelPlace {
+    bool beside;
+    int columns;
+};
+
+constexpr std::array kPanelPlaces{PanelPlace{true, 2}, PanelPlace{true, 4}, PanelPlace{false, 4},
+                                  PanelPlace{false, 8}};
 
 /// The longest line that the board sends while a program is looked at.
 constexpr int kPromptColumns = static_cast<int>(kDebugPrompt.size()) + 1;
@@ -48,6 +56,7 @@ TerminalWindow::TerminalWindow(Workbench& workbench, TerminalSession& session, Q
       downloadBar_(new DownloadBar(this)),
       panel_(new ControlPanel(session, controls_, this)) {
     setObjectName("frmTerminal");
+    setWindowIcon(ThemedIcon("terminal"));
     setFocusProxy(txtTerminal_);
     screenTimer_.setSingleShot(true);
     screenTimer_.setInterval(kScreenInterval);
@@ -128,7 +137,7 @@ void TerminalWindow::ShowConnection(const QString& state) {
 }
 
 void TerminalWindow::LoseConnection() {
-    ShowConnection(tr("%1 lost").arg(portName_));
+    ShowConnection(tr("%1 (connection lost)").arg(portName_));
     if (session_.CanReopen()) {
         OfferPort();
     } else {
@@ -153,17 +162,22 @@ void TerminalWindow::DownloadSource(const QString& path) {
 void TerminalWindow::ShowDownload(bool running) {
     if (running == downloadBar_->isVisibleTo(this)) return;
     downloadBar_->ShowProgress(0, 0);
-    downloadBar_->setVisible(running);
-    const bool hadFocus = txtTerminal_->hasFocus();
-    txtTerminal_->setEnabled(!running);
-    panel_->Reflect();
+    // The focus goes to the bar and back, but never away from another window.
+    QWidget* const focus = QApplication::focusWidget();
+    const bool movesFocus =
+        running ? focus == txtTerminal_ : focus != nullptr && downloadBar_->isAncestorOf(focus);
     if (running) {
+        downloadBar_->show();
+        if (movesFocus) downloadBar_->setFocus();
+        txtTerminal_->setEnabled(false);
         setCursor(Qt::WaitCursor);
-        if (hadFocus) downloadBar_->setFocus();
     } else {
+        txtTerminal_->setEnabled(true);
+        if (movesFocus) txtTerminal_->setFocus();
+        downloadBar_->hide();
         unsetCursor();
-        if (isActiveWindow()) txtTerminal_->setFocus();
     }
+    panel_->Reflect();
 }
 
 void TerminalWindow::ToggleLog() {
@@ -233,30 +247,39 @@ void TerminalWindow::changeEvent(QEvent* event) {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) ArrangePanel();
 }
 
-/// Puts the panel where more of the screen can be read: beside it or below.
+/// How much of the screen and of the panel can be seen when the panel stands there: 0 to 1.
+double TerminalWindow::Visibility(const QSize& whole, const QSize& panel, bool beside) const {
+    const QSize screen =
+        beside ? whole - QSize(panel.width(), 0) : whole - QSize(0, panel.height());
+    const auto share = [](int room, int needed) {
+        return std::clamp(static_cast<double>(room) / needed, 0.0, 1.0);
+    };
+    const QSize full = txtTerminal_->SizeFor(kPromptColumns, kScreenLines);
+    return share(screen.width(), full.width()) * share(screen.height(), full.height()) *
+           share(whole.width(), panel.width()) * share(whole.height(), panel.height());
+}
+
+/// Puts the panel where most can be seen.
 void TerminalWindow::ArrangePanel() {
     const QSize whole = contentsRect().marginsRemoved(body_->contentsMargins()).size();
-    const QSize full = txtTerminal_->SizeFor(kPromptColumns, kScreenLines);
-    const QSize beside = panel_->SizeWith(kColumnsBeside);
-    const QSize below = panel_->SizeWith(kColumnsBelow);
-    const auto readable = [&](int width, int height) {
-        return std::clamp(double(width) / full.width(), 0.0, 1.0) *
-               std::clamp(double(height) / full.height(), 0.0, 1.0);
+    const auto visibility = [&](const PanelPlace& place) {
+        return Visibility(whole, panel_->SizeWith(place.columns), place.beside);
     };
-    const bool goesBeside = readable(whole.width() - beside.width(), whole.height()) >=
-                            readable(whole.width(), whole.height() - below.height());
-    panel_->Arrange(goesBeside ? kColumnsBeside : kColumnsBelow);
-    body_->setDirection(goesBeside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
-    const QSize panel = goesBeside ? beside : below;
-    // Room for the scroll bar of the panel where it does not fit.
+    const PanelPlace place = *std::ranges::max_element(kPanelPlaces, {}, visibility);
+    panel_->Arrange(place.columns);
+    body_->setDirection(place.beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    QSize panel = panel_->SizeWith(place.columns);
+    // A panel that does not fit has a scroll bar.
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    const int extraWidth = panel.height() > whole.height() ? bar : 0;
-    const int extraHeight = panel.width() > whole.width() ? bar : 0;
-    panelArea_->setMinimumSize(goesBeside ? panel.width() + extraWidth : 0, 0);
-    panelArea_->setMaximumSize(goesBeside ? panel.width() + extraWidth : QWIDGETSIZE_MAX,
-                               goesBeside ? QWIDGETSIZE_MAX : panel.height() + extraHeight);
-    if (!goesBeside)
-        panelArea_->setMinimumHeight(std::min(panel.height() + extraHeight, whole.height() / 2));
+    if (place.beside) {
+        if (panel.height() > whole.height()) panel.rwidth() += bar;
+        panelArea_->setMinimumSize(panel.width(), 0);
+        panelArea_->setMaximumSize(panel.width(), QWIDGETSIZE_MAX);
+    } else {
+        if (panel.width() > whole.width()) panel.rheight() += bar;
+        panelArea_->setMinimumSize(0, std::min(panel.height(), whole.height() / 2));
+        panelArea_->setMaximumSize(QWIDGETSIZE_MAX, panel.height());
+    }
 }
 
 }  // namespace zentro

@@ -71,6 +71,7 @@ class TerminalWindow : public QWidget {
     void ShowDownload(bool running);
     void ToggleLog();
     void StartLog();
+    double Visibility(const QSize& whole, const QSize& panel, bool beside) const;
     void ArrangePanel();
 
     Workbench& workbench_;

@@ -4,6 +4,7 @@
 #include <QFontDatabase>
 #include <QPixmap>
 #include <QStyledItemDelegate>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -13,7 +14,7 @@ namespace zentro {
 
 namespace {
 
-constexpr int kMarkRole = Qt::UserRole;
+constexpr int kMarkRole = Qt::UserRole;  // how many more times the line is shown with a mark
 constexpr int kTabWidth = 8;
 
 /// Draws tabs as blanks, so that the columns stand at every size of the font.
@@ -51,24 +52,29 @@ void VariableList::Load(const std::vector<DebugVariable>& variables) {
     clear();
     for (const std::string& line : VariableLines(variables)) {
         auto* item = new QListWidgetItem(QString::fromStdString(line), this);
-        Mark(*item, false);
+        Mark(*item, 0);
     }
 }
 
-void VariableList::ShowValues(const std::vector<DebugVariable>& variables) {
+void VariableList::ShowValues(const std::vector<DebugVariable>& variables, int markedTimes) {
     const std::vector<std::string> lines = VariableLines(variables);
     for (int row = 0; row < count() && row < static_cast<int>(lines.size()); ++row) {
         QListWidgetItem& shown = *item(row);
         const QString line = QString::fromStdString(lines[static_cast<std::size_t>(row)]);
+        const int marked = shown.data(kMarkRole).toInt();
         // A value that is shown for the first time has not changed.
         const bool changed = line != shown.text() && !shown.text().endsWith(u'\t');
+        const int times = changed ? markedTimes : std::max(marked - 1, 0);
         if (line != shown.text()) shown.setText(line);
-        if (changed != shown.data(kMarkRole).toBool()) Mark(shown, changed);
+        if (times != marked) Mark(shown, times);
     }
 }
 
-void VariableList::Mark(QListWidgetItem& item, bool marked) {
-    item.setData(kMarkRole, marked);
+void VariableList::Mark(QListWidgetItem& item, int times) {
+    const bool wasMarked = item.data(kMarkRole).toInt() > 0;
+    const bool marked = times > 0;
+    item.setData(kMarkRole, times);
+    if (marked == wasMarked && !item.icon().isNull()) return;
     QFont lineFont = font();
     lineFont.setBold(marked);
     item.setFont(lineFont);
@@ -78,13 +84,14 @@ void VariableList::Mark(QListWidgetItem& item, bool marked) {
 
 void VariableList::ShowOnly(const QString& part) {
     for (int row = 0; row < count(); ++row)
-        setRowHidden(row, !item(row)->text().contains(part, Qt::CaseInsensitive));
+        setRowHidden(row,
+                     !item(row)->text().section(u'\t', 0, 0).contains(part, Qt::CaseInsensitive));
 }
 
 int VariableList::MarkedCount() const {
     int marked = 0;
     for (int row = 0; row < count(); ++row)
-        marked += item(row)->data(kMarkRole).toBool() ? 1 : 0;
+        marked += item(row)->data(kMarkRole).toInt() > 0 ? 1 : 0;
     return marked;
 }
 

@@ -18,9 +18,10 @@ class VariableList : public QListWidget {
 
     /// Lists other variables.
     void Load(const std::vector<DebugVariable>& variables);
-    /// Shows the values of the variables that are listed, and marks those that have changed.
-    void ShowValues(const std::vector<DebugVariable>& variables);
-    /// Shows the lines that hold this text, whatever its case.
+    /// Shows the values of the variables that are listed, and marks those that have changed until
+    /// they have stayed the same this many times.
+    void ShowValues(const std::vector<DebugVariable>& variables, int markedTimes = 1);
+    /// Shows the variables that have this in their names, whatever its case.
     void ShowOnly(const QString& part);
 
     int MarkedCount() const;
@@ -30,7 +31,7 @@ class VariableList : public QListWidget {
 
   private:
     void MakeIcons();
-    void Mark(QListWidgetItem& item, bool marked);
+    void Mark(QListWidgetItem& item, int times);
 
     QIcon mark_;
     QIcon noMark_;

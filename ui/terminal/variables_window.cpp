@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "ui/support/dialogs.h"
+#include "ui/support/icons.h"
 #include "ui/terminal/variable_list.h"
 
 namespace zentro {
@@ -19,6 +20,7 @@ namespace zentro {
 namespace {
 
 constexpr std::chrono::milliseconds kLiveInterval{100};
+constexpr int kLiveMarkedTimes = 10;  // a second, to be seen
 constexpr const char* kIdleCaption = "Refresh Variables";
 constexpr const char* kReadingCaption = "Refreshing........";
 
@@ -35,6 +37,7 @@ VariablesWindow::VariablesWindow(Workbench& workbench, QWidget* parent)
       status_(new QLabel(this)),
       cmdRefresh_(new QPushButton(kIdleCaption, this)) {
     setObjectName("frmVariables");
+    setWindowIcon(ThemedIcon("variables"));
     setWindowTitle(tr("Variables"));
     MakeLayout();
     liveTimer_.setInterval(kLiveInterval);
@@ -50,7 +53,7 @@ VariablesWindow::VariablesWindow(Workbench& workbench, QWidget* parent)
 void VariablesWindow::MakeLayout() {
     filter_->setObjectName("txtFilter");
     filter_->setClearButtonEnabled(true);
-    filter_->setAccessibleName(tr("Show only lines with this text"));
+    filter_->setAccessibleName(tr("Show only variables with this in their names"));
     auto* label = new QLabel(tr("&Show only:"), this);
     label->setBuddy(filter_);
     cmdRefresh_->setObjectName("cmdRefresh");
@@ -86,19 +89,30 @@ void VariablesWindow::SetLiveMemory(LiveMemory memory) {
 }
 
 void VariablesWindow::LoadVariables(const Compilation* compilation) {
-    LoadVariables(compilation == nullptr ? std::vector<DebugVariable>{}
-                                         : VariablesOf(*compilation));
+    ListVariables(compilation);
+    Refresh();
 }
 
 void VariablesWindow::LoadVariables(std::vector<DebugVariable> variables) {
-    variables_ = variables;
+    List(std::move(variables));
+    Refresh();
+}
+
+void VariablesWindow::ListVariables(const Compilation* compilation) {
+    List(compilation == nullptr ? std::vector<DebugVariable>{} : VariablesOf(*compilation));
+}
+
+void VariablesWindow::List(std::vector<DebugVariable> variables) {
+    // A read of the variables before ends here.
+    if (reader_.IsReading()) reader_.LoadVariableList(variables_);
+    variables_ = std::move(variables);
     listVars_->Load(variables_);
     listVars_->ShowOnly(filter_->text());
-    if (!liveMemory_) status_->setText(tr("Not read yet"));
-    if (reader_.LoadVariableList(std::move(variables))) Refresh();
+    if (!liveMemory_) status_->setText(variables_.empty() ? QString() : tr("Not read yet"));
 }
 
 void VariablesWindow::Refresh() {
+    if (reader_.IsReading() || !reader_.LoadVariableList(variables_)) return;
     if (liveMemory_) {
         LookUp();
     } else {
@@ -112,7 +126,7 @@ void VariablesWindow::LookUp() {
         if (bytes.empty()) continue;
         variable.debugValue = FormatDebugValue(MemoryReply(variable.address, bytes), variable.type);
     }
-    ShowValues();
+    listVars_->ShowValues(variables_, kLiveMarkedTimes);
 }
 
 void VariablesWindow::BeginReading() {
@@ -127,16 +141,12 @@ void VariablesWindow::EndReading(bool complete) {
     cmdRefresh_->setText(kIdleCaption);
     cmdRefresh_->setEnabled(true);
     variables_ = reader_.Variables();
-    ShowValues();
+    listVars_->ShowValues(variables_);
     const QString time = QLocale().toString(QTime::currentTime(), QLocale::ShortFormat);
     const int changed = listVars_->MarkedCount();
     status_->setText(!complete     ? tr("Not all values were read")
                      : changed > 0 ? tr("Read at %1, %2 changed").arg(time).arg(changed)
                                    : tr("Read at %1").arg(time));
-}
-
-void VariablesWindow::ShowValues() {
-    listVars_->ShowValues(variables_);
 }
 
 void VariablesWindow::closeEvent(QCloseEvent* event) {

@@ -37,6 +37,9 @@ class VariablesWindow : public QWidget {
     /// function ends that. Comes before LoadVariables, which would ask the terminal otherwise.
     void SetLiveMemory(LiveMemory memory);
 
+    /// Lists the variables of a program that was compiled anew, without reading them. Null: none.
+    void ListVariables(const Compilation* compilation);
+
     /// Lists the variables and reads them. Tells the user when that cannot be done.
     void LoadVariables(std::vector<DebugVariable> variables);
     /// The same for those of a program; null: none was compiled.
@@ -52,11 +55,11 @@ class VariablesWindow : public QWidget {
 
   private:
     void MakeLayout();
+    void List(std::vector<DebugVariable> variables);
     void Refresh();
     void LookUp();
     void BeginReading();
     void EndReading(bool complete);
-    void ShowValues();
 
     Workbench& workbench_;
     VariableReader reader_;
