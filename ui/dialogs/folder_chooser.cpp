@@ -6,8 +6,8 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScrollBar>
 #include <QStorageInfo>
-#include <QTimer>
 #include <QTreeView>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -94,19 +94,22 @@ void FolderChooser::MakeTree() {
         tree_->hideColumn(column);
     tree_->setMinimumSize(240, 120);
     connect(tree_, &QTreeView::doubleClicked, this, &FolderChooser::ChooseCurrent);
-    tree_->installEventFilter(this);
-    // A folder gets its place in the order right after the folders around it have been read.
-    connect(folders_, &QFileSystemModel::directoryLoaded, this, [this](const QString& folder) {
-        if (!shown_.startsWith(folder)) return;
-        QTimer::singleShot(0, this, [this] { tree_->scrollTo(folders_->index(shown_)); });
+    for (QObject* part : {static_cast<QObject*>(tree_), static_cast<QObject*>(tree_->viewport()),
+                          static_cast<QObject*>(tree_->verticalScrollBar())})
+        part->installEventFilter(this);
+    // Folders are read in the background and put in order afterwards.
+    connect(folders_, &QFileSystemModel::layoutChanged, this, [this] {
+        if (!shown_.isEmpty()) tree_->scrollTo(folders_->index(shown_));
     });
 }
 
 bool FolderChooser::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != tree_ || event->type() != QEvent::KeyPress)
-        return QWidget::eventFilter(watched, event);
-    const int key = static_cast<QKeyEvent*>(event)->key();
-    if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+    const bool key = event->type() == QEvent::KeyPress;
+    if (key || event->type() == QEvent::MouseButtonPress || event->type() == QEvent::Wheel)
+        shown_.clear();  // from here on the user scrolls
+    if (watched != tree_ || !key) return QWidget::eventFilter(watched, event);
+    const int code = static_cast<QKeyEvent*>(event)->key();
+    if (code != Qt::Key_Return && code != Qt::Key_Enter) return false;
     ChooseCurrent();
     return true;  // or else Enter would press the dialog's OK
 }

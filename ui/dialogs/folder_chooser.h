@@ -38,7 +38,7 @@ class FolderChooser : public QWidget {
     QTreeView* tree_;
     QComboBox* drives_;
     QLabel* selectedPath_;
-    QString shown_;  ///< the folder that the tree was last made to show
+    QString shown_;  ///< kept in sight until the user does something in the tree
 };
 
 /// The roots of the drives that a user can keep programs on.

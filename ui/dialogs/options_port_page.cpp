@@ -122,8 +122,6 @@ void OptionsPortPage::ShowPort(const QString& port) {
 void OptionsPortPage::SetWorkingPort(const QString& port) {
     const int fixed = FixedPort(port);
     state_.portName = fixed > 0 ? FixedPortName(fixed) : TypedPortName(port.trimmed());
-    working_->setText(state_.portName.isEmpty() ? "No port is chosen."
-                                                : "Port to use: " + state_.portName);
     MarkWorkingPort();
 }
 
@@ -166,10 +164,16 @@ void OptionsPortPage::ListPresentPorts() {
     MarkWorkingPort();
 }
 
-/// Selects the chosen port in the list, where it is present.
+/// Says which port is chosen and selects it in the list, where it is present.
 void OptionsPortPage::MarkWorkingPort() {
+    const QString device =
+        QString::fromStdString(DevicePath(state_.portName.toStdString(), present_));
+    QString text = "Port to use: " + state_.portName;
+    if (device != state_.portName) text += ", which is " + device;
+    working_->setText(state_.portName.isEmpty() ? "No port is chosen." : text);
+
     const QSignalBlocker blocker(list_);
-    const auto found = list_->findItems(state_.portName, Qt::MatchFixedString);
+    const auto found = list_->findItems(device, Qt::MatchFixedString);
     if (found.isEmpty()) return list_->clearSelection();
     list_->setCurrentItem(found.first());
 }

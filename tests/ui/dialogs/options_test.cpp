@@ -205,10 +205,14 @@ TEST_F(OptionsTest, PresentPortsCanBeChosenAsTheyComeAndGo) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return list.topLevelItemCount() == 1; }));
     EXPECT_EQ(list.selectedItems().size(), 0);
     EXPECT_EQ(Get<QLineEdit>("txtOtherComport").text(), "/dev/ttyUSB0") << "stays chosen";
-    Click("OptCom2");
+    present_ = {{"/dev/ttyS0", "Built in", {}}};
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list.topLevelItemCount() == 2; }));
+    Click("optCom1");
     EXPECT_EQ(Get<QLineEdit>("txtOtherComport").text(), "");
+    EXPECT_EQ(Get<QLabel>("lblPortToUse").text(), "Port to use: COM1, which is /dev/ttyS0");
+    EXPECT_TRUE(list.topLevelItem(0)->isSelected());
     Click("cmdOK");
-    EXPECT_EQ(Port(), "COM2");
+    EXPECT_EQ(Port(), "COM1");
 }
 
 TEST_F(OptionsTest, ADoubleClickOrEnterChoosesTheFolder) {
