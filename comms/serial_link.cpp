@@ -21,7 +21,7 @@ constexpr std::chrono::milliseconds kFlushTime{500};
 
 /// The file of a device; a bare name lies where devices do.
 std::string DeviceFile(const std::string& portName) {
-    const std::string device = DevicePath(portName, ListPorts());
+    std::string device = DevicePath(portName, ListPorts());
 #ifdef Q_OS_UNIX
     if (!device.empty() && device.find('/') == std::string::npos) return "/dev/" + device;
 #endif

@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "comms/link.h"
 
@@ -32,12 +33,16 @@ class FaultyLink : public Link {
     /// and everything is taken.
     explicit FaultyLink(Link* inner = nullptr) : inner_(inner) {}
 
-    void FailToOpen(std::int32_t code, std::string advice = {}) { opening_ = {code, advice}; }
+    void FailToOpen(std::int32_t code, std::string advice = {}) {
+        opening_ = {code, std::move(advice)};
+    }
     void FailToConfigure(LineSetup outcome) { setup_ = outcome; }
     /// Read and Write fail as on a lost line, the others return false.
     void FailAt(LinkStep step) { failing_.insert_or_assign(step, std::nullopt); }
     /// An error that nobody expected.
-    void ThrowAt(LinkStep step, std::string text) { failing_.insert_or_assign(step, text); }
+    void ThrowAt(LinkStep step, std::string text) {
+        failing_.insert_or_assign(step, std::move(text));
+    }
 
     void DropByte(Direction direction, std::size_t at) { Of(direction).drop = at; }
     void GarbleByte(Direction direction, std::size_t at) { Of(direction).garble = at; }

@@ -71,19 +71,20 @@ QString CountChanges(const std::vector<DifferenceLine>& lines) {
 RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent)
     : QDialog(parent),
       texts_(std::move(texts)),
+      explanation_(new QLabel(this)),
       list_(new QTreeWidget(this)),
       summary_(new QLabel(this)),
       difference_(new QPlainTextEdit(this)) {
     setObjectName("RecoveryDialog");
     setWindowTitle(QString(kProgramTitle) + " - Recover Unsaved Texts");
-    auto* const explanation = new QLabel(
-        "The program ended before these texts were saved. Select those that you want back.", this);
-    explanation->setWordWrap(true);
+    explanation_->setText(
+        "The program ended before these texts were saved. Select those that you want back.");
+    explanation_->setWordWrap(true);
     SetUpList();
     SetUpDifference();
 
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(explanation);
+    layout->addWidget(explanation_);
     layout->addWidget(list_, 1);
     layout->addWidget(summary_);
     layout->addWidget(difference_, 3);
@@ -133,6 +134,16 @@ QDialogButtonBox* RecoveryDialog::MakeButtons() {
     connect(discard_, &QPushButton::clicked, this, &RecoveryDialog::Discard);
     connect(later, &QPushButton::clicked, this, &QDialog::reject);
     return buttons;
+}
+
+void RecoveryDialog::OfferOnlyRecovery() {
+    setWindowTitle(QString(kProgramTitle) + " - Earlier Texts");
+    explanation_->setText("These copies were kept before. Select those that you want back.");
+    discard_->hide();
+    list_->setSelectionMode(QAbstractItemView::SingleSelection);
+    list_->clearSelection();
+    list_->setCurrentItem(list_->topLevelItem(0));
+    onlyOne_ = true;
 }
 
 void RecoveryDialog::FillList() {
@@ -199,18 +210,18 @@ void RecoveryDialog::Recover() {
     for (const UnsavedText& text : TakeSelected()) {
         emit RecoverChosen(text);
     }
-    CloseWhenEmpty();
+    CloseWhenDone();
 }
 
 void RecoveryDialog::Discard() {
     for (const UnsavedText& text : TakeSelected()) {
         emit DiscardChosen(text);
     }
-    CloseWhenEmpty();
+    CloseWhenDone();
 }
 
-void RecoveryDialog::CloseWhenEmpty() {
-    if (texts_.empty()) {
+void RecoveryDialog::CloseWhenDone() {
+    if (texts_.empty() || onlyOne_) {
         accept();
         return;
     }

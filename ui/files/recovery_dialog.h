@@ -23,6 +23,9 @@ class RecoveryDialog : public QDialog {
   public:
     explicit RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent = nullptr);
 
+    /// The texts are copies from before: one can be taken back, and all stay as they are.
+    void OfferOnlyRecovery();
+
   signals:
     /// For each text that was selected when the button was pressed.
     void RecoverChosen(const UnsavedText& text);
@@ -38,9 +41,11 @@ class RecoveryDialog : public QDialog {
     std::vector<UnsavedText> TakeSelected();
     void Recover();
     void Discard();
-    void CloseWhenEmpty();
+    void CloseWhenDone();
 
     std::vector<UnsavedText> texts_;  ///< an item of the list has the index of its text
+    bool onlyOne_ = false;            ///< one text is taken back, then the dialog is done
+    QLabel* explanation_;
     QTreeWidget* list_;
     QLabel* summary_;
     QPlainTextEdit* difference_;

@@ -201,7 +201,7 @@ QString RecoveryStore::Restore(const UnsavedText& unsaved, const QString& docume
                                const QString& presentText) {
     const QString& pathOrTitle =
         unsaved.copy.path.isEmpty() ? unsaved.copy.title : unsaved.copy.path;
-    if (presentText != unsaved.copy.text) {
+    if (!presentText.isEmpty() && presentText != unsaved.copy.text) {
         if (QString problem = Keep(document, pathOrTitle, presentText); !problem.isEmpty()) {
             return problem;
         }

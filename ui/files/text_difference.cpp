@@ -35,7 +35,10 @@ class ShortestWay {
     }
 
   private:
-    int& Reach(int k) { return reach_[static_cast<std::size_t>(k + kMostChanges + 1)]; }
+    int& Reach(int k) {
+        const int index = k + kMostChanges + 1;
+        return reach_[static_cast<std::size_t>(index)];
+    }
 
     /// Whether diagonal k is come to by adding a line, from k + 1, not by removing one, from k - 1.
     bool IsAdded(int changes, int k) {

@@ -3,7 +3,9 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTreeWidget>
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <iterator>
 #include <sys/mman.h>
 
 #include "tests/ui/files/child_process.h"
@@ -31,16 +33,13 @@ class RecoveryTest : public UiTest {
     }
     static std::vector<QString> TextsOf(const std::vector<UnsavedText>& unsaved) {
         std::vector<QString> texts;
-        for (const UnsavedText& text : unsaved) {
-            texts.push_back(text.copy.text);
-        }
+        std::ranges::transform(unsaved, std::back_inserter(texts),
+                               [](const UnsavedText& text) { return text.copy.text; });
         return texts;
     }
     static std::vector<QString> TextsOf(const std::vector<RecoveryCopy>& copies) {
         std::vector<QString> texts;
-        for (const RecoveryCopy& copy : copies) {
-            texts.push_back(copy.text);
-        }
+        std::ranges::transform(copies, std::back_inserter(texts), &RecoveryCopy::text);
         return texts;
     }
     QStringList CopyFiles() const {
@@ -275,6 +274,28 @@ TEST_F(RecoveryTest, TheDialogShowsWhatDiffersAndTakesBack) {
     QTest::mouseClick(recover, Qt::LeftButton);
     EXPECT_EQ(taken, (QStringList{"discard NewFile2", "recover NewFile1", "recover robot.txt"}));
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(RecoveryTest, OfEarlierCopiesOneIsTakenBack) {
+    RecoveryStore store(store_);
+    std::vector<UnsavedText> texts;
+    for (const char* text : {"1", "2", "3"}) {
+        EXPECT_EQ(store.Keep("1", path_, text), "");
+    }
+    for (const RecoveryCopy& copy : store.Copies("1", path_)) {
+        texts.push_back({copy, {}});
+    }
+    RecoveryDialog dialog(std::move(texts));
+    dialog.OfferOnlyRecovery();
+    QStringList taken;
+    QObject::connect(&dialog, &RecoveryDialog::RecoverChosen,
+                     [&](const UnsavedText& text) { taken += text.copy.text; });
+    dialog.show();
+    EXPECT_FALSE(dialog.findChild<QPushButton*>("BtnDiscard")->isVisible());
+    QTest::keyClick(dialog.findChild<QTreeWidget*>("UnsavedList"), Qt::Key_Down);
+    QTest::mouseClick(dialog.findChild<QPushButton*>("BtnRecover"), Qt::LeftButton);
+    EXPECT_EQ(taken, QStringList{"2"});
     EXPECT_FALSE(dialog.isVisible());
 }
 
