@@ -84,21 +84,20 @@ std::string DescribeAddress(const FailedInstruction& failed) {
            FormatAddress(failed.board.memory.Word(pointer)) + ", but " + EndOfMemory();
 }
 
-std::string Bytes(std::uint32_t count) {
-    return std::to_string(count) + (count == 1 ? " byte" : " bytes");
+std::string BytesOnStack(const Board& board) {
+    const std::uint32_t count = kMemorySize - board.processor.stackTop;
+    return std::to_string(count) + (count == 1 ? " byte lies" : " bytes lie") + " on the stack";
 }
 
 std::string DescribeFullStack(const FailedInstruction& failed) {
-    const Processor& processor = failed.board.processor;
     return failed.Name() + " finds no room for " + failed.Place(failed.operands[0]) + ", because " +
-           Bytes(kMemorySize - processor.stackTop) +
-           " lie on the stack, down to the program, which ends before " +
-           FormatAddress(processor.programSize);
+           BytesOnStack(failed.board) + ", down to the program, which ends before " +
+           FormatAddress(failed.board.processor.programSize);
 }
 
 std::string DescribeEmptyStack(const FailedInstruction& failed) {
     return failed.Name() + " wants a value for " + failed.Place(failed.operands[0]) + ", but " +
-           Bytes(kMemorySize - failed.board.processor.stackTop) + " lie on the stack";
+           BytesOnStack(failed.board);
 }
 
 std::string DescribeDivision(const FailedInstruction& failed) {

@@ -9,7 +9,7 @@ namespace {
 
 // A few hundred million instructions can be repeated in a second, and a copy of the world costs as
 // much as some ten thousand.
-constexpr std::uint64_t kReplayGap = 50'000;       // close, where the user goes back step by step
+constexpr std::uint64_t kReplayGap = 20'000;       // close, where the user goes back step by step
 constexpr std::uint64_t kLargestGap = 50'000'000;  // a step back must not be felt as a wait
 constexpr std::size_t kMaxCheckpoints = 64;
 

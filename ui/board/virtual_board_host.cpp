@@ -6,6 +6,7 @@
 
 #include "board/loader.h"
 #include "board/text.h"
+#include "board/trace.h"
 
 namespace zentro {
 
@@ -167,6 +168,7 @@ void VirtualBoardHost::StepInstruction() {
         history_.PassTicks(1, kInstructionsPerTick, listens);
         return;
     }
+    lastStep_ = StepWithTrace(*std::make_unique<Board>(State())).value_or("");
     stepsInTick_ += history_.Run(1);
     if (stepsInTick_ < kInstructionsPerTick) return;
     stepsInTick_ = 0;
@@ -176,6 +178,7 @@ void VirtualBoardHost::StepInstruction() {
 bool VirtualBoardHost::StepBack() {
     SetPaused(true);
     const bool done = history_.StepBack();
+    lastStep_.clear();
     // What the board had said then, a terminal has long read.
     history_.NoteOutputTaken(State().output.size());
     world_->board.output.clear();
@@ -260,6 +263,7 @@ void VirtualBoardHost::Advance(double milliseconds) {
 
 void VirtualBoardHost::PassRealTime(std::uint64_t ticks) {
     stepsInTick_ = 0;
+    lastStep_.clear();
     history_.PassTicks(ticks, kInstructionsPerTick, link_->IsOpen());
 }
 

@@ -72,6 +72,11 @@ class VirtualBoardHost : public QObject {
     /// Whether analogue inputs 1 and 2 are what the robot's eyes see of the floor.
     void LetRobotSee(bool sees);
 
+    /// The instruction carried out last with its effect, "[0014] INCREMENT BYTE [0020] : [0020] =
+    /// 7"; empty when it was not a single step or a slow one.
+    const std::string& LastStep() const { return lastStep_; }
+    const NameOfAddress& Names() const { return nameOf_; }
+
     void SetSpeed(const BoardSpeed& speed);
     const BoardSpeed& Speed() const { return speed_; }
 
@@ -107,6 +112,7 @@ class VirtualBoardHost : public QObject {
     History history_;
     std::unique_ptr<RecordingLink> link_;
     NameOfAddress nameOf_;
+    std::string lastStep_;
     BoardSpeed speed_;
     bool paused_ = false;
     bool wasRunning_ = false;

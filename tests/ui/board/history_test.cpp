@@ -88,7 +88,7 @@ TEST_P(HistoryTest, FiveHundredInstructionsForwardAndBack) {
 
 TEST_P(HistoryTest, StepsBackIntoWhatRanAtFullSpeed) {
     history.LetRobotSee(true);
-    for (int second = 0; second < 15; ++second) {
+    for (int second = 0; second < 6; ++second) {
         TurnSomeInput();
         history.PassTicks(100, 10'000, second % 2 == 0);
     }

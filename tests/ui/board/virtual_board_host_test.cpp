@@ -1,0 +1,244 @@
+// The board's time, its holding and stepping and its line, in virtual time where that is possible.
+#include "ui/board/virtual_board_host.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <gmock/gmock.h>
+
+#include "tests/ui/board/board_programs.h"
+
+namespace zentro {
+namespace {
+
+using ::testing::AllOf;
+using ::testing::Ge;
+using ::testing::HasSubstr;
+using ::testing::Le;
+
+/// Counts up for ever in two instructions: INCREMENT WORD [0020], JUMP [0000].
+const std::string kCounting = ObjectOf({64, 0, 0x20, 53, 0, 0}, 64);
+/// WAIT FOR TIME [0020], which is 50 ticks, then INCREMENT BYTE [0022], and again.
+const std::string kWaiting = [] {
+    std::vector<int> bytes{70, 0, 0x20, 56, 0, 0x22, 53, 0, 0};
+    bytes.resize(0x20);
+    bytes.insert(bytes.end(), {0, 50, 0});
+    return ObjectOf(bytes);
+}();
+
+struct HostTest : ::testing::Test {
+    void Load(const std::string& objectText) { ASSERT_EQ(host.LoadProgram(objectText), ""); }
+    std::uint64_t Steps() const { return host.State().processor.steps; }
+
+    void Turn(const std::function<void(Inputs&)>& change) {
+        Inputs inputs = host.State().inputs;
+        change(inputs);
+        host.SetInputs(inputs);
+    }
+
+    std::string Say(std::string_view characters) {
+        EXPECT_EQ(host.Link().Write(characters), characters.size());
+        return host.Link().Read(100'000).value_or("the line is gone");
+    }
+
+    VirtualBoardHost host;
+    const BoardSpeed slow{BoardSpeed::Kind::SlowMotion, 3};
+    const BoardSpeed fast{BoardSpeed::Kind::FullSpeed, 1};
+};
+
+TEST_F(HostTest, RealTimeIsTenThousandInstructionsATick) {
+    Load(kCounting);
+    host.Run();
+    host.Advance(45);
+    host.Advance(5);
+    EXPECT_EQ(Steps(), 50'000U);
+    EXPECT_EQ(host.State().clock, 5U);
+    host.Advance(60'000);
+    EXPECT_EQ(host.State().clock, 105U) << "of a long pause more than a second was caught up";
+    host.Pause();
+    host.Advance(1000);
+    EXPECT_EQ(host.State().clock, 105U);
+    host.Run();
+    host.Advance(10);
+    EXPECT_EQ(Steps(), 1'060'000U) << "it began again instead of going on";
+}
+
+TEST_F(HostTest, SlowMotionCountsInstructionsAndWaitsAsLongAsEver) {
+    host.SetSpeed(slow);
+    Load(kCounting);
+    host.Run();
+    for (int second = 0; second < 4; ++second)
+        host.Advance(1000);
+    EXPECT_THAT(Steps(), AllOf(Ge(11U), Le(12U)));
+    EXPECT_EQ(host.LastStep(), "[0003] JUMP [0000] : to [0000]");
+    EXPECT_EQ(host.State().clock, 0U);
+
+    Load(kWaiting);
+    host.Run();
+    host.Advance(340);
+    EXPECT_EQ(Steps(), 1U);
+    host.Advance(490);
+    EXPECT_EQ(host.State().memory.Byte(0x22), 0) << "the wait was cut short";
+    host.Advance(360);
+    EXPECT_EQ(host.State().memory.Byte(0x22), 1);
+}
+
+TEST_F(HostTest, FullSpeedLeavesTheEventLoopAlive) {
+    host.SetSpeed(fast);
+    Load(kCounting);
+    int turns = 0;
+    QTimer other;
+    QObject::connect(&other, &QTimer::timeout, [&] { ++turns; });
+    other.start(20);
+    QSignalSpy changes(&host, &VirtualBoardHost::Changed);
+    host.Run();
+    QTest::qWait(500);
+    EXPECT_GT(turns, 8);
+    EXPECT_GT(Steps(), 500'000U) << "no faster than real time";
+    EXPECT_THAT(changes.count(), AllOf(Ge(5), Le(31)));
+}
+
+TEST_F(HostTest, AnIdleBoardSleepsAndARunningOneWakesByItself) {
+    Load(CompiledExample("blink"));
+    QTest::qWait(30);
+    EXPECT_EQ(host.State().clock, 0U);
+    host.Run();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return host.State().outputs.leds[0]; }));
+    host.Reset();
+    EXPECT_EQ(host.State().outputs, Outputs{});
+    EXPECT_FALSE(host.State().processor.running);
+}
+
+TEST_F(HostTest, StepsForwardAndBackThroughAnExample) {
+    Load(CompiledExample("line_follower"));
+    host.Step();
+    ASSERT_TRUE(host.State().processor.running);
+    ASSERT_EQ(Steps(), 0U);
+    std::vector<std::unique_ptr<BoardWorld>> before;
+    for (unsigned step = 0; step < 300; ++step) {
+        if (step % 7 == 0)
+            Turn([&](Inputs& inputs) {
+                inputs.analog[step % 2] = static_cast<std::uint8_t>(step);
+                inputs.buttons[0] = step > 50 && step < 100;
+            });
+        before.push_back(std::make_unique<BoardWorld>(host.World()));
+        host.Step();
+        ASSERT_EQ(Steps(), step + 1);
+    }
+    for (; !before.empty(); before.pop_back()) {
+        ASSERT_TRUE(host.StepBack());
+        // Where the step began by waiting, the wait is over: only its instruction is taken back.
+        const bool waited = before.back()->board.processor.wait.kind != Wait::Kind::None;
+        ASSERT_TRUE(waited || host.World() == *before.back()) << before.size();
+    }
+    EXPECT_FALSE(host.StepBack());
+}
+
+TEST_F(HostTest, AStepWaitsButDoesNotSleepForEver) {
+    Load(kWaiting);
+    host.Step();
+    host.Step();
+    host.Step();
+    EXPECT_EQ(host.State().memory.Byte(0x22), 1);
+    EXPECT_EQ(host.State().clock, 50U);
+    EXPECT_EQ(host.LastStep(), "[0003] INCREMENT BYTE [0022] : [0022] = 1");
+    Load(ObjectOf({4, 5}));  // SLEEP, END, and nothing is watched
+    host.Step();
+    host.Step();
+    host.Step();
+    EXPECT_EQ(Steps(), 1U);
+    EXPECT_EQ(host.State().clock, 150U);
+}
+
+TEST_F(HostTest, TellsOfFaultsAndEnds) {
+    QSignalSpy ends(&host, &VirtualBoardHost::ProgramEnded);
+    FaultReport last;
+    QObject::connect(&host, &VirtualBoardHost::FaultHappened,
+                     [&](const FaultReport& report) { last = report; });
+    host.SetNames([](std::uint32_t) { return "Share"; });
+    Load(ObjectOf({46, 0, 0x10, 0, 0x12}, 32));
+    host.Run();
+    host.Advance(10);
+    EXPECT_EQ(last.text, "Division by zero at [0000]: DIVIDE BYTE by Share, which holds 0");
+    EXPECT_EQ(ends.count(), 1);
+    ASSERT_TRUE(host.StepBack());
+    EXPECT_TRUE(host.State().processor.running);
+    host.Step();
+    EXPECT_EQ(ends.count(), 2);
+    last = {};
+    Load(kCounting);
+    host.Run();
+    host.Stop();
+    EXPECT_EQ(ends.count(), 3);
+    EXPECT_EQ(last.fault, Fault::None);
+}
+
+TEST_F(HostTest, ReadsMemoryAlsoBehindItsEnd) {
+    Load(kWaiting);
+    EXPECT_EQ(host.ReadMemory(0x20, 3), std::string("\x00\x32\x00", 3));
+    EXPECT_EQ(host.ReadMemory(0x7FFF, 3), std::string("\x00\xFF\xFF", 3));
+    EXPECT_EQ(host.ReadMemory(0xFFFFFFFF, 1), "\xFF");
+}
+
+TEST_F(HostTest, SpeaksOverItsLineAndSurvivesThePulledCable) {
+    ASSERT_GE(host.Link().Open(kVirtualBoardPort).handle, 1);
+    EXPECT_EQ(Say("]\rW\r"), "]\r\nW\r\nKinetron\r\n");
+    EXPECT_THAT(Say("L" + kCounting + "]\r"), HasSubstr("Loaded 64 bytes"));
+    host.Pause();
+    Say("G\r");
+    host.Advance(10);
+    EXPECT_EQ(Steps(), 10'000U) << "who starts a program over the line wants it to run";
+    host.Link().Unplug();
+    EXPECT_FALSE(host.Link().Read(100));
+    EXPECT_EQ(host.Link().Write("X\r"), 0U);
+    host.Advance(10);
+    EXPECT_TRUE(host.State().processor.running);
+    host.Link().Close();
+    ASSERT_GE(host.Link().Open(kVirtualBoardPort).handle, 1);
+    EXPECT_THAT(Say("X\r"), HasSubstr("Stopped at [000"));
+    EXPECT_FALSE(host.State().processor.running);
+}
+
+TEST_F(HostTest, WhatIsSaidToNobodyIsLost) {
+    Load(ObjectOf({13, 0, 0x10, 0, 53, 0, 0}, 32));  // TRANSMIT [0010], NOP, JUMP [0000]
+    host.Run();
+    host.Advance(1000);
+    EXPECT_EQ(Steps(), 1'000'000U) << "it waits for a reader";
+    EXPECT_TRUE(host.State().output.empty());
+}
+
+TEST_F(HostTest, StepsInDebugModeAsTheTerminalDoes) {
+    Load(kCounting);
+    ASSERT_GE(host.Link().Open(kVirtualBoardPort).handle, 1);
+    EXPECT_THAT(Say("D\rM00"), HasSubstr("[0000] INCREMENT WORD [0020]\r\n*Debug Mode*"));
+    host.Step();
+    EXPECT_EQ(Steps(), 1U);
+    EXPECT_THAT(host.Link().Read(1000).value_or(""), HasSubstr("[0003] JUMP [0000]\r\n*Debug"));
+    ASSERT_TRUE(host.StepBack());
+    EXPECT_EQ(Steps(), 0U);
+    host.Run();
+    host.Advance(10);
+    EXPECT_EQ(Steps(), 10'000U);
+}
+
+TEST_F(HostTest, TheRobotFollowsTheLineWithItsEyes) {
+    Load(CompiledExample("line_follower"));
+    host.LetRobotSee(true);
+    host.Run();
+    host.Advance(100);
+    Turn([](Inputs& inputs) { inputs.buttons[0] = true; });
+    host.Advance(100);
+    Turn([](Inputs& inputs) { inputs.buttons[0] = false; });
+    bool reachedFarSide = false;
+    for (int tick = 0; tick < 3000; ++tick) {
+        host.Advance(10);
+        const FloorPoint place = host.World().robot.place;
+        ASSERT_LT(std::abs(place.x), kTrackStraight / 2 + kTrackRadius + 0.1);
+        ASSERT_GT(std::hypot(std::max(0.0, std::abs(place.x) - kTrackStraight / 2), place.y),
+                  kTrackRadius - 0.1);
+        reachedFarSide = reachedFarSide || place.y > kTrackRadius - 0.05;
+    }
+    EXPECT_TRUE(reachedFarSide);
+}
+
+}  // namespace
+}  // namespace zentro

@@ -1,0 +1,261 @@
+#include "ui/board/inputs_panel.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <QSpinBox>
+#include <limits>
+
+#include "ui/board/stick_widget.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr int kMostOfByte = 255;
+constexpr int kMostOfWord = 65535;
+
+/// A control that shows a value without telling that it has changed.
+template <typename Control, typename Value>
+void ShowValue(Control* control, Value value) {
+    if (control->value() == value) return;
+    const QSignalBlocker quiet(control);
+    control->setValue(value);
+}
+
+void ShowDown(QPushButton* button, bool down) {
+    const QSignalBlocker quiet(button);
+    if (button->isCheckable()) {
+        button->setChecked(down);
+    } else {
+        button->setDown(down);
+    }
+}
+
+QLabel* SmallLabel(const QString& text, QWidget* buddy, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setAlignment(Qt::AlignCenter);
+    label->setBuddy(buddy);
+    return label;
+}
+
+/// Narrower than buttons are as a rule: several stand side by side.
+QPushButton* SmallButton(const QString& name, const QString& spokenName, QWidget* parent) {
+    auto* button = new QPushButton(parent);
+    button->setObjectName(name);
+    button->setAccessibleName(spokenName);
+    button->setAutoDefault(false);
+    button->setMinimumWidth(button->fontMetrics().horizontalAdvance("0000000"));
+    button->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    return button;
+}
+
+}  // namespace
+
+InputsPanel::InputsPanel(QWidget* parent) : QWidget(parent) {
+    setObjectName("Inputs");
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    const auto addGroup = [&](const QString& title, QLayout* content) {
+        auto* group = new QGroupBox(title, this);
+        content->setContentsMargins(8, 4, 8, 6);
+        group->setLayout(content);
+        column->addWidget(group);
+    };
+    addGroup(tr("Buttons"), MakeButtons());
+    addGroup(tr("Joysticks"), MakeSticks());
+    addGroup(tr("Analogue inputs"), MakeAnalog());
+    addGroup(tr("Digital inputs"), MakeDigital());
+    addGroup(tr("Pulse and timed inputs"), MakePulses());
+    column->addLayout(MakeRest());
+    column->addStretch(1);
+}
+
+QLayout* InputsPanel::MakeButtons() {
+    auto* grid = new QGridLayout;
+    for (std::size_t index = 0; index < buttons_.size(); ++index) {
+        const int number = static_cast<int>(index) + 1;
+        auto* button =
+            SmallButton(QString("Button%1").arg(number), tr("Button %1").arg(number), this);
+        buttons_[index] = button;
+        button->setText(QString("&%1").arg(number));
+        button->setMinimumWidth(button->fontMetrics().horizontalAdvance("00000"));
+        const auto press = [this, index](bool down) {
+            emit Edited([=](Inputs& inputs) { inputs.buttons[index] = down; });
+        };
+        connect(button, &QPushButton::pressed, this, [=] {
+            if (!button->isCheckable()) press(true);
+        });
+        connect(button, &QPushButton::released, this, [=] {
+            if (!button->isCheckable()) press(false);
+        });
+        connect(button, &QPushButton::toggled, this, press);
+        grid->addWidget(button, 0, static_cast<int>(index));
+    }
+    buttonsStay_ = new QCheckBox(tr("Buttons sta&y down"), this);
+    buttonsStay_->setObjectName("ButtonsStay");
+    connect(buttonsStay_, &QCheckBox::toggled, this, &InputsPanel::LetButtonsStay);
+    grid->addWidget(buttonsStay_, 1, 0, 1, 6);
+    return grid;
+}
+
+/// While a program is stepped nobody can hold a button and press Step.
+void InputsPanel::LetButtonsStay(bool stay) {
+    for (QPushButton* button : buttons_) {
+        const QSignalBlocker quiet(button);
+        button->setChecked(false);
+        button->setCheckable(stay);
+    }
+    emit Edited([](Inputs& inputs) { inputs.buttons = {}; });
+}
+
+QLayout* InputsPanel::MakeDigital() {
+    auto* row = new QHBoxLayout;
+    for (std::size_t index = 0; index < digital_.size(); ++index) {
+        const int number = static_cast<int>(index) + 1;
+        auto* button =
+            SmallButton(QString("Digital%1").arg(number), tr("Digital input %1").arg(number), this);
+        digital_[index] = button;
+        button->setCheckable(true);
+        button->setText(tr("%1 off").arg(number));
+        connect(button, &QPushButton::toggled, this, [this, index](bool on) {
+            emit Edited([=](Inputs& inputs) { inputs.digital[index] = on; });
+        });
+        row->addWidget(button);
+    }
+    return row;
+}
+
+QLayout* InputsPanel::MakeAnalog() {
+    auto* grid = new QGridLayout;
+    grid->setVerticalSpacing(1);
+    for (std::size_t index = 0; index < analog_.size(); ++index) {
+        const int number = static_cast<int>(index) + 1;
+        const int column = static_cast<int>(index);
+        auto* slider = new QSlider(Qt::Vertical, this);
+        analog_[index] = slider;
+        slider->setObjectName(QString("Analog%1").arg(number));
+        slider->setAccessibleName(tr("Analogue input %1").arg(number));
+        slider->setRange(0, kMostOfByte);
+        slider->setPageStep(32);
+        slider->setMinimumHeight(62);
+        connect(slider, &QSlider::valueChanged, this, [this, index](int value) {
+            emit Edited(
+                [=](Inputs& inputs) { inputs.analog[index] = static_cast<std::uint8_t>(value); });
+        });
+        analogValues_[index] = SmallLabel("0", nullptr, this);
+        analogValues_[index]->setMinimumWidth(fontMetrics().horizontalAdvance("2555"));
+        grid->addWidget(SmallLabel(number == 1 ? tr("&A1") : QString::number(number), slider, this),
+                        0, column);
+        grid->addWidget(slider, 1, column, Qt::AlignHCenter);
+        grid->addWidget(analogValues_[index], 2, column);
+    }
+    robotSees_ = new QCheckBox(tr("1 a&nd 2 are the robot's eyes"), this);
+    robotSees_->setObjectName("RobotSees");
+    robotSees_->setToolTip(
+        tr("The eyes at the front of the robot look at the floor: small numbers "
+           "over the dark line, large ones beside it"));
+    connect(robotSees_, &QCheckBox::toggled, this, &InputsPanel::RobotSeesToggled);
+    grid->addWidget(robotSees_, 3, 0, 1, 6);
+    return grid;
+}
+
+QLayout* InputsPanel::MakeSticks() {
+    auto* grid = new QGridLayout;
+    grid->setVerticalSpacing(1);
+    for (std::size_t index = 0; index < sticks_.size(); ++index) {
+        const int column = static_cast<int>(index);
+        sticks_[index] = new StickWidget(column + 1, this);
+        stickValues_[index] =
+            SmallLabel(column == 0 ? tr("&Joystick 1") : tr("Joystick 2"), sticks_[index], this);
+        connect(sticks_[index], &StickWidget::Moved, this, [this, index](StickPosition position) {
+            emit Edited([=](Inputs& inputs) { inputs.joysticks[index] = position; });
+        });
+        grid->addWidget(sticks_[index], 0, column);
+        grid->addWidget(stickValues_[index], 1, column);
+    }
+    return grid;
+}
+
+QLayout* InputsPanel::MakePulses() {
+    auto* grid = new QGridLayout;
+    for (std::size_t index = 0; index < pulses_.size(); ++index) {
+        const int number = static_cast<int>(index) + 1;
+        const int column = static_cast<int>(index);
+        pulses_[index] =
+            SmallButton(QString("Pulse%1").arg(number), tr("Pulse on input %1").arg(number), this);
+        pulses_[index]->setToolTip(tr("Each press is a pulse; the number counts them"));
+        pulses_[index]->setText("0");
+        connect(pulses_[index], &QPushButton::clicked, this,
+                [this, index] { emit Edited([=](Inputs& inputs) { ++inputs.pulses[index]; }); });
+        timed_[index] = new QSpinBox(this);
+        timed_[index]->setObjectName(QString("Timed%1").arg(number));
+        timed_[index]->setAccessibleName(
+            tr("Length of the pulse on timed input %1, in hundredths of a second").arg(number));
+        timed_[index]->setToolTip(timed_[index]->accessibleName());
+        timed_[index]->setRange(0, kMostOfWord);
+        timed_[index]->setButtonSymbols(QAbstractSpinBox::NoButtons);
+        timed_[index]->setMinimumWidth(pulses_[index]->minimumWidth());
+        timed_[index]->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+        connect(timed_[index], &QSpinBox::valueChanged, this, [this, index](int value) {
+            emit Edited(
+                [=](Inputs& inputs) { inputs.timed[index] = static_cast<std::uint16_t>(value); });
+        });
+        grid->addWidget(pulses_[index], 0, column + 1);
+        grid->addWidget(timed_[index], 1, column + 1);
+    }
+    grid->addWidget(SmallLabel(tr("P&ulses"), pulses_[0], this), 0, 0);
+    grid->addWidget(SmallLabel(tr("T&imed"), timed_[0], this), 1, 0);
+    return grid;
+}
+
+QLayout* InputsPanel::MakeRest() {
+    auto* row = new QHBoxLayout;
+    const auto addSpin = [&](const QString& name, const QString& label,
+                             std::uint8_t Inputs::*field) {
+        auto* spin = new QSpinBox(this);
+        spin->setObjectName(name);
+        spin->setRange(0, kMostOfByte);
+        spin->setAccessibleName(QString(label).remove('&'));
+        connect(spin, &QSpinBox::valueChanged, this, [this, field](int value) {
+            emit Edited([=](Inputs& inputs) { inputs.*field = static_cast<std::uint8_t>(value); });
+        });
+        row->addWidget(SmallLabel(label, spin, this));
+        row->addWidget(spin, 1);
+        return spin;
+    };
+    battery_ = addSpin("Battery", tr("Ba&ttery"), &Inputs::battery);
+    program_ = addSpin("ProgramNumber", tr("Pro&gram"), &Inputs::programNumber);
+    return row;
+}
+
+void InputsPanel::Show(const BoardWorld& world) {
+    const QSignalBlocker quiet(robotSees_);
+    robotSees_->setChecked(world.robotSees);
+    analog_[0]->setEnabled(!world.robotSees);
+    analog_[1]->setEnabled(!world.robotSees);
+    const Inputs& inputs = world.board.inputs;
+    for (std::size_t index = 0; index < buttons_.size(); ++index)
+        ShowDown(buttons_[index], inputs.buttons[index]);
+    for (std::size_t index = 0; index < analog_.size(); ++index) {
+        ShowValue(analog_[index], int{inputs.analog[index]});
+        analogValues_[index]->setNum(inputs.analog[index]);
+    }
+    for (std::size_t index = 0; index < digital_.size(); ++index) {
+        ShowDown(digital_[index], inputs.digital[index]);
+        digital_[index]->setText(
+            (inputs.digital[index] ? tr("%1 on") : tr("%1 off")).arg(index + 1));
+        pulses_[index]->setText(QString::number(inputs.pulses[index]));
+        ShowValue(timed_[index], int{inputs.timed[index]});
+    }
+    for (std::size_t index = 0; index < sticks_.size(); ++index)
+        sticks_[index]->Show(inputs.joysticks[index]);
+    ShowValue(battery_, int{inputs.battery});
+    ShowValue(program_, int{inputs.programNumber});
+}
+
+}  // namespace zentro

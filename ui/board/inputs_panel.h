@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <functional>
+
+#include "ui/board/board_world.h"
+
+class QCheckBox;
+class QLabel;
+class QLayout;
+class QPushButton;
+class QSlider;
+class QSpinBox;
+
+namespace zentro {
+
+class StickWidget;
+
+/// Everything that can be done to the board's inputs.
+class InputsPanel : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// Changes inputs.
+    using Edit = std::function<void(Inputs&)>;
+
+    explicit InputsPanel(QWidget* parent);
+
+    /// Shows inputs without Edited.
+    void Show(const BoardWorld& world);
+
+  signals:
+    /// The user has done something to the inputs.
+    void Edited(const zentro::InputsPanel::Edit& edit);
+    void RobotSeesToggled(bool sees);
+
+  private:
+    QLayout* MakeButtons();
+    QLayout* MakeDigital();
+    QLayout* MakeAnalog();
+    QLayout* MakeSticks();
+    QLayout* MakePulses();
+    QLayout* MakeRest();
+    void LetButtonsStay(bool stay);
+
+    QCheckBox* buttonsStay_ = nullptr;
+    QCheckBox* robotSees_ = nullptr;
+    std::array<QPushButton*, 6> buttons_{};
+    std::array<QPushButton*, 4> digital_{};
+    std::array<QSlider*, 6> analog_{};
+    std::array<QLabel*, 6> analogValues_{};
+    std::array<StickWidget*, 2> sticks_{};
+    std::array<QLabel*, 2> stickValues_{};
+    std::array<QSpinBox*, 4> timed_{};
+    std::array<QPushButton*, 4> pulses_{};
+    QSpinBox* battery_ = nullptr;
+    QSpinBox* program_ = nullptr;
+};
+
+}  // namespace zentro

@@ -1,0 +1,191 @@
+#include "ui/board/run_controls.h"
+
+#include <QBoxLayout>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QLocale>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <algorithm>
+#include <array>
+
+#include "board/text.h"
+#include "ui/board/board_text.h"
+#include "ui/support/colours.h"
+#include "ui/support/icons.h"
+
+namespace zentro {
+
+namespace {
+
+/// The positions of the speed slider.
+constexpr std::array kSpeeds{
+    BoardSpeed{BoardSpeed::Kind::SlowMotion, 1},     BoardSpeed{BoardSpeed::Kind::SlowMotion, 3},
+    BoardSpeed{BoardSpeed::Kind::SlowMotion, 10},    BoardSpeed{BoardSpeed::Kind::SlowMotion, 30},
+    BoardSpeed{BoardSpeed::Kind::SlowMotion, 100},   BoardSpeed{BoardSpeed::Kind::SlowMotion, 1000},
+    BoardSpeed{BoardSpeed::Kind::SlowMotion, 10000}, BoardSpeed{BoardSpeed::Kind::RealTime, 1},
+    BoardSpeed{BoardSpeed::Kind::FullSpeed, 1},
+};
+
+constexpr int kRepeatDelay = 400;  // milliseconds until a held step button goes on
+constexpr int kRepeatInterval = 60;
+
+int PositionOf(const BoardSpeed& speed) {
+    const auto* found = std::ranges::find_if(kSpeeds, [&](const BoardSpeed& candidate) {
+        return candidate.kind == speed.kind &&
+               (speed.kind != BoardSpeed::Kind::SlowMotion ||
+                candidate.instructionsPerSecond >= speed.instructionsPerSecond);
+    });
+    return static_cast<int>(std::min<std::ptrdiff_t>(found - kSpeeds.begin(), kSpeeds.size() - 1));
+}
+
+}  // namespace
+
+RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
+    : QWidget(parent),
+      host_(host),
+      run_(AddButton("BtnBoardRun", tr("&Run"), "run", tr("Start the program, or go on"))),
+      stop_(AddButton("BtnBoardStop", tr("St&op"), "stop", tr("End the program"))),
+      pause_(
+          AddButton("BtnBoardPause", tr("&Pause"), "pause", tr("Hold the program and the clock"))),
+      step_(AddButton("BtnBoardStep", tr("&Step"), "step", tr("Carry out one instruction"))),
+      stepBack_(AddButton("BtnBoardStepBack", tr("Step &Back"), "step-back",
+                          tr("Take the last instruction back"))),
+      reset_(AddButton("BtnBoardReset", tr("R&eset"), "reset",
+                       tr("End the program, switch everything off, put the robot at its start"))),
+      speed_(new QSlider(Qt::Horizontal, this)),
+      speedText_(new QLabel(this)),
+      state_(new QLabel(this)),
+      instruction_(new QLabel(this)),
+      steps_(new QLabel(this)) {
+    pause_->setCheckable(true);
+    for (QPushButton* button : {step_, stepBack_}) {
+        button->setAutoRepeat(true);
+        button->setAutoRepeatDelay(kRepeatDelay);
+        button->setAutoRepeatInterval(kRepeatInterval);
+    }
+    connect(run_, &QPushButton::clicked, &host, &VirtualBoardHost::Run);
+    connect(stop_, &QPushButton::clicked, &host, &VirtualBoardHost::Stop);
+    connect(step_, &QPushButton::clicked, &host, &VirtualBoardHost::Step);
+    connect(stepBack_, &QPushButton::clicked, &host, [this] { host_.StepBack(); });
+    connect(reset_, &QPushButton::clicked, &host, &VirtualBoardHost::Reset);
+    connect(pause_, &QPushButton::clicked, &host, [this](bool pause) {
+        if (pause) {
+            host_.Pause();
+        } else {
+            host_.Resume();
+        }
+    });
+    connect(speed_, &QSlider::valueChanged, this, &RunControls::ChooseSpeed);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addLayout(MakeButtons());
+    rows->addLayout(MakeStatus());
+}
+
+QPushButton* RunControls::AddButton(const QString& name, const QString& text, const QString& icon,
+                                    const QString& help) {
+    auto* button = new QPushButton(ThemedIcon(icon), text, this);
+    button->setObjectName(name);
+    button->setToolTip(help);
+    button->setAccessibleName(QString(text).remove('&'));
+    button->setAutoDefault(false);
+    return button;
+}
+
+QLayout* RunControls::MakeButtons() {
+    auto* row = new QHBoxLayout;
+    for (QPushButton* button : {run_, stop_, pause_, step_, stepBack_, reset_})
+        row->addWidget(button);
+    speed_->setObjectName("BoardSpeed");
+    speed_->setAccessibleName(tr("Speed of the board"));
+    speed_->setRange(0, static_cast<int>(kSpeeds.size()) - 1);
+    speed_->setPageStep(1);
+    speed_->setTickPosition(QSlider::TicksBelow);
+    speed_->setMinimumWidth(110);
+    auto* label = new QLabel(tr("Spee&d"), this);
+    label->setBuddy(speed_);
+    speedText_->setObjectName("BoardSpeedText");
+    speedText_->setMinimumWidth(fontMetrics().horizontalAdvance("10000 instructions a second"));
+    row->addSpacing(12);
+    row->addWidget(label);
+    row->addWidget(speed_, 1);
+    row->addWidget(speedText_);
+    return row;
+}
+
+QLayout* RunControls::MakeStatus() {
+    auto* row = new QHBoxLayout;
+    state_->setObjectName("BoardState");
+    state_->setAccessibleName(tr("State of the board"));
+    state_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    state_->setWordWrap(true);
+    instruction_->setObjectName("BoardInstruction");
+    instruction_->setAccessibleName(tr("Present instruction"));
+    instruction_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    instruction_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    steps_->setObjectName("BoardSteps");
+    steps_->setAccessibleName(tr("Instructions carried out"));
+    steps_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    for (QLabel* label : {state_, instruction_, steps_})
+        label->setMinimumHeight(2 * fontMetrics().height() + 2);
+    instruction_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    steps_->setMinimumWidth(fontMetrics().horizontalAdvance("999,999,999,999 instructions"));
+    row->addWidget(state_, 4);
+    row->addWidget(instruction_, 5);
+    row->addWidget(steps_);
+    return row;
+}
+
+void RunControls::ChooseSpeed(int position) {
+    host_.SetSpeed(kSpeeds[static_cast<std::size_t>(position)]);
+}
+
+void RunControls::Refresh() {
+    run_->setEnabled(host_.HasProgram());
+    step_->setEnabled(host_.HasProgram());
+    stepBack_->setEnabled(host_.CanStepBack());
+    pause_->setEnabled(host_.State().processor.running || host_.IsPaused());
+    pause_->setChecked(host_.IsPaused());
+    const QSignalBlocker quiet(speed_);
+    speed_->setValue(PositionOf(host_.Speed()));
+    speedText_->setText(QString::fromStdString(DescribeSpeed(host_.Speed())));
+    speed_->setAccessibleDescription(speedText_->text());
+    ShowState();
+    ShowInstruction();
+}
+
+void RunControls::ShowState() {
+    const Processor& processor = host_.State().processor;
+    const bool faulty = !processor.running && processor.end == EndReason::Fault;
+    QString text =
+        QString::fromStdString(DescribeState(host_.State(), host_.IsPaused(), host_.Names()));
+    if (!text.isEmpty()) text[0] = text[0].toUpper();
+    if (faulty) text.prepend(QString::fromUtf8("⚠ "));
+    if (state_->text() == text) return;
+    QPalette colours = palette();
+    if (faulty)
+        colours.setColor(QPalette::WindowText,
+                         ReadableOn(QColor(0xC6, 0x28, 0x28), colours.color(QPalette::Window)));
+    state_->setPalette(colours);
+    state_->setText(text);
+}
+
+void RunControls::ShowInstruction() {
+    const Processor& processor = host_.State().processor;
+    QString text;
+    if (!host_.LastStep().empty())
+        text = tr("done  %1\n").arg(QString::fromStdString(host_.LastStep()));
+    if (processor.running)
+        text += tr("next  %1")
+                    .arg(QString::fromStdString(
+                        FormatInstruction(host_.State().memory, processor.address)));
+    instruction_->setText(text);
+    steps_->setText(
+        processor.steps == 1
+            ? tr("1 instruction")
+            : tr("%1 instructions").arg(QLocale().toString(qulonglong{processor.steps})));
+}
+
+}  // namespace zentro

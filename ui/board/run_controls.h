@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QWidget>
+
+#include "ui/board/virtual_board_host.h"
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+class QSlider;
+
+namespace zentro {
+
+/// The buttons that run, hold and step the program, its speed, and where it stands.
+class RunControls : public QWidget {
+    Q_OBJECT
+
+  public:
+    /// The host outlives the controls.
+    RunControls(VirtualBoardHost& host, QWidget* parent);
+
+    /// Shows where the program stands now.
+    void Refresh();
+
+  private:
+    QPushButton* AddButton(const QString& name, const QString& text, const QString& icon,
+                           const QString& help);
+    QLayout* MakeButtons();
+    QLayout* MakeStatus();
+    void ShowInstruction();
+    void ShowState();
+    void ChooseSpeed(int position);
+
+    VirtualBoardHost& host_;
+    QPushButton* run_;
+    QPushButton* stop_;
+    QPushButton* pause_;
+    QPushButton* step_;
+    QPushButton* stepBack_;
+    QPushButton* reset_;
+    QSlider* speed_;
+    QLabel* speedText_;
+    QLabel* state_;
+    QLabel* instruction_;
+    QLabel* steps_;
+};
+
+}  // namespace zentro

@@ -1,0 +1,104 @@
+#include "ui/board/virtual_board_window.h"
+
+#include <QBoxLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include "board/text.h"
+#include "ui/board/floor_widget.h"
+#include "ui/board/inputs_panel.h"
+#include "ui/board/outputs_panel.h"
+#include "ui/board/run_controls.h"
+#include "ui/support/icons.h"
+
+namespace zentro {
+
+namespace {
+
+/// "[00A0]" without its brackets.
+std::string BareAddress(std::uint32_t address) {
+    const std::string bracketed = FormatAddress(address);
+    return bracketed.substr(1, bracketed.size() - 2);
+}
+
+/// A column that scrolls when the window is too low for it, and is as wide as it needs to be.
+QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
+    auto* area = new QScrollArea(parent);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(content);
+    area->setFixedWidth(content->minimumSizeHint().width() +
+                        area->verticalScrollBar()->sizeHint().width() + 4);
+    return area;
+}
+
+}  // namespace
+
+VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
+    : QWidget(parent),
+      host_(host),
+      controls_(new RunControls(host, this)),
+      floor_(new FloorWidget(this)),
+      outputs_(new OutputsPanel(this)),
+      inputs_(new InputsPanel(this)) {
+    setObjectName("frmVirtualBoard");
+    setWindowTitle(tr("Virtual Board"));
+    setWindowIcon(ThemedIcon("virtual-board"));
+    auto* pictures = new QVBoxLayout;
+    pictures->addWidget(floor_, 4);
+    pictures->addWidget(outputs_, 3);
+    auto* below = new QHBoxLayout;
+    below->addLayout(pictures, 1);
+    below->addWidget(InScrollArea(inputs_, this));
+    auto* rows = new QVBoxLayout(this);
+    rows->addWidget(controls_);
+    rows->addLayout(below, 1);
+    connect(&host, &VirtualBoardHost::Changed, this, &VirtualBoardWindow::Refresh);
+    connect(&host, &VirtualBoardHost::FaultHappened, this, [this](const FaultReport& report) {
+        emit FaultHappened(BareAddress(report.address), QString::fromStdString(report.text));
+    });
+    connect(inputs_, &InputsPanel::Edited, this, [this](const InputsPanel::Edit& edit) {
+        Inputs inputs = host_.State().inputs;
+        edit(inputs);
+        host_.SetInputs(inputs);
+    });
+    connect(inputs_, &InputsPanel::RobotSeesToggled, &host, &VirtualBoardHost::LetRobotSee);
+}
+
+/// A joystick that has the focus springs back while the window goes: nobody is to hear it then.
+VirtualBoardWindow::~VirtualBoardWindow() {
+    host_.disconnect(this);
+    inputs_->disconnect(this);
+}
+
+void VirtualBoardWindow::Refresh() {
+    TellWhereHeld();
+    if (!isVisible()) return;
+    controls_->Refresh();
+    floor_->Show(host_.World().robot, host_.State().outputs);
+    outputs_->Show(host_.State());
+    inputs_->Show(host_.World());
+}
+
+void VirtualBoardWindow::TellWhereHeld() {
+    const Processor& processor = host_.State().processor;
+    const bool held = host_.IsPaused() && processor.running;
+    std::string address = held ? BareAddress(processor.address) : std::string();
+    if (address == heldAt_) return;
+    heldAt_ = std::move(address);
+    if (held) emit HeldAt(heldAt_);
+}
+
+void VirtualBoardWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    Refresh();
+}
+
+void VirtualBoardWindow::closeEvent(QCloseEvent* event) {
+    emit FormClosing();
+    QWidget::closeEvent(event);
+}
+
+}  // namespace zentro
