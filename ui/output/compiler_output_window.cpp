@@ -3,9 +3,9 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
-#include <QShortcut>
 #include <QTextBlock>
 #include <algorithm>
 #include <chrono>
@@ -61,12 +61,6 @@ CompilerOutputWindow::CompilerOutputWindow(const Workbench& workbench, QWidget* 
     showTimer_.setInterval(kShowDelay);
     connect(&showTimer_, &QTimer::timeout, this, &CompilerOutputWindow::ShowPending);
     connect(&View(), &CompilerTextView::LineActivated, this, &CompilerOutputWindow::ShowLineOf);
-    const auto addKey = [this](const QKeySequence& key, auto slot) {
-        connect(new QShortcut(key, this, nullptr, nullptr, Qt::WidgetWithChildrenShortcut),
-                &QShortcut::activated, this, slot);
-    };
-    addKey(Qt::Key_F4, &CompilerOutputWindow::ShowNextMessage);
-    addKey(Qt::SHIFT | Qt::Key_F4, &CompilerOutputWindow::ShowPreviousMessage);
     SetFormColours();
 }
 
@@ -205,6 +199,14 @@ void CompilerOutputWindow::ShowNextMessage() {
 
 void CompilerOutputWindow::ShowPreviousMessage() {
     GoTo(log_.PreviousMessage(View().textCursor().blockNumber()));
+}
+
+/// Not a shortcut, so that the frame may have the same keys for the same purpose.
+void CompilerOutputWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_F4) return CompilerTextWindow::keyPressEvent(event);
+    if (event->modifiers() == Qt::NoModifier) return ShowNextMessage();
+    if (event->modifiers() == Qt::ShiftModifier) return ShowPreviousMessage();
+    CompilerTextWindow::keyPressEvent(event);
 }
 
 void CompilerOutputWindow::GoTo(std::optional<int> logLine) {

@@ -42,6 +42,10 @@ class CompilerOutputWindow : public CompilerTextWindow, public OutputSink {
     /// The user wants to see the source line of a message.
     void ShowLineWithError(const LineXref& line);
 
+  protected:
+    /// F4 shows the next message, Shift+F4 the previous one.
+    void keyPressEvent(QKeyEvent* event) override;
+
   private:
     void BuildLayout();
     void ShowPending();
