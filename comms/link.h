@@ -40,6 +40,7 @@ class Link {
     /// Sends all bytes. Returns how many were taken, 0 when the line is gone.
     virtual std::size_t Write(std::string_view bytes) = 0;
 
+    /// Gives what was written the time to leave: the one step that may wait, for a second at most.
     virtual void Flush() = 0;
 
     /// Puts the line back as it was before Open.
