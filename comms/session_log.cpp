@@ -27,7 +27,7 @@ std::string SessionLog::Start(const std::string& path, std::string_view longDate
         started = WriteUnwritten();
     }
     if (started) return {};
-    const std::string message = FailureMessage();
+    std::string message = FailureMessage();
     file_.close();
     path_.clear();
     return message;

@@ -154,7 +154,7 @@ TEST(TerminalScreenTest, EnterTakesThePromptLineOff) {
 
 TEST(TerminalScreenTest, IsTheSameHoweverTheReadsFall) {
     const std::string stream = WithEscapes(
-        "old|cone\r\ntwo\r\nthree|[D\r\n|[1A|[0Jx\0y|[\0d|C|[2J unknown to us|[d\r\n|[8a" +
+        "old|cone\r\ntwo\r\nthree|[D\r\n|[1A|[0Jx\0y|[\0d|C|[2J unknown to us|[d\r\n|[8a"s +
         Lines(1, 8) + "|[8A" + Lines(11, 18) + "\xff|[0jend\r\n" + Lines(1, 30) + "|[1");
     const LoggedScreen whole({stream});
     for (std::size_t first = 0; first <= stream.size(); ++first) {
