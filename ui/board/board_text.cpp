@@ -9,15 +9,19 @@ namespace zentro {
 
 namespace {
 
-std::string DescribeWait(const Board& board) {
+/// Waits so short come one after the other: telling of each would only flicker.
+constexpr std::uint64_t kShortWait = 20;  // ticks
+
+std::string DescribeWait(const Board& board, bool paused) {
     const Wait& wait = board.processor.wait;
-    if (wait.kind == Wait::Kind::Event) return "asleep until an event happens";
-    if (wait.until <= board.clock) return "running";
-    const std::uint64_t hundredths = wait.until - board.clock;
+    const std::string start = paused ? "paused, " : "";
+    if (wait.kind == Wait::Kind::Event) return start + "asleep until an event happens";
+    const std::uint64_t left = wait.until > board.clock ? wait.until - board.clock : 0;
+    if (!paused && left < kShortWait) return "running";
     std::array<char, 48> text{};
-    std::snprintf(text.data(), text.size(), "waiting, %.2f seconds left",
-                  static_cast<double>(hundredths) / static_cast<double>(kTicksPerSecond));
-    return text.data();
+    std::snprintf(text.data(), text.size(), "waiting, %.*f seconds left", paused ? 2 : 1,
+                  static_cast<double>(left) / static_cast<double>(kTicksPerSecond));
+    return start + text.data();
 }
 
 std::string DescribeEnd(const Board& board, const NameOfAddress& nameOf) {
@@ -46,8 +50,7 @@ std::string DescribeState(const Board& board, bool paused, const NameOfAddress& 
     const Processor& processor = board.processor;
     if (board.serial.loader.active) return "a program is being loaded";
     if (!processor.running) return DescribeEnd(board, nameOf);
-    if (processor.wait.kind != Wait::Kind::None)
-        return (paused ? "paused, " : "") + DescribeWait(board);
+    if (processor.wait.kind != Wait::Kind::None) return DescribeWait(board, paused);
     if (paused) return "paused";
     if (processor.debug == DebugState::AtPrompt) return "debug mode, waiting for a command";
     return "running";

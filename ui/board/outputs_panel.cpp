@@ -50,11 +50,11 @@ void OutputsPanel::LayOut() {
     auto* below = new QHBoxLayout;
     below->setSpacing(4);
     for (ServoWidget* servo : servos_)
-        below->addWidget(servo, 3);
-    below->addWidget(display_, 4);
-    below->addWidget(note_, 2);
+        below->addWidget(servo, 8);
+    below->addWidget(display_, 9);
+    below->addWidget(note_, 5);
     for (LampWidget* port : ports_)
-        below->addWidget(port, 2);
+        below->addWidget(port, 4);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(kMargin, kMargin - 7, kMargin, kMargin - 7);
     rows->addLayout(above, 6);

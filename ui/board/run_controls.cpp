@@ -28,7 +28,8 @@ constexpr std::array kSpeeds{
     BoardSpeed{BoardSpeed::Kind::FullSpeed, 1},
 };
 
-constexpr int kRepeatDelay = 400;  // milliseconds until a held step button goes on
+constexpr qint64 kCalmInterval = 250;  // milliseconds between instructions that run past
+constexpr int kRepeatDelay = 400;      // milliseconds until a held step button goes on
 constexpr int kRepeatInterval = 60;
 
 int PositionOf(const BoardSpeed& speed) {
@@ -172,8 +173,21 @@ void RunControls::ShowState() {
     state_->setText(text);
 }
 
+/// Whether the instruction that is shown changes too fast to be read.
+bool RunControls::InstructionFlickers() const {
+    return host_.State().processor.running && !host_.IsPaused() &&
+           host_.Speed().kind != BoardSpeed::Kind::SlowMotion && sinceInstruction_.isValid() &&
+           sinceInstruction_.elapsed() < kCalmInterval;
+}
+
 void RunControls::ShowInstruction() {
     const Processor& processor = host_.State().processor;
+    steps_->setText(
+        processor.steps == 1
+            ? tr("1 instruction")
+            : tr("%1 instructions").arg(QLocale().toString(qulonglong{processor.steps})));
+    if (InstructionFlickers()) return;
+    sinceInstruction_.start();
     QString text;
     if (!host_.LastStep().empty())
         text = tr("done  %1\n").arg(QString::fromStdString(host_.LastStep()));
@@ -182,10 +196,7 @@ void RunControls::ShowInstruction() {
                     .arg(QString::fromStdString(
                         FormatInstruction(host_.State().memory, processor.address)));
     instruction_->setText(text);
-    steps_->setText(
-        processor.steps == 1
-            ? tr("1 instruction")
-            : tr("%1 instructions").arg(QLocale().toString(qulonglong{processor.steps})));
+    instruction_->setVisible(!text.isEmpty());  // a fault takes the whole line
 }
 
 }  // namespace zentro

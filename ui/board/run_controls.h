@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QWidget>
 
 #include "ui/board/virtual_board_host.h"
@@ -28,6 +29,7 @@ class RunControls : public QWidget {
     QLayout* MakeButtons();
     QLayout* MakeStatus();
     void ShowInstruction();
+    bool InstructionFlickers() const;
     void ShowState();
     void ChooseSpeed(int position);
 
@@ -43,6 +45,7 @@ class RunControls : public QWidget {
     QLabel* state_;
     QLabel* instruction_;
     QLabel* steps_;
+    QElapsedTimer sinceInstruction_;
 };
 
 }  // namespace zentro

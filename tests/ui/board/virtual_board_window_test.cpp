@@ -9,6 +9,7 @@
 #include <QSpinBox>
 #include <gmock/gmock.h>
 
+#include "comms/terminal_session.h"
 #include "tests/ui/board/board_programs.h"
 #include "tests/ui/ui_fixture.h"
 
@@ -154,6 +155,38 @@ TEST_F(BoardWindowTest, AFaultIsToldInWordsAndByAddress) {
     EXPECT_EQ(address, "0002");
     EXPECT_TRUE(text.startsWith("Return without a call at [0002]: ")) << text.toStdString();
     ASSERT_TRUE(QTest::qWaitFor([&] { return Text("BoardState").contains(text); }));
+}
+
+TEST_F(BoardWindowTest, ATerminalLoadsAProgramRunsItAndComesBackAfterThePulledCable) {
+    const auto ports = [] { return std::vector<PortDescription>{{kVirtualBoardPort, "", {}}}; };
+    TerminalSession session(
+        host.Link(), [](const std::string& text) { ADD_FAILURE() << text; }, ports);
+    QSignalSpy finished(&session, &TerminalSession::DownloadFinished);
+    const auto waitForText = [&](const std::string& text) {
+        EXPECT_TRUE(QTest::qWaitFor([&] {
+            return session.Screen().Text().find(text) != std::string::npos;
+        })) << text
+            << " in " << session.Screen().Text();
+    };
+    WriteFile("hanoi.obj", QByteArray::fromStdString(CompiledExample("hanoi")));
+    session.OpenConnection(kVirtualBoardPort);
+    waitForText("Kinetron");
+    session.DownloadSource(PathOf("hanoi.obj"));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return finished.count() == 1; }, 60'000));
+    waitForText("Loaded ");
+    Find<QSlider>("BoardSpeed")->setValue(Find<QSlider>("BoardSpeed")->maximum());
+    session.SendCmd("G\r");
+    waitForText("End at [");
+    EXPECT_EQ(host.State().processor.end, EndReason::End);
+
+    QSignalSpy lost(&session, &TerminalSession::ConnectionLost);
+    QSignalSpy back(&session, &TerminalSession::PortIsBack);
+    host.Link().Unplug();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return lost.count() == 1 && back.count() == 1; }));
+    session.Reopen();
+    EXPECT_TRUE(session.IsConnected());
+    session.SendCmd("M3B020\r");
+    EXPECT_TRUE(Becomes("Motor3", "20 % backward"));
 }
 
 TEST_F(BoardWindowTest, EveryInputReachesTheBoardAndIsShownAgain) {
