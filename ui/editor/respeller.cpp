@@ -47,14 +47,13 @@ void Respeller::Forget() {
 }
 
 void Respeller::Edited(int line, int linesAdded, bool isUndoOrRedo) {
-    if (isBusy_) return;
     if (isUndoOrRedo) return Forget();
     touched_.Edit(line, linesAdded);
     edited_ = true;
 }
 
 void Respeller::Settle() {
-    if (isBusy_ || touched_.IsEmpty()) return;
+    if (touched_.IsEmpty()) return;
     const long caret = CaretPosition(editor_);
     if (edited_) caretAfterEdit_ = caret;
     const bool isOpen =
@@ -89,15 +88,11 @@ void Respeller::Respell(long openWord) {
                std::string_view(text).substr(run.begin, run.length) == run.spelling;
     });
     if (runs.empty()) return;
-    isBusy_ = true;
-    {
-        const SelectionKeeper selection(editor_);
-        Send(editor_, Sci::SCI_BEGINUNDOACTION);
-        for (const TextRun& run : runs)
-            Replace(editor_, begin + static_cast<long>(run.begin), run.spelling);
-        Send(editor_, Sci::SCI_ENDUNDOACTION);
-    }
-    isBusy_ = false;
+    const SelectionKeeper selection(editor_);
+    Send(editor_, Sci::SCI_BEGINUNDOACTION);
+    for (const TextRun& run : runs)
+        Replace(editor_, begin + static_cast<long>(run.begin), run.spelling);
+    Send(editor_, Sci::SCI_ENDUNDOACTION);
 }
 
 }  // namespace zentro

@@ -37,7 +37,6 @@ class Respeller {
     long caretAfterEdit_ = -1;
     bool edited_ = false;
     bool isOn_ = true;
-    bool isBusy_ = false;  ///< the edits are its own
 };
 
 }  // namespace zentro

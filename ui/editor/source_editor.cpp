@@ -41,10 +41,34 @@ SourceEditor::SourceEditor(const InstructionConfiguration& configuration, QWidge
     setAccessibleName("Source text");
     setUtf8(true);
     setEolMode(QsciScintilla::EolUnix);
+    // Before the lexer is asked for styles it must know what was edited, so this comes first.
+    connect(this, &QsciScintillaBase::SCN_STYLENEEDED, this, &SourceEditor::TellEdit);
     setLexer(lexer_);
     SetUpMargins();
     SetUpTyping();
     ConnectSignals();
+    QAccessible::installActivationObserver(this);
+    accessibilityActiveChanged(QAccessible::isActive());
+}
+
+SourceEditor::~SourceEditor() {
+    QAccessible::removeActivationObserver(this);
+}
+
+/// For each edit the component tells screen readers where it is in characters, and counts them from
+/// the start of the text, although nobody may be there to listen. In a long text that takes most of
+/// a key press, so edits are told only when somebody listens.
+void SourceEditor::accessibilityActiveChanged(bool active) {
+    constexpr long kNeeded = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_CHANGEFOLD;
+    Send(*this, Sci::SCI_SETMODEVENTMASK, active ? long{SC_MODEVENTMASKALL} : kNeeded);
+}
+
+/// The same for the place of the caret, which is counted as long as there is an interface to tell.
+void SourceEditor::SkipAccessibility() {
+    if (QAccessible::isActive()) return;
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(this);
+    if (interface != nullptr)
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(interface));
 }
 
 void SourceEditor::SetUpMargins() {
@@ -52,7 +76,7 @@ void SourceEditor::SetUpMargins() {
     setMarginType(EditorMarks::kMargin, QsciScintilla::SymbolMargin);
     setMarginWidth(EditorMarks::kMargin, 18);
     setMarginSensitivity(EditorMarks::kMargin, false);
-    setFolding(QsciScintilla::PlainFoldStyle, kFoldMargin);
+    setFolding(QsciScintilla::BoxedFoldStyle, kFoldMargin);
     setMarginWidth(3, 0);
     setMarginWidth(4, 0);
     Send(*this, Sci::SCI_SETMARGINLEFT, 0, 4);
@@ -76,12 +100,9 @@ void SourceEditor::ConnectSignals() {
     settle_.setSingleShot(true);
     connect(&settle_, &QTimer::timeout, this, &SourceEditor::Settle);
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
-            [this](int position, int type, const char*, int, int linesAdded) {
-                OnModified(position, type, linesAdded);
-            });
+            [this](int position, int type) { BeforeEdit(position, type); });
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &SourceEditor::OnCharacterAdded);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settle_.start(0); });
-    connect(this, &QsciScintilla::linesChanged, this, &SourceEditor::FitNumberMargin);
     connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
         digits_ = 0;
         FitNumberMargin();
@@ -141,23 +162,42 @@ void SourceEditor::FitNumberMargin() {
     setMarginWidth(kNumberMargin, QString(digits + 1, '8'));
 }
 
-void SourceEditor::OnModified(int position, int type, int linesAdded) {
-    if (isLoading_ || (type & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)) == 0) return;
-    const int line = LineOf(*this, position);
-    lexer_->Touch(line, linesAdded);
-    folds_.Edited(line, linesAdded);
-    respeller_.Edited(line, linesAdded, (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0);
+void SourceEditor::BeforeEdit(int position, int type) {
+    if (isLoading_ || (type & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)) == 0) return;
+    TellEdit();
+    editedLine_ = LineOf(*this, position);
+    linesBefore_ = LineCount(*this);
+    isUndoOrRedo_ = (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0;
+    wasEdited_ = true;
     settle_.start(0);
 }
 
+/// How many lines an edit added shows when it is done.
+void SourceEditor::TellEdit() {
+    if (editedLine_ < 0) return;
+    const int linesAdded = LineCount(*this) - linesBefore_;
+    lexer_->Touch(editedLine_, linesAdded);
+    folds_.Edited(editedLine_, linesAdded);
+    respeller_.Edited(editedLine_, linesAdded, isUndoOrRedo_);
+    editedLine_ = -1;
+}
+
 void SourceEditor::OnCharacterAdded(int character) {
+    TellEdit();
     respeller_.Settle();
     typing_.CharacterAdded(character);
 }
 
 void SourceEditor::Settle() {
+    TellEdit();
     respeller_.Settle();
     typing_.CaretMoved();
+    FitNumberMargin();
+    SkipAccessibility();
+    if (wasEdited_) {
+        wasEdited_ = false;
+        emit Edited();
+    }
     emit StatsChanged();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QTimer>
 #include <Qsci/qsciscintilla.h>
 #include <string>
@@ -16,12 +17,13 @@ namespace zentro {
 
 /// The text of one source file, coloured, with marks, folds and help for who types. Lines end in LF
 /// inside.
-class SourceEditor : public QsciScintilla {
+class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserver {
     Q_OBJECT
 
   public:
     /// The configuration outlives the editor.
     SourceEditor(const InstructionConfiguration& configuration, QWidget* parent);
+    ~SourceEditor() override;
 
     /// A new text, UTF-8, which counts as saved. What stood there before cannot be brought back.
     /// `isLastLineEnded`: a line end stands after the text in its file, which completes its last
@@ -48,6 +50,8 @@ class SourceEditor : public QsciScintilla {
   signals:
     /// The text or the caret's place has changed.
     void StatsChanged();
+    /// The text was edited, or an edit was undone. Comes soon after the edit.
+    void Edited();
     void FilesDropped(const QStringList& paths);
 
   protected:
@@ -63,7 +67,10 @@ class SourceEditor : public QsciScintilla {
     void ConnectSignals();
     void SetChromeColours(const QColor& text, const QColor& page);
     void FitNumberMargin();
-    void OnModified(int position, int type, int linesAdded);
+    void accessibilityActiveChanged(bool active) override;
+    void SkipAccessibility();
+    void BeforeEdit(int position, int type);
+    void TellEdit();
     void OnCharacterAdded(int character);
     void Settle();
     QString HoverText(const QPoint& point);
@@ -77,6 +84,10 @@ class SourceEditor : public QsciScintilla {
     QTimer settle_;
     bool isColouring_ = true;
     bool isLoading_ = false;
+    bool wasEdited_ = false;
+    int editedLine_ = -1;  ///< of an edit that is not told yet; -1: there is none
+    int linesBefore_ = 0;  ///< that edit
+    bool isUndoOrRedo_ = false;
     int digits_ = 0;
 };
 

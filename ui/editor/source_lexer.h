@@ -46,6 +46,7 @@ class SourceLexer : public QsciLexerCustom {
     void SetOpenWord(long position) { openWord_ = position; }
 
     const char* language() const override { return "Source"; }
+    bool caseSensitive() const override { return false; }
     QString description(int style) const override;
     void styleText(int start, int end) override;
 

@@ -50,7 +50,7 @@ SourceWindow::SourceWindow(Workbench& workbench, QWidget* parent)
     SetFont();
     connect(editor_, &SourceEditor::StatsChanged, this,
             [this] { emit DocStatsChanged(DocStats()); });
-    connect(editor_, &QsciScintilla::textChanged, this, &SourceWindow::TextEdited);
+    connect(editor_, &SourceEditor::Edited, this, &SourceWindow::TextEdited);
     connect(editor_, &SourceEditor::FilesDropped, this, &SourceWindow::FilesDropped);
     connect(editor_, &QsciScintilla::modificationChanged, this, [this](bool changed) {
         setWindowModified(changed);
@@ -86,6 +86,27 @@ bool SourceWindow::LoadFile(const QString& folder, const QString& fileName) {
     editor_->LoadText(std::move(file.text), file.isLastLineEnded);
     ShowTitle();
     return true;
+}
+
+bool SourceWindow::Reload() {
+    const FileContent content = ReadWholeFile(SystemPath(folder_, fileName_));
+    if (content.status != FileContent::Status::Read) {
+        workbench_.dialogs.ShowMessage(
+            this, "Error Loading Source File:\n" + QString::fromStdString(content.problem));
+        return false;
+    }
+    SourceFileText file = FromFileBytes(content.bytes);
+    lineEnd_ = file.lineEnd;
+    editor_->ReplaceText(std::move(file.text));
+    editor_->setModified(false);
+    return true;
+}
+
+void SourceWindow::BeginUndoGroup() {
+    editor_->beginUndoAction();
+}
+void SourceWindow::EndUndoGroup() {
+    editor_->endUndoAction();
 }
 
 SaveResult SourceWindow::SaveFile() {

@@ -29,6 +29,8 @@ class SourceWindow : public QWidget {
     void NewFile(int number);
     /// Shows the file. False when it cannot be read: the user is told, and the text stays.
     bool LoadFile(const QString& folder, const QString& fileName);
+    /// Takes the file over as it is on disk now; that can be undone. False as with LoadFile.
+    bool Reload();
     /// Writes the text to its file; a new file goes to SaveFileAs. A failure is told to the user.
     SaveResult SaveFile();
     /// Asks for a name and writes the text to it. The window keeps its old file on failure.
@@ -46,6 +48,9 @@ class SourceWindow : public QWidget {
 
     int Find(const QString& text, bool continueFromSelection, FindOptions options);
     bool ReplaceIfSelected(const QString& text, const QString& replacement);
+    /// The edits between the two are undone in one step.
+    void BeginUndoGroup();
+    void EndUndoGroup();
     /// Selects a line (from 1) and gives the text the focus.
     void GotoLine(int line);
 
@@ -77,7 +82,7 @@ class SourceWindow : public QWidget {
     /// What the marks of the caret's line say; empty without marks.
     QString MessageAtCursor() const;
 
-    /// The names that are offered while typing.
+    /// The names that are offered while typing, in the order of the alphabet.
     void SetProgramNames(std::vector<ProgramName> names);
 
   signals:

@@ -1,0 +1,224 @@
+// What happens while the user types: spelling, colours, indentation, folds and completions.
+
+#include "tests/ui/ui_fixture.h"
+#include "ui/editor/scintilla_text.h"
+#include "ui/editor/source_editor.h"
+#include "ui/editor/source_window.h"
+#include "ui/support/colours.h"
+
+namespace zentro {
+namespace {
+
+using Sci = QsciScintillaBase;
+
+class SourceTyping : public UiTest {
+  protected:
+    SourceTyping() : window(*workbench), editor(*window.Editor()) {
+        window.resize(700, 500);
+        window.show();
+        window.NewFile(1);
+    }
+
+    /// Types the text; "\n" is the return key.
+    void Type(const QByteArray& text) {
+        for (const char c : text) {
+            if (c == '\n') {
+                Press(Qt::Key_Return);
+            } else {
+                QTest::keyClick(&editor, c);
+            }
+        }
+    }
+    void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(&editor, key, modifiers);
+    }
+    void Load(const QByteArray& bytes) {
+        WriteFile("line.txt", bytes);
+        ASSERT_TRUE(window.LoadFile(folder_.path(), "line.txt"));
+    }
+
+    /// The colours of a line (from 1), a letter for each of its characters.
+    std::string ColoursOf(int line) {
+        QApplication::processEvents();  // what is painted is coloured
+        std::string colours;
+        for (long i = LineBegin(editor, line - 1); i < LineEnd(editor, line - 1); ++i)
+            colours += ".KCS"[Send(editor, Sci::SCI_GETSTYLEAT, i)];
+        return colours;
+    }
+    std::string Line(int line) { return LineText(editor, line - 1); }
+
+    SourceWindow window;
+    SourceEditor& editor;
+};
+
+TEST_F(SourceTyping, SpellsAndColoursWordsWhenTheyAreComplete) {
+    Type("loop");
+    EXPECT_EQ(Line(1), "loop");
+    EXPECT_EQ(ColoursOf(1), "....");
+    Type(" ");
+    EXPECT_EQ(Line(1), "LOOP ");
+    EXPECT_EQ(ColoursOf(1), "KKKK.");
+    Type("\"end\";on");
+    EXPECT_EQ(Line(1), "LOOP \"end\";on");
+    EXPECT_EQ(ColoursOf(1), "KKKK.SSSSSCCC");
+    EXPECT_EQ(window.Editor()->SendScintilla(Sci::SCI_GETCURRENTPOS), 13);
+    Type("\nmotor1 orange or\n");  // "or" is a word of its own only once it is complete
+    EXPECT_EQ(Line(2), "    MOTOR1 orange OR");
+    EXPECT_EQ(ColoursOf(2), "....KKKKK.........KK");
+}
+
+TEST_F(SourceTyping, AWordIsCompleteWhenTheCaretLeavesIt) {
+    Load("x\ny\n");
+    Press(Qt::Key_End);
+    Type(" loop");
+    EXPECT_EQ(ColoursOf(1), "......");
+    Press(Qt::Key_Down);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Line(1) == "x LOOP"; }));
+    EXPECT_EQ(ColoursOf(1), "..KKKK");
+}
+
+TEST_F(SourceTyping, UndoBringsBackWhatWasTyped) {
+    Type("loop ");
+    QApplication::processEvents();
+    window.Undo();
+    QApplication::processEvents();
+    EXPECT_EQ(Line(1), "loop ");
+    window.Undo();
+    QApplication::processEvents();
+    EXPECT_EQ(Line(1), "");
+    EXPECT_FALSE(window.SourceChanged());
+    window.Redo();
+    window.Redo();
+    QApplication::processEvents();
+    EXPECT_EQ(Line(1), "LOOP ");
+    EXPECT_EQ(ColoursOf(1), "KKKK.");
+}
+
+TEST_F(SourceTyping, PastedTextIsSpeltToo) {
+    window.SetText("if speed < 2 then\n");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Line(1) == "IF speed < 2 THEN"; }));
+    EXPECT_EQ(ColoursOf(1), "KK...........KKKK");
+    EXPECT_TRUE(window.SourceChanged());
+    window.Undo();
+    window.Undo();
+    EXPECT_EQ(window.Text(), "");
+}
+
+TEST_F(SourceTyping, OnlyTouchedLinesAreColouredAgain) {
+    Load("loop\ndisplay \"a\n; end\nend loop\nEND PROGRAM");
+    EXPECT_EQ(window.Text(), "LOOP\nDISPLAY \"a\n; end\nend loop\nEND PROGRAM");
+    EXPECT_FALSE(window.SourceChanged());
+    EXPECT_EQ(ColoursOf(3), "SSSSS");  // the string goes on to the end of the text
+    window.GotoLine(1);
+    Press(Qt::Key_End);
+    Type(" ");
+    EXPECT_EQ(ColoursOf(1), "KKKK.");
+    EXPECT_EQ(ColoursOf(3), "SSSSS");
+    window.GotoLine(3);
+    Press(Qt::Key_End);
+    Type(" ");
+    EXPECT_EQ(ColoursOf(3), "CCCCCC");
+    EXPECT_EQ(ColoursOf(4), "SSSSSSSS");
+}
+
+TEST_F(SourceTyping, TheSwitchLeavesTheTextPlain) {
+    settings->SaveSetting(SettingNumber::ColourSource, 0);
+    window.SetColouring();
+    Load("loop\n");
+    Press(Qt::Key_End);
+    Type(" end ; x ");
+    EXPECT_EQ(Line(1), "loop end ; x ");
+    EXPECT_EQ(ColoursOf(1), ".............");
+}
+
+TEST_F(SourceTyping, ColoursCanBeReadOnAnyPage) {
+    for (const QColor& page : {QColor(255, 255, 255), QColor(30, 30, 30)}) {
+        settings->SaveSetting(SettingNumber::EditorPageColour, FromColour(page));
+        window.SetFormColours();
+        EXPECT_EQ(editor.lexer()->paper(0), page);
+        EXPECT_EQ(editor.lexer()->color(1), ReadableOn(QColor(0, 0, 255), page));
+        EXPECT_EQ(editor.lexer()->color(2), ReadableOn(QColor(0, 127, 0), page));
+    }
+    EXPECT_EQ(ReadableOn(QColor(0, 0, 255), Qt::white), QColor(0, 0, 255));
+}
+
+TEST_F(SourceTyping, BlocksIndentThemselves) {
+    Type(
+        "define routine Drive()\nif Speed < 2 then\nwait 1\nelse\nselect Speed\ncase 1\nwait 2\n"
+        "case else\nwait 3\nend select\nend if\nend routine\nbegin program\n\nloop\nend loop\n");
+    EXPECT_EQ(window.Text().toStdString(),
+              "DEFINE ROUTINE Drive()\n"
+              "    IF Speed < 2 THEN\n"
+              "        WAIT 1\n"
+              "    ELSE\n"
+              "        SELECT Speed\n"
+              "            CASE 1\n"
+              "                WAIT 2\n"
+              "            CASE ELSE\n"
+              "                WAIT 3\n"
+              "        END SELECT\n"
+              "    END IF\n"
+              "END ROUTINE\n"
+              "BEGIN PROGRAM\n"
+              "    \n"
+              "    LOOP\n"
+              "    END LOOP\n"
+              "    ");
+}
+
+TEST_F(SourceTyping, FoldsFollowTheText) {
+    const auto depths = [&] {
+        editor.Folds().Finish();
+        std::string all;
+        for (int line = 0; line < editor.lines(); ++line) {
+            const long level = Send(editor, Sci::SCI_GETFOLDLEVEL, line);
+            all += static_cast<char>('0' + (level & Sci::SC_FOLDLEVELNUMBERMASK) -
+                                     Sci::SC_FOLDLEVELBASE);
+        }
+        return all;
+    };
+    Load("BEGIN PROGRAM\n    LOOP\n    WAIT 1\n    END LOOP\n    WAIT 2\nEND PROGRAM\n; end\n");
+    EXPECT_EQ(depths(), "0122110");
+    window.GotoLine(2);
+    Type("LOO");  // no loop any more: END LOOP ends the program's block
+    QApplication::processEvents();
+    EXPECT_EQ(depths(), "0111000");
+    Type("P");
+    Press(Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(depths(), "01222110");
+}
+
+TEST_F(SourceTyping, OffersCompletionsWithoutTakingTheReturnKey) {
+    window.SetProgramNames({{"SpeedLimit", "DEFINE BYTE SpeedLimit = 0", false},
+                            {"Speedometer", "DEFINE BYTE Speedometer = 0", false}});
+    Type("s");
+    EXPECT_FALSE(editor.Typing().IsOffering());
+    Type("p");
+    EXPECT_TRUE(editor.Typing().IsOffering());
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Line(1), "Speedometer");
+    Type(" = sp\n");  // offered, not chosen: the line ends
+    EXPECT_EQ(Line(1), "Speedometer = sp");
+    EXPECT_EQ(editor.lines(), 2);
+    Type("set m");
+    Press(Qt::Key_Tab);
+    EXPECT_EQ(Line(2), "SET MOTOR");
+    Type(" ");
+    EXPECT_NE(Send(editor, Sci::SCI_CALLTIPACTIVE), 0);
+    Press(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_TRUE(editor.Typing().IsOffering());
+    Press(Qt::Key_Escape);
+    EXPECT_EQ(Line(2), "SET MOTOR ");
+}
+
+TEST_F(SourceTyping, BracesAreMatchedAndBlanksStayBlanks) {
+    Press(Qt::Key_Tab);
+    Type("CALL Drive()");
+    EXPECT_EQ(Line(1), "    CALL Drive()");
+    EXPECT_EQ(Send(editor, Sci::SCI_BRACEMATCH, 14), 15);
+}
+
+}  // namespace
+}  // namespace zentro

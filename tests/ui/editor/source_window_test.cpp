@@ -1,0 +1,234 @@
+// The source window with its file, its marks and what is searched in it.
+
+#include "ui/editor/source_window.h"
+
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QHelpEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QToolTip>
+#include <QUrl>
+
+#include "tests/ui/ui_fixture.h"
+#include "ui/editor/live_check.h"
+#include "ui/editor/scintilla_text.h"
+#include "ui/editor/source_editor.h"
+
+namespace zentro {
+namespace {
+
+class SourceWindowTest : public UiTest {
+  protected:
+    SourceWindowTest() : window(*workbench) {
+        window.resize(700, 500);
+        window.show();
+    }
+
+    void Load(const QByteArray& bytes) {
+        WriteFile("line.txt", bytes);
+        ASSERT_TRUE(window.LoadFile(folder_.path(), "line.txt"));
+    }
+    void Type(const char* text) { QTest::keyClicks(window.Editor(), text); }
+    bool HasMark(int line) { return window.Editor()->markersAtLine(line - 1) != 0; }
+
+    SourceWindow window;
+};
+
+TEST_F(SourceWindowTest, KeepsAFileAsItWas) {
+    const QByteArray bytes = "; \xC3\xA4\r\nBEGIN PROGRAM\r\n\r\nEND PROGRAM\r\n";
+    Load(bytes);
+    EXPECT_EQ(window.windowTitle(), "line.txt[*] (Source Code)");
+    EXPECT_EQ(window.objectName(), "frmSource");
+    EXPECT_EQ(window.Editor()->objectName(), "rtfSource");
+    EXPECT_EQ(window.DocStats(), "Line 1/4");
+    EXPECT_FALSE(window.SourceChanged());
+    EXPECT_EQ(window.SaveFile(), SaveResult::Saved);
+    EXPECT_EQ(ReadFile("line.txt"), bytes);
+
+    QSignalSpy changes(&window, &SourceWindow::SourceChangedChanged);
+    QSignalSpy stats(&window, &SourceWindow::DocStatsChanged);
+    window.GotoLine(4);
+    QTest::keyClick(window.Editor(), Qt::Key_End);
+    QTest::keyClick(window.Editor(), Qt::Key_Return);
+    Type("; more");
+    EXPECT_TRUE(window.SourceChanged());
+    EXPECT_TRUE(window.isWindowModified());
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return stats.count() > 0 && stats.last()[0] == "Line 5/5"; }));
+    EXPECT_EQ(window.SaveFile(), SaveResult::Saved);
+    EXPECT_EQ(ReadFile("line.txt"), bytes + "; more\r\n");
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_FALSE(window.isWindowModified());
+}
+
+TEST_F(SourceWindowTest, AFailureKeepsTheTextAndItsFile) {
+    Load("BEGIN PROGRAM\n");
+    EXPECT_FALSE(window.LoadFile(folder_.path(), "missing.txt"));
+    EXPECT_TRUE(dialogs.shown.value(0).startsWith("Error Loading Source File:\n"));
+    EXPECT_EQ(window.FileName(), "line.txt");
+    EXPECT_EQ(window.Text(), "BEGIN PROGRAM");
+
+    Type("x");
+    dialogs.fileToSave = FilePath("no such folder/other.txt");
+    EXPECT_EQ(window.SaveFileAs(), SaveResult::Failed);
+    EXPECT_TRUE(dialogs.shown.value(1).startsWith(
+        "Could Not Save File. System returned the following error: \n"));
+    EXPECT_GT(dialogs.shown.value(1).size(), 60);
+    EXPECT_EQ(window.PathName(), folder_.path());
+    EXPECT_TRUE(window.SourceChanged());
+    EXPECT_EQ(window.Text(), "xBEGIN PROGRAM");
+    EXPECT_EQ(ReadFile("line.txt"), "BEGIN PROGRAM\n");
+}
+
+TEST_F(SourceWindowTest, ANewFileAsksForItsName) {
+    window.NewFile(3);
+    EXPECT_EQ(window.FileName(), "NewFile3");
+    Type("; rest");
+    EXPECT_EQ(window.SaveFile(), SaveResult::Cancelled);
+    EXPECT_TRUE(window.IsNewFile());
+
+    settings->SaveSetting(SettingNumber::SourceFolder, folder_.path().toStdString());
+    ASSERT_TRUE(QDir(folder_.path()).mkdir("sub.d"));
+    dialogs.fileToSave = FilePath("sub.d/robot");
+    EXPECT_EQ(window.SaveFile(), SaveResult::Saved);
+    EXPECT_EQ(dialogs.lastChoice.folder, folder_.path());
+    EXPECT_EQ(dialogs.lastChoice.filters, "Source (Text) Files|*.txt");
+    EXPECT_EQ(ReadFile("sub.d/robot.txt"), "; rest\n");
+    EXPECT_EQ(window.FileTitle(), "robot.txt");
+    EXPECT_FALSE(window.SourceChanged());
+    EXPECT_EQ(AsText(settings->GetSetting(SettingNumber::SourceFolder)),
+              window.PathName().toStdString());
+    Type("x");
+    dialogs.fileToSave.reset();
+    EXPECT_EQ(window.SaveFile(), SaveResult::Saved);  // it has its name now
+}
+
+TEST_F(SourceWindowTest, AWrongFontIsRefusedInWords) {
+    const QFont before = window.Editor()->lexer()->font(0);
+    settings->SaveSetting(SettingNumber::EditorFontSize, 0.0);
+    window.SetFont();
+    EXPECT_TRUE(dialogs.shown.value(0).startsWith(
+        "Could not set Source Window Font name or size. Error was: "));
+    EXPECT_EQ(window.Editor()->lexer()->font(0), before);
+}
+
+TEST_F(SourceWindowTest, FindsAndReplaces) {
+    constexpr FindOption kWord = FindOption::WholeWord;
+    constexpr FindOption kCase = FindOption::MatchCase;
+    Load("\xC3\xA4 speed Speeds\nSPEED\n");
+    EXPECT_EQ(window.Find("Speed", false, {}), 2);  // in characters, not bytes
+    EXPECT_EQ(window.Find("Speed", true, {}), 8);
+    EXPECT_EQ(window.Find("Speed", true, kWord), 15);
+    EXPECT_EQ(window.Find("Speed", true, {}), -1);
+    EXPECT_EQ(window.Editor()->selectedText(), "SPEED");  // no match, no other selection
+    EXPECT_EQ(window.Find("Speed", false, kCase), 8);
+    EXPECT_EQ(window.Find("Speed", false, kCase | kWord), -1);
+    EXPECT_EQ(window.Find("", false, {}), -1);
+
+    EXPECT_EQ(window.Find("speed", false, {}), 2);
+    EXPECT_FALSE(window.ReplaceIfSelected("spee", "x"));
+    EXPECT_TRUE(window.ReplaceIfSelected("SPEED", "Speed it"));
+    EXPECT_EQ(window.Text(), "ä Speed it Speeds\nSPEED");
+    EXPECT_FALSE(window.Editor()->hasSelectedText());
+    EXPECT_EQ(window.Find("speed", true, {}), 11);  // not within what was put in
+    window.Undo();
+    EXPECT_EQ(window.Text(), "ä speed Speeds\nSPEED");
+}
+
+TEST_F(SourceWindowTest, GoesToLines) {
+    Load("one\ntwo\nthree\n");
+    window.GotoLine(1);
+    EXPECT_EQ(window.Editor()->selectedText(), "one");
+    window.GotoLine(2);
+    EXPECT_EQ(window.Editor()->selectedText(), "two");
+    window.GotoLine(99);
+    EXPECT_EQ(window.Editor()->selectedText(), "three");
+    window.GotoLine(-1);
+    EXPECT_EQ(window.Editor()->selectedText(), "one");
+    EXPECT_EQ(window.WordAtCursor(), "one");
+}
+
+TEST_F(SourceWindowTest, MarksMoveWithTheirLinesAndSayWhy) {
+    Load("one\ntwo\nthree\n");
+    window.ShowMessages({{2, Severity::Warning, "careful"}, {99, Severity::Error, "at the end"}});
+    window.MarkLine(2, "stopped here");
+    EXPECT_TRUE(HasMark(2));
+    EXPECT_TRUE(HasMark(3));
+    EXPECT_NE(window.Editor()->markersAtLine(1), window.Editor()->markersAtLine(2));
+    window.GotoLine(1);
+    QTest::keyClick(window.Editor(), Qt::Key_Home);
+    QTest::keyClick(window.Editor(), Qt::Key_Return);
+    EXPECT_FALSE(HasMark(2));
+    window.GotoLine(3);
+    EXPECT_EQ(window.MessageAtCursor(), "stopped here\nWarning: careful");
+
+    const QPoint point(5, window.Editor()->viewport()->height() - 1);
+    QHelpEvent below(QEvent::ToolTip, point, window.mapToGlobal(point));
+    QApplication::sendEvent(window.Editor()->viewport(), &below);
+    EXPECT_EQ(QToolTip::text(), "");
+    const QPoint third(
+        60, static_cast<int>(Send(*window.Editor(), QsciScintillaBase::SCI_TEXTHEIGHT) * 5 / 2));
+    QHelpEvent hover(QEvent::ToolTip, third, window.mapToGlobal(third));
+    QApplication::sendEvent(window.Editor()->viewport(), &hover);
+    EXPECT_TRUE(QToolTip::text().contains("careful"));
+
+    window.ClearMark();
+    window.ClearMessages();
+    EXPECT_FALSE(HasMark(3) || HasMark(4));
+}
+
+TEST_F(SourceWindowTest, AMistakeIsMarkedWhileItStands) {
+    Load("DEFINE BYTE Speed = 0\nBEGIN PROGRAM\n    Speed = 1\nEND PROGRAM\n");
+    LiveCheck check(configuration, [&](const std::string& path) -> std::optional<std::string> {
+        if (path != PathOf("line.txt")) return std::nullopt;
+        return window.Text().toStdString();
+    });
+    QObject::connect(&window, &SourceWindow::TextEdited, &check, &LiveCheck::TextChanged);
+    QObject::connect(&check, &LiveCheck::Checked, &window, [&] {
+        window.ShowMessages(check.MessagesOf(window.PathName(), window.FileName()));
+    });
+    const std::string folder = folder_.path().toStdString();
+    check.SetProgram({folder, "line.txt", folder, "", ""});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return check.Names().size() == 1; }));
+    EXPECT_FALSE(HasMark(3));
+
+    window.GotoLine(3);
+    QTest::keyClick(window.Editor(), Qt::Key_End);
+    Type("x");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return HasMark(3); }));
+    QTest::keyClick(window.Editor(), Qt::Key_Backspace);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !HasMark(3); }));
+    EXPECT_EQ(ReadFile("line.txt").count('x'), 0);  // never written
+
+    Type("x");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return HasMark(3); }));
+    check.SetLiveCheck(false);
+    EXPECT_FALSE(HasMark(3));
+}
+
+TEST_F(SourceWindowTest, FilesThatAreDroppedAreNotPasted) {
+    Load("one\n");
+    QSignalSpy drops(&window, &SourceWindow::FilesDropped);
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile("/tmp/other.txt")});
+    QDragEnterEvent enter(QPoint(50, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.Editor()->viewport(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(50, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.Editor()->viewport(), &drop);
+    ASSERT_EQ(drops.count(), 1);
+    EXPECT_EQ(drops[0][0].toStringList(), QStringList("/tmp/other.txt"));
+    EXPECT_EQ(window.Text(), "one");
+}
+
+TEST_F(SourceWindowTest, ClosingTellsAndKeepsThePlace) {
+    QSignalSpy closing(&window, &SourceWindow::FormClosing);
+    window.setGeometry(30, 40, 500, 300);
+    window.close();
+    EXPECT_EQ(closing.count(), 1);
+    EXPECT_EQ(AsInteger(settings->GetSetting(SettingNumber::SourceWindowWidth)), 500 * 15);
+}
+
+}  // namespace
+}  // namespace zentro
