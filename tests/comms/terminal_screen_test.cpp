@@ -204,5 +204,16 @@ TEST(TerminalScreenTest, ALineWithoutEndLeavesAtTheTop) {
     EXPECT_EQ(shown.screen.Text().size(), kMaxScreenText);
 }
 
+TEST(TerminalScreenTest, LongLinesThatLeftAreNotCounted) {
+    LoggedScreen shown;
+    for (int line = 0; line < 20; ++line) {
+        shown.screen.ProcessScreenText(std::string(10'000, 'x') + "\r\n");
+    }
+    shown.screen.ProcessScreenText(Lines(1, 15));
+    const std::string& text = shown.screen.Text();
+    EXPECT_EQ(text.substr(text.find('1')), Lines(1, 15));
+    EXPECT_EQ(shown.screen.ScreenLineCount(), std::count(text.begin(), text.end(), '\r'));
+}
+
 }  // namespace
 }  // namespace zentro
