@@ -16,17 +16,21 @@ namespace zentro {
 namespace {
 
 constexpr std::array<DriveFrameNames, kMotors> kMotorNames{{
-    {"Motor 1", "Mtr1Fwd", "Mtr1BCK", "MTr1Off", "OFF", "Mtr1SP", "Mtr1Speed", "Speed", kMaxSpeed},
-    {"Motor 2", "Mtr2FWD", "Mtr2BCk", "Mtr2Off", "OFF", "Mtr2SP", "Mtr2Speed", "Speed", kMaxSpeed},
-    {"Motor 3", "Mtr3fwd", "Mtr3Bck", "MTr3Off", "OFF", "Mtr3SP", "Mtr3Speed", "Speed", kMaxSpeed},
-    {"Motor 4", "Mtr4Fwd", "Mtr4BCK", "Mtr4Off", "OFF", "MTR4SP", "Mtr4Speed", "Speed", kMaxSpeed},
+    {"Motor 1", "Mtr1Fwd", "Mtr1BCK", "MTr1Off", "OFF", "off", "Mtr1SP", "Mtr1Speed", "Speed",
+     kMaxSpeed},
+    {"Motor 2", "Mtr2FWD", "Mtr2BCk", "Mtr2Off", "OFF", "off", "Mtr2SP", "Mtr2Speed", "Speed",
+     kMaxSpeed},
+    {"Motor 3", "Mtr3fwd", "Mtr3Bck", "MTr3Off", "OFF", "off", "Mtr3SP", "Mtr3Speed", "Speed",
+     kMaxSpeed},
+    {"Motor 4", "Mtr4Fwd", "Mtr4BCK", "Mtr4Off", "OFF", "off", "MTR4SP", "Mtr4Speed", "Speed",
+     kMaxSpeed},
 }};
 
 constexpr std::array<DriveFrameNames, kServos> kServoNames{{
-    {"Servo 1", "Svo1Fwd", "Svo1BCK", "SVo1Ctr", "CTR", "Svo1Pos", "Svo1Position", "Angle",
-     kMaxPosition},
-    {"Servo 2", "Svo2Fwd", "Svo2Bck", "Svo2OFf", "CTR", "Svo2Pos", "Svo2Position", "Angle",
-     kMaxPosition},
+    {"Servo 1", "Svo1Fwd", "Svo1BCK", "SVo1Ctr", "CTR", "centre", "Svo1Pos", "Svo1Position",
+     "Angle", kMaxPosition},
+    {"Servo 2", "Svo2Fwd", "Svo2Bck", "Svo2OFf", "CTR", "centre", "Svo2Pos", "Svo2Position",
+     "Angle", kMaxPosition},
 }};
 
 constexpr int kSpacing = 6;

@@ -16,18 +16,14 @@ constexpr int kSliderRows = 3;
 }  // namespace
 
 DriveFrame::DriveFrame(const DriveFrameNames& names, QWidget* parent)
-    : QGroupBox(names.caption, parent),
-      options_(new QButtonGroup(this)),
-      slider_(new QSlider(Qt::Vertical, this)),
-      value_(new QLabel("0", this)) {
+    : QGroupBox(names.caption, parent), options_(new QButtonGroup(this)) {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(6, 4, 6, 4);
     grid->setHorizontalSpacing(4);
     grid->setVerticalSpacing(2);
     AddOption(names, names.forward, "FWD", "forward", DriveOption::Forward);
     AddOption(names, names.back, "BCK", "back", DriveOption::Back);
-    AddOption(names, names.rest, names.restCaption,
-              names.restCaption == std::string_view("OFF") ? "off" : "centre", DriveOption::Rest);
+    AddOption(names, names.rest, names.restCaption, names.restSpoken, DriveOption::Rest);
     AddSlider(names);
     connect(options_, &QButtonGroup::idClicked, this,
             [this](int id) { emit OptionChosen(static_cast<DriveOption>(id)); });
@@ -45,12 +41,14 @@ void DriveFrame::AddOption(const DriveFrameNames& names, const char* name, const
 }
 
 void DriveFrame::AddSlider(const DriveFrameNames& names) {
+    slider_ = new QSlider(Qt::Vertical, this);
     slider_->setObjectName(names.slider);
     slider_->setAccessibleName(
         QString("%1 %2").arg(names.caption, QString(names.measure).toLower()));
     slider_->setRange(0, names.maximum);
     slider_->setPageStep(10);
     slider_->setMinimumHeight(fontMetrics().height() * kSliderRows);
+    value_ = new QLabel(this);
     value_->setObjectName(names.label);
     value_->setAccessibleName(slider_->accessibleName());
     value_->setAlignment(Qt::AlignCenter);
@@ -68,6 +66,9 @@ void DriveFrame::AddSlider(const DriveFrameNames& names) {
 
 void DriveFrame::Show(const DriveControl& control) {
     options_->button(static_cast<int>(control.option))->setChecked(true);
+    // The tab key comes to the chosen one, the arrow keys to the others.
+    for (QAbstractButton* option : options_->buttons())
+        option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
     const QSignalBlocker blocker(slider_);
     slider_->setValue(control.value);
     value_->setNum(control.value);

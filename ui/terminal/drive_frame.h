@@ -17,6 +17,7 @@ struct DriveFrameNames {
     const char* back;
     const char* rest;
     const char* restCaption;
+    const char* restSpoken;
     const char* slider;
     const char* label;
     const char* measure;  ///< what the slider sets: "Speed"
@@ -47,8 +48,8 @@ class DriveFrame : public QGroupBox {
     void AddSlider(const DriveFrameNames& names);
 
     QButtonGroup* options_;
-    QSlider* slider_;
-    QLabel* value_;
+    QSlider* slider_ = nullptr;
+    QLabel* value_ = nullptr;
 };
 
 }  // namespace zentro

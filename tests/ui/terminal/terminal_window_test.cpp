@@ -134,6 +134,10 @@ TEST_F(TerminalWindowTest, DrivesTheOutputsFromThePanel) {
     Find<>("Mtr1BCK").setFocus();
     QTest::keyClick(&Find<>("Mtr1BCK"), Qt::Key_Up);
     EXPECT_EQ(board.outputs.motors[0], (Drive{kForward, 21}));
+    QTest::keyClick(&Find<>("Mtr1Fwd"), Qt::Key_Tab);
+    EXPECT_TRUE(Find<QSlider>("Mtr1SP").hasFocus());
+    QTest::keyClick(&Find<QSlider>("Mtr1SP"), Qt::Key_Tab);
+    EXPECT_TRUE(Find<>("Mtr2BCk").hasFocus()) << "the chosen one of the next group";
     Click("MTr1Off");
     EXPECT_EQ(board.outputs.motors[0], Drive{});
     EXPECT_EQ(Find<QSlider>("Mtr1SP").value(), 21);
