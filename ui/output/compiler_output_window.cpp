@@ -16,11 +16,9 @@ namespace zentro {
 
 namespace {
 
-using std::chrono_literals::operator""ms;
-
-constexpr auto kAnimationStep = 50ms;
+constexpr std::chrono::milliseconds kAnimationStep{50};
 /// The log is shown in pieces of this length, which costs less than showing it line by line.
-constexpr auto kShowDelay = 30ms;
+constexpr std::chrono::milliseconds kShowDelay{30};
 
 /// Behind the line's number; two stops on the way to the message; the message.
 const QList<int> kTabColumns{8, 32, 45};

@@ -12,7 +12,7 @@ class QProgressBar;
 namespace zentro {
 
 /// Shows the log of a compile as it grows and leads from its messages to the source lines.
-class CompilerOutputWindow : public CompilerTextWindow, public OutputSink {
+class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink {
     Q_OBJECT
 
   public:

@@ -9,7 +9,7 @@
 namespace zentro {
 
 /// Shows the listing of the object code.
-class ObjectCodeWindow : public CompilerTextWindow, public ListingSink {
+class ObjectCodeWindow final : public CompilerTextWindow, public ListingSink {
     Q_OBJECT
 
   public:
