@@ -1,10 +1,11 @@
 #include "ui/editor/editor_marks.h"
 
+#include <QImage>
 #include <QPainter>
-#include <QPainterPath>
-#include <QPixmap>
 #include <QStringList>
 #include <algorithm>
+#include <cmath>
+#include <ranges>
 
 #include "ui/editor/scintilla_text.h"
 #include "ui/support/colours.h"
@@ -20,19 +21,21 @@ enum Marker : std::uint8_t { kWarningMark = 0, kErrorMark = 1, kHereMark = 2, kH
 enum Indicator : std::uint8_t { kErrorLine = 8, kWarningLine = 9 };
 
 constexpr int kSize = 14;
+/// Nobody reads more, and finding a mark's line takes longer the more marks there are.
+constexpr std::size_t kMostMessages = 500;
 const QColor kErrorColour(200, 0, 0);
 const QColor kWarningColour(180, 110, 0);
 const QColor kHereColour(0, 90, 200);
 
-QPixmap EmptyPicture(qreal density) {
-    QPixmap picture(QSize(kSize, kSize) * density);
+QImage EmptyPicture(qreal density) {
+    QImage picture(QSize(kSize, kSize) * density, QImage::Format_ARGB32);
     picture.setDevicePixelRatio(density);
     picture.fill(Qt::transparent);
     return picture;
 }
 
-QPixmap ErrorPicture(qreal density, const QColor& colour, const QColor& page) {
-    QPixmap picture = EmptyPicture(density);
+QImage ErrorPicture(qreal density, const QColor& colour, const QColor& page) {
+    QImage picture = EmptyPicture(density);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
@@ -44,8 +47,8 @@ QPixmap ErrorPicture(qreal density, const QColor& colour, const QColor& page) {
     return picture;
 }
 
-QPixmap WarningPicture(qreal density, const QColor& colour, const QColor& page) {
-    QPixmap picture = EmptyPicture(density);
+QImage WarningPicture(qreal density, const QColor& colour, const QColor& page) {
+    QImage picture = EmptyPicture(density);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colour, 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -57,8 +60,8 @@ QPixmap WarningPicture(qreal density, const QColor& colour, const QColor& page) 
     return picture;
 }
 
-QPixmap HerePicture(qreal density, const QColor& colour) {
-    QPixmap picture = EmptyPicture(density);
+QImage HerePicture(qreal density, const QColor& colour) {
+    QImage picture = EmptyPicture(density);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colour, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
@@ -73,6 +76,7 @@ QPixmap HerePicture(qreal density, const QColor& colour) {
 void EditorMarks::Redraw(const QColor& page) {
     const qreal density = editor_.devicePixelRatioF();
     const auto readable = [&](const QColor& colour) { return ReadableOn(colour, page); };
+    Send(editor_, Sci::SCI_RGBAIMAGESETSCALE, std::lround(density * 100));
     editor_.markerDefine(ErrorPicture(density, readable(kErrorColour), page), kErrorMark);
     editor_.markerDefine(WarningPicture(density, readable(kWarningColour), page), kWarningMark);
     editor_.markerDefine(HerePicture(density, readable(kHereColour)), kHereMark);
@@ -92,10 +96,6 @@ EditorMarks::Mark EditorMarks::SetMark(int line, int marker, const QString& text
     return {editor_.markerAdd(line, marker), text};
 }
 
-void EditorMarks::Remove(const Mark& mark) {
-    editor_.markerDeleteHandle(mark.handle);
-}
-
 void EditorMarks::Underline(int line, Severity severity) {
     const std::string text = LineText(editor_, line);
     const std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
@@ -108,7 +108,7 @@ void EditorMarks::Underline(int line, Severity severity) {
 
 void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
     ClearMessages();
-    for (const LineMessage& message : messages) {
+    for (const LineMessage& message : messages | std::views::take(kMostMessages)) {
         const int line = std::clamp(message.line, 1, LineCount(editor_)) - 1;
         const bool isError = message.severity == Severity::Error;
         const QString kind = isError ? "Error: " : "Warning: ";
@@ -119,9 +119,9 @@ void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
 }
 
 void EditorMarks::ClearMessages() {
-    for (const Mark& mark : messages_)
-        Remove(mark);
     messages_.clear();
+    editor_.markerDeleteAll(kErrorMark);
+    editor_.markerDeleteAll(kWarningMark);
     for (const int indicator : {kErrorLine, kWarningLine}) {
         Send(editor_, Sci::SCI_SETINDICATORCURRENT, indicator);
         Send(editor_, Sci::SCI_INDICATORCLEARRANGE, 0, TextLength(editor_));
@@ -136,12 +136,13 @@ void EditorMarks::MarkLine(int line, const QString& text) {
 }
 
 void EditorMarks::ClearMark() {
-    if (here_) Remove(*here_);
     here_.reset();
+    editor_.markerDeleteAll(kHereMark);
     editor_.markerDeleteAll(kHereLine);
 }
 
 QString EditorMarks::TextAt(int line) const {
+    if (editor_.markersAtLine(line) == 0) return {};
     QStringList texts;
     const auto add = [&](const Mark& mark) {
         if (editor_.markerLine(mark.handle) == line && !texts.contains(mark.text))

@@ -22,8 +22,8 @@ class EditorMarks {
     /// on.
     void Redraw(const QColor& page);
 
-    /// Marks the lines of the messages in place of those marked before. Messages of lines that are
-    /// not there stand at the last line.
+    /// Marks the lines of the messages in place of those marked before; of very many messages the
+    /// first ones. Messages of lines that are not there stand at the last line.
     void ShowMessages(const std::vector<LineMessage>& messages);
     void ClearMessages();
 
@@ -41,7 +41,6 @@ class EditorMarks {
     };
 
     Mark SetMark(int line, int marker, const QString& text);
-    void Remove(const Mark& mark);
     void Underline(int line, Severity severity);
 
     QsciScintilla& editor_;

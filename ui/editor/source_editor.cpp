@@ -76,7 +76,7 @@ void SourceEditor::SetUpMargins() {
     setMarginType(EditorMarks::kMargin, QsciScintilla::SymbolMargin);
     setMarginWidth(EditorMarks::kMargin, 18);
     setMarginSensitivity(EditorMarks::kMargin, false);
-    setFolding(QsciScintilla::BoxedFoldStyle, kFoldMargin);
+    setFolding(QsciScintilla::BoxedTreeFoldStyle, kFoldMargin);
     setMarginWidth(3, 0);
     setMarginWidth(4, 0);
     Send(*this, Sci::SCI_SETMARGINLEFT, 0, 4);

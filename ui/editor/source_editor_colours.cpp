@@ -34,8 +34,9 @@ void SourceEditor::SetChromeColours(const QColor& text, const QColor& page) {
     setFoldMarginColors(page, page);
     const QColor fold = Mix(text, page, 60);
     for (int marker = SC_MARKNUM_FOLDEREND; marker <= int{SC_MARKNUM_FOLDEROPEN}; ++marker) {
-        setMarkerForegroundColor(page, marker);
-        setMarkerBackgroundColor(fold, marker);
+        // The editor's own functions leave markers alone that it has not given out itself.
+        SendScintilla(SCI_MARKERSETFORE, static_cast<unsigned long>(marker), page);
+        SendScintilla(SCI_MARKERSETBACK, static_cast<unsigned long>(marker), fold);
     }
     setCaretForegroundColor(text);
     setCaretLineBackgroundColor(Mix(text, page, 6));

@@ -1,6 +1,8 @@
 #include "ui/editor/typing_help.h"
 
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QScreen>
 
 #include "config/text.h"
 #include "ui/editor/block_words.h"
@@ -81,6 +83,14 @@ std::string TypingHelp::BeforeCaret() const {
     return TextBetween(editor_, LineBegin(editor_, LineOf(editor_, caret)), caret);
 }
 
+/// The component asks the screen below a position for its size, and fails when there is none.
+bool TypingHelp::IsOnScreen(long position) const {
+    const QPoint point(static_cast<int>(Send(editor_, Sci::SCI_POINTXFROMPOSITION, 0, position)),
+                       static_cast<int>(Send(editor_, Sci::SCI_POINTYFROMPOSITION, 0, position)));
+    return QGuiApplication::screenAt(editor_.mapToGlobal(point)) != nullptr &&
+           QGuiApplication::screenAt(editor_.viewport()->mapToGlobal(point)) != nullptr;
+}
+
 /// Shows the completions, if there are any that would change what is typed.
 bool TypingHelp::Offer(std::size_t leastTyped) {
     const std::string before = BeforeCaret();
@@ -95,6 +105,7 @@ bool TypingHelp::Offer(std::size_t leastTyped) {
         if (!list.empty()) list += '\n';
         list += item;
     }
+    if (!IsOnScreen(CaretPosition(editor_) - static_cast<long>(completion.typed))) return false;
     hasChosen_ = false;
     editor_.SendScintilla(Sci::SCI_AUTOCSHOW, static_cast<unsigned long>(completion.typed),
                           list.c_str());

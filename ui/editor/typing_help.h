@@ -36,6 +36,7 @@ class TypingHelp {
 
   private:
     bool Offer(std::size_t leastTyped);
+    bool IsOnScreen(long position) const;
     void IndentNewLine(int line);
     void IndentBlockWord(int line);
     int FindOpener(int line, bool isOutermost) const;

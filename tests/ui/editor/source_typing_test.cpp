@@ -1,5 +1,8 @@
 // What happens while the user types: spelling, colours, indentation, folds and completions.
 
+#include <QAccessible>
+#include <QWheelEvent>
+
 #include "tests/ui/ui_fixture.h"
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/source_editor.h"
@@ -211,6 +214,33 @@ TEST_F(SourceTyping, OffersCompletionsWithoutTakingTheReturnKey) {
     EXPECT_TRUE(editor.Typing().IsOffering());
     Press(Qt::Key_Escape);
     EXPECT_EQ(Line(2), "SET MOTOR ");
+}
+
+TEST_F(SourceTyping, TypesWhereNoScreenIs) {
+    window.move(-9000, -9000);  // a list of completions has no place there
+    Type("se");
+    EXPECT_EQ(Line(1), "se");
+}
+
+TEST_F(SourceTyping, ScreenReadersChangeNothing) {
+    QAccessible::setActive(true);
+    Type("loop\nend loop\n");
+    EXPECT_EQ(window.Text(), "LOOP\nEND LOOP\n");
+    window.Undo();
+    QAccessible::setActive(false);
+    EXPECT_EQ(window.Text(), "LOOP\nEND loop\n");  // the spelling was the last step
+}
+
+TEST_F(SourceTyping, TheWheelZooms) {
+    const auto turn = [&](int angle) {
+        QWheelEvent event(QPointF(50, 5), editor.mapToGlobal(QPointF(50, 5)), {}, QPoint(0, angle),
+                          Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(editor.viewport(), &event);
+        return Send(editor, Sci::SCI_GETZOOM);
+    };
+    EXPECT_GT(turn(120), 0);
+    window.ResetZoom();
+    EXPECT_LT(turn(-120), 0);
 }
 
 TEST_F(SourceTyping, BracesAreMatchedAndBlanksStayBlanks) {

@@ -178,6 +178,18 @@ TEST_F(SourceWindowTest, MarksMoveWithTheirLinesAndSayWhy) {
     EXPECT_FALSE(HasMark(3) || HasMark(4));
 }
 
+TEST_F(SourceWindowTest, ThousandsOfMessagesAreNotFelt) {
+    constexpr int kLines = 20000;
+    Load(QByteArray("x\n").repeated(kLines));
+    std::vector<LineMessage> messages;
+    for (int line = 1; line <= kLines; ++line)
+        messages.push_back({line, Severity::Error, "wrong"});
+    for (int i = 0; i < 20; ++i)
+        window.ShowMessages(messages);
+    EXPECT_TRUE(HasMark(1));
+    EXPECT_FALSE(HasMark(kLines));
+}
+
 TEST_F(SourceWindowTest, AMistakeIsMarkedWhileItStands) {
     Load("DEFINE BYTE Speed = 0\nBEGIN PROGRAM\n    Speed = 1\nEND PROGRAM\n");
     LiveCheck check(configuration, [&](const std::string& path) -> std::optional<std::string> {
