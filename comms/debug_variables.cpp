@@ -126,6 +126,7 @@ std::vector<std::string> VariableLines(const std::vector<DebugVariable>& variabl
     for (const DebugVariable& variable : variables)
         width = std::max(width, variable.resolvedName.size());
     std::vector<std::string> lines;
+    lines.reserve(variables.size());
     for (const DebugVariable& variable : variables)
         lines.push_back(NameColumn(variable, width + kGap) + '\t' + variable.debugValue);
     return lines;
