@@ -1,8 +1,6 @@
 #include "ui/output/compile_service.h"
 
-#include <QFileInfo>
 #include <QTimer>
-#include <fstream>
 
 #include "tests/ui/ui_fixture.h"
 #include "ui/output/program_files.h"
@@ -135,13 +133,16 @@ TEST_F(Service, LetsTheWindowsLiveDuringARunButRefusesASecondOne) {
     const ProgramFiles files = FilesOf("main.txt");
     KeptOutput second;
     bool ranMeanwhile = false;
+    QTimer meanwhile;
+    meanwhile.setSingleShot(true);
+    QObject::connect(&meanwhile, &QTimer::timeout, [&] {
+        ranMeanwhile = service.IsRunning();
+        EXPECT_EQ(service.Last(), nullptr);
+        EXPECT_FALSE(service.Compile(files, second, &listing));
+        EXPECT_FALSE(service.Check(files, second));
+    });
     output.atFirst = [&] {
-        QTimer::singleShot(0, &service, [&] {
-            ranMeanwhile = service.IsRunning();
-            EXPECT_EQ(service.Last(), nullptr);
-            EXPECT_FALSE(service.Compile(files, second, &listing));
-            EXPECT_FALSE(service.Check(files, second));
-        });
+        meanwhile.start(0);
         QTest::qSleep(30);  // long enough for the next line to let events run
     };
     EXPECT_TRUE(service.Compile(files, output, nullptr));
