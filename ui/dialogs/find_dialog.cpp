@@ -12,7 +12,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
-#include <QTimer>
 #include <QVBoxLayout>
 
 namespace zentro {
@@ -153,7 +152,7 @@ void FindDialog::ShowReplace() {
 bool FindDialog::eventFilter(QObject* watched, QEvent* event) {
     // A click that gives the focus puts the caret somewhere right afterwards, so select after that.
     if (event->type() == QEvent::FocusIn)
-        QTimer::singleShot(0, toFind_->lineEdit(), &QLineEdit::selectAll);
+        QMetaObject::invokeMethod(toFind_->lineEdit(), "selectAll", Qt::QueuedConnection);
     return QDialog::eventFilter(watched, event);
 }
 

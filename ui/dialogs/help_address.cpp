@@ -31,7 +31,7 @@ AddressKind KindOf(const QUrl& address) {
 QUrl AddressFromText(const QString& text) {
     const QString address = text.trimmed();
     if (address.startsWith("www.", Qt::CaseInsensitive)) return QUrl("https://" + address);
-    if (const QUrl url(address); HasScheme(url)) return url;
+    if (QUrl url(address); HasScheme(url)) return url;
     if (address.isEmpty()) return {};
     const qsizetype hash = QFileInfo::exists(address) ? -1 : address.lastIndexOf('#');
     QUrl url = QUrl::fromLocalFile(QDir::fromNativeSeparators(address.left(hash)));
@@ -41,7 +41,7 @@ QUrl AddressFromText(const QString& text) {
 
 QString AddressText(const QUrl& address) {
     if (!address.isLocalFile()) return address.toDisplayString();
-    const QString file = QDir::toNativeSeparators(address.toLocalFile());
+    QString file = QDir::toNativeSeparators(address.toLocalFile());
     if (!address.hasFragment()) return file;
     return file + '#' + address.fragment(QUrl::FullyDecoded);
 }

@@ -28,7 +28,7 @@ QString Hexadecimal(std::uint16_t number) {
 }
 
 QString UsbText(const UsbIdentity& usb) {
-    const QString text = Hexadecimal(usb.vendor) + ':' + Hexadecimal(usb.product);
+    QString text = Hexadecimal(usb.vendor) + ':' + Hexadecimal(usb.product);
     if (usb.serialNumber.empty()) return text;
     return text + ", serial number " + QString::fromStdString(usb.serialNumber);
 }
@@ -37,6 +37,7 @@ QString UsbText(const UsbIdentity& usb) {
 
 std::vector<PortChoice> PortChoices(const std::vector<PortDescription>& present) {
     std::vector<PortChoice> choices;
+    choices.reserve(present.size() + 1);
     for (const PortDescription& port : present) {
         choices.push_back({QString::fromStdString(port.name),
                            QString::fromStdString(port.description),
@@ -152,7 +153,8 @@ void OptionsPortPage::ListPresentPorts() {
     const QSignalBlocker blocker(list_);
     list_->clear();
     for (const PortChoice& choice : choices_) {
-        auto* item = new QTreeWidgetItem(list_, {choice.name, choice.description, choice.usb});
+        auto* item = new QTreeWidgetItem({choice.name, choice.description, choice.usb});
+        list_->addTopLevelItem(item);
         for (int column = 0; column < list_->columnCount(); ++column) {
             item->setToolTip(column, item->text(column));
         }

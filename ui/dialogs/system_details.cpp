@@ -30,7 +30,6 @@ QList<SystemDetail> CollectSystemDetails() {
         {"Kernel", QSysInfo::kernelType() + ' ' + QSysInfo::kernelVersion()},
         {"Processor", QSysInfo::currentCpuArchitecture()},
         {"Processor cores", QString::number(QThread::idealThreadCount())},
-        {"Computer", QSysInfo::machineHostName()},
         {"Language", QLocale::system().name()},
         {"Qt", QString(qVersion()) + ", built as " + QSysInfo::buildAbi()},
         {"Windows through", QGuiApplication::platformName()},

@@ -7,7 +7,6 @@
 #include <QTabBar>
 #include <QTreeView>
 #include <QTreeWidget>
-#include <gmock/gmock.h>
 
 #include "settings/settings_file.h"
 #include "tests/ui/ui_fixture.h"
@@ -17,7 +16,6 @@ namespace zentro {
 namespace {
 
 using enum SettingNumber;
-using testing::ElementsAre;
 
 class OptionsTest : public UiTest {
   protected:
