@@ -95,7 +95,7 @@ void Download::Complete() {
     state_ = State::Over;
     terminal_.writeToScreen(std::string(kLineEnd) + "Download Complete. Sent " +
                             std::to_string(linesSent_) + " Lines in total. ");
-    terminal_.write(kEndLoad);
+    complete_ = terminal_.write(kEndLoad);
 }
 
 /// The next line without its end: CR, LF, both, or the end of the file.

@@ -44,6 +44,8 @@ class Download {
     void Cancel();
 
     bool IsOver() const { return state_ == State::Over; }
+    /// Whether it came to its end with the whole file sent.
+    bool IsComplete() const { return complete_; }
     std::size_t LinesSent() const { return linesSent_; }
     double Fraction() const;  ///< 0 to 1, of the file's characters
 
@@ -62,6 +64,7 @@ class Download {
     std::size_t position_ = 0;
     std::size_t linesSent_ = 0;
     State state_ = State::Beginning;
+    bool complete_ = false;
 };
 
 }  // namespace zentro

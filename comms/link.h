@@ -43,6 +43,10 @@ class Link {
     /// Gives what was written the time to leave: the one step that may wait, for a second at most.
     virtual void Flush() = 0;
 
+    /// Whether characters take the time of a serial line on their way. If not, nobody need wait for
+    /// them.
+    virtual bool TakesTime() const { return true; }
+
     /// Puts the line back as it was before Open.
     virtual bool Close() = 0;
 };

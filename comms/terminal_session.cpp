@@ -20,6 +20,9 @@ constexpr milliseconds kReopenInterval{1000};
 /// the board no pauses.
 constexpr milliseconds kLongestDelay{50};
 
+/// So long a download over a link that takes no time works before it lets events run.
+constexpr milliseconds kLongestTurn{8};
+
 char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -50,7 +53,8 @@ std::string_view AddressAt(std::string_view text, std::size_t position) {
 }  // namespace
 
 TerminalSession::TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts)
-    : showMessage_(std::move(showMessage)),
+    : link_(link),
+      showMessage_(std::move(showMessage)),
       listPorts_(std::move(listPorts)),
       comms_(link, showMessage_),
       log_(showMessage_),
@@ -234,10 +238,13 @@ void TerminalSession::CancelDownload() {
 /// roundings do not add up.
 void TerminalSession::StepDownload() {
     isStepping_ = true;
+    const auto turnEnd = steady_clock::now() + kLongestTurn;
     downloadDue_ = std::max(downloadDue_, steady_clock::now() - kLongestDelay);
     do {
-        downloadDue_ += download_->Step();
-    } while (!download_->IsOver() && !cancelWanted_ && downloadDue_ <= steady_clock::now());
+        const std::chrono::microseconds wait = download_->Step();
+        if (link_.TakesTime()) downloadDue_ += wait;
+    } while (!download_->IsOver() && !cancelWanted_ && downloadDue_ <= steady_clock::now() &&
+             steady_clock::now() < turnEnd);
     isStepping_ = false;
     if (download_->IsOver() || cancelWanted_) {
         EndDownload();
@@ -253,7 +260,7 @@ void TerminalSession::EndDownload() {
     const std::unique_ptr<Download> ended = std::move(download_);
     ended->Cancel();  // unless it came to its end by itself
     emit DownloadProgress(ended->Fraction(), static_cast<int>(ended->LinesSent()));
-    emit DownloadFinished();
+    emit DownloadFinished(ended->IsComplete());
 }
 
 std::string TerminalSession::StartLog(const std::string& path, std::string_view longDate) {

@@ -101,7 +101,7 @@ class TerminalSession : public QObject {
     void PortIsBack();
     void ScreenChanged();
     void DownloadProgress(double fraction, int linesSent);
-    void DownloadFinished();
+    void DownloadFinished(bool complete);
 
   private:
     bool OpenPort(const std::string& device);
@@ -115,6 +115,7 @@ class TerminalSession : public QObject {
     void StepDownload();
     void EndDownload();
 
+    Link& link_;
     MessageSink showMessage_;
     PortLister listPorts_;
     KineTronComms comms_;

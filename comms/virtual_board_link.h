@@ -26,6 +26,7 @@ class VirtualBoardLink : public Link {
     std::optional<std::string> Read(std::size_t limit) override;
     std::size_t Write(std::string_view bytes) override;
     void Flush() override {}
+    bool TakesTime() const override { return false; }
     bool Close() override;
 
     /// Whether somebody is connected. When nobody is, the owner throws away what the board says.

@@ -6,9 +6,15 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 
 #include "ui/support/dialogs.h"
 #include "ui/support/workbench.h"
+
+/// Failures show texts as texts.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << text.toStdString();
+}
 
 namespace zentro {
 

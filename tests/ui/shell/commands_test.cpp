@@ -1,0 +1,233 @@
+#include <QAbstractButton>
+#include <QAction>
+#include <QClipboard>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTabBar>
+#include <QToolBar>
+#include <set>
+
+#include "tests/ui/shell/main_window_fixture.h"
+#include "ui/editor/source_editor.h"
+#include "ui/editor/source_window.h"
+#include "ui/shell/arrange_windows.h"
+#include "ui/shell/compile_commands.h"
+#include "ui/shell/print_source.h"
+#include "ui/shell/source_files.h"
+
+namespace zentro {
+
+class CommandsTest : public MainWindowTest {};
+
+TEST_F(CommandsTest, TheTableIsWhatTheMenusAndToolBarsShow) {
+    std::set<QString> shortcuts;
+    std::set<QString> names;
+    for (const CommandRow& row : Commands()) {
+        EXPECT_TRUE(names.insert(row.name).second) << row.name;
+        if (*row.shortcut != '\0') {
+            EXPECT_TRUE(shortcuts.insert(row.shortcut).second) << row.shortcut;
+            EXPECT_FALSE(window->Action(row.id)->shortcut().isEmpty()) << row.shortcut;
+        }
+        if (*row.icon != '\0') {
+            EXPECT_FALSE(window->Action(row.id)->icon().isNull()) << row.icon;
+        }
+    }
+    QStringList captions;
+    for (const QAction* menu : window->menuBar()->actions()) {
+        captions += menu->text();
+    }
+    EXPECT_EQ(captions.mid(0, 4), QStringList({"&File", "&View", "&Edit", "&Compile"}));
+    for (const char* key :
+         {"File_New", "File_Open", "File_Save", "File_SaveAll", "File_Print", "Copy", "Cut",
+          "Paste", "Find", "SyntaxCheck", "Compile", "Kinetron", "Download"}) {
+        EXPECT_NE(window->findChild<QWidget*>(key), nullptr) << key;
+    }
+}
+
+TEST_F(CommandsTest, TheEditCommandsWorkOnTheWindowInFront) {
+    Press(CommandId::Save);
+    EXPECT_EQ(LastShown(), "Nothing to Save!");
+    Press(CommandId::NewSource);
+    Press(CommandId::Save);
+    EXPECT_EQ(LastShown(), "File Save Cancelled as requested");
+    Press(CommandId::SaveSourceAs);
+    EXPECT_EQ(LastShown(), "File Save As Cancelled as requested");
+    Type("alpha beta");
+    EXPECT_EQ(Child<QLabel>("panelChanged")->text(), "Changed");
+    Press(CommandId::SelectAll);
+    Press(CommandId::Copy);
+    EXPECT_EQ(QApplication::clipboard()->text(), "alpha beta");
+    Press(CommandId::Cut);
+    EXPECT_EQ(FrontSource()->Text(), "");
+    Press(CommandId::Paste);
+    Press(CommandId::Paste);
+    EXPECT_EQ(FrontSource()->Text(), "alpha betaalpha beta");
+    Press(CommandId::Undo);
+    Press(CommandId::Undo);
+    Press(CommandId::Redo);
+    EXPECT_EQ(FrontSource()->Text(), "alpha beta");
+    dialogs.text = "1";
+    Press(CommandId::Goto);
+    EXPECT_EQ(dialogs.questions.last(), "Line number to go to?");
+    Press(CommandId::Copy);
+    EXPECT_EQ(QApplication::clipboard()->text(), "alpha beta");
+    for (CommandId id : {CommandId::ZoomIn, CommandId::ZoomOut, CommandId::ResetZoom}) {
+        Press(id);
+    }
+    Press(CommandId::SyntaxCheck);  // the name for the new file is not given
+    EXPECT_EQ(LastShown(), "Compile Cancelled");
+}
+
+TEST_F(CommandsTest, FilesAreOpenedOnceAndSearchedToTheirEnd) {
+    WriteFile("prog.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    dialogs.fileToOpen = FilePath("prog.txt");
+    Press(CommandId::OpenSource);
+    EXPECT_EQ(dialogs.lastChoice.filters, "Source (Text) Files|*.txt");
+    Press(CommandId::OpenSource);
+    EXPECT_TRUE(LastShown().startsWith("E3002:")) << LastShown().toStdString();
+    EXPECT_TRUE(LastShown().endsWith("prog.txt"));
+    EXPECT_EQ(window->Files().Windows().size(), 1);
+    EXPECT_EQ(Child<QTabBar>("TabStripFiles")->count(), 1);
+    Press(CommandId::Replace);
+    auto* find = Child<QDialog>("frmFind");
+    find->findChild<QLineEdit*>("TxtToFind")->setText("program");
+    find->findChild<QAbstractButton*>("BtnFind")->click();
+    Press(CommandId::FindNext);
+    EXPECT_EQ(FrontSource()->DocStats(), "Line 2/2");
+    Press(CommandId::FindNext);
+    EXPECT_EQ(LastShown(), "End of File. Search again to restart");
+    find->close();
+    // A file that is gone is said to be so, and nothing opens.
+    dialogs.fileToOpen = FilePath("missing.txt");
+    Press(CommandId::OpenSource);
+    EXPECT_TRUE(LastShown().startsWith("Error Loading Source File:")) << LastShown().toStdString();
+    EXPECT_EQ(window->Files().Windows().size(), 1);
+}
+
+TEST_F(CommandsTest, DownloadsAreRefusedUntilThereIsSomethingToSend) {
+    for (CommandId id : {CommandId::DownloadCurrent, CommandId::DownloadSaved}) {
+        EXPECT_FALSE(window->Action(id)->isEnabled());
+    }
+    Press(CommandId::OpenVirtualBoard);
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return window->Action(CommandId::DownloadCurrent)->isEnabled(); }));
+    Press(CommandId::DownloadCurrent);
+    EXPECT_EQ(LastShown(), "Nothing Compiled to Download!");
+    Write("some.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    window->Files().SetMainFile(0);
+    Press(CommandId::DownloadCurrent);
+    EXPECT_EQ(LastShown(),
+              "Please use the download saved when you have no source file open and compiled");
+    Press(CommandId::Variables);
+    EXPECT_EQ(LastShown(), "No Variable Information found. Have you compiled the program?");
+    // A port that is not there: its message, and no terminal stays.
+    window->close();
+    settings->SaveSetting(SettingNumber::SerialPort, std::string("/dev/no-such-port"));
+    Start();
+    Press(CommandId::OpenComms);
+    EXPECT_TRUE(LastShown().startsWith(
+        "Failed to open '/dev/no-such-port' - Specified port was not found"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Child("frmTerminal") == nullptr; }));
+    EXPECT_FALSE(window->Action(CommandId::DownloadCurrent)->isEnabled());
+}
+
+TEST_F(CommandsTest, WindowsAreArrangedListedAndClosed) {
+    Write("a.txt", "; a\n");
+    Write("b.txt", "; b\n");
+    Press(CommandId::Calculator);
+    auto* area = window->findChild<QMdiArea*>();
+    for (CommandId id : {CommandId::TileHorizontal, CommandId::TileVertical, CommandId::Cascade}) {
+        Press(id);
+        for (const QMdiSubWindow* frame : area->subWindowList()) {
+            EXPECT_TRUE(area->viewport()->rect().intersects(frame->geometry()));
+        }
+    }
+    area->subWindowList().first()->showMinimized();
+    Press(CommandId::ArrangeIcons);
+    EXPECT_EQ(area->subWindowList().first()->geometry().bottom(),
+              area->viewport()->rect().bottom());
+    EXPECT_EQ(Tile({0, 0, 100, 90}, 3, Tiling::Horizontal)[2], QRect(0, 60, 100, 30));
+    EXPECT_EQ(Tile({0, 0, 100, 90}, 3, Tiling::Vertical)[1], QRect(33, 0, 33, 90));
+
+    QMenu* menu = window->menuBar()->actions()[5]->menu();
+    emit menu->aboutToShow();
+    EXPECT_EQ(menu->actions().last()->text(), "&3 " + area->subWindowList().last()->windowTitle());
+    Press(CommandId::NextWindow);
+    const qsizetype open = area->subWindowList().size();
+    Press(CommandId::CloseSource);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return area->subWindowList().size() == open - 1; }));
+}
+
+TEST_F(CommandsTest, ClosingAChangedFileAsks) {
+    Write("a.txt", "; a\n")->SetText("; b\n");
+    dialogs.yes = true;
+    Press(CommandId::CloseSource);
+    EXPECT_EQ(dialogs.questions.last(), "Source File has changed. Save changes?");
+    EXPECT_TRUE(ReadFile("a.txt").startsWith("; b"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->Files().Windows().isEmpty(); }));
+    EXPECT_EQ(Child<QTabBar>("TabStripFiles")->count(), 0);
+}
+
+TEST_F(CommandsTest, ARightClickOnATabChoosesTheFileToCompile) {
+    Write("a.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    Write("b.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    auto* tabs = Child<QTabBar>("TabStripFiles");
+    QTest::mouseClick(tabs, Qt::RightButton, {}, tabs->tabRect(0).center());
+    EXPECT_EQ(window->Files().MainFile(), 0);
+    EXPECT_FALSE(tabs->tabIcon(0).isNull());
+    EXPECT_TRUE(tabs->tabIcon(1).isNull());
+    EXPECT_EQ(FrontSource()->FileName(), "a.txt");
+    Press(CommandId::CompileSource);
+    EXPECT_FALSE(ReadFile("a.obj").isEmpty());
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(1).center());
+    EXPECT_EQ(FrontSource()->FileName(), "b.txt");
+}
+
+TEST_F(CommandsTest, ToolBarRowsAndPlacesAreRemembered) {
+    auto* bar = Child<QToolBar>("ToolbarText");
+    window->insertToolBarBreak(bar);
+    window->resize(900, 650);
+    window->close();
+    EXPECT_TRUE(AsBoolean(settings->GetSetting(SettingNumber::ToolBarLayout, "Saved")));
+    EXPECT_TRUE(
+        AsBoolean(settings->GetSetting(SettingNumber::ToolBarLayout, "ToolbarText.NewRow")));
+    Start();
+    EXPECT_TRUE(window->toolBarBreak(Child<QToolBar>("ToolbarText")));
+    EXPECT_FALSE(window->toolBarBreak(Child<QToolBar>("ToolbarCompile")));
+}
+
+TEST_F(CommandsTest, PrintsTheHeaderOnceAndTheTextForEachCopy) {
+    EXPECT_EQ(PrintedText("a.txt", "; x\n", 2),
+              "\n** ZentroCompiler II File - a.txt **\n; x\n; x\n");
+    Write("a.txt", "; x\n");
+    Press(CommandId::Print);  // cancelled
+    dialogs.printToFile = FilePath("out.pdf");
+    dialogs.copies = 2;
+    Press(CommandId::Print);
+    EXPECT_TRUE(ReadFile("out.pdf").startsWith("%PDF"));
+}
+
+TEST_F(CommandsTest, TheSmallToolsOpen) {
+    Press(CommandId::Help);
+    EXPECT_NE(Child("frmBrowser"), nullptr);
+    QStringList opened;
+    dialogs.run = [&](QDialog& dialog) {
+        opened += dialog.objectName();
+        return false;
+    };
+    Press(CommandId::Options);
+    Press(CommandId::About);
+    EXPECT_EQ(opened, QStringList({"frmOptions", "frmAbout"}));
+    Press(CommandId::Recover);
+    Press(CommandId::Examples);
+    EXPECT_EQ(dialogs.lastChoice.title, "Example Programs");
+    Press(CommandId::CheckWhileTyping);
+    EXPECT_FALSE(AsBoolean(settings->GetSetting(SettingNumber::CheckWhileTyping)));
+}
+
+}  // namespace zentro

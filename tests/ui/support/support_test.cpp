@@ -1,0 +1,77 @@
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+#include "tests/ui/ui_fixture.h"
+#include "ui/support/colours.h"
+#include "ui/support/icons.h"
+#include "ui/support/window_place.h"
+
+namespace zentro {
+
+class SupportTest : public UiTest {};
+
+TEST_F(SupportTest, PlacesAreKeptInTwipsAndStayVisible) {
+    const QRect area(0, 0, 1000, 700);
+    struct Case {
+        QRect place;
+        QRect kept;
+    };
+    for (const Case& c :
+         {Case{{10, 20, 300, 200}, {10, 20, 300, 200}}, Case{{-50, -5, 300, 200}, {0, 0, 300, 200}},
+          Case{{900, 650, 300, 200}, {700, 500, 300, 200}},
+          Case{{5000, 9000, 3000, 2000}, {0, 0, 1000, 700}}}) {
+        EXPECT_EQ(KeepWithin(c.place, area), c.kept);
+    }
+    SavePlace(*settings, kTerminalWindowPlace, {40, 30, 500, 400});
+    EXPECT_EQ(AsInteger(settings->GetSetting(SettingNumber::TerminalWindowWidth)), 7500);
+    EXPECT_EQ(LoadPlace(*settings, kTerminalWindowPlace), QRect(40, 30, 500, 400));
+}
+
+TEST_F(SupportTest, AChildWindowMovesWithItsFrame) {
+    QMdiArea area;
+    area.resize(1200, 900);
+    area.show();
+    auto* window = new QWidget;
+    QMdiSubWindow* frame = area.addSubWindow(window);
+    frame->show();
+    RestorePlace(*window, *settings, kObjectWindowPlace);  // 6300, 0, 6300, 6000 twips
+    EXPECT_EQ(frame->geometry(), QRect(420, 0, 420, 400));
+    frame->setGeometry(30, 45, 333, 222);
+    RememberPlace(*window, *settings, kObjectWindowPlace);
+    EXPECT_EQ(LoadPlace(*settings, kObjectWindowPlace), QRect(30, 45, 333, 222));
+    frame->showMaximized();
+    RememberPlace(*window, *settings, kObjectWindowPlace);
+    EXPECT_EQ(LoadPlace(*settings, kObjectWindowPlace), QRect(30, 45, 333, 222));
+}
+
+TEST_F(SupportTest, ColoursOfTheSettingsFollowTheDesktop) {
+    QPalette palette;
+    palette.setColor(QPalette::Base, QColor(20, 20, 20));
+    palette.setColor(QPalette::Text, QColor(230, 230, 230));
+    EXPECT_EQ(ToColour(0x00C000, palette), QColor(0, 192, 0));
+    EXPECT_EQ(ToColour(0x000000FF, palette), QColor(255, 0, 0));
+    EXPECT_EQ(FromColour(QColor(1, 2, 3)), 0x030201);
+    EXPECT_EQ(ToColour(static_cast<std::int32_t>(0x80000005U), palette), QColor(20, 20, 20));
+    EXPECT_EQ(ToColour(static_cast<std::int32_t>(0x80000008U), palette), QColor(230, 230, 230));
+    EXPECT_TRUE(IsDark(palette));
+    // Blue cannot be read on black; on white it stays as it is.
+    EXPECT_NE(ReadableOn(Qt::blue, QColor(20, 20, 20)), QColor(Qt::blue));
+    EXPECT_EQ(ReadableOn(Qt::blue, Qt::white), QColor(Qt::blue));
+}
+
+TEST_F(SupportTest, IconsTakeTheColourOfTheText) {
+    EXPECT_TRUE(ThemedIcon("no such picture").isNull());
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::ButtonText, QColor(250, 10, 10));
+    QApplication::setPalette(palette);
+    const QImage image = ThemedIcon("stop").pixmap(16, 16).toImage();
+    int reddest = 0;
+    for (int x = 0; x < 16; ++x) {
+        reddest = std::max(reddest, qAlpha(image.pixel(x, 4)) > 200 ? qRed(image.pixel(x, 4)) : 0);
+    }
+    EXPECT_GT(reddest, 200);
+    EXPECT_EQ(DesktopFilters("Source (Text) Files|*.txt|All Files (*.*)|*.*"),
+              "Source (Text) Files (*.txt);;All Files (*.*)");
+}
+
+}  // namespace zentro

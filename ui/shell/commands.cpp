@@ -1,0 +1,93 @@
+#include "ui/shell/commands.h"
+
+#include <array>
+
+namespace zentro {
+
+namespace {
+
+using enum CommandId;
+
+constexpr auto kNone = ToolBarId::None;
+
+constexpr std::array kMenus{
+    MenuRow{MenuId::File, "&File"},         MenuRow{MenuId::View, "&View"},
+    MenuRow{MenuId::Edit, "&Edit"},         MenuRow{MenuId::Compile, "&Compile"},
+    MenuRow{MenuId::Kinetron, "&Kinetron"}, MenuRow{MenuId::Windows, "&Windows"},
+    MenuRow{MenuId::Help, "&Help"},
+};
+
+constexpr std::array kToolBars{
+    ToolBarRow{ToolBarId::File, "ToolbarFile", "File"},
+    ToolBarRow{ToolBarId::Text, "ToolbarText", "Text"},
+    ToolBarRow{ToolBarId::Compile, "ToolbarCompile", "Compile"},
+};
+
+// clang-format off
+constexpr std::array kCommands{
+    CommandRow{NewSource, MenuId::File, "Menu_File_NewSource", "&New Source File", "Ctrl+N", "file-new", ToolBarId::File, "File_New", false, "Begin a new program"},
+    CommandRow{OpenSource, MenuId::File, "Menu_File_OpenSource", "&Open Source File", "Ctrl+O", "file-open", ToolBarId::File, "File_Open", false, "Open a program from disk"},
+    CommandRow{GetFromWeb, MenuId::File, "Menu_File_GetFromWeb", "&Get Source from Web", "", "", kNone, "", false, "Show the web page with example programs"},
+    CommandRow{Save, MenuId::File, "Menu_File_Save", "&Save Source File", "Ctrl+S", "file-save", ToolBarId::File, "File_Save", true, "Save the program in front"},
+    CommandRow{SaveSourceAs, MenuId::File, "Menu_File_SaveSourceAs", "Save Source File As", "Ctrl+Shift+S", "", kNone, "", false, "Save the program in front under another name"},
+    CommandRow{SaveAll, MenuId::File, "Menu_File_SaveAll", "Save All Source", "", "file-save-all", ToolBarId::File, "File_SaveAll", false, "Save every open program"},
+    CommandRow{CloseSource, MenuId::File, "Menu_File_Close", "&Close Window", "Ctrl+W", "", kNone, "", false, "Close the window in front"},
+    CommandRow{Recover, MenuId::File, "Menu_File_Recover", "&Recover Unsaved Text", "", "", kNone, "", true, "Show the copies that were kept of unsaved text"},
+    CommandRow{Print, MenuId::File, "Menu_File_Print", "&Print Source File", "Ctrl+P", "file-print", ToolBarId::File, "File_Print", true, "Print the program in front"},
+    CommandRow{Exit, MenuId::File, "Menu_File_Exit", "E&xit", "Ctrl+Q", "", kNone, "", true, "Close the program"},
+
+    CommandRow{Variables, MenuId::View, "Menu_View_Variables", "View &Variables", "F11", "variables", kNone, "", false, "Show the values of the program's variables"},
+    CommandRow{Calculator, MenuId::View, "Menu_View_Calculator", "View Hex &Calculator", "F12", "calculator", kNone, "", false, "Convert between decimal and hexadecimal"},
+    CommandRow{ZoomIn, MenuId::View, "Menu_View_ZoomIn", "Zoom &In", "Ctrl++", "", kNone, "", true, "Show the text larger"},
+    CommandRow{ZoomOut, MenuId::View, "Menu_View_ZoomOut", "Zoom Ou&t", "Ctrl+-", "", kNone, "", false, "Show the text smaller"},
+    CommandRow{ResetZoom, MenuId::View, "Menu_View_ResetZoom", "&Normal Size", "Ctrl+0", "", kNone, "", false, "Show the text in its normal size"},
+    CommandRow{Options, MenuId::View, "Menu_View_Options", "&Options", "", "options", kNone, "", true, "Change the settings"},
+
+    CommandRow{Undo, MenuId::Edit, "Menu_Edit_Undo", "&Undo last", "Ctrl+Z", "edit-undo", kNone, "", false, "Take the last change back"},
+    CommandRow{Redo, MenuId::Edit, "Menu_Edit_Redo", "Re&do", "Ctrl+Y", "edit-redo", kNone, "", false, "Make the change again that was taken back"},
+    CommandRow{Cut, MenuId::Edit, "Menu_Edit_Cut", "Cu&t", "Ctrl+X", "edit-cut", ToolBarId::Text, "Cut", true, "Move the selected text to the clipboard"},
+    CommandRow{Copy, MenuId::Edit, "Menu_Edit_Copy", "&Copy", "Ctrl+C", "edit-copy", ToolBarId::Text, "Copy", false, "Copy the selected text to the clipboard"},
+    CommandRow{Paste, MenuId::Edit, "Menu_Edit_Paste", "&Paste ", "Ctrl+V", "edit-paste", ToolBarId::Text, "Paste", false, "Insert the text of the clipboard"},
+    CommandRow{Find, MenuId::Edit, "Menu_Edit_Find", "Find", "Ctrl+F", "edit-find", ToolBarId::Text, "Find", true, "Look for text in the open programs"},
+    CommandRow{FindNext, MenuId::Edit, "Menu_Edit_FindNext", "Find &Next", "F3", "", kNone, "", false, "Look for the same text again"},
+    CommandRow{Replace, MenuId::Edit, "Menu_Edit_Replace", "&Replace", "Ctrl+H", "", kNone, "", false, "Replace text in the open programs"},
+    CommandRow{Goto, MenuId::Edit, "Menu_Edit_Goto", "&Goto Line Number", "Ctrl+G", "", kNone, "", true, "Go to a line of the program in front"},
+    CommandRow{SelectAll, MenuId::Edit, "Menu_Edit_SelectAll", "Select &All", "Ctrl+A", "", kNone, "", false, "Select the whole text"},
+
+    CommandRow{SyntaxCheck, MenuId::Compile, "Menu_Compile_SyntaxCheck", "&Syntax Check", "Shift+F5", "syntax-check", ToolBarId::Compile, "SyntaxCheck", false, "Look for mistakes in the program"},
+    CommandRow{CompileSource, MenuId::Compile, "Menu_Compile_CompileSource", "&Compile Source ", "F5", "compile", ToolBarId::Compile, "Compile", false, "Translate the program into object code"},
+    CommandRow{CheckWhileTyping, MenuId::Compile, "Menu_Compile_CheckWhileTyping", "Check &While Typing", "", "", kNone, "", true, "Mark mistakes as soon as they are typed"},
+    CommandRow{ResetMain, MenuId::Compile, "menu_compile_resetMain", "&Reset File To Compile (temporary)", "", "", kNone, "", true, "Forget which file is the one to compile"},
+
+    CommandRow{OpenComms, MenuId::Kinetron, "Menu_Kinetron_OpenComms", "Open Terminal  Window", "F6", "terminal", ToolBarId::Compile, "Kinetron", false, "Connect to the board"},
+    CommandRow{OpenVirtualBoard, MenuId::Kinetron, "Menu_Kinetron_OpenVirtualBoard", "Open &Virtual Board", "F8", "virtual-board", kNone, "", false, "Work with a board on the screen"},
+    CommandRow{DownloadCurrent, MenuId::Kinetron, "Menu_Kinetron_DownloadCurrent", "Download Current Program", "F7", "download", ToolBarId::Compile, "Download", true, "Send the compiled program to the board"},
+    CommandRow{DownloadSaved, MenuId::Kinetron, "Menu_Kinetron_DowloadSaved", "Download Saved Program", "Shift+F7", "", kNone, "", false, "Send an object file to the board"},
+    CommandRow{CancelDownload, MenuId::Kinetron, "Menu_Kinetron_CancelDownload", "&Cancel Download", "", "stop", kNone, "", false, "End the download that is going on"},
+
+    CommandRow{TileHorizontal, MenuId::Windows, "Menu_Windows_TileHorizontal", "Tile &Horizontally", "", "", kNone, "", false, "Put the windows one below the other"},
+    CommandRow{TileVertical, MenuId::Windows, "Menu_Windows_TileVertical", "Tile &Vertically", "", "", kNone, "", false, "Put the windows side by side"},
+    CommandRow{Cascade, MenuId::Windows, "Menu_Windows_Cascade", "Arrange in &Cascade", "", "", kNone, "", false, "Put the windows one over the other"},
+    CommandRow{ArrangeIcons, MenuId::Windows, "Menu_Windows_ArrangeIcons", "Arrange &Icons", "", "", kNone, "", false, "Put minimised windows in a row"},
+    CommandRow{NextWindow, MenuId::Windows, "Menu_Windows_Next", "&Next Window", "Ctrl+Tab", "", kNone, "", true, "Bring the next window to the front"},
+
+    CommandRow{Help, MenuId::Help, "Menu_Help_Help", "&Help", "F1", "help", kNone, "", false, "Show the handbook, at the word under the caret"},
+    CommandRow{Examples, MenuId::Help, "Menu_Help_Examples", "&Example Programs", "", "", kNone, "", false, "Open one of the example programs"},
+    CommandRow{Cogwright, MenuId::Help, "Menu_Help_Cogwright", "&Cogwright on the Web", "", "", kNone, "", true, "Show the maker's web site"},
+    CommandRow{About, MenuId::Help, "Menu_Help_About", "&About Cogwright ZentroCompiler", "", "", kNone, "", false, "Show the version of this program"},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const MenuRow> Menus() {
+    return kMenus;
+}
+std::span<const ToolBarRow> ToolBars() {
+    return kToolBars;
+}
+std::span<const CommandRow> Commands() {
+    return kCommands;
+}
+
+}  // namespace zentro

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace zentro {
+
+/// Everything that a menu entry, a shortcut or a button can ask of the main window.
+enum class CommandId : std::uint8_t {
+    NewSource,
+    OpenSource,
+    GetFromWeb,
+    Save,
+    SaveSourceAs,
+    SaveAll,
+    CloseSource,
+    Recover,
+    Print,
+    Exit,
+    Variables,
+    Calculator,
+    ZoomIn,
+    ZoomOut,
+    ResetZoom,
+    Options,
+    Undo,
+    Redo,
+    Cut,
+    Copy,
+    Paste,
+    Find,
+    FindNext,
+    Replace,
+    Goto,
+    SelectAll,
+    SyntaxCheck,
+    CompileSource,
+    CheckWhileTyping,
+    ResetMain,
+    OpenComms,
+    OpenVirtualBoard,
+    DownloadCurrent,
+    DownloadSaved,
+    CancelDownload,
+    TileHorizontal,
+    TileVertical,
+    Cascade,
+    ArrangeIcons,
+    NextWindow,
+    Help,
+    Examples,
+    Cogwright,
+    About,
+};
+
+enum class MenuId : std::uint8_t { File, View, Edit, Compile, Kinetron, Windows, Help };
+
+enum class ToolBarId : std::uint8_t { None, File, Text, Compile };
+
+/// A menu, in the order of the menu bar.
+struct MenuRow {
+    MenuId id;
+    const char* caption;
+};
+
+/// A tool bar. Its name is also that of its records in the settings.
+struct ToolBarRow {
+    ToolBarId id;
+    const char* name;
+    const char* caption;
+};
+
+/// A command, in the order of its menu. Texts that a row does not need are empty.
+struct CommandRow {
+    CommandId id;
+    MenuId menu;
+    const char* name;  ///< of the menu entry
+    const char* caption;
+    const char* shortcut;
+    const char* icon;
+    ToolBarId toolBar;
+    const char* toolBarKey;
+    bool separatorBefore;
+    const char* help;  ///< for the status bar and screen readers
+};
+
+std::span<const MenuRow> Menus();
+std::span<const ToolBarRow> ToolBars();
+std::span<const CommandRow> Commands();
+
+}  // namespace zentro

@@ -1,0 +1,120 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+#include <functional>
+#include <map>
+
+#include "comms/port_list.h"
+#include "ui/dialogs/source_search.h"
+#include "ui/shell/commands.h"
+#include "ui/support/workbench.h"
+
+class QLabel;
+class QMdiArea;
+class QProgressBar;
+class QTabBar;
+
+namespace zentro {
+
+class BoardConnection;
+class Calculator;
+class CompileCommands;
+class FindDialog;
+class HelpBrowser;
+class NoticeBar;
+class RecoveryKeeper;
+class SourceChecks;
+class SourceFiles;
+class SourceWindow;
+
+/// The frame of the program: menus, tool bars, file tabs, the child windows and the status bar. It
+/// hands each command to the class that knows what to do.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    /// The workbench outlives the window.
+    explicit MainWindow(Workbench& workbench, PortLister listPorts = ListPorts);
+    ~MainWindow() override;
+
+    /// What follows once the window is seen: text that a crash left is offered again, the last file
+    /// opened, on a first start without a port the virtual board offered.
+    void Begin(bool firstStart);
+
+    QAction* Action(CommandId id) const { return actions_.at(id); }
+    SourceFiles& Files() { return *files_; }
+    BoardConnection& Boards() { return *boards_; }
+    CompileCommands& Compiler() { return *compiler_; }
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    void MakeActions();
+    void MakeMenus();
+    void MakeToolBars();
+    void MakeCentre();
+    void MakeStatusBar();
+    void MakeParts();
+    void ConnectFiles();
+    void ConnectCompiler();
+    void ConnectBoards();
+
+    void BindFileCommands();
+    void BindViewCommands();
+    void BindEditCommands();
+    void BindCompileCommands();
+    void BindKinetronCommands();
+    void BindWindowsCommands();
+    void BindHelpCommands();
+    void BindToSource(CommandId id, void (SourceWindow::*run)());
+
+    void OpenSource();
+    void OpenPath(const QString& path);
+    void OpenExample();
+    void Print();
+    void EditFocused(const char* slot, void (SourceWindow::*run)());
+    void Copy();
+    void ShowFindDialog(bool replaces);
+    void TellSearchResult(SearchResult result);
+    void GotoLine();
+    void ShowOptions();
+    void ShowHelp(const QString& address, const QString& topic);
+    void ApplySettings();
+    void OfferVirtualBoard();
+
+    void UpdateFront();
+    void FillWindowsMenu();
+    void AddChild(QWidget* window);
+    void BringToFront(QWidget* window);
+    QWidget* Front() const;
+    QString Setting(SettingNumber number) const;
+
+    Workbench& workbench_;
+    PortLister listPorts_;
+    std::map<CommandId, QAction*> actions_;
+    std::map<CommandId, std::function<void()>> handlers_;
+    QTabBar* tabs_ = nullptr;
+    QMdiArea* area_ = nullptr;
+    NoticeBar* notices_ = nullptr;
+    QMenu* windowsMenu_ = nullptr;
+    QLabel* linePanel_ = nullptr;
+    QLabel* changedPanel_ = nullptr;
+    QLabel* connectionPanel_ = nullptr;
+    QProgressBar* progress_ = nullptr;
+
+    SourceFiles* files_ = nullptr;
+    CompileCommands* compiler_ = nullptr;
+    BoardConnection* boards_ = nullptr;
+    RecoveryKeeper* recovery_ = nullptr;
+    SourceChecks* checks_ = nullptr;
+    std::unique_ptr<SourceSearch> search_;
+    QPointer<FindDialog> findDialog_;
+    QPointer<Calculator> calculator_;
+    QPointer<HelpBrowser> browser_;
+};
+
+}  // namespace zentro

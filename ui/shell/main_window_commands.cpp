@@ -1,0 +1,280 @@
+// What each command of the menus does: one function for each menu.
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPrinter>
+#include <QTabBar>
+
+#include "ui/dialogs/about_dialog.h"
+#include "ui/dialogs/calculator.h"
+#include "ui/dialogs/find_dialog.h"
+#include "ui/dialogs/help_browser.h"
+#include "ui/dialogs/options_dialog.h"
+#include "ui/editor/source_window.h"
+#include "ui/output/compiler_output_window.h"
+#include "ui/output/object_code_window.h"
+#include "ui/shell/arrange_windows.h"
+#include "ui/shell/board_connection.h"
+#include "ui/shell/compile_commands.h"
+#include "ui/shell/main_window.h"
+#include "ui/shell/print_source.h"
+#include "ui/shell/recovery_keeper.h"
+#include "ui/shell/source_checks.h"
+#include "ui/shell/source_files.h"
+#include "ui/support/dialogs.h"
+#include "ui/terminal/terminal_window.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr const char* kSourceFilter = "Source (Text) Files|*.txt";
+
+FileChoice SourceChoice(const QString& title, const QString& folder) {
+    FileChoice choice;
+    choice.title = title;
+    choice.folder = folder;
+    choice.filters = kSourceFilter;
+    choice.defaultSuffix = "txt";
+    return choice;
+}
+
+}  // namespace
+
+/// A command that works on the source window in front and does nothing without one.
+void MainWindow::BindToSource(CommandId id, void (SourceWindow::*run)()) {
+    handlers_[id] = [this, run] {
+        if (SourceWindow* source = files_->Front()) (source->*run)();
+    };
+}
+
+void MainWindow::BindFileCommands() {
+    handlers_[CommandId::NewSource] = [this] { files_->NewFile(); };
+    handlers_[CommandId::OpenSource] = [this] { OpenSource(); };
+    handlers_[CommandId::GetFromWeb] = [this] {
+        ShowHelp(Setting(SettingNumber::SourcesWebPage), {});
+    };
+    handlers_[CommandId::Save] = [this] { files_->SaveFront(); };
+    handlers_[CommandId::SaveSourceAs] = [this] { files_->SaveFrontAs(); };
+    handlers_[CommandId::SaveAll] = [this] { files_->SaveAll(); };
+    handlers_[CommandId::CloseSource] = [this] { area_->closeActiveSubWindow(); };
+    handlers_[CommandId::Recover] = [this] { recovery_->ShowCopies(this); };
+    handlers_[CommandId::Print] = [this] { Print(); };
+    handlers_[CommandId::Exit] = [this] { close(); };
+}
+
+void MainWindow::BindViewCommands() {
+    handlers_[CommandId::Variables] = [this] { boards_->OpenVariables(); };
+    handlers_[CommandId::Calculator] = [this] {
+        if (calculator_ == nullptr) {
+            calculator_ = new Calculator;
+            AddChild(calculator_);
+        }
+        BringToFront(calculator_);
+    };
+    BindToSource(CommandId::ZoomIn, &SourceWindow::ZoomIn);
+    BindToSource(CommandId::ZoomOut, &SourceWindow::ZoomOut);
+    BindToSource(CommandId::ResetZoom, &SourceWindow::ResetZoom);
+    handlers_[CommandId::Options] = [this] { ShowOptions(); };
+}
+
+void MainWindow::BindEditCommands() {
+    handlers_[CommandId::Undo] = [this] { EditFocused("undo", &SourceWindow::Undo); };
+    handlers_[CommandId::Redo] = [this] { EditFocused("redo", &SourceWindow::Redo); };
+    handlers_[CommandId::Cut] = [this] { EditFocused("cut", &SourceWindow::CutSelectedText); };
+    handlers_[CommandId::Copy] = [this] { Copy(); };
+    handlers_[CommandId::Paste] = [this] {
+        EditFocused("paste", &SourceWindow::PasteSelectedText);
+    };
+    handlers_[CommandId::SelectAll] = [this] {
+        EditFocused("selectAll", &SourceWindow::SelectAllText);
+    };
+    handlers_[CommandId::Find] = [this] { ShowFindDialog(false); };
+    handlers_[CommandId::FindNext] = [this] { TellSearchResult(search_->FindNext()); };
+    handlers_[CommandId::Replace] = [this] { ShowFindDialog(true); };
+    handlers_[CommandId::Goto] = [this] { GotoLine(); };
+}
+
+void MainWindow::BindCompileCommands() {
+    handlers_[CommandId::SyntaxCheck] = [this] { compiler_->SyntaxCheck(); };
+    handlers_[CommandId::CompileSource] = [this] { compiler_->CompileSource(); };
+    handlers_[CommandId::CheckWhileTyping] = [this] {
+        checks_->SwitchOn(Action(CommandId::CheckWhileTyping)->isChecked());
+    };
+    handlers_[CommandId::ResetMain] = [this] { files_->ResetMainFile(); };
+}
+
+void MainWindow::BindKinetronCommands() {
+    handlers_[CommandId::OpenComms] = [this] { boards_->OpenComms(); };
+    handlers_[CommandId::OpenVirtualBoard] = [this] { boards_->OpenVirtualBoard(); };
+    handlers_[CommandId::DownloadCurrent] = [this] { boards_->DownloadCurrent(); };
+    handlers_[CommandId::DownloadSaved] = [this] { boards_->DownloadSaved(); };
+    handlers_[CommandId::CancelDownload] = [this] { boards_->CancelDownload(); };
+}
+
+void MainWindow::BindWindowsCommands() {
+    handlers_[CommandId::TileHorizontal] = [this] { TileWindows(*area_, Tiling::Horizontal); };
+    handlers_[CommandId::TileVertical] = [this] { TileWindows(*area_, Tiling::Vertical); };
+    handlers_[CommandId::Cascade] = [this] { area_->cascadeSubWindows(); };
+    handlers_[CommandId::ArrangeIcons] = [this] { ArrangeMinimised(*area_); };
+    handlers_[CommandId::NextWindow] = [this] { area_->activateNextSubWindow(); };
+}
+
+void MainWindow::BindHelpCommands() {
+    handlers_[CommandId::Help] = [this] {
+        if (Setting(SettingNumber::HelpFile).isEmpty()) {
+            workbench_.settings.SaveSetting(
+                SettingNumber::HelpFile,
+                (workbench_.programFolder / "ZentroCodeHelp.htm").string());
+        }
+        const SourceWindow* source = files_->Front();
+        ShowHelp(Setting(SettingNumber::HelpFile), source == nullptr ? "" : source->WordAtCursor());
+    };
+    handlers_[CommandId::Examples] = [this] { OpenExample(); };
+    handlers_[CommandId::Cogwright] = [this] {
+        ShowHelp(Setting(SettingNumber::MakerWebSite), {});
+    };
+    handlers_[CommandId::About] = [this] {
+        AboutDialog dialog(workbench_.dialogs, this);
+        workbench_.dialogs.Run(dialog);
+    };
+}
+
+void MainWindow::OpenSource() {
+    const std::optional<QString> path = workbench_.dialogs.ChooseFileToOpen(
+        this, SourceChoice("Open Source File", Setting(SettingNumber::SourceFolder)));
+    if (!path) return;
+    const QString folder = QFileInfo(*path).absolutePath();
+    workbench_.settings.SaveSetting(SettingNumber::SourceFolder,
+                                    (folder + QDir::separator()).toStdString());
+    OpenPath(*path);
+}
+
+void MainWindow::OpenExample() {
+    const QString folder = QString::fromStdString((workbench_.programFolder / "examples").string());
+    const std::optional<QString> path =
+        workbench_.dialogs.ChooseFileToOpen(this, SourceChoice("Example Programs", folder));
+    if (path) OpenPath(*path);
+}
+
+/// Opens a file, or says that it is open already.
+void MainWindow::OpenPath(const QString& path) {
+    const QFileInfo file(path);
+    if (SourceWindow* open = files_->Find(path)) {
+        BringToFront(open);
+        const ErrorMessage* message = workbench_.configuration.messages.Find("E3002");
+        if (message == nullptr) return;
+        return workbench_.dialogs.ShowMessage(
+            this, QString::fromStdString("E3002:" + std::string(message->errorMsg) + "\r\n\r\n") +
+                      file.fileName());
+    }
+    files_->OpenFile(file.absolutePath(), file.fileName());
+}
+
+void MainWindow::Print() {
+    const SourceWindow* source = files_->Front();
+    if (source == nullptr) return;
+    QPrinter printer(QPrinter::HighResolution);
+    if (workbench_.dialogs.SetUpPrinter(this, printer))
+        PrintSource(source->FileTitle(), source->Text(), workbench_.settings, printer);
+}
+
+/// A text box that has the focus takes the command itself; otherwise it is the source window's.
+void MainWindow::EditFocused(const char* slot, void (SourceWindow::*run)()) {
+    QWidget* focus = QApplication::focusWidget();
+    SourceWindow* source = files_->Front();
+    const bool isInSource = source != nullptr && (focus == nullptr || source->isAncestorOf(focus));
+    if (isInSource) return (source->*run)();
+    if (focus != nullptr && focus->metaObject()->indexOfSlot(QByteArray(slot) + "()") >= 0) {
+        QMetaObject::invokeMethod(focus, slot);
+    } else if (source != nullptr) {
+        (source->*run)();
+    }
+}
+
+void MainWindow::Copy() {
+    QWidget* front = Front();
+    if (auto* terminal = qobject_cast<TerminalWindow*>(front)) {
+        const QString text = terminal->CopySelectedText();
+        if (!text.isEmpty()) QApplication::clipboard()->setText(text);
+    } else if (auto* text = qobject_cast<CompilerTextWindow*>(front)) {
+        text->CopySelectedText();
+    } else {
+        EditFocused("copy", &SourceWindow::CopySelectedText);
+    }
+}
+
+void MainWindow::ShowFindDialog(bool replaces) {
+    if (findDialog_ == nullptr) {
+        findDialog_ = new FindDialog(this);
+        connect(findDialog_, &FindDialog::FindText, this,
+                [this](const QString& text, FindOptions options, bool allFiles, bool newSearch) {
+                    TellSearchResult(search_->FindText(text, options, allFiles, newSearch));
+                });
+        connect(findDialog_, &FindDialog::ReplaceText, this,
+                [this](const QString& text, const QString& replacement, FindOptions options,
+                       bool allFiles) {
+                    TellSearchResult(search_->ReplaceText(text, replacement, options, allFiles));
+                });
+        connect(findDialog_, &FindDialog::ReplaceAllText, this,
+                [this](const QString& text, const QString& replacement, FindOptions options,
+                       bool allFiles) {
+                    const int count = search_->ReplaceAll(text, replacement, options, allFiles);
+                    workbench_.dialogs.ShowMessage(findDialog_, ReplacedText(text, count));
+                });
+    }
+    if (replaces) {
+        findDialog_->ShowReplace();
+    } else {
+        findDialog_->ShowFind();
+    }
+}
+
+void MainWindow::TellSearchResult(SearchResult result) {
+    // Without a text there is something to ask first.
+    if (result == SearchResult::NothingToFind) return ShowFindDialog(false);
+    const QString text = SearchResultText(result);
+    if (!text.isEmpty()) workbench_.dialogs.ShowMessage(this, text);
+}
+
+void MainWindow::GotoLine() {
+    SourceWindow* source = files_->Front();
+    if (source == nullptr) return;
+    const std::optional<QString> answer =
+        workbench_.dialogs.AskText(this, "Line number to go to?", "1");
+    bool isNumber = false;
+    const int line = answer ? answer->trimmed().toInt(&isNumber) : 0;
+    if (isNumber) source->GotoLine(line);
+}
+
+void MainWindow::ShowOptions() {
+    OptionsDialog dialog(workbench_, listPorts_, this);
+    if (workbench_.dialogs.Run(dialog)) ApplySettings();
+}
+
+void MainWindow::ApplySettings() {
+    for (SourceWindow* window : files_->Windows()) {
+        window->SetFont();
+        window->SetFormColours();
+    }
+    compiler_->ApplySettings();
+    boards_->ApplySettings();
+    checks_->ReadSetting();
+    Action(CommandId::CheckWhileTyping)->setChecked(checks_->IsOn());
+}
+
+void MainWindow::ShowHelp(const QString& address, const QString& topic) {
+    if (browser_ == nullptr) {
+        browser_ = new HelpBrowser(workbench_.dialogs);
+        AddChild(browser_);
+    }
+    BringToFront(browser_);
+    browser_->SetStartingAddress(address);
+    if (!topic.isEmpty()) browser_->SearchForHelp(topic);
+}
+
+}  // namespace zentro

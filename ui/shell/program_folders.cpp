@@ -1,0 +1,50 @@
+#include "ui/shell/program_folders.h"
+
+#include <QStandardPaths>
+#include <array>
+#include <system_error>
+
+namespace zentro {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path Standard(QStandardPaths::StandardLocation location) {
+    return QStandardPaths::writableLocation(location).toStdString();
+}
+
+/// The program's files lie beside it, or where a package puts them.
+fs::path FindDataFiles(const fs::path& executable) {
+    const std::array<fs::path, 2> candidates{executable,
+                                             executable.parent_path() / "share" / "zentrocompiler"};
+    for (const fs::path& candidate : candidates) {
+        std::error_code error;
+        if (fs::exists(candidate / "ZentroCompiler.cfg", error)) return candidate;
+    }
+    return executable;
+}
+
+}  // namespace
+
+ProgramFolders FindProgramFolders(const fs::path& executable) {
+    ProgramFolders folders;
+    folders.program = FindDataFiles(executable);
+    folders.settings =
+        ChooseSettingsFolder(folders.program, Standard(QStandardPaths::AppConfigLocation));
+    folders.data = Standard(QStandardPaths::AppLocalDataLocation);
+    folders.documents = Standard(QStandardPaths::DocumentsLocation) / "ZentroCompiler";
+    return folders;
+}
+
+void UseDocumentsFolder(SettingsStore& settings, const ProgramFolders& folders) {
+    if (folders.settings == folders.program) return;
+    std::error_code error;
+    fs::create_directories(folders.documents, error);
+    if (error) return;
+    const std::string folder = (folders.documents / "").string();
+    settings.SaveSetting(SettingNumber::SourceFolder, folder);
+    settings.SaveSetting(SettingNumber::ObjectFolder, folder);
+}
+
+}  // namespace zentro

@@ -1,0 +1,95 @@
+#include "ui/shell/start_up.h"
+
+#include <QApplication>
+#include <QDir>
+#include <exception>
+#include <memory>
+
+#include "config/configuration.h"
+#include "settings/settings_store.h"
+#include "ui/dialogs/splash_window.h"
+#include "ui/shell/main_window.h"
+#include "ui/shell/program_folders.h"
+#include "ui/support/dialogs.h"
+#include "ui/support/icons.h"
+#include "ui/support/workbench.h"
+
+namespace zentro {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Everything that lives as long as the program.
+struct Desktop {
+    explicit Desktop(Dialogs& dialogs)
+        : folders(FindProgramFolders(QCoreApplication::applicationDirPath().toStdString())),
+          firstStart(!fs::exists(folders.settings / kSettingsFileName)),
+          settings(folders.settings, folders.program,
+                   [&dialogs](const std::string& message) {
+                       dialogs.ShowMessage(nullptr, QString::fromStdString(message));
+                   }),
+          workbench{settings, configuration, dialogs, folders.program, folders.data} {}
+
+    ProgramFolders folders;
+    bool firstStart;
+    SettingsStore settings;
+    InstructionConfiguration configuration;
+    Workbench workbench;
+    std::unique_ptr<MainWindow> window;
+};
+
+void ShowIfAny(Dialogs& dialogs, const std::string& message) {
+    if (!message.empty()) dialogs.ShowMessage(nullptr, QString::fromStdString(message));
+}
+
+void Load(Desktop& desktop) {
+    if (desktop.firstStart) UseDocumentsFolder(desktop.settings, desktop.folders);
+    ShowIfAny(desktop.workbench.dialogs, desktop.settings.LoadError());
+    const std::string file = AsText(desktop.settings.GetSetting(SettingNumber::InstructionFile));
+    ShowIfAny(desktop.workbench.dialogs, LoadInstructionConfig(file, desktop.configuration));
+}
+
+void OpenMainWindow(Desktop& desktop, QWidget* splash) {
+    desktop.window = std::make_unique<MainWindow>(desktop.workbench);
+    desktop.window->show();
+    if (splash != nullptr) splash->raise();
+    desktop.window->Begin(desktop.firstStart);
+}
+
+int Run(QApplication& application, Dialogs& dialogs) {
+    Desktop desktop(dialogs);
+    // Between the splash window and the main window none may be open for a moment.
+    QApplication::setQuitOnLastWindowClosed(false);
+    QPointer<SplashWindow> splash = new SplashWindow;
+    QObject::connect(splash, &SplashWindow::ShowMainWindow, &application, [&desktop, splash] {
+        OpenMainWindow(desktop, splash);
+        QApplication::setQuitOnLastWindowClosed(true);
+    });
+    splash->show();
+    Load(desktop);
+    const int status = QApplication::exec();
+    desktop.window.reset();
+    return status;
+}
+
+}  // namespace
+
+int RunDesktop(QApplication& application) {
+    DesktopDialogs dialogs;
+    QApplication::setWindowIcon(ProgramIcon());
+    if (QApplication::arguments().size() > 1) {
+        dialogs.ShowMessage(nullptr,
+                            "App started with command line args, but this feature is not "
+                            "implemented yet");
+        return 1;
+    }
+    try {
+        return Run(application, dialogs);
+    } catch (const std::exception& failure) {
+        dialogs.ShowCritical(nullptr, QString("Internal Error has ocurred:\n\n") + failure.what());
+        return 1;
+    }
+}
+
+}  // namespace zentro
