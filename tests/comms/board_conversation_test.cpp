@@ -24,7 +24,6 @@ namespace {
 using namespace std::chrono_literals;
 using test::CompileExample;
 using testing::ElementsAre;
-using testing::HasSubstr;
 
 /// All that a terminal window has, on a serial line.
 struct Terminal {

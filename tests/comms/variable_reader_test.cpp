@@ -13,7 +13,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 std::vector<DebugVariable> TwoVariables() {
