@@ -49,14 +49,14 @@ void AddEntries(std::vector<std::string>& items, const CommandCatalogue& command
 }
 
 void SortItems(std::vector<std::string>& items) {
-    const auto folded = [](const std::string& text) {
-        std::string key = text;
-        std::ranges::transform(key, key.begin(), FoldCase);
-        return key;
+    const auto folded = [](std::string text) {
+        std::ranges::transform(text, text.begin(), FoldCase);
+        return text;
     };
     std::ranges::sort(items, {}, folded);
-    const auto rest = std::ranges::unique(items, {}, folded);
-    items.erase(rest.begin(), rest.end());
+    items.erase(std::unique(items.begin(), items.end(),
+                            [](const auto& a, const auto& b) { return EqualsIgnoreCase(a, b); }),
+                items.end());
 }
 
 }  // namespace

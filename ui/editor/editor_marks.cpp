@@ -5,7 +5,7 @@
 #include <QStringList>
 #include <algorithm>
 #include <cmath>
-#include <ranges>
+#include <span>
 
 #include "ui/editor/scintilla_text.h"
 #include "ui/support/colours.h"
@@ -108,7 +108,8 @@ void EditorMarks::Underline(int line, Severity severity) {
 
 void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
     ClearMessages();
-    for (const LineMessage& message : messages | std::views::take(kMostMessages)) {
+    const std::size_t count = std::min(messages.size(), kMostMessages);
+    for (const LineMessage& message : std::span(messages).first(count)) {
         const int line = std::clamp(message.line, 1, LineCount(editor_)) - 1;
         const bool isError = message.severity == Severity::Error;
         const QString kind = isError ? "Error: " : "Warning: ";

@@ -23,10 +23,10 @@ void SortByName(std::vector<ProgramName>& names) {
     std::ranges::stable_sort(names, [](const ProgramName& a, const ProgramName& b) {
         return CompareFolded(a.name, b.name) < 0;
     });
-    const auto rest = std::ranges::unique(names, [](const ProgramName& a, const ProgramName& b) {
+    const auto isSame = [](const ProgramName& a, const ProgramName& b) {
         return EqualsIgnoreCase(a.name, b.name);
-    });
-    names.erase(rest.begin(), rest.end());
+    };
+    names.erase(std::unique(names.begin(), names.end(), isSame), names.end());
 }
 
 /// A constant's own name follows the words of its declaration.

@@ -48,17 +48,21 @@ SourceEditor::SourceEditor(const InstructionConfiguration& configuration, QWidge
     SetUpTyping();
     ConnectSignals();
     QAccessible::installActivationObserver(this);
-    accessibilityActiveChanged(QAccessible::isActive());
+    TellEditsToListeners(QAccessible::isActive());
 }
 
 SourceEditor::~SourceEditor() {
     QAccessible::removeActivationObserver(this);
 }
 
+void SourceEditor::accessibilityActiveChanged(bool active) {
+    TellEditsToListeners(active);
+}
+
 /// For each edit the component tells screen readers where it is in characters, and counts them from
 /// the start of the text, although nobody may be there to listen. In a long text that takes most of
 /// a key press, so edits are told only when somebody listens.
-void SourceEditor::accessibilityActiveChanged(bool active) {
+void SourceEditor::TellEditsToListeners(bool active) {
     constexpr long kNeeded = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_CHANGEFOLD;
     Send(*this, Sci::SCI_SETMODEVENTMASK, active ? long{SC_MODEVENTMASKALL} : kNeeded);
 }
@@ -109,12 +113,18 @@ void SourceEditor::ConnectSignals() {
     });
 }
 
-void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
-    std::vector<TextRun> runs;
+/// Spells the keywords of a text that is not in the editor yet, and tells what it is made of.
+std::vector<TextRun> SourceEditor::Prepare(std::string& text, bool isLastLineEnded) const {
+    if (!isColouring_) return {};
     if (isLastLineEnded) text += '\n';
-    if (isColouring_) runs = FormatSourceText(keywords_, text);
+    std::vector<TextRun> runs = FormatSourceText(keywords_, text);
     RespellKeywords(text, runs);
     if (isLastLineEnded) text.pop_back();
+    return runs;
+}
+
+void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
+    const std::vector<TextRun> runs = Prepare(text, isLastLineEnded);
     isLoading_ = true;
     Send(*this, Sci::SCI_SETUNDOCOLLECTION, 0);
     Send(*this, Sci::SCI_CLEARALL);
@@ -130,7 +140,8 @@ void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
     settle_.start(0);
 }
 
-void SourceEditor::ReplaceText(const std::string& text) {
+void SourceEditor::ReplaceText(std::string text, bool isLastLineEnded) {
+    Prepare(text, isLastLineEnded);
     Send(*this, Sci::SCI_BEGINUNDOACTION);
     Send(*this, Sci::SCI_SETTARGETSTART, 0);
     Send(*this, Sci::SCI_SETTARGETEND, TextLength(*this));
@@ -223,7 +234,7 @@ QString SourceEditor::HoverText(const QPoint& point) {
     const int line = LineOf(*this, nearest);
     const long top = Send(*this, Sci::SCI_POINTYFROMPOSITION, 0, nearest);
     if (point.y() > top + Send(*this, Sci::SCI_TEXTHEIGHT, line)) return {};  // below the text
-    const QString marks = marks_.TextAt(line);
+    QString marks = marks_.TextAt(line);
     if (!marks.isEmpty()) return marks;
     const long position = Send(*this, Sci::SCI_POSITIONFROMPOINTCLOSE, point.x(), point.y());
     if (position < 0) return {};

@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <Qsci/qsciscintilla.h>
 #include <string>
+#include <vector>
 
 #include "config/configuration.h"
 #include "ui/editor/editor_marks.h"
@@ -30,7 +31,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     /// word.
     void LoadText(std::string text, bool isLastLineEnded);
     /// A new text as an edit, which can be undone.
-    void ReplaceText(const std::string& text);
+    void ReplaceText(std::string text, bool isLastLineEnded);
     std::string TextBytes();
 
     /// Off: keywords are neither coloured nor re-spelt.
@@ -62,12 +63,14 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void dropEvent(QDropEvent* event) override;
 
   private:
+    std::vector<TextRun> Prepare(std::string& text, bool isLastLineEnded) const;
     void SetUpMargins();
     void SetUpTyping();
     void ConnectSignals();
     void SetChromeColours(const QColor& text, const QColor& page);
     void FitNumberMargin();
     void accessibilityActiveChanged(bool active) override;
+    void TellEditsToListeners(bool active);
     void SkipAccessibility();
     void BeforeEdit(int position, int type);
     void TellEdit();

@@ -72,32 +72,32 @@ void SourceWindow::NewFile(int number) {
     ShowTitle();
 }
 
-bool SourceWindow::LoadFile(const QString& folder, const QString& fileName) {
+/// The text of a file. A failure is told to the user.
+std::optional<SourceFileText> SourceWindow::ReadSource(const QString& folder,
+                                                       const QString& fileName) {
     const FileContent content = ReadWholeFile(SystemPath(folder, fileName));
-    if (content.status != FileContent::Status::Read) {
-        workbench_.dialogs.ShowMessage(
-            this, "Error Loading Source File:\n" + QString::fromStdString(content.problem));
-        return false;
-    }
-    SourceFileText file = FromFileBytes(content.bytes);
+    if (content.status == FileContent::Status::Read) return FromFileBytes(content.bytes);
+    workbench_.dialogs.ShowMessage(
+        this, "Error Loading Source File:\n" + QString::fromStdString(content.problem));
+    return std::nullopt;
+}
+
+bool SourceWindow::LoadFile(const QString& folder, const QString& fileName) {
+    std::optional<SourceFileText> file = ReadSource(folder, fileName);
+    if (!file) return false;
     folder_ = folder;
     fileName_ = fileName;
-    lineEnd_ = file.lineEnd;
-    editor_->LoadText(std::move(file.text), file.isLastLineEnded);
+    lineEnd_ = file->lineEnd;
+    editor_->LoadText(std::move(file->text), file->isLastLineEnded);
     ShowTitle();
     return true;
 }
 
 bool SourceWindow::Reload() {
-    const FileContent content = ReadWholeFile(SystemPath(folder_, fileName_));
-    if (content.status != FileContent::Status::Read) {
-        workbench_.dialogs.ShowMessage(
-            this, "Error Loading Source File:\n" + QString::fromStdString(content.problem));
-        return false;
-    }
-    SourceFileText file = FromFileBytes(content.bytes);
-    lineEnd_ = file.lineEnd;
-    editor_->ReplaceText(std::move(file.text));
+    std::optional<SourceFileText> file = ReadSource(folder_, fileName_);
+    if (!file) return false;
+    lineEnd_ = file->lineEnd;
+    editor_->ReplaceText(std::move(file->text), file->isLastLineEnded);
     editor_->setModified(false);
     return true;
 }
@@ -250,7 +250,7 @@ QString SourceWindow::WordAtCursor() const {
 }
 
 void SourceWindow::SetText(const QString& text) {
-    editor_->ReplaceText(FromFileBytes((text + '\n').toStdString()).text);
+    editor_->ReplaceText(FromFileBytes((text + '\n').toStdString()).text, false);
 }
 
 void SourceWindow::ShowMessages(const std::vector<LineMessage>& messages) {

@@ -3,11 +3,13 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "ui/editor/line_message.h"
 #include "ui/editor/program_names.h"
+#include "ui/editor/source_file.h"
 #include "ui/editor/source_search.h"
 #include "ui/support/workbench.h"
 
@@ -102,6 +104,7 @@ class SourceWindow : public QWidget {
   private:
     void ShowTitle();
     QString ChooseName();
+    std::optional<SourceFileText> ReadSource(const QString& folder, const QString& fileName);
     SaveResult WriteTo(const QString& folder, const QString& fileName);
     QWidget& Frame();
 

@@ -62,6 +62,20 @@ TEST_F(SourceWindowTest, KeepsAFileAsItWas) {
     EXPECT_FALSE(window.isWindowModified());
 }
 
+TEST_F(SourceWindowTest, ReadsItsFileAgainAsAnEdit) {
+    Load("; old\n");
+    WriteFile("line.txt", "end program\r\nwait");
+    EXPECT_TRUE(window.Reload());
+    QApplication::processEvents();
+    EXPECT_EQ(window.Text(), "END PROGRAM\nwait");
+    EXPECT_FALSE(window.SourceChanged());
+    EXPECT_EQ(window.SaveFile(), SaveResult::Saved);
+    EXPECT_EQ(ReadFile("line.txt"), "END PROGRAM\r\nwait\r\n");
+    window.Undo();
+    EXPECT_EQ(window.Text(), "; old");
+    EXPECT_TRUE(window.SourceChanged());
+}
+
 TEST_F(SourceWindowTest, AFailureKeepsTheTextAndItsFile) {
     Load("BEGIN PROGRAM\n");
     EXPECT_FALSE(window.LoadFile(folder_.path(), "missing.txt"));
