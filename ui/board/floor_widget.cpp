@@ -14,6 +14,7 @@ namespace {
 
 constexpr qsizetype kLongestTrail = 1500;
 constexpr double kTrailStep = 0.015;  // metres
+constexpr double kGrid = 0.25;        // metres
 constexpr double kMargin = 6;         // pixels
 const QColor kTrail(0xE0, 0x6C, 0x1F);
 const QColor kLedOn(0xFF, 0xC4, 0x2E);
@@ -76,12 +77,14 @@ void FloorWidget::PaintFloor(QPainter& painter) const {
     painter.setPen(QPen(palette().mid(), 0.02));
     painter.setBrush(dark ? QColor(0x50, 0x56, 0x5C) : QColor(0xF4, 0xEF, 0xE4));
     painter.drawRect(FloorRect());
-    // A grid of 25 centimetres, to judge distances by.
+    // To judge distances by.
     painter.setPen(QPen(dark ? QColor(0x5C, 0x62, 0x69) : QColor(0xE6, 0xDF, 0xD0), 0));
-    for (double x = -1; x < kFloorWidth / 2; x += 0.25)
-        painter.drawLine(QPointF(x, -kFloorHeight / 2), QPointF(x, kFloorHeight / 2));
-    for (double y = -0.5; y < kFloorHeight / 2; y += 0.25)
-        painter.drawLine(QPointF(-kFloorWidth / 2, y), QPointF(kFloorWidth / 2, y));
+    for (int line = -4; line <= 4; ++line) {
+        const double at = line * kGrid;
+        painter.drawLine(QPointF(at, -kFloorHeight / 2), QPointF(at, kFloorHeight / 2));
+        if (std::abs(at) < kFloorHeight / 2)
+            painter.drawLine(QPointF(-kFloorWidth / 2, at), QPointF(kFloorWidth / 2, at));
+    }
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor(0x16, 0x18, 0x1A), kTrackWidth));
     painter.drawPath(TrackPath());

@@ -28,7 +28,7 @@ void History::Forget() {
 }
 
 bool History::CanStepBack() const {
-    return lastInstruction_ && checkpoints_.front().at <= *lastInstruction_;
+    return lastInstruction_ && !(*lastInstruction_ < checkpoints_.front().at);
 }
 
 /// The last happening if it is of this kind, so that it can go on.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -9,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "ui/board/board_world.h"
@@ -84,7 +84,10 @@ class History {
         std::uint64_t times = 0;
         std::uint64_t steps = 0;
 
-        auto operator<=>(const Position&) const = default;
+        bool operator<(const Position& other) const {
+            return std::tie(happening, times, steps) <
+                   std::tie(other.happening, other.times, other.steps);
+        }
     };
 
     struct Checkpoint {

@@ -18,7 +18,7 @@ constexpr std::size_t kMaxCheckpoints = 64;
 bool History::StepBack() {
     if (!CanStepBack()) return false;
     const Position target = *lastInstruction_;
-    while (checkpoints_.back().at > target)
+    while (target < checkpoints_.back().at)
         checkpoints_.pop_back();
     const Checkpoint& checkpoint = checkpoints_.back();
     world_ = *checkpoint.world;
@@ -84,7 +84,11 @@ void History::CutAt(const Position& position) {
 }
 
 void History::KeepCheckpoint(const Position& at) {
-    checkpoints_.push_back({std::make_unique<BoardWorld>(world_), at, lastInstruction_, cost_});
+    auto& checkpoint = checkpoints_.emplace_back();
+    checkpoint.world = std::make_unique<BoardWorld>(world_);
+    checkpoint.at = at;
+    checkpoint.lastInstruction = lastInstruction_;
+    checkpoint.cost = cost_;
     ThinOut();
 }
 
