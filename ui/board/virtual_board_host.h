@@ -97,6 +97,7 @@ class VirtualBoardHost : public QObject {
   private:
     class RecordingLink;
 
+    bool SomebodyListens() const;
     bool WantsTime() const;
     void SetPaused(bool paused);
     void WakeUp();
