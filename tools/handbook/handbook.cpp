@@ -1,0 +1,225 @@
+#include "tools/handbook/handbook.h"
+
+#include <set>
+#include <span>
+
+#include "config/encoding.h"
+#include "tools/handbook/argument_text.h"
+#include "tools/handbook/html.h"
+#include "tools/handbook/tables.h"
+#include "tools/handbook/word_index.h"
+
+namespace zentro {
+
+namespace {
+
+using Kind = Block::Kind;
+
+constexpr std::string_view kHead = R"(<!DOCTYPE html>
+<html><head><meta charset="utf-8"><title>ZentroCompiler Handbook</title>
+<style>
+h1 { font-size: x-large; margin-top: 36px; }
+h2 { font-size: large; margin-top: 24px; }
+h3 { font-size: medium; margin-top: 22px; margin-bottom: 4px; }
+p, ul { margin-top: 4px; margin-bottom: 8px; }
+pre { margin-top: 0px; margin-bottom: 0px; }
+td, th { text-align: left; vertical-align: top; }
+</style></head><body>
+)";
+
+class Page {
+  public:
+    Page(const InstructionConfiguration& language, const Manuscript& manuscript)
+        : language_(language),
+          blocks_(manuscript.blocks),
+          references_(language, manuscript),
+          places_(WordPlaces(language.commands)) {
+        handbook_.problems = manuscript.problems;
+    }
+
+    Handbook Make() {
+        Write(kHead);
+        WriteContents();
+        for (std::size_t i = 0; i < blocks_.size(); ++i)
+            WriteBlock(i);
+        Write("</body></html>\n");
+        return std::move(handbook_);
+    }
+
+  private:
+    void Write(std::string_view html) { handbook_.html += html; }
+    void Report(const Block& block, const std::string& problem) {
+        handbook_.problems.push_back(block.place + ": " + problem);
+    }
+    std::string TextOf(const Block& block, std::string_view text) {
+        return references_.TextHtml(text, block.place, handbook_.problems);
+    }
+
+    void WriteContents() {
+        Write("<h1>" + AnchorHtml("contents") + "ZentroCompiler Handbook</h1>\n<ul>\n");
+        for (const Block& block : blocks_) {
+            if (block.kind == Kind::Chapter)
+                Write("<li><a href=\"#" + PlaceOfTitle(block.name) + "\">" +
+                      EscapeHtml(block.name) + "</a></li>\n");
+        }
+        Write(
+            "</ul>\n<p>Press F1 on a word in your program, and this book opens at that word."
+            "</p>\n");
+    }
+
+    void WriteBlock(std::size_t index) {
+        const Block& block = blocks_[index];
+        switch (block.kind) {
+            case Kind::Chapter: return WriteChapter(index);
+            case Kind::Section:
+                return Write("<h2>" + AnchorHtml(PlaceOfTitle(block.name)) +
+                             EscapeHtml(block.name) + "</h2>\n");
+            case Kind::Paragraph: return Write("<p>" + TextOf(block, block.lines[0]) + "</p>\n");
+            case Kind::List: return WriteList(block);
+            case Kind::Table: return WriteTable(block);
+            case Kind::Program: return WriteProgram(block);
+            case Kind::Printed: return Write(BoxHtml(ProgramText(block), "#e9e9ec"));
+            case Kind::Words: return WriteWords(index);
+            case Kind::Message: return WriteMessage(block);
+            case Kind::Arguments: return WriteArguments(block);
+            case Kind::WordIndex: return Write(WordIndexHtml(places_, references_));
+            case Kind::MessageTable: return WriteMessageTable(block);
+            case Kind::InstructionTable: return Write(InstructionTableHtml());
+        }
+    }
+
+    /// The title, and links to what stands in the chapter.
+    void WriteChapter(std::size_t index) {
+        const Block& chapter = blocks_[index];
+        Write("<hr><h1>" + AnchorHtml(PlaceOfTitle(chapter.name)) + EscapeHtml(chapter.name) +
+              "</h1>\n<p><a href=\"#contents\">Contents</a>");
+        for (std::size_t i = index + 1; i < blocks_.size() && blocks_[i].kind != Kind::Chapter;
+             ++i) {
+            const Block& block = blocks_[i];
+            if (block.kind == Kind::Section) {
+                Write("<br>\n<a href=\"#" + PlaceOfTitle(block.name) + "\">" +
+                      EscapeHtml(block.name) + "</a>");
+            } else if (block.kind == Kind::Words || block.kind == Kind::Message) {
+                for (const std::string& token : block.lines)
+                    Write(" &nbsp; " + references_.LinkHtml(token));
+            }
+        }
+        Write("</p>\n");
+    }
+
+    void WriteList(const Block& block) {
+        Write("<ul>\n");
+        for (const std::string& item : block.lines)
+            Write("<li>" + TextOf(block, item) + "</li>\n");
+        Write("</ul>\n");
+    }
+
+    /// The first row is the heading.
+    void WriteTable(const Block& block) {
+        Rows rows;
+        for (const std::string& line : block.lines) {
+            rows.emplace_back();
+            for (const std::string& cell : SplitTrimmed(line, '|'))
+                rows.back().push_back(TextOf(block, cell));
+        }
+        Write(TableHtml(rows));
+    }
+
+    void WriteProgram(const Block& block) {
+        switch (block.role) {
+            case Block::Role::Example: return Write(BoxHtml(ProgramText(block), "#f4f1e4"));
+            case Block::Role::File:
+                Write("<p>The file " + CodeHtml(block.name) + ":</p>\n");
+                return Write(BoxHtml(ProgramText(block), "#f4f1e4"));
+            case Block::Role::Wrong:
+                Write("<p><b>Wrong:</b></p>\n");
+                return Write(BoxHtml(ProgramText(block), "#fae6e3"));
+            case Block::Role::Mended:
+                Write("<p><b>Mended:</b></p>\n");
+                return Write(BoxHtml(ProgramText(block), "#e6f2e4"));
+        }
+    }
+
+    void WriteWords(std::size_t index) {
+        const Block& block = blocks_[index];
+        Write("<h3>");
+        std::string title;
+        std::string descriptions;
+        for (const std::string& token : block.lines) {
+            const Command* entry = EntryOf(language_.commands, token);
+            if (entry == nullptr) {
+                Report(block, "the configuration has no entry " + token);
+                continue;
+            }
+            Write(AnchorHtml(token) + AnchorsOf(*entry));
+            if (!title.empty()) title += ", ";
+            title += EscapeHtml(ToUtf8(entry->command));
+            descriptions += DescriptionHtml(*entry);
+            CheckArguments(index, *entry);
+        }
+        Write(title + "</h3>\n" + descriptions);
+    }
+
+    /// The words together, and each of them that is explained here; each place only once.
+    std::string AnchorsOf(const Command& entry) {
+        std::string html;
+        std::set<std::string> words{ToUtf8(entry.command)};
+        for (const WordPlace& place : places_) {
+            if (place.page == &entry) words.insert(place.word);
+        }
+        for (const std::string& word : words)
+            html += WordAnchorsHtml(word);
+        return html;
+    }
+
+    /// What takes values has their names right below its heading.
+    void CheckArguments(std::size_t index, const Command& entry) {
+        const std::size_t count = ArgumentsOf(entry.id).size();
+        const bool isNext =
+            index + 1 < blocks_.size() && blocks_[index + 1].kind == Kind::Arguments;
+        const std::size_t named = isNext ? blocks_[index + 1].lines.size() : 0;
+        if (named != count)
+            Report(blocks_[index], entry.command + " takes " + std::to_string(count) +
+                                       " values, but @args names " + std::to_string(named));
+    }
+
+    void WriteArguments(const Block& block) {
+        const Command* entry = EntryOf(language_.commands, block.page);
+        if (entry == nullptr) return;
+        const auto arguments = ArgumentsOf(entry->id);
+        if (arguments.size() != block.lines.size()) return;
+        Rows rows{{"Value", "What may stand there"}};
+        for (std::size_t i = 0; i < arguments.size(); ++i)
+            rows.push_back(
+                {TextOf(block, block.lines[i]), ArgumentHtml(language_.commands, arguments[i])});
+        Write(TableHtml(rows));
+    }
+
+    void WriteMessage(const Block& block) {
+        const std::string& code = block.lines.front();
+        const ErrorMessage* message = language_.messages.Find(code);
+        if (message == nullptr) return Report(block, "the configuration has no message " + code);
+        Write("<h3>" + WordAnchorsHtml(code) + code + ": " +
+              (message->errorSeverity == Severity::Warning ? "warning" : "error") +
+              "</h3>\n<p><i>" + EscapeHtml(ToUtf8(message->errorMsg)) + "</i></p>\n");
+    }
+
+    void WriteMessageTable(const Block& block) {
+        if (block.lines.size() != 2) return Report(block, "@messages needs two codes");
+        Write(MessageTableHtml(language_.messages, block.lines[0], block.lines[1]));
+    }
+
+    const InstructionConfiguration& language_;
+    std::span<const Block> blocks_;
+    References references_;
+    std::vector<WordPlace> places_;
+    Handbook handbook_;
+};
+
+}  // namespace
+
+Handbook MakeHandbook(const InstructionConfiguration& language, const Manuscript& manuscript) {
+    return Page(language, manuscript).Make();
+}
+
+}  // namespace zentro

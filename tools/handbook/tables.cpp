@@ -1,0 +1,107 @@
+#include "tools/handbook/tables.h"
+
+#include "config/encoding.h"
+#include "config/text.h"
+#include "model/instruction.h"
+#include "tools/handbook/argument_text.h"
+
+namespace zentro {
+
+namespace {
+
+std::string ArgumentsText(const Instruction& instruction) {
+    std::string text;
+    for (const ArgumentType type : instruction.arguments) {
+        if (type == ArgumentType::None) break;
+        if (!text.empty()) text += ", ";
+        text += type == ArgumentType::Byte   ? "byte"
+                : type == ArgumentType::Word ? "word"
+                                             : "address";
+    }
+    return text;
+}
+
+std::string Sentence(std::string text) {
+    if (!text.empty()) text.front() = FoldCase(text.front());
+    return text + ".";
+}
+
+}  // namespace
+
+std::string TableHtml(const Rows& rows) {
+    std::string html = "<table border=\"1\" cellspacing=\"0\" cellpadding=\"4\">\n";
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        const std::string cell = row == 0 ? "th" : "td";
+        html += "<tr>";
+        for (const std::string& text : rows[row])
+            html.append("<").append(cell).append(">").append(text).append("</" + cell + ">");
+        html += "</tr>\n";
+    }
+    return html + "</table>\n<p></p>\n";
+}
+
+std::string BoxHtml(std::string_view text, std::string_view colour) {
+    if (text.ends_with('\n')) text.remove_suffix(1);
+    return "<table width=\"100%\" cellspacing=\"0\" cellpadding=\"8\" bgcolor=\"" +
+           std::string(colour) + "\"><tr><td><pre style=\"color: #202020\">" + EscapeHtml(text) +
+           "</pre></td></tr></table>\n<p></p>\n";
+}
+
+std::string DescriptionHtml(const Command& entry) {
+    const std::string words = ToUtf8(entry.command);
+    const std::string description = ToUtf8(entry.description);
+    std::string html = "<p>";
+    if (entry.family == TokenFamily::Constant) {
+        html += CodeHtml(words) + " has the value " + CodeHtml(description) + ".";
+    } else if (description.find(": ") == std::string::npos) {
+        html += CodeHtml(words) + ": " + EscapeHtml(description) + ".";
+    } else {
+        const std::size_t colon = description.find(": ");
+        const bool isCall = StartsWithIgnoreCase(description, words + "(");
+        html += (isCall ? std::string() : CodeHtml(words) + " ") + "<code>" +
+                EscapeHtml(description.substr(0, colon)) + "</code><br>" +
+                EscapeHtml(Sentence(description.substr(colon + 2)));
+    }
+    if (const FunctionTemplate* function = SystemFunctionTemplate(entry.id))
+        html += "<br>It gives " + ResultText(function->result) + ".";
+    return html + "</p>\n";
+}
+
+std::string WordIndexHtml(std::span<const WordPlace> places, const References& references) {
+    Rows rows{{"Word", "Explained at"}};
+    for (const WordPlace& place : places) {
+        std::string links;
+        for (const Command* entry : place.entries) {
+            if (!links.empty()) links += ", ";
+            links += references.LinkHtml(entry->token);
+        }
+        const std::string anchors = place.page == nullptr ? WordAnchorsHtml(place.word) : "";
+        rows.push_back({anchors + CodeHtml(place.word), links});
+    }
+    return TableHtml(rows);
+}
+
+std::string MessageTableHtml(const MessageCatalogue& messages, std::string_view first,
+                             std::string_view last) {
+    Rows rows{{"Code", "Text"}};
+    const int end = ParseNumber(last.substr(1)).value_or(0);
+    for (int number = ParseNumber(first.substr(1)).value_or(0); number <= end; ++number) {
+        const std::string code = "E" + std::to_string(number);
+        if (const ErrorMessage* message = messages.Find(code))
+            rows.push_back({AnchorHtml(code) + code, EscapeHtml(ToUtf8(message->errorMsg))});
+    }
+    return TableHtml(rows);
+}
+
+std::string InstructionTableHtml() {
+    Rows rows{{"Number", "Instruction", "Values", "Bytes"}};
+    for (const Instruction& instruction : InstructionTable()) {
+        if (instruction.support == InstructionSupport::Reserved) continue;
+        rows.push_back({std::to_string(static_cast<int>(instruction.opcode)),
+                        EscapeHtml(instruction.name), ArgumentsText(instruction),
+                        std::to_string(instruction.Size())});
+    }
+    return TableHtml(rows);
+}
+
+}  // namespace zentro

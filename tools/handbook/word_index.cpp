@@ -1,0 +1,56 @@
+#include "tools/handbook/word_index.h"
+
+#include <algorithm>
+
+#include "config/text.h"
+#include "tools/handbook/handbook.h"
+#include "tools/handbook/manuscript.h"
+
+namespace zentro {
+
+namespace {
+
+bool HasWord(const Command& entry, const std::string& word) {
+    if (entry.id == Token::KeywordList) return false;
+    return std::ranges::count(SplitTrimmed(entry.command, ' '), word) > 0;
+}
+
+/// The entry that is the word; the only one that ends with it; or the only one that has it.
+const Command* PageOf(const WordPlace& place) {
+    const Command* ending = nullptr;
+    bool isOnlyEnding = true;
+    for (const Command* entry : place.entries) {
+        if (entry->command == place.word) return entry;
+        if (!entry->command.ends_with(" " + place.word)) continue;
+        isOnlyEnding = ending == nullptr;
+        ending = entry;
+    }
+    if (place.entries.size() == 1) return place.entries.front();
+    return isOnlyEnding ? ending : nullptr;
+}
+
+}  // namespace
+
+std::vector<std::string> KeywordsOf(const CommandCatalogue& commands) {
+    std::vector<std::string> words;
+    for (std::string& word : SplitTrimmed(commands.GetCommandText(Token::KeywordList), '.')) {
+        if (!word.empty()) words.push_back(std::move(word));
+    }
+    return words;
+}
+
+std::vector<WordPlace> WordPlaces(const CommandCatalogue& commands) {
+    std::vector<WordPlace> places;
+    for (std::string& word : KeywordsOf(commands)) {
+        WordPlace place;
+        place.word = std::move(word);
+        for (const Command& entry : commands.Entries()) {
+            if (HasWord(entry, place.word)) place.entries.push_back(&entry);
+        }
+        place.page = PageOf(place);
+        places.push_back(std::move(place));
+    }
+    return places;
+}
+
+}  // namespace zentro
