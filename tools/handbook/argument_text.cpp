@@ -75,7 +75,7 @@ std::string OperandText(DataType type) {
 std::string ArgumentHtml(const CommandCatalogue& commands, const ArgumentTemplate& argument) {
     if (!argument.allowedValues.empty()) {
         return AllowedHtml(commands, argument.allowedValues) +
-               "; this value or a constant, no variable";
+               "; as it stands or as a constant, no variable";
     }
     switch (argument.kind) {
         case Kind::Operand: return OperandText(argument.type);

@@ -1,11 +1,15 @@
 #include "tools/handbook/handbook.h"
 
+#include <map>
 #include <set>
 #include <span>
 
 #include "config/encoding.h"
+#include "config/text.h"
 #include "tools/handbook/argument_text.h"
 #include "tools/handbook/html.h"
+#include "tools/handbook/message_line.h"
+#include "tools/handbook/program_html.h"
 #include "tools/handbook/tables.h"
 #include "tools/handbook/word_index.h"
 
@@ -18,9 +22,9 @@ using Kind = Block::Kind;
 constexpr std::string_view kHead = R"(<!DOCTYPE html>
 <html><head><meta charset="utf-8"><title>ZentroCompiler Handbook</title>
 <style>
-h1 { font-size: x-large; margin-top: 36px; }
-h2 { font-size: large; margin-top: 24px; }
-h3 { font-size: medium; margin-top: 22px; margin-bottom: 4px; }
+h1 { font-size: xx-large; margin-top: 24px; }
+h2 { font-size: x-large; margin-top: 28px; margin-bottom: 6px; }
+h3 { font-size: large; margin-top: 30px; margin-bottom: 4px; }
 p, ul { margin-top: 4px; margin-bottom: 8px; }
 pre { margin-top: 0px; margin-bottom: 0px; }
 td, th { text-align: left; vertical-align: top; }
@@ -33,7 +37,8 @@ class Page {
         : language_(language),
           blocks_(manuscript.blocks),
           references_(language, manuscript),
-          places_(WordPlaces(language.commands)) {
+          places_(WordPlaces(language.commands)),
+          keywords_(KeywordsOf(language.commands)) {
         handbook_.problems = manuscript.problems;
     }
 
@@ -78,7 +83,8 @@ class Page {
             case Kind::List: return WriteList(block);
             case Kind::Table: return WriteTable(block);
             case Kind::Program: return WriteProgram(block);
-            case Kind::Printed: return Write(BoxHtml(ProgramText(block), "#e9e9ec"));
+            case Kind::Printed:
+                return Write(BoxHtml(EscapeHtml(Trim(ProgramText(block))), "#e9e9ec"));
             case Kind::Words: return WriteWords(index);
             case Kind::Message: return WriteMessage(block);
             case Kind::Arguments: return WriteArguments(block);
@@ -127,17 +133,28 @@ class Page {
 
     void WriteProgram(const Block& block) {
         switch (block.role) {
-            case Block::Role::Example: return Write(BoxHtml(ProgramText(block), "#f4f1e4"));
+            case Block::Role::Example: return WriteProgramBox(block, {"#f4f1e4"});
             case Block::Role::File:
                 Write("<p>The file " + CodeHtml(block.name) + ":</p>\n");
-                return Write(BoxHtml(ProgramText(block), "#f4f1e4"));
-            case Block::Role::Wrong:
-                Write("<p><b>Wrong:</b></p>\n");
-                return Write(BoxHtml(ProgramText(block), "#fae6e3"));
+                includable_[block.name] = ProgramText(block);
+                return WriteProgramBox(block, {"#f4f1e4"});
+            case Block::Role::Wrong: return WriteWrongProgram(block);
             case Block::Role::Mended:
                 Write("<p><b>Mended:</b></p>\n");
-                return Write(BoxHtml(ProgramText(block), "#e6f2e4"));
+                return WriteProgramBox(block, {"#e6f2e4"});
         }
+    }
+
+    void WriteWrongProgram(const Block& block) {
+        const int line = LineOfMessage(language_, ProgramText(block), includable_, block.page);
+        const std::string place =
+            line == 0 ? "" : " (the message names line " + std::to_string(line) + ")";
+        Write("<p><b>Wrong</b>" + place + "<b>:</b></p>\n");
+        WriteProgramBox(block, {"#fae6e3", line});
+    }
+
+    void WriteProgramBox(const Block& block, const ProgramLook& look) {
+        Write(ProgramHtml(block.lines, keywords_, look));
     }
 
     void WriteWords(std::size_t index) {
@@ -213,6 +230,8 @@ class Page {
     std::span<const Block> blocks_;
     References references_;
     std::vector<WordPlace> places_;
+    Keywords keywords_;
+    std::map<std::string, std::string> includable_;  ///< files of the manuscript so far
     Handbook handbook_;
 };
 

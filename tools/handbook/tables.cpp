@@ -40,13 +40,6 @@ std::string TableHtml(const Rows& rows) {
     return html + "</table>\n<p></p>\n";
 }
 
-std::string BoxHtml(std::string_view text, std::string_view colour) {
-    if (text.ends_with('\n')) text.remove_suffix(1);
-    return "<table width=\"100%\" cellspacing=\"0\" cellpadding=\"8\" bgcolor=\"" +
-           std::string(colour) + "\"><tr><td><pre style=\"color: #202020\">" + EscapeHtml(text) +
-           "</pre></td></tr></table>\n<p></p>\n";
-}
-
 std::string DescriptionHtml(const Command& entry) {
     const std::string words = ToUtf8(entry.command);
     const std::string description = ToUtf8(entry.description);
@@ -58,9 +51,9 @@ std::string DescriptionHtml(const Command& entry) {
     } else {
         const std::size_t colon = description.find(": ");
         const bool isCall = StartsWithIgnoreCase(description, words + "(");
-        html += (isCall ? std::string() : CodeHtml(words) + " ") + "<code>" +
-                EscapeHtml(description.substr(0, colon)) + "</code><br>" +
-                EscapeHtml(Sentence(description.substr(colon + 2)));
+        const std::string values = description.substr(0, colon);
+        html += isCall ? CodeHtml(values) : CodeHtml(words) + " <i>" + EscapeHtml(values) + "</i>";
+        html += "<br>" + EscapeHtml(Sentence(description.substr(colon + 2)));
     }
     if (const FunctionTemplate* function = SystemFunctionTemplate(entry.id))
         html += "<br>It gives " + ResultText(function->result) + ".";

@@ -16,9 +16,6 @@ using Rows = std::vector<std::vector<std::string>>;
 /// A table of cells that are HTML; the first row is the heading.
 std::string TableHtml(const Rows& rows);
 
-/// A text as it stands, on a ground of its own.
-std::string BoxHtml(std::string_view text, std::string_view colour);
-
 /// What the configuration says of an entry.
 std::string DescriptionHtml(const Command& entry);
 
