@@ -156,11 +156,11 @@ TEST(HandbookPages, ShowEveryMessageWithBothPrograms) {
             if (block.kind == Kind::Program && block.page == code && block.role != Role::File)
                 roles.push_back(block.role);
         }
-        if (code == "E3003") {
-            EXPECT_THAT(roles, ElementsAre()) << "a program cannot provoke it";
-        } else {
-            EXPECT_THAT(roles, ElementsAre(Role::Wrong, Role::Mended)) << code;
-        }
+        const bool canBeProvoked = code != "E3003";
+        EXPECT_EQ(roles.empty(), !canBeProvoked) << code;
+        for (std::size_t i = 0; i < roles.size(); ++i)
+            EXPECT_EQ(roles[i], i % 2 == 0 ? Role::Wrong : Role::Mended) << code;
+        EXPECT_EQ(roles.size() % 2, 0U) << code;
     }
 }
 

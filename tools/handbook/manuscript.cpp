@@ -107,8 +107,8 @@ class Reader {
         if (name.empty()) return BeginPage(rest);
         if (name == "file") {
             includedName_ = rest;
-        } else if (name == "mended") {
-            isMended_ = true;
+        } else if (name == "mended" || name == "wrong") {
+            isMended_ = name == "mended";
         } else if (name == "args") {
             Add(Kind::Arguments).lines = SplitTrimmed(rest, ';');
         } else if (name == "index") {
