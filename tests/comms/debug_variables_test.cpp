@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "comms/debug_address.h"
 #include "compiler/source_of_address.h"
 #include "tests/comms/examples_support.h"
 
@@ -14,6 +15,23 @@ using test::CompileExample;
 using test::ExampleNames;
 using test::Program;
 using testing::ElementsAre;
+
+TEST(DebugAddressOn, IsTheLastInstructionShownAndNoMemory) {
+    const struct {
+        std::string screen;
+        std::string address;
+    } rows[] = {
+        {"", ""},
+        {"Kinetron\r\n", ""},
+        {"[0000] INCREMENT BYTE [0010]\r\n*Debug Mode*", "0000"},
+        {"[0000] NOP\r\n[00a1] END\r\nM0010\r\n[0010] 2A 00 FF\r\n->", "00a1"},
+        {"[0000] ADD BYTE [0001]", "0000"},  // "AD" is a pair, "ADD" is not
+        {"x [0000] NOP\r\n[00G0] NOP\r\n[0000]", ""},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(DebugAddressOn(row.screen), row.address) << row.screen;
+    }
+}
 
 TEST(FormatDebugValue, ShowsTheDataBehindTheFirstBracketByType) {
     const std::string prompt = "\r\n*Debug Mode*  Go,eXit ->  ] 77 \x1b[D";

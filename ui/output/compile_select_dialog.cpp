@@ -35,6 +35,8 @@ CompileSelectDialog::CompileSelectDialog(const Workbench& workbench,
     ok_->setDefault(true);
     connect(list_, &QListWidget::itemSelectionChanged, this,
             [this] { ok_->setEnabled(!list_->selectedItems().isEmpty()); });
+    // With one file there is nothing to choose: Enter takes it.
+    if (list_->count() == 1) list_->setCurrentRow(0);
     connect(list_, &QListWidget::itemActivated, this, &CompileSelectDialog::TakeFromList);
     connect(ok_, &QPushButton::clicked, this, &CompileSelectDialog::TakeFromList);
     connect(fromDisk_, &QPushButton::clicked, this, &CompileSelectDialog::SelectFromDisk);

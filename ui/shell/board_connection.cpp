@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "comms/debug_address.h"
 #include "comms/debug_variables.h"
 #include "comms/virtual_board_link.h"
 #include "ui/board/virtual_board_host.h"
@@ -84,6 +85,7 @@ void BoardConnection::ConnectSession() {
     connect(session, &TerminalSession::SyncToCodeLine, this, [this](const std::string& address) {
         emit SyncToCodeLine(QString::fromStdString(address));
     });
+    connect(session, &TerminalSession::ScreenChanged, this, &BoardConnection::FollowDebugging);
     connect(session, &TerminalSession::DownloadProgress, this, &BoardConnection::DownloadProgress);
     connect(session, &TerminalSession::DownloadFinished, this, &BoardConnection::FinishDownload);
     // The session is in the middle of its own work when it tells this.
@@ -92,6 +94,19 @@ void BoardConnection::ConnectSession() {
     connect(terminal_, &TerminalWindow::FormClosing, this, &BoardConnection::ForgetTerminal,
             Qt::QueuedConnection);
     if (variables_ != nullptr) variables_->SetTerminal(session);
+}
+
+/// While the board is stepped, the listing and the source follow it.
+void BoardConnection::FollowDebugging() {
+    const std::string address =
+        session_->IsDebugging() ? DebugAddressOn(session_->Screen().Text()) : std::string();
+    if (address == debugAddress_) return;
+    debugAddress_ = address;
+    if (address.empty()) {
+        emit ProgramStarted();
+    } else {
+        emit HeldAt(QString::fromStdString(address));
+    }
 }
 
 void BoardConnection::ForgetTerminal() {

@@ -66,13 +66,15 @@ class BoardConnection : public QObject {
     void ConnectionChanged(const QString& text);
     void SyncToCodeLine(const QString& address);
     void FaultHappened(const QString& address, const QString& text);
-    /// The virtual board is held before the instruction at this address.
+    /// A program is held, or stepped in debug mode, before the instruction at this address.
     void HeldAt(const QString& address);
+    /// It runs again.
     void ProgramStarted();
 
   private:
     void MakeTerminal(const QString& portName);
     void ConnectSession();
+    void FollowDebugging();
     void ForgetTerminal();
     Link& LinkFor(const QString& portName);
     bool UsesVirtualBoard() const;
@@ -89,6 +91,7 @@ class BoardConnection : public QObject {
     QPointer<VariablesWindow> variables_;
     QPointer<VirtualBoardWindow> board_;
     QString portName_;
+    std::string debugAddress_;  ///< in debug mode: that of the instruction shown last
     bool runAfterDownload_ = false;
 };
 

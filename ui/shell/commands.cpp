@@ -60,7 +60,7 @@ constexpr std::array kCommands{
     CommandRow{ResetMain, MenuId::Compile, "menu_compile_resetMain", "&Reset File To Compile (temporary)", "", "", kNone, "", true, "Forget which file is the one to compile"},
 
     CommandRow{OpenComms, MenuId::Kinetron, "Menu_Kinetron_OpenComms", "Open Terminal  Window", "F6", "terminal", ToolBarId::Compile, "Kinetron", false, "Connect to the board"},
-    CommandRow{OpenVirtualBoard, MenuId::Kinetron, "Menu_Kinetron_OpenVirtualBoard", "Open &Virtual Board", "F8", "virtual-board", kNone, "", false, "Work with a board on the screen"},
+    CommandRow{OpenVirtualBoard, MenuId::Kinetron, "Menu_Kinetron_OpenVirtualBoard", "Open &Virtual Board", "F8", "virtual-board", ToolBarId::Compile, "VirtualBoard", false, "Work with a board on the screen"},
     CommandRow{DownloadCurrent, MenuId::Kinetron, "Menu_Kinetron_DownloadCurrent", "Download Current Program", "F7", "download", ToolBarId::Compile, "Download", true, "Send the compiled program to the board"},
     CommandRow{DownloadSaved, MenuId::Kinetron, "Menu_Kinetron_DowloadSaved", "Download Saved Program", "Shift+F7", "", kNone, "", false, "Send an object file to the board"},
     CommandRow{CancelDownload, MenuId::Kinetron, "Menu_Kinetron_CancelDownload", "&Cancel Download", "", "stop", kNone, "", false, "End the download that is going on"},

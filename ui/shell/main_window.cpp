@@ -14,12 +14,14 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "comms/virtual_board_link.h"
 #include "ui/dialogs/find_dialog.h"
 #include "ui/editor/source_window.h"
 #include "ui/shell/board_connection.h"
 #include "ui/shell/compile_commands.h"
+#include "ui/shell/desk.h"
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/recovery_keeper.h"
 #include "ui/shell/source_checks.h"
@@ -112,7 +114,7 @@ void MainWindow::MakeCentre() {
     tabs_->setExpanding(false);
     tabs_->setDocumentMode(true);
     notices_ = new NoticeBar(centre);
-    area_ = new QMdiArea(centre);
+    area_ = new Desk(centre);
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     auto* layout = new QVBoxLayout(centre);
@@ -165,7 +167,12 @@ void MainWindow::MakeParts() {
 }
 
 void MainWindow::ConnectFiles() {
-    connect(files_, &SourceFiles::StatsChanged, linePanel_, &QLabel::setText);
+    connect(files_, &SourceFiles::StatsChanged, this, [this](const QString& stats) {
+        linePanel_->setText(stats);
+        // What is wrong with the caret's line can be read without a mouse.
+        if (files_->Current() != nullptr)
+            statusBar()->showMessage(files_->Current()->MessageAtCursor());
+    });
     connect(files_, &SourceFiles::FilesChanged, this, &MainWindow::UpdateFront);
     connect(files_, &SourceFiles::FileDropped, this, &MainWindow::OpenPath);
     Action(CommandId::CheckWhileTyping)->setChecked(checks_->IsOn());
@@ -260,12 +267,14 @@ void MainWindow::Begin(bool firstStart) {
         files_->OpenFile(Setting(SettingNumber::LastSourceFolder),
                          Setting(SettingNumber::LastSourceName));
     }
-    if (firstStart && listPorts_().empty()) OfferVirtualBoard();
+    const auto isAdapter = [](const PortDescription& port) { return port.usb.has_value(); };
+    if (firstStart && std::ranges::none_of(listPorts_(), isAdapter)) OfferVirtualBoard();
 }
 
 void MainWindow::OfferVirtualBoard() {
     notices_->Offer(
-        "No serial port was found on this computer. You can do everything with a board on the "
+        "No board was found on this computer's USB ports. You can do everything with a board on "
+        "the "
         "screen instead.",
         "Open &Virtual Board", [this] {
             workbench_.settings.SaveSetting(SettingNumber::SerialPort, kVirtualBoardPort);

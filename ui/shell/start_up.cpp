@@ -53,6 +53,7 @@ void Load(Desktop& desktop) {
 void OpenMainWindow(Desktop& desktop, QWidget* splash) {
     desktop.window = std::make_unique<MainWindow>(desktop.workbench);
     desktop.window->show();
+    desktop.window->activateWindow();
     if (splash != nullptr) splash->raise();
     desktop.window->Begin(desktop.firstStart);
 }

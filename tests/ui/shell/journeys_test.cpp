@@ -98,6 +98,9 @@ TEST_F(JourneyTest, StepsThroughAProgramAndReadsItsVariables) {
     }
     ASSERT_TRUE(ScreenText().contains("INCREMENT BYTE"));
     const QString address = ScreenText().section("] INCREMENT", 0, 0).right(4);
+    // The source follows the board, and an address leads to its line.
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return window->Files().Current()->Editor()->markersAtLine(2) != 0; }));
     window->Compiler().ShowAddress(address);
     EXPECT_EQ(FrontSource()->DocStats(), "Line 3/6");
 
@@ -106,7 +109,7 @@ TEST_F(JourneyTest, StepsThroughAProgramAndReadsItsVariables) {
     auto* list = Child<QListWidget>("ListVars");
     const auto shows = [list](const char* value) {
         const QList<QListWidgetItem*> lines = list->findItems("Count", Qt::MatchContains);
-        return lines.size() == 1 && lines[0]->text().trimmed().endsWith(value);
+        return lines.size() == 1 && lines[0]->text().contains(QString("\t") + value + '\t');
     };
     EXPECT_TRUE(QTest::qWaitFor([&] { return shows("5"); }))
         << list->item(list->count() - 1)->text().toStdString();
