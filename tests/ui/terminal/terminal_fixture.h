@@ -11,6 +11,13 @@
 
 namespace zentro {
 
+/// A virtual board whose line takes the time of a serial one.
+class PacedLink : public VirtualBoardLink {
+  public:
+    using VirtualBoardLink::VirtualBoardLink;
+    bool TakesTime() const override { return true; }
+};
+
 /// A board that runs while the event loop does, with a terminal session that is not connected yet.
 class TerminalTest : public UiTest {
   protected:
@@ -33,7 +40,7 @@ class TerminalTest : public UiTest {
     void Load(const std::string& numbers) { ReceiveCharacters(board, "L" + numbers + "]\r"); }
 
     Board board;
-    VirtualBoardLink link{board};
+    PacedLink link{board};
     TerminalSession session{
         link,
         [this](const std::string& message) { dialogs.shown += QString::fromStdString(message); },
