@@ -14,9 +14,9 @@ namespace zentro {
 namespace {
 
 /// The handbook as built, in the window that F1 opens.
-class HelpTest : public UiTest {
+class HandbookWindow : public UiTest {
   protected:
-    HelpTest() : browser_(dialogs) {
+    HandbookWindow() : browser_(dialogs) {
         browser_.show();
         browser_.SetStartingAddress(ZENTRO_HANDBOOK);
     }
@@ -31,7 +31,7 @@ class HelpTest : public UiTest {
     QTextBrowser& page_ = *browser_.findChild<QTextBrowser*>();
 };
 
-TEST_F(HelpTest, OpensAtTheWordUnderTheCaret) {
+TEST_F(HandbookWindow, OpensAtTheWordUnderTheCaret) {
     ASSERT_TRUE(Wait());
     for (const auto& [word, title] : std::vector<std::pair<QString, QString>>{
              {"motor", "SET MOTOR"},
@@ -52,7 +52,7 @@ TEST_F(HelpTest, OpensAtTheWordUnderTheCaret) {
     }
 }
 
-TEST_F(HelpTest, TellsTheKeysOfTheMenus) {
+TEST_F(HandbookWindow, TellsTheKeysOfTheMenus) {
     ASSERT_TRUE(Wait());
     const std::string book = page_.toPlainText().simplified().toStdString();
     for (const CommandRow& command : Commands()) {

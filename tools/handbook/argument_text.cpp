@@ -63,7 +63,7 @@ std::string OperandText(DataType type) {
         case DataType::Word:
             return "a word: a variable, a constant or a number from 0 to " +
                    std::to_string(kLargestWrittenNumber);
-        case DataType::Flag: return "a flag, or TRUE or FALSE";
+        case DataType::Flag: return "a flag";
         case DataType::Pointer: return "a pointer variable";
         case DataType::Table: return "the name of a table";
     }
@@ -92,7 +92,7 @@ std::string ResultText(DataType type) {
             return "a byte or a word, whichever the variable on the left of the = is";
         case DataType::Byte: return "a byte";
         case DataType::Word: return "a word";
-        case DataType::Flag: return "a flag: TRUE or FALSE";
+        case DataType::Flag: return "a flag";
         case DataType::Pointer: return "a pointer";
         case DataType::Table: return "a table";
     }
