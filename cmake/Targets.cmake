@@ -51,7 +51,7 @@ function(zentro_program name)
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_USES} zentro_options)
     if(ZENTRO_STATIC)
-        target_link_options(${name} PRIVATE -static)
+        target_link_options(${name} PRIVATE -static-pie)
     endif()
 endfunction()
 
