@@ -32,6 +32,8 @@ install(FILES ${packaging}/zentrocompiler-mime.xml RENAME zentrocompiler.xml
         DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages COMPONENT system)
 install(FILES ${packaging}/debian/copyright ${packaging}/debian/changelog
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zentrocompiler COMPONENT system)
+install(FILES ${packaging}/debian/lintian-overrides RENAME zentrocompiler
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides COMPONENT system)
 foreach(program IN LISTS programs)
     configure_file(${packaging}/man/${program}.1.in ${PROJECT_BINARY_DIR}/man/${program}.1 @ONLY)
     install(FILES ${PROJECT_BINARY_DIR}/man/${program}.1

@@ -8,6 +8,7 @@ set(CPACK_PACKAGE_NAME zentrocompiler)
 set(CPACK_PACKAGE_VENDOR "The ZentroCompiler authors")
 set(CPACK_PACKAGE_CONTACT "The ZentroCompiler authors <authors@zentro.example>")
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_SYSTEM_NAME ${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR})
 set(CPACK_GENERATOR DEB TGZ)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/PackageLayout.cmake)
@@ -24,13 +25,12 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6, fonts-dejavu-core")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-"development environment for the Kinetron robot-controller board
- Programs for the Kinetron, a small board with motors, servos, inputs, LEDs,
- a number display and sound, are written in plain English, one statement a
- line. This is their editor and compiler, the terminal that sends them to a
- board, and a virtual board that runs them without any hardware.
- .
- It is made for pupils, hobbyists and their teachers. Compiler, virtual board
- and serial line can be used from the command line as well.")
+"Programs for the Kinetron, a small board with motors, servos, inputs, LEDs,
+a number display and sound, are written in plain English, one statement a
+line. This is their editor and compiler, the terminal that sends them to a
+board, and a virtual board that runs them without any hardware.
+.
+It is made for pupils, hobbyists and their teachers. Compiler, virtual board
+and serial line can be used from the command line as well.")
 
 include(CPack)

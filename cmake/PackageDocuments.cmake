@@ -12,7 +12,8 @@ if(NOT metainfo MATCHES "<releases>[ \n]*<release version=\"${CPACK_PACKAGE_VERS
 endif()
 
 if(CPACK_GENERATOR STREQUAL "DEB")
-    file(GLOB_RECURSE texts ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/man1/*.1
-                            ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/doc/*/changelog)
-    execute_process(COMMAND gzip -9n ${texts} COMMAND_ERROR_IS_FATAL ANY)
+    set(shared ${CPACK_TEMPORARY_INSTALL_DIRECTORY}${CPACK_PACKAGING_INSTALL_PREFIX}/share)
+    file(GLOB manual_pages ${shared}/man/man1/*.1)
+    execute_process(COMMAND gzip -9n ${manual_pages} ${shared}/doc/zentrocompiler/changelog
+                    COMMAND_ERROR_IS_FATAL ANY)
 endif()

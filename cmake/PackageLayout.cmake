@@ -5,4 +5,6 @@ if(CPACK_GENERATOR STREQUAL "DEB")
 else()
     list(GET CPACK_INSTALL_CMAKE_PROJECTS 0 build_folder)
     set(CPACK_INSTALL_CMAKE_PROJECTS "${build_folder};ZentroCompiler;portable;/")
+    set(CPACK_PACKAGE_FILE_NAME
+        ${CPACK_PACKAGE_NAME}-${CPACK_PACKAGE_VERSION}-portable-${CPACK_SYSTEM_NAME})
 endif()
