@@ -35,6 +35,8 @@ class HelpBrowser : public QWidget {
     /// mention.
     void SearchForHelp(const QString& topic);
 
+    QSize sizeHint() const override { return {760, 560}; }
+
   private:
     QWidget* MakeToolBar();
     QToolButton* AddButton(QWidget& bar, const QString& name, std::function<void()> pressed);

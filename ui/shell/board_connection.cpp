@@ -189,6 +189,7 @@ void BoardConnection::FinishDownload(bool complete) {
     emit DownloadRunning(false);
     if (!std::exchange(runAfterDownload_, false) || !complete || !IsConnected()) return;
     session_->SendCmd("G\r");
+    if (board_ != nullptr) surroundings_.bringToFront(board_);
     emit ProgramStarted();
 }
 

@@ -2,6 +2,8 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <algorithm>
+#include <iterator>
 
 #include "ui/shell/commands.h"
 
@@ -13,18 +15,8 @@ constexpr CommandId kFirstSteps[] = {CommandId::NewSource, CommandId::OpenSource
                                      CommandId::Examples, CommandId::OpenVirtualBoard,
                                      CommandId::Help};
 
-/// "New Source File   Ctrl+N", a line for each thing to begin with.
-QString FirstSteps() {
-    QStringList lines;
-    for (CommandId id : kFirstSteps) {
-        for (const CommandRow& row : Commands()) {
-            if (row.id != id) continue;
-            QString line = QString(row.caption).remove('&').trimmed();
-            if (*row.shortcut != '\0') line += QString("   ") + row.shortcut;
-            lines += line;
-        }
-    }
-    return lines.join('\n');
+const CommandRow& RowOf(CommandId id) {
+    return *std::ranges::find(Commands(), id, &CommandRow::id);
 }
 
 }  // namespace
@@ -50,7 +42,20 @@ void Desk::paintEvent(QPaintEvent* event) {
     QFont large = font();
     large.setPointSizeF(font().pointSizeF() * 1.3);
     painter.setFont(large);
-    painter.drawText(viewport()->rect(), Qt::AlignCenter, FirstSteps());
+    // Names end and shortcuts begin at one line down the middle.
+    const int height = painter.fontMetrics().lineSpacing() * 3 / 2;
+    const QRect area = viewport()->rect();
+    int top = area.center().y() - height * static_cast<int>(std::size(kFirstSteps)) / 2;
+    for (CommandId id : kFirstSteps) {
+        const CommandRow& row = RowOf(id);
+        const QRect left(area.left(), top, area.width() / 2 - height / 2, height);
+        const QRect right(area.center().x() + height / 2, top, area.width() / 2, height);
+        painter.drawText(left, Qt::AlignRight | Qt::AlignVCenter,
+                         QString(row.caption).remove('&').trimmed());
+        painter.drawText(right, Qt::AlignLeft | Qt::AlignVCenter,
+                         *row.shortcut == '\0' ? "Help menu" : row.shortcut);
+        top += height;
+    }
 }
 
 }  // namespace zentro

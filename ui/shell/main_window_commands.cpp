@@ -21,6 +21,7 @@
 #include "ui/shell/board_connection.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/main_window.h"
+#include "ui/shell/notice_bar.h"
 #include "ui/shell/print_source.h"
 #include "ui/shell/recovery_keeper.h"
 #include "ui/shell/source_checks.h"
@@ -110,7 +111,10 @@ void MainWindow::BindCompileCommands() {
 
 void MainWindow::BindKinetronCommands() {
     handlers_[CommandId::OpenComms] = [this] { boards_->OpenComms(); };
-    handlers_[CommandId::OpenVirtualBoard] = [this] { boards_->OpenVirtualBoard(); };
+    handlers_[CommandId::OpenVirtualBoard] = [this] {
+        notices_->hide();
+        boards_->OpenVirtualBoard();
+    };
     handlers_[CommandId::DownloadCurrent] = [this] { boards_->DownloadCurrent(); };
     handlers_[CommandId::DownloadSaved] = [this] { boards_->DownloadSaved(); };
     handlers_[CommandId::CancelDownload] = [this] { boards_->CancelDownload(); };
