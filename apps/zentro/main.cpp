@@ -1,10 +1,9 @@
+#include <QApplication>
 #include <cstdlib>
 #include <iostream>
 
-#include <QApplication>
-
 #include "ui/shell/start_up.h"
-#include "ui/support/workbench.h"
+#include "ui/support/dialogs.h"
 
 namespace {
 
@@ -30,9 +29,10 @@ int main(int argc, char** argv) {
                      "board and zentro-link sends them to a real one.\n";
         return 1;
     }
-    QApplication application(argc, argv);
+    const QApplication application(argc, argv);
     QApplication::setApplicationName("ZentroCompiler");
     QApplication::setApplicationVersion(ZENTRO_VERSION);
     QApplication::setDesktopFileName("zentro");
-    return zentro::RunDesktop(application);
+    zentro::DesktopDialogs dialogs;
+    return zentro::RunDesktop(QApplication::arguments(), dialogs);
 }

@@ -58,12 +58,12 @@ void OpenMainWindow(Desktop& desktop, QWidget* splash) {
     desktop.window->Begin(desktop.firstStart);
 }
 
-int Run(QApplication& application, Dialogs& dialogs) {
+int Run(Dialogs& dialogs) {
     Desktop desktop(dialogs);
     // Between the splash window and the main window none may be open for a moment.
     QApplication::setQuitOnLastWindowClosed(false);
     QPointer<SplashWindow> splash = new SplashWindow;
-    QObject::connect(splash, &SplashWindow::ShowMainWindow, &application, [&desktop, splash] {
+    QObject::connect(splash, &SplashWindow::ShowMainWindow, qApp, [&desktop, splash] {
         OpenMainWindow(desktop, splash);
         QApplication::setQuitOnLastWindowClosed(true);
     });
@@ -76,21 +76,24 @@ int Run(QApplication& application, Dialogs& dialogs) {
 
 }  // namespace
 
-int RunDesktop(QApplication& application) {
-    DesktopDialogs dialogs;
+int RunTellingFailures(Dialogs& dialogs, const std::function<int()>& program) {
+    try {
+        return program();
+    } catch (const std::exception& failure) {
+        dialogs.ShowCritical(nullptr, QString("Internal Error has ocurred:\n\n") + failure.what());
+        return 1;
+    }
+}
+
+int RunDesktop(const QStringList& arguments, Dialogs& dialogs) {
     QApplication::setWindowIcon(ProgramIcon());
-    if (QApplication::arguments().size() > 1) {
+    if (arguments.size() > 1) {
         dialogs.ShowMessage(nullptr,
                             "App started with command line args, but this feature is not "
                             "implemented yet");
         return 1;
     }
-    try {
-        return Run(application, dialogs);
-    } catch (const std::exception& failure) {
-        dialogs.ShowCritical(nullptr, QString("Internal Error has ocurred:\n\n") + failure.what());
-        return 1;
-    }
+    return RunTellingFailures(dialogs, [&dialogs] { return Run(dialogs); });
 }
 
 }  // namespace zentro

@@ -11,14 +11,17 @@
 #include <QTabBar>
 #include <QToolBar>
 #include <set>
+#include <stdexcept>
 
 #include "tests/ui/shell/main_window_fixture.h"
 #include "ui/editor/source_editor.h"
 #include "ui/editor/source_window.h"
 #include "ui/shell/arrange_windows.h"
+#include "ui/shell/board_connection.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/print_source.h"
 #include "ui/shell/source_files.h"
+#include "ui/shell/start_up.h"
 
 namespace zentro {
 
@@ -134,6 +137,41 @@ TEST_F(CommandsTest, DownloadsAreRefusedUntilThereIsSomethingToSend) {
         "Failed to open '/dev/no-such-port' - Specified port was not found"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return Child("frmTerminal") == nullptr; }));
     EXPECT_FALSE(window->Action(CommandId::DownloadCurrent)->isEnabled());
+}
+
+TEST_F(CommandsTest, NothingIsSentWithoutAConnection) {
+    const QString noConnection =
+        "Please open a connection to the kinetron before attempting a download.";
+    Write("some.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    Press(CommandId::CompileSource);
+    window->Boards().DownloadCurrent();
+    EXPECT_EQ(LastShown(), noConnection);
+    dialogs.shown.clear();
+    dialogs.fileToOpen = FilePath("some.obj");
+    window->Boards().DownloadSaved();
+    EXPECT_EQ(LastShown(), noConnection);
+    EXPECT_EQ(dialogs.lastChoice.filters,
+              "ZentroCompiler Code Files (*.obj)|*.obj|Ordino Files (*.odn)|*.odn");
+}
+
+TEST_F(CommandsTest, TheProgramTakesNoArgumentsAndTellsWhatItDidNotExpect) {
+    EXPECT_EQ(RunDesktop({"zentro", "prog.txt"}, dialogs), 1);
+    EXPECT_EQ(LastShown(),
+              "App started with command line args, but this feature is not implemented yet");
+    EXPECT_EQ(RunTellingFailures(dialogs, [] { return 7; }), 7);
+    EXPECT_EQ(
+        RunTellingFailures(dialogs, []() -> int { throw std::runtime_error("no more room"); }), 1);
+    EXPECT_EQ(LastShown(), "Internal Error has ocurred:\n\nno more room");
+}
+
+TEST_F(CommandsTest, AProgramWithErrorsHasNoListing) {
+    SourceWindow* source = Write("bad.txt", "BEGIN PROGRAM\n    WAIT Later\nEND PROGRAM\n");
+    Press(CommandId::CompileSource);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Child("frmObjectCode") == nullptr; }));
+    EXPECT_NE(Child("frmCompilerOutput"), nullptr);
+    source->SetText("BEGIN PROGRAM\n    WAIT 5\nEND PROGRAM\n");
+    Press(CommandId::CompileSource);
+    EXPECT_NE(Child("frmObjectCode"), nullptr);
 }
 
 TEST_F(CommandsTest, WindowsAreArrangedListedAndClosed) {
