@@ -11,6 +11,7 @@ import tempfile
 import time
 
 from generate import program
+from report import report
 
 SIZES = (0, 5, 1000, 6000, 30000)
 GROWTH = (1000, 300000)
@@ -64,6 +65,8 @@ def compare_with_tcc(zentroc, folder, runs):
         ], runs if lines <= 6000 else max(runs // 4, 5))
         print(f"{lines:>8} {ours[0] * 1e3:>11.2f} {peer[0] * 1e3:>8.2f} {ours[0] / peer[0]:>6.2f}"
               f" {ours[1]:>11} {peer[1]:>7}")
+        report(f"compiling {lines} lines, tcc", f"{ours[0] * 1e3:.2f} ms", f"{peer[0] * 1e3:.2f} ms",
+               ours[0] / peer[0], "<= 1")
 
 
 def measure_growth(zentroc, folder, runs):

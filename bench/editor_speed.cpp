@@ -155,5 +155,7 @@ int main(int argc, char** argv) {
     std::printf("key press, worst         %10.2f %8.2f %7.2f   (wanted: below 5 ms)\n", keys.worst,
                 keysPeer.worst, keys.worst / keysPeer.worst);
     std::printf("check while typing       %10.2f\n", check);
-    return keys.worst < 5 ? 0 : 1;
+    std::printf("result\teditor, opening %d lines, Lua lexer\t%.1f ms\t%.1f ms\t%.2f\t<= 1\n",
+                ours.lines(), open, openPeer, open / openPeer);
+    std::printf("result\teditor, slowest key press in ms\t\t\t%.2f\t<= 5\n", keys.worst);
 }

@@ -120,8 +120,8 @@ void Compare(const Sample& sample, std::size_t linesToCompare) {
         std::exit(1);
     }
     const double megabytes = static_cast<double>(sample.bytes.size()) / 1e6;
-    std::printf("%-14s%8.0f MB/s   libvterm %6.1f MB/s   %5.1f times as fast (wanted: 3)\n",
-                sample.name, megabytes / ours, megabytes / theirs, theirs / ours);
+    std::printf("result\tscreen, %s, libvterm\t%.0f MB/s\t%.1f MB/s\t%.2f\t>= 3\n", sample.name,
+                megabytes / ours, megabytes / theirs, theirs / ours);
 }
 
 }  // namespace
