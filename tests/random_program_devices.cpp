@@ -1,0 +1,134 @@
+// Statements that drive outputs, read inputs and make events happen.
+#include "tests/random_program.h"
+
+namespace zentro::test {
+
+namespace {
+
+const std::vector<std::pair<std::string, char>> kDirections{
+    {"FORWARD", 'F'}, {"BACKWARD", 'B'}, {"\"F\"", 'F'}, {"\"B\"", 'B'}};
+
+/// A note that begins is told even if the one before was the same; silence only once.
+void PlayNote(State& state, unsigned note, unsigned length) {
+    const bool sounds = note != 0 && length != 0;
+    if (sounds) state.outputs["note"].clear();
+    state.SetOutput("note", sounds ? std::to_string(note) + " " + std::to_string(length) : "0 0");
+}
+
+}  // namespace
+
+Action RandomProgram::Output() {
+    switch (Pick(6)) {
+        case 0: return Motor();
+        case 1: return Servo();
+        case 2: return Switches();
+        case 3: return Sound();
+        case 4: return Event();
+        default: return Show();
+    }
+}
+
+Action RandomProgram::Motor() {
+    if (Chance(6)) {
+        Write("STOP MOTORS");
+        return [](State& state) {
+            for (const char* motor : {"motor 1", "motor 2", "motor 3", "motor 4"})
+                state.SetOutput(motor, "F 0");
+        };
+    }
+    const std::string number = std::to_string(1 + Pick(4));
+    const auto& [word, direction] = OneOf(kDirections);
+    const Operand speed = AnOperand(Type::Byte);
+    Write("SET MOTOR " + number + ", " + word + ", " + speed.text);
+    return [=, sign = std::string(1, direction)](State& state) {
+        state.SetOutput("motor " + number, sign + " " + std::to_string(speed.value(state)));
+    };
+}
+
+Action RandomProgram::Servo() {
+    constexpr unsigned kFullSwing = 90;
+    const bool isPercent = Chance(2);
+    const std::string number = std::to_string(1 + Pick(3));
+    const auto& [word, direction] = OneOf(kDirections);
+    const Operand place = AnOperand(Type::Byte);
+    Write(std::string("SET SERVO ") + (isPercent ? "PERCENT " : "") + number + ", " + word + ", " +
+          place.text);
+    return [=, sign = std::string(1, direction)](State& state) {
+        const unsigned given = place.value(state);
+        const unsigned degrees = isPercent ? given * kFullSwing / 100 : given;
+        state.SetOutput("servo " + number, sign + " " + std::to_string(degrees));
+    };
+}
+
+Action RandomProgram::Switches() {
+    if (Chance(2)) {
+        const std::string number = std::to_string(1 + Pick(3));
+        const bool on = Chance(2);
+        Write("SET PORT " + number + (on ? ", ON" : ", OFF"));
+        return [=](State& state) { state.SetOutput("port " + number, on ? "1" : "0"); };
+    }
+    const Operand left = AnOperand(Type::Byte);
+    const Operand right = AnOperand(Type::Byte);
+    Write("SET LEDS " + left.text + ", " + right.text);
+    return [=](State& state) {
+        state.SetOutput("led 1", left.value(state) != 0 ? "1" : "0");
+        state.SetOutput("led 2", right.value(state) != 0 ? "1" : "0");
+    };
+}
+
+Action RandomProgram::Show() {
+    const bool isHex = Chance(3);
+    const Operand shown = AnOperand(Type::Byte);
+    Write((isHex ? "DISPLAY HEX " : "DISPLAY ") + shown.text);
+    return [=](State& state) {
+        state.SetOutput("display",
+                        (isHex ? "hex " : "number ") + std::to_string(shown.value(state)));
+    };
+}
+
+Action RandomProgram::Sound() {
+    if (Chance(3)) {
+        Write("STOP SOUND");
+        return [](State& state) { PlayNote(state, 0, 0); };
+    }
+    const Operand note = Literal(Type::Byte);
+    const Operand length = Literal(Type::Byte);
+    Write("PLAY SOUND " + note.text + ", " + length.text);
+    return [=](State& state) { PlayNote(state, note.value(state), length.value(state)); };
+}
+
+/// Sets up, raises and lets come events; a handler does none of this.
+Action RandomProgram::Event() {
+    if (where_ == Where::Event) return Show();
+    static constexpr std::array<unsigned, 3> kNumbers{3, 9, 27};
+    const unsigned number = OneOf(kNumbers);
+    const std::string text = std::to_string(number);
+    switch (Pick(8)) {
+        case 0:
+            Write("DISABLE EVENTS");
+            return [](State& state) { state.mode = EventMode::Disabled; };
+        case 1:
+            Write("DEFER EVENTS");
+            return [](State& state) { state.mode = EventMode::Deferred; };
+        case 2:
+            Write("ENABLE EVENTS");
+            return [](State& state) {
+                state.mode = EventMode::Enabled;
+                state.TakeEvents();
+            };
+        case 3:
+            Write("CLEAR EVENT " + text);
+            return [=](State& state) { state.handlers.erase(number); };
+        case 4:
+        case 5: {
+            const auto& [name, body] = OneOf(events_);
+            Write("SET EVENT " + text + ", " + name);
+            return [number, handler = body](State& state) { state.handlers[number] = handler; };
+        }
+        default:
+            Write("RAISE EVENT " + text);
+            return [=](State& state) { state.RaiseEvent(number); };
+    }
+}
+
+}  // namespace zentro::test

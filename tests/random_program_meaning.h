@@ -1,0 +1,107 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace zentro::test {
+
+// What a program of the language means, told without the compiler and the board.
+
+enum class Type : std::uint8_t { Byte, Word, Flag, Pointer };
+
+inline bool IsByteSized(Type type) {
+    return type == Type::Byte || type == Type::Flag;
+}
+
+/// What a variable of the type keeps of a value.
+inline unsigned Fit(Type type, unsigned value) {
+    if (type == Type::Pointer) return value;
+    return value & (IsByteSized(type) ? 0xFFU : 0xFFFFU);
+}
+
+struct State;
+using Value = std::function<unsigned(State&)>;
+using Action = std::function<void(State&)>;
+using Names = std::vector<std::pair<std::string, Type>>;
+
+/// A pointer's value: the number of a table and a place in it. Where the tables stand in the
+/// board's memory is the compiler's business.
+inline constexpr unsigned kTableStep = 0x10000;
+
+/// What a call knows: its variables, and its result once it has returned.
+struct Frame {
+    std::map<std::string, unsigned> variables;
+    bool hasReturned = false;
+    unsigned result = 0;
+};
+
+enum class EventMode : std::uint8_t { Disabled, Enabled, Deferred };
+
+struct State {
+    std::map<std::string, unsigned> globals;
+    std::vector<Frame> calls;
+    std::vector<std::vector<std::uint8_t>> tables;
+    std::vector<unsigned> stack;
+
+    std::map<std::string, std::string> outputs;  ///< as they are, by "motor 1"
+    std::vector<std::string> changes;            ///< "motor 1 F 50", in order
+
+    EventMode mode = EventMode::Disabled;
+    std::map<unsigned, Action> handlers;  ///< by event number
+    std::deque<unsigned> waiting;
+
+    unsigned& At(const std::string& name) {
+        if (!calls.empty() && calls.back().variables.contains(name))
+            return calls.back().variables[name];
+        return globals.at(name);
+    }
+
+    bool HasReturned() const { return !calls.empty() && calls.back().hasReturned; }
+
+    std::uint8_t& Cell(unsigned pointer) {
+        return tables.at(pointer / kTableStep).at(pointer % kTableStep);
+    }
+
+    /// An output that is given the value it has does not change.
+    void SetOutput(const std::string& output, const std::string& value) {
+        std::string& present = outputs[output];
+        if (present == value) return;
+        present = value;
+        changes.push_back(output + " " + value);
+    }
+
+    void RaiseEvent(unsigned number) {
+        constexpr std::size_t kMostThatWait = 32;
+        const bool counts = handlers.contains(number) && mode != EventMode::Disabled;
+        if (counts && waiting.size() < kMostThatWait) waiting.push_back(number);
+        TakeEvents();
+    }
+
+    /// Handlers have no variables of their own, and raise no events in these programs.
+    void TakeEvents() {
+        while (mode == EventMode::Enabled && !waiting.empty()) {
+            const unsigned number = waiting.front();
+            waiting.pop_front();
+            if (!handlers.contains(number)) continue;
+            calls.emplace_back();
+            handlers[number](*this);
+            calls.pop_back();
+        }
+    }
+};
+
+/// What the outputs show before the program changes them.
+inline std::map<std::string, std::string> OutputsAtRest() {
+    return {{"motor 1", "F 0"},  {"motor 2", "F 0"}, {"motor 3", "F 0"}, {"motor 4", "F 0"},
+            {"servo 1", "F 0"},  {"servo 2", "F 0"}, {"servo 3", "F 0"}, {"port 1", "0"},
+            {"port 2", "0"},     {"port 3", "0"},    {"led 1", "0"},     {"led 2", "0"},
+            {"display", "dark"}, {"note", "0 0"}};
+}
+
+}  // namespace zentro::test
