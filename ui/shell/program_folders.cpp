@@ -10,6 +10,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kLanguageFile = "ZentroCompiler.cfg";
+
 fs::path Standard(QStandardPaths::StandardLocation location) {
     return QStandardPaths::writableLocation(location).toStdString();
 }
@@ -20,9 +22,15 @@ fs::path FindDataFiles(const fs::path& executable) {
                                              executable.parent_path() / "share" / "zentrocompiler"};
     for (const fs::path& candidate : candidates) {
         std::error_code error;
-        if (fs::exists(candidate / "ZentroCompiler.cfg", error)) return candidate;
+        if (fs::exists(candidate / kLanguageFile, error)) return candidate;
     }
     return executable;
+}
+
+bool HasMoved(const fs::path& languageFile, const ProgramFolders& folders) {
+    std::error_code error;
+    return folders.settings == folders.program && languageFile.filename() == kLanguageFile &&
+           !fs::exists(languageFile, error) && fs::exists(folders.program / kLanguageFile, error);
 }
 
 }  // namespace
@@ -45,6 +53,19 @@ void UseDocumentsFolder(SettingsStore& settings, const ProgramFolders& folders) 
     const std::string folder = (folders.documents / "").string();
     settings.SaveSetting(SettingNumber::SourceFolder, folder);
     settings.SaveSetting(SettingNumber::ObjectFolder, folder);
+}
+
+void FollowMovedProgram(SettingsStore& settings, const ProgramFolders& folders) {
+    const fs::path languageFile = AsText(settings.GetSetting(SettingNumber::InstructionFile));
+    if (!HasMoved(languageFile, folders)) return;
+    const std::string oldFolder = (languageFile.parent_path() / "").string();
+    const std::string newFolder = (folders.program / "").string();
+    for (const Setting& setting : Settings()) {
+        if (setting.kind != SettingKind::ProgramPath && setting.kind != SettingKind::Text) continue;
+        const std::string path = AsText(settings.GetSetting(setting.number));
+        if (!path.starts_with(oldFolder)) continue;
+        settings.SaveSetting(setting.number, newFolder + path.substr(oldFolder.size()));
+    }
 }
 
 }  // namespace zentro

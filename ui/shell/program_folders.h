@@ -21,4 +21,9 @@ ProgramFolders FindProgramFolders(const std::filesystem::path& executable);
 /// among the user's documents, which is made.
 void UseDocumentsFolder(SettingsStore& settings, const ProgramFolders& folders);
 
+/// A portable copy that lies elsewhere since its last start, or on a stick that has another name
+/// here: settings that name the old folder, which has no language file any more, name the new one
+/// from now on.
+void FollowMovedProgram(SettingsStore& settings, const ProgramFolders& folders);
+
 }  // namespace zentro

@@ -45,6 +45,7 @@ void ShowIfAny(Dialogs& dialogs, const std::string& message) {
 
 void Load(Desktop& desktop) {
     if (desktop.firstStart) UseDocumentsFolder(desktop.settings, desktop.folders);
+    FollowMovedProgram(desktop.settings, desktop.folders);
     ShowIfAny(desktop.workbench.dialogs, desktop.settings.LoadError());
     const std::string file = AsText(desktop.settings.GetSetting(SettingNumber::InstructionFile));
     ShowIfAny(desktop.workbench.dialogs, LoadInstructionConfig(file, desktop.configuration));

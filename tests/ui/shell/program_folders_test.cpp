@@ -1,0 +1,58 @@
+#include "ui/shell/program_folders.h"
+
+#include <QTemporaryDir>
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace zentro {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PortableCopy : public testing::Test {
+  protected:
+    PortableCopy() {
+        fs::create_directories(Folder("old"));
+        std::ofstream(Folder("old") / "ZentroCompiler.cfg") << "language";
+    }
+    fs::path Folder(const char* name) const { return fs::path(place_.path().toStdString()) / name; }
+
+    /// The settings after a start of the program in a folder.
+    std::string Start(const char* name, SettingNumber number, const std::string& userPath = {}) {
+        const ProgramFolders folders{Folder(name), Folder(name), {}, {}};
+        SettingsStore settings(folders.settings, folders.program, {});
+        FollowMovedProgram(settings, folders);
+        if (!userPath.empty()) settings.SaveSetting(number, userPath);
+        return AsText(settings.GetSetting(number));
+    }
+
+  private:
+    QTemporaryDir place_;
+};
+
+TEST_F(PortableCopy, FindsItsFilesWhereItWasMovedTo) {
+    Start("old", SettingNumber::ObjectFolder, "/home/pupil/robot/");
+    Start("old", SettingNumber::SourceFolder, (Folder("old") / "lesson" / "").string());
+    fs::rename(Folder("old"), Folder("new"));
+
+    EXPECT_EQ(Start("new", SettingNumber::InstructionFile), Folder("new") / "ZentroCompiler.cfg");
+    EXPECT_EQ(Start("new", SettingNumber::HelpFile), Folder("new") / "ZentroCodeHelp.htm");
+    EXPECT_EQ(Start("new", SettingNumber::SourceFolder), Folder("new") / "lesson" / "");
+    EXPECT_EQ(Start("new", SettingNumber::ObjectFolder), "/home/pupil/robot/");
+}
+
+/// A language file of the user's own that is missing is for the user to put right.
+TEST_F(PortableCopy, KeepsAnotherLanguageFile) {
+    Start("old", SettingNumber::InstructionFile, "/nowhere/own.cfg");
+    EXPECT_EQ(Start("old", SettingNumber::InstructionFile), "/nowhere/own.cfg");
+}
+
+/// A copy of a folder that is still there goes on with the first one's files.
+TEST_F(PortableCopy, KeepsAFolderThatIsStillThere) {
+    Start("old", SettingNumber::HelpFile);
+    fs::copy(Folder("old"), Folder("new"));
+    EXPECT_EQ(Start("new", SettingNumber::HelpFile), Folder("old") / "ZentroCodeHelp.htm");
+}
+
+}  // namespace
+}  // namespace zentro
