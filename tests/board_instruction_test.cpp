@@ -386,11 +386,21 @@ TEST(BoardInstruction, TraceTellsTheEffect) {
         {{21, 1, 70, 1, 0}, "[0010] SET MOTOR 1, 70, [0100]"},
         {{101}, "[0010] unknown opcode 101"},
         {{53, 255, 0}, "[0010] JUMP [FF00]"},
+        // Through pointers to the last byte, to the last word, and beyond.
+        {{17, 1, 4, 1, 1}, "[0010] WRITE DATA BYTE [0104], [0101] : [7FFF] = 2"},
+        {{17, 1, 8, 1, 1}, "[0010] WRITE DATA BYTE [0108], [0101]"},
+        {{19, 1, 6, 1, 0}, "[0010] WRITE DATA WORD [0106], [0100] : [7FFE] = 258"},
+        {{19, 1, 4, 1, 0}, "[0010] WRITE DATA WORD [0104], [0100]"},
     };
     for (const Row& row : rows) {
-        Board board = BoardAt(row.code, {1, 2, 0, 0});
+        Board board = BoardAt(row.code, {1, 2, 0, 0, 0x7F, 0xFF, 0x7F, 0xFE, 0x80, 0x00});
         EXPECT_EQ(StepWithTrace(board), row.line);
     }
+    // An instruction that ends with the memory has its argument.
+    Board board = BoardAt({0}, {});
+    Poke(board, kMemorySize - 3, {53, 0, 160});
+    board.processor.address = kMemorySize - 3;
+    EXPECT_EQ(StepWithTrace(board), "[7FFD] JUMP [00A0] : to [00A0]");
 }
 
 }  // namespace

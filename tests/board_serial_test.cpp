@@ -29,17 +29,27 @@ struct LineCase {
 };
 
 TEST(BoardCommands, AnswerOrRefuse) {
-    const LineCase answered[] = {
-        {"W", "Kinetron\r\n"},   {"w", "Kinetron\r\n"},   {"", ""},      {"]", ""},
-        {"G", "No program\r\n"}, {"D", "No program\r\n"}, {"X", ""},     {"Z", ""},
-        {"M1F045", ""},          {"m1f045", ""},          {"S2B05", ""}, {"A31", ""}};
+    const LineCase answered[] = {{"W", "Kinetron\r\n"},
+                                 {"w", "Kinetron\r\n"},
+                                 {"", ""},
+                                 {"]", ""},
+                                 {"G", "No program\r\n"},
+                                 {"D", "No program\r\n"},
+                                 {"X", ""},
+                                 {"Z", ""},
+                                 {"M1F045", ""},
+                                 {"m1f045", ""},
+                                 {"S2B05", ""},
+                                 {"A31", ""},
+                                 {"a10", ""},
+                                 {"z", ""}};
     for (const LineCase& row : answered) {
         Board board;
         EXPECT_EQ(Say(board, row.typed + "\r"), row.typed + "\r\n" + row.answer) << row.typed;
     }
-    const std::string refused[] = {"Q",      "GO",     " W",     "M0F045", "M5F045",
-                                   "M1G045", "M1F45",  "M1F256", "M1F-05", "M1F0450",
-                                   "S4F10",  "S1F100", "A12",    "A41",    "A1"};
+    const std::string refused[] = {"Q",     "GO",     " W",     "M0F045",  "M5F045", "M1G045",
+                                   "M1F45", "M1F256", "M1F-05", "M1F0450", "S4F10",  "S1F100",
+                                   "A12",   "A41",    "A1",     "A310",    "B31"};
     for (const std::string& line : refused) {
         Board board;
         EXPECT_EQ(Say(board, line + "\r"), line + "\r\n?\r\n") << line;
