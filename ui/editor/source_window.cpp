@@ -10,9 +10,8 @@
 #include <utility>
 
 #include "compiler/paths.h"
-#include "config/file.h"
 #include "ui/editor/source_editor.h"
-#include "ui/editor/source_file.h"
+#include "ui/files/text_file.h"
 #include "ui/support/colours.h"
 #include "ui/support/dialogs.h"
 #include "ui/support/window_place.h"
@@ -27,10 +26,8 @@ QString TextSetting(const SettingsStore& settings, SettingNumber number) {
     return QString::fromStdString(AsText(settings.GetSetting(number)));
 }
 
-/// The path as the system's file operations take it.
-std::string SystemPath(const QString& folder, const QString& fileName) {
-    const std::string path = PathOf(folder.toStdString(), fileName.toStdString());
-    return QFile::encodeName(QString::fromStdString(path)).toStdString();
+QString FilePath(const QString& folder, const QString& fileName) {
+    return QString::fromStdString(PathOf(folder.toStdString(), fileName.toStdString()));
 }
 
 }  // namespace
@@ -73,17 +70,16 @@ void SourceWindow::NewFile(int number) {
 }
 
 /// The text of a file. A failure is told to the user.
-std::optional<SourceFileText> SourceWindow::ReadSource(const QString& folder,
-                                                       const QString& fileName) {
-    const FileContent content = ReadWholeFile(SystemPath(folder, fileName));
-    if (content.status == FileContent::Status::Read) return FromFileBytes(content.bytes);
+std::optional<FileText> SourceWindow::ReadSource(const QString& folder, const QString& fileName) {
+    LoadedText loaded = LoadText(FilePath(folder, fileName));
+    if (loaded.problem.empty()) return std::move(loaded.file);
     workbench_.dialogs.ShowMessage(
-        this, "Error Loading Source File:\n" + QString::fromStdString(content.problem));
+        this, "Error Loading Source File:\n" + QString::fromStdString(loaded.problem));
     return std::nullopt;
 }
 
 bool SourceWindow::LoadFile(const QString& folder, const QString& fileName) {
-    std::optional<SourceFileText> file = ReadSource(folder, fileName);
+    std::optional<FileText> file = ReadSource(folder, fileName);
     if (!file) return false;
     folder_ = folder;
     fileName_ = fileName;
@@ -94,7 +90,7 @@ bool SourceWindow::LoadFile(const QString& folder, const QString& fileName) {
 }
 
 bool SourceWindow::Reload() {
-    std::optional<SourceFileText> file = ReadSource(folder_, fileName_);
+    std::optional<FileText> file = ReadSource(folder_, fileName_);
     if (!file) return false;
     lineEnd_ = file->lineEnd;
     editor_->ReplaceText(std::move(file->text), file->isLastLineEnded);
@@ -139,7 +135,7 @@ SaveResult SourceWindow::SaveFileAs() {
 
 SaveResult SourceWindow::WriteTo(const QString& folder, const QString& fileName) {
     const std::string problem =
-        WriteWholeFile(SystemPath(folder, fileName), ToFileBytes({editor_->TextBytes(), lineEnd_}));
+        SaveText(FilePath(folder, fileName), {editor_->TextBytes(), lineEnd_});
     if (!problem.empty()) {
         workbench_.dialogs.ShowMessage(
             this, "Could Not Save File. System returned the following error: \n" +

@@ -3,21 +3,22 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "ui/editor/line_message.h"
 #include "ui/editor/program_names.h"
-#include "ui/editor/source_file.h"
 #include "ui/editor/source_search.h"
+#include "ui/files/file_text.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {
 
 class SourceEditor;
 
-enum class SaveResult { Saved, Cancelled, Failed };
+enum class SaveResult : std::uint8_t { Saved, Cancelled, Failed };
 
 /// The window of one source file.
 class SourceWindow : public QWidget {
@@ -104,7 +105,7 @@ class SourceWindow : public QWidget {
   private:
     void ShowTitle();
     QString ChooseName();
-    std::optional<SourceFileText> ReadSource(const QString& folder, const QString& fileName);
+    std::optional<FileText> ReadSource(const QString& folder, const QString& fileName);
     SaveResult WriteTo(const QString& folder, const QString& fileName);
     QWidget& Frame();
 

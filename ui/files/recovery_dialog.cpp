@@ -171,10 +171,12 @@ void RecoveryDialog::ShowDifference() {
     const RecoveryCopy& copy = texts_[static_cast<std::size_t>(index)].copy;
     const bool isOnDisk = !copy.path.isEmpty() && QFileInfo::exists(copy.path);
     const LoadedText onDisk = isOnDisk ? LoadText(copy.path) : LoadedText();
-    const std::vector<DifferenceLine> lines = DifferenceOf(onDisk.text, copy.text);
+    const std::vector<DifferenceLine> lines =
+        DifferenceOf(QString::fromStdString(onDisk.file.text), copy.text);
     QString state = "&Compared with the file on the disk: ";
     if (!isOnDisk) state = "&There is no such file on the disk: ";
-    if (!onDisk.problem.isEmpty()) state = "&The file cannot be read (" + onDisk.problem + "): ";
+    if (!onDisk.problem.empty())
+        state = "&The file cannot be read (" + QString::fromStdString(onDisk.problem) + "): ";
     summary_->setText(state + CountChanges(lines));
     ShowLines(AroundChanges(lines, kContext));
 }

@@ -27,6 +27,7 @@
 #include "ui/shell/source_checks.h"
 #include "ui/shell/source_files.h"
 #include "ui/shell/tool_bar_layout.h"
+#include "ui/support/child_windows.h"
 #include "ui/support/icons.h"
 
 namespace zentro {
@@ -222,7 +223,7 @@ void MainWindow::BringToFront(QWidget* window) {
     if (frame == nullptr) return;
     if (frame->isMinimized()) frame->showNormal();
     area_->setActiveSubWindow(frame);
-    window->setFocus();
+    FocusInto(*window);
 }
 
 QWidget* MainWindow::Front() const {

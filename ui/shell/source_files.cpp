@@ -193,33 +193,31 @@ void SourceFiles::RememberFile(const SourceWindow& window) {
                                     window.PathName().toStdString());
 }
 
-bool SourceFiles::SaveWindow(SourceWindow& window) {
-    if (window.SaveFile() != SaveResult::Saved) return false;
+void SourceFiles::NoteSaved(SourceWindow& window) {
     RememberFile(window);
     emit Saved(&window);
+}
+
+bool SourceFiles::SaveWindow(SourceWindow& window) {
+    if (window.SaveFile() != SaveResult::Saved) return false;
+    NoteSaved(window);
     return true;
 }
 
 void SourceFiles::SaveFront() {
-    SourceWindow* window = Front();
-    if (window == nullptr) return workbench_.dialogs.ShowMessage(nullptr, "Nothing to Save!");
-    const SaveResult result = window->SaveFile();
-    if (result == SaveResult::Cancelled)
-        workbench_.dialogs.ShowMessage(window, "File Save Cancelled as requested");
-    if (result != SaveResult::Saved) return;
-    RememberFile(*window);
-    emit Saved(window);
+    SaveFrontBy(&SourceWindow::SaveFile, "File Save Cancelled as requested");
 }
 
 void SourceFiles::SaveFrontAs() {
+    SaveFrontBy(&SourceWindow::SaveFileAs, "File Save As Cancelled as requested");
+}
+
+void SourceFiles::SaveFrontBy(SaveResult (SourceWindow::*save)(), const char* cancelled) {
     SourceWindow* window = Front();
     if (window == nullptr) return workbench_.dialogs.ShowMessage(nullptr, "Nothing to Save!");
-    const SaveResult result = window->SaveFileAs();
-    if (result == SaveResult::Cancelled)
-        workbench_.dialogs.ShowMessage(window, "File Save As Cancelled as requested");
-    if (result != SaveResult::Saved) return;
-    RememberFile(*window);
-    emit Saved(window);
+    const SaveResult result = (window->*save)();
+    if (result == SaveResult::Cancelled) workbench_.dialogs.ShowMessage(window, cancelled);
+    if (result == SaveResult::Saved) NoteSaved(*window);
 }
 
 bool SourceFiles::SaveAll() {

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <cstdint>
 #include <functional>
 #include <optional>
 
@@ -16,6 +17,7 @@ class QTabBar;
 namespace zentro {
 
 class SourceWindow;
+enum class SaveResult : std::uint8_t;
 
 /// The open source windows with their file tabs, in the order of the tabs, and which of them is the
 /// main file to compile.
@@ -96,7 +98,9 @@ class SourceFiles : public QObject, public OpenFiles, public SearchTargets {
     void UpdateKeys();
     void MarkTabAt(const QPoint& position);
     void RememberFile(const SourceWindow& window);
+    void NoteSaved(SourceWindow& window);
     bool SaveWindow(SourceWindow& window);
+    void SaveFrontBy(SaveResult (SourceWindow::*save)(), const char* cancelled);
     int IndexOf(const SourceWindow* window) const;
 
     Workbench& workbench_;

@@ -17,4 +17,15 @@ void CloseChildWindow(QWidget* window) {
     }
 }
 
+void FocusInto(QWidget& window) {
+    if (window.focusProxy() != nullptr) return window.setFocus();
+    if (QWidget* last = window.focusWidget()) return last->setFocus();
+    for (QWidget* part = window.nextInFocusChain(); part != nullptr && part != &window;
+         part = part->nextInFocusChain()) {
+        const bool takesFocus = (part->focusPolicy() & Qt::TabFocus) != 0;
+        if (takesFocus && part->isEnabled() && window.isAncestorOf(part)) return part->setFocus();
+    }
+    window.setFocus();
+}
+
 }  // namespace zentro

@@ -7,7 +7,6 @@
 #include "ui/editor/block_words.h"
 #include "ui/editor/completion.h"
 #include "ui/editor/live_check.h"
-#include "ui/editor/source_file.h"
 #include "ui/editor/source_text_format.h"
 #include "ui/editor/statement_help.h"
 #include "ui/editor/touched_lines.h"
@@ -61,27 +60,6 @@ TEST(SourceTextFormat, FindsKeywordsCommentsAndStrings) {
         RespellKeywords(text, runs);
         EXPECT_EQ(text, c.respelt);
     }
-}
-
-TEST(SourceFile, KeepsLineEndsAndReadsBothCharacterSets) {
-    struct Case {
-        std::string bytes, text, saved;
-    };
-    const std::vector<Case> cases{
-        {"a\r\nb\r\n", "a\nb", "a\r\nb\r\n"},
-        {"a\nb\n", "a\nb", "a\nb\n"},
-        {"a\rb\r", "a\nb", "a\rb\r"},
-        {"a\r\nb\nc", "a\nb\nc", "a\r\nb\r\nc\r\n"},
-        {"a\n\n", "a\n", "a\n\n"},
-        {"\xE4\x80\n", "\xC3\xA4\xE2\x82\xAC", "\xC3\xA4\xE2\x82\xAC\n"},  // Windows-1252
-        {"\xEF\xBB\xBF\xC3\xA4\n", "\xC3\xA4", "\xC3\xA4\n"},
-    };
-    for (const Case& c : cases) {
-        const SourceFileText file = FromFileBytes(c.bytes);
-        EXPECT_EQ(file.text, c.text);
-        EXPECT_EQ(ToFileBytes(file), c.saved);
-    }
-    EXPECT_EQ(ToFileBytes({"", "\n"}), "\n");
 }
 
 TEST(TouchedLines, MoveWithTheEditsBeforeThem) {

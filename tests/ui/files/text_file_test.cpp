@@ -15,59 +15,32 @@ class TextFileTest : public UiTest {
     QString path_ = FilePath("text.txt");
 };
 
-TEST_F(TextFileTest, Loads) {
+TEST_F(TextFileTest, KeepsTheLineEndsAndReadsBothCharacterSets) {
     struct Case {
-        QByteArray bytes;
-        QString text;
-        bool isNoted;
+        std::string bytes, text, saved;
     };
     const std::vector<Case> cases{
-        {"", "", false},
-        {"one", "one", false},
-        {"one\ntwo\n", "one\ntwo", false},
-        {"one\r\ntwo\r\n\r\n", "one\ntwo\n", false},
-        {"one\rtwo\nthree\r\n", "one\ntwo\nthree", false},
-        {"\xEF\xBB\xBFone\n", "one", false},
-        {"caf\xC3\xA9 \xCE\xB1\n", QString::fromUtf8("caf\xC3\xA9 \xCE\xB1"), false},
-        {"caf\xE9 \x80\n", QString::fromUtf8("caf\xC3\xA9 \xE2\x82\xAC"), true},
+        {"", "", "\n"},
+        {"one", "one", "one\n"},
+        {"a\r\nb\r\n", "a\nb", "a\r\nb\r\n"},
+        {"a\nb\n", "a\nb", "a\nb\n"},
+        {"a\rb\r", "a\nb", "a\rb\r"},
+        {"a\r\nb\nc", "a\nb\nc", "a\r\nb\r\nc\r\n"},
+        {"a\n\n", "a\n", "a\n\n"},
+        {"\xE4\x80\n", "\xC3\xA4\xE2\x82\xAC", "\xC3\xA4\xE2\x82\xAC\n"},  // Windows-1252
+        {"\xEF\xBB\xBF\xC3\xA4\n", "\xC3\xA4", "\xC3\xA4\n"},
     };
     for (const Case& row : cases) {
-        WriteFile("text.txt", row.bytes);
+        WriteFile("text.txt", QByteArray::fromStdString(row.bytes));
         const LoadedText loaded = LoadText(path_);
-        EXPECT_EQ(loaded.text, row.text) << row.bytes.constData();
-        EXPECT_EQ(!loaded.note.isEmpty(), row.isNoted);
         EXPECT_EQ(loaded.problem, "");
+        EXPECT_EQ(loaded.file.text, row.text);
+        EXPECT_EQ(SaveText(path_, loaded.file), "");
+        EXPECT_EQ(ReadFile("text.txt").toStdString(), row.saved);
     }
     EXPECT_EQ(LoadText(FilePath("none.txt")).problem, "No such file or directory");
     EXPECT_EQ(LoadText(folder_.path()).problem, "Is a directory");
-}
-
-TEST_F(TextFileTest, Saves) {
-    struct Case {
-        const char* before;  ///< null: no file
-        QString text;
-        QByteArray after;
-    };
-    const std::vector<Case> cases{
-        {nullptr, "one\ntwo", "one\ntwo\n"},
-        {"x", "one", "one\n"},
-        {"x\n", "one\ntwo\n", "one\ntwo\n\n"},
-        {"x\r\n", "one\ntwo", "one\r\ntwo\r\n"},
-        {"x\r\ny\r\nz\n", "one", "one\r\n"},
-        {"x\ry\r", "one\ntwo", "one\rtwo\r"},
-        {"x\n", QString::fromUtf8("\xC3\xA9\r\n"), "\xC3\xA9\n\n"},
-        {"x\n", "", "\n"},
-    };
-    for (const Case& row : cases) {
-        QFile::remove(path_);
-        if (row.before != nullptr) WriteFile("text.txt", row.before);
-        EXPECT_EQ(SaveText(path_, row.text), "");
-        EXPECT_EQ(ReadFile("text.txt"), row.after);
-        EXPECT_EQ(LoadText(path_).text + '\n', QString(row.text + '\n').replace("\r\n", "\n"));
-    }
-    EXPECT_EQ(SaveText(path_, "a\nb", LineEnd::CrLf), "");
-    EXPECT_EQ(ReadFile("text.txt"), "a\r\nb\r\n");
-    EXPECT_EQ(SaveText(FilePath("no/text.txt"), "x"), "No such file or directory");
+    EXPECT_EQ(SaveText(FilePath("no/text.txt"), {"x", "\n"}), "No such file or directory");
 }
 
 TEST_F(TextFileTest, ASaveThatFailsLeavesTheFile) {
@@ -75,7 +48,7 @@ TEST_F(TextFileTest, ASaveThatFailsLeavesTheFile) {
     const QStringList before = QDir(folder_.path()).entryList(QDir::Files);
     EXPECT_TRUE(InChild([&] {
         LimitFileSize(20'000);
-        return SaveText(path_, QString(100'000, 'x')) == "File too large";
+        return SaveText(path_, {std::string(100'000, 'x'), "\n"}) == "File too large";
     }));
     EXPECT_EQ(ReadFile("text.txt"), "the old text\n");
     EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files), before);
@@ -89,7 +62,10 @@ TEST_F(TextFileTest, ASaveThatIsKilledLeavesOneOfTheTwoTexts) {
     ASSERT_GT(kills, 0);
     for (int round = 0; round < kills; ++round) {
         KillWhileWorking(
-            [&](int i) { static_cast<void>(SaveText(path_, QString(kSize, QChar('a' + i % 26)))); },
+            [&](int i) {
+                const std::string text(kSize, static_cast<char>('a' + i % 26));
+                static_cast<void>(SaveText(path_, {text, "\n"}));
+            },
             random);
         const QByteArray bytes = ReadFile("text.txt");
         ASSERT_EQ(bytes.size(), kSize + 1);
@@ -167,7 +143,7 @@ class FileWatcherTest : public TextFileTest {
 TEST_F(FileWatcherTest, TellsOfEveryKindOfChangeOnce) {
     WriteFile("text.txt", "written over\n");
     EXPECT_TRUE(IsTold(1));
-    EXPECT_EQ(SaveText(path_, "replaced"), "");
+    EXPECT_EQ(SaveText(path_, {"replaced", "\n"}), "");
     EXPECT_TRUE(IsTold(2));
     // An editor that moves the old file away and writes a new one.
     EXPECT_TRUE(QFile::rename(path_, path_ + "~"));
@@ -183,7 +159,7 @@ TEST_F(FileWatcherTest, TellsOfEveryKindOfChangeOnce) {
 
 TEST_F(FileWatcherTest, IsQuietAboutOurOwnSavesAndTouches) {
     for (int i = 0; i < 3; ++i) {
-        EXPECT_EQ(SaveText(path_, QString::number(i)), "");
+        EXPECT_EQ(SaveText(path_, {std::to_string(i), "\n"}), "");
         watcher_.NoteSaved(path_);
         QTest::qWait(20);
     }

@@ -8,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QTabBar>
 #include <QToolBar>
 #include <set>
@@ -251,6 +252,11 @@ TEST_F(CommandsTest, PrintsTheHeaderOnceAndTheTextForEachCopy) {
 }
 
 TEST_F(CommandsTest, TheSmallToolsOpen) {
+    Press(CommandId::Calculator);
+    QTest::keyClicks(QApplication::focusWidget(), "255");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    const auto* results = Child("frmCalc")->findChild<QPlainTextEdit*>();
+    EXPECT_TRUE(results->toPlainText().contains("Dec to Hex: FF")) << results->toPlainText().toStdString();
     Press(CommandId::Help);
     EXPECT_NE(Child("frmBrowser"), nullptr);
     QStringList opened;

@@ -1,4 +1,4 @@
-#include "ui/editor/source_file.h"
+#include "ui/files/file_text.h"
 
 #include <algorithm>
 
@@ -36,7 +36,7 @@ std::string_view SystemLineEnd() {
 #endif
 }
 
-SourceFileText FromFileBytes(std::string_view bytes) {
+FileText FromFileBytes(std::string_view bytes) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     std::string converted;
     if (!IsUtf8(bytes)) {
@@ -45,13 +45,13 @@ SourceFileText FromFileBytes(std::string_view bytes) {
     } else if (bytes.starts_with(kByteOrderMark)) {
         bytes.remove_prefix(kByteOrderMark.size());
     }
-    SourceFileText file{WithLineFeeds(bytes), std::string(LineEndOf(bytes))};
+    FileText file{WithLineFeeds(bytes), std::string(LineEndOf(bytes))};
     file.isLastLineEnded = file.text.ends_with('\n');
     if (file.isLastLineEnded) file.text.pop_back();
     return file;
 }
 
-std::string ToFileBytes(const SourceFileText& file) {
+std::string ToFileBytes(const FileText& file) {
     if (file.lineEnd == "\n") return file.text + "\n";
     std::string bytes;
     bytes.reserve(file.text.size() + file.text.size() / 16);
