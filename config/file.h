@@ -17,8 +17,8 @@ struct FileContent {
     std::string problem;  ///< the system's text for the failure
 };
 
-/// Reads a file whole, or fails when it is larger than any text that this program works on (a device
-/// can go on for ever). The path is in the system's own encoding.
+/// Reads a file whole, or fails when it is larger than any text that this program works on (a
+/// device can go on for ever). The path is in the system's own encoding.
 FileContent ReadWholeFile(const std::string& path);
 
 /// Writes a file whole, or leaves what was there: a regular file is replaced through a temporary

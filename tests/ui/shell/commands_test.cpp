@@ -256,7 +256,8 @@ TEST_F(CommandsTest, TheSmallToolsOpen) {
     QTest::keyClicks(QApplication::focusWidget(), "255");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     const auto* results = Child("frmCalc")->findChild<QPlainTextEdit*>();
-    EXPECT_TRUE(results->toPlainText().contains("Dec to Hex: FF")) << results->toPlainText().toStdString();
+    EXPECT_TRUE(results->toPlainText().contains("Dec to Hex: FF"))
+        << results->toPlainText().toStdString();
     Press(CommandId::Help);
     EXPECT_NE(Child("frmBrowser"), nullptr);
     QStringList opened;
