@@ -298,15 +298,21 @@ TEST(BoardFaults, StacksHoldExactlyWhatTheyShould) {
 }
 
 TEST(BoardFaults, CallTheErrorRoutineOnce) {
-    // ON ERROR CALL 20; DIVIDE BYTE by 0; push 9; RETURN (a fault). The routine pushes 1.
-    Board board;
-    Put(board, 0, {71, 0, 0x20, 46, 16, 1, 16, 0, 23, 16, 9, 52});
-    Put(board, 0x20, {23, 16, 1, 52});
-    Poke(board, kData, {0, 1, 0, 0, 0, 0, 0, 0, 0, 9});
-    StartProgram(board);
-    RunInstructions(board, 100);
-    EXPECT_THAT(Pushed(board), ElementsAre(1, 9));
-    EXPECT_EQ(TakeOutput(board), "Fault: return stack underflow at [000B]\r\n");
+    // DIVIDE BYTE by 0, an unknown opcode, MOVE BYTE to where no memory is.
+    const Bytes failing[] = {{46, 16, 1, 16, 0}, {200}, {11, 16, 1, 255, 0}};
+    const char* const end[] = {"000B", "0007", "000B"};
+    for (std::size_t row = 0; row < std::size(end); ++row) {
+        // ON ERROR CALL 20; what fails; push 9; RETURN (a fault). The routine pushes 1.
+        Board board;
+        Put(board, 0, Join({{71, 0, 0x20}, failing[row], {23, 16, 9, 52}}));
+        Put(board, 0x20, {23, 16, 1, 52});
+        Poke(board, kData, {0, 1, 0, 0, 0, 0, 0, 0, 0, 9});
+        StartProgram(board);
+        RunInstructions(board, 100);
+        EXPECT_THAT(Pushed(board), ElementsAre(1, 9)) << row;
+        EXPECT_EQ(TakeOutput(board),
+                  std::string("Fault: return stack underflow at [") + end[row] + "]\r\n");
+    }
 }
 
 /// A program that uses much of the board: events, waits, stack, random numbers, outputs, a loop.
