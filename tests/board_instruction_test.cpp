@@ -208,7 +208,10 @@ TEST(BoardInstruction, ReadsInputs) {
         {{34, 1, 0}, [](Inputs& in) { in.programNumber = 3; }, {3}},
         {{31, 4, 1, 0}, [](Inputs& in) { in.digital[3] = true; }, {255}},
         {{31, 3, 1, 0}, [](Inputs& in) { in.digital[3] = true; }, {0}},
-        {{31, 5, 1, 0}, [](Inputs& in) { in.digital.fill(true); }, {0}},
+        {{31, 5, 1, 0}, [](Inputs& in) { in.buttons.fill(true); }, {0}},
+        {{35, 0, 1, 0}, [](Inputs& in) { in.digital.fill(true); }, {0}},
+        {{32, 0, 1, 0}, [](Inputs& in) { in.buttons.fill(true); }, {0}},
+        {{32, 7, 1, 0}, [](Inputs& in) { in.timed.fill(0x0101); }, {0}},
         {{32, 6, 1, 0}, [](Inputs& in) { in.analog[5] = 201; }, {201}},
         {{35, 1, 1, 0}, [](Inputs& in) { in.buttons[0] = true; }, {255}},
         {{33, 2, 1, 0, 1, 1}, [](Inputs& in) { in.timed[1] = 300; }, {44, 1}},
@@ -305,6 +308,16 @@ TEST(BoardInstruction, StopMotorsAndEmergencyStopPutToRest) {
     RunInstructions(board, 3);
     EXPECT_EQ(board.outputs, Outputs{});
     EXPECT_EQ(board.processor.end, EndReason::EmergencyStop);
+
+    Board busy = BoardAt({1}, {});
+    busy.outputs.motors.fill({kBackward, 9});
+    busy.outputs.servos.fill({kBackward, 9});
+    busy.outputs.ports.fill(true);
+    busy.outputs.leds.fill(true);
+    busy.outputs.display = {Display::Form::Hex, 9};
+    busy.outputs.note = 60;
+    RunInstructions(busy, 1);
+    EXPECT_EQ(busy.outputs, Outputs{});
 }
 
 TEST(BoardInstruction, ResetStartsAgainWithMemoryAsItIs) {
