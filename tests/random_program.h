@@ -69,6 +69,7 @@ class RandomProgram {
     Action PushAndPop();
 
     // random_program_devices.cpp
+    Action Reading();
     Action Output();
     Action Motor();
     Action Servo();

@@ -1,4 +1,6 @@
 // Statements that drive outputs, read inputs and make events happen.
+#include <algorithm>
+
 #include "tests/random_program.h"
 
 namespace zentro::test {
@@ -16,6 +18,32 @@ void PlayNote(State& state, unsigned note, unsigned length) {
 }
 
 }  // namespace
+
+/// An input, which shows the same all the time.
+Action RandomProgram::Reading() {
+    struct Row {
+        const char* call;
+        unsigned value;
+    };
+    static constexpr std::array kRows{
+        Row{"BATTERY()", SteadyInputs::kBattery},
+        Row{"PROGRAMNUMBER()", SteadyInputs::kProgramNumber},
+        Row{"DIGITAL(1)", 0},
+        Row{"DIGITAL(4)", 255},
+        Row{"BUTTON(1)", 0},
+        Row{"BUTTON(6)", 255},
+        Row{"ANALOG(1)", 0},
+        Row{"ANALOG(6)", SteadyInputs::kAnalog6},
+        Row{"TIMED(4)", SteadyInputs::kTimed4 % 256},
+        Row{"PULSELENGTH(4)", SteadyInputs::kTimed4 % 256},
+        Row{"JOYSTICK(1, \"X\")", SteadyInputs::kStick1X},
+        Row{"STICK(2, \"Y\")", SteadyInputs::kStick2Y},
+    };
+    const Row& row = OneOf(kRows);
+    const std::string target = Variable(Type::Byte);
+    Write(target + " = " + row.call);
+    return [target, value = row.value](State& state) { state.At(target) = value; };
+}
 
 Action RandomProgram::Output() {
     switch (Pick(6)) {
@@ -90,6 +118,15 @@ Action RandomProgram::Sound() {
     if (Chance(3)) {
         Write("STOP SOUND");
         return [](State& state) { PlayNote(state, 0, 0); };
+    }
+    if (Chance(3)) {
+        const unsigned table = Pick(tables_.size());
+        Write("PLAY TUNE " + tables_[table]);
+        // The first note sounds at once, for a tick at least.
+        return [table](State& state) {
+            const std::vector<std::uint8_t>& notes = state.tables[table];
+            PlayNote(state, notes[0], std::max<unsigned>(notes[1], 1));
+        };
     }
     const Operand note = Literal(Type::Byte);
     const Operand length = Literal(Type::Byte);

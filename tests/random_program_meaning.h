@@ -96,6 +96,16 @@ struct State {
     }
 };
 
+/// What the inputs show while a program runs; those not named show nothing.
+struct SteadyInputs {
+    static constexpr std::uint8_t kBattery = 201;
+    static constexpr std::uint8_t kProgramNumber = 7;
+    static constexpr std::uint8_t kAnalog6 = 133;
+    static constexpr std::uint16_t kTimed4 = 300;
+    static constexpr std::uint8_t kStick1X = 10;
+    static constexpr std::uint8_t kStick2Y = 240;
+};
+
 /// What the outputs show before the program changes them.
 inline std::map<std::string, std::string> OutputsAtRest() {
     return {{"motor 1", "F 0"},  {"motor 2", "F 0"}, {"motor 3", "F 0"}, {"motor 4", "F 0"},

@@ -64,6 +64,7 @@ Action RandomProgram::Assignment() {
 }
 
 Action RandomProgram::Function() {
+    if (Chance(4)) return Reading();
     struct Row {
         Type target;
         const char* name;

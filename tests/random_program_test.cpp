@@ -67,11 +67,25 @@ unsigned OnBoard(const FinishedRun& run, const RandomProgram& random, unsigned p
     return run.AddressOf(random.Tables()[pointer / kTableStep]) + pointer % kTableStep;
 }
 
+Inputs InputsOfAll() {
+    Inputs inputs;
+    inputs.battery = SteadyInputs::kBattery;
+    inputs.programNumber = SteadyInputs::kProgramNumber;
+    inputs.digital[3] = true;
+    inputs.buttons[5] = true;
+    inputs.analog[5] = SteadyInputs::kAnalog6;
+    inputs.timed[3] = SteadyInputs::kTimed4;
+    inputs.joysticks[0].x = SteadyInputs::kStick1X;
+    inputs.joysticks[1].y = SteadyInputs::kStick2Y;
+    return inputs;
+}
+
 void CompileAndRun(FinishedRun& run) {
     constexpr std::uint64_t kEnough = 50'000'000;
     ASSERT_TRUE(run.program.Compile()) << testing::PrintToString(run.program.Messages());
     ASSERT_EQ(run.program.Messages(), std::vector<std::string>{});
     ASSERT_EQ(LoadObjectText(run.board, run.program.object.text), "");
+    SetInputs(run.board, InputsOfAll());
     TakeChanges(run.board);
     StartProgram(run.board);
     RunInstructions(run.board, kEnough);
