@@ -151,6 +151,14 @@ TEST(BoardInstruction, ReturnGoesBackBehindTheCall) {
     EXPECT_EQ(board.processor.address, 0x13U);
 }
 
+TEST(BoardInstruction, AFullReturnStackHasNoRoomForTheErrorRoutine) {
+    // ON ERROR CALL 0200, then CALL 0013, which is itself
+    Board board = BoardAt({71, 2, 0, 51, 0, 0x13}, {});
+    RunInstructions(board, 1000);
+    EXPECT_FALSE(board.processor.running);
+    EXPECT_EQ(board.processor.fault, Fault::ReturnStackOverflow);
+}
+
 struct OutputCase {
     Bytes code;
     Bytes data;
@@ -168,6 +176,8 @@ const OutputCase kOutputCases[] = {
     {{41, 2, 70, 1, 0}, {50}, {"0 servo2 F 45"}},
     {{30, 3, 1}, {}, {"0 port3 1"}},
     {{30, 3, 0}, {}, {}},
+    {{30, 4, 1}, {}, {}},
+    {{30, 0, 1}, {}, {}},
     {{38, 1, 0}, {0xA5}, {"0 displayhex A5"}},
     {{39, 1, 0}, {0}, {"0 display 0"}},
     {{44, 1, 0}, {1}, {"0 leftled 1"}},
@@ -239,6 +249,12 @@ TEST(BoardInstruction, CalibratedJoystickRestsInTheMiddle) {
     SetInputs(board, inputs);
     RunInstructions(board, 3);
     EXPECT_THAT(Peek(board, kData + 1, 2), ElementsAre(128, 0));
+    // There are two of them.
+    for (const int joystick : {0, 3}) {
+        board = BoardAt({29, joystick, 100, 1, 0}, {200});
+        RunInstructions(board, 1);
+        EXPECT_EQ(board.devices, Board().devices);
+    }
 }
 
 TEST(BoardInstruction, TimedPulseCountIsThatOfTheLastWholeSecond) {

@@ -216,6 +216,9 @@ TEST(BoardDebugMode, ReadsAltersAndJumps) {
         {"A8000 00", "?\r\n" + kPrompt},
         {"A0010 100", "?\r\n" + kPrompt},
         {"A0010,10", "?\r\n" + kPrompt},
+        {"A0010 1G", "?\r\n" + kPrompt},
+        {"A00G0 10", "?\r\n" + kPrompt},
+        {"J00G0", "?\r\n" + kPrompt},
         {"J8000", "?\r\n" + kPrompt},
         {"M1F045", "?\r\n" + kPrompt},
         {"Q", "?\r\n" + kPrompt},
@@ -240,6 +243,9 @@ TEST(BoardDebugMode, IsLeftByGoExitAndStop) {
     EXPECT_EQ(Say(board, "M1F001\r"), "M1F001\r\n");
     Say(board, "D\r");
     EXPECT_EQ(Say(board, "X\rZ\r\r"), "X\r\nStopped at [0000]\r\nZ\r\n\r\n");
+    EXPECT_EQ(board.outputs, Outputs{});
+    Say(board, "M1F001\rD\r");
+    EXPECT_EQ(Say(board, "Z\r"), "Z\r\nStopped at [0000]\r\n");
     EXPECT_EQ(board.outputs, Outputs{});
 }
 
