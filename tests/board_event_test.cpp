@@ -298,9 +298,9 @@ TEST(BoardFaults, StacksHoldExactlyWhatTheyShould) {
 }
 
 TEST(BoardFaults, CallTheErrorRoutineOnce) {
-    // DIVIDE BYTE by 0, an unknown opcode, MOVE BYTE to where no memory is.
-    const Bytes failing[] = {{46, 16, 1, 16, 0}, {200}, {11, 16, 1, 255, 0}};
-    const char* const end[] = {"000B", "0007", "000B"};
+    // DIVIDE BYTE by 0, an unknown opcode, MOVE BYTE to where no memory is, COMPLETE EVENT.
+    const Bytes failing[] = {{46, 16, 1, 16, 0}, {200}, {11, 16, 1, 255, 0}, {kComplete}};
+    const char* const end[] = {"000B", "0007", "000B", "0007"};
     for (std::size_t row = 0; row < std::size(end); ++row) {
         // ON ERROR CALL 20; what fails; push 9; RETURN (a fault). The routine pushes 1.
         Board board;

@@ -360,6 +360,13 @@ TEST(BoardInstruction, TuneGoesOnByItselfAndAnyOtherNoteEndsIt) {
     }
     EXPECT_THAT(Changes(board), ElementsAre("0 note 64 2", "2 note 65 1", "3 note 66 200",
                                             "4 note 30 5", "9 note 0 0"));
+
+    // A tune that ends with the memory.
+    Board last = BoardAt({49, 0x7F, 0xFE}, {});
+    Poke(last, kMemorySize - 2, {64, 1});
+    RunInstructions(last, 1);
+    AdvanceTick(last);
+    EXPECT_THAT(Changes(last), ElementsAre("0 note 64 1", "1 note 0 0"));
 }
 
 TEST(BoardInstruction, RunsWhatAProgramWroteIntoItself) {
