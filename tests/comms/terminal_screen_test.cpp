@@ -93,6 +93,7 @@ const std::vector<ScreenCase> kScreenCases{
      "a|[2Jbcdefghijklmnop",
      ""},
     {"two digits are unknown", {"|[10A5678901234567"}, "|[10A5678901234567", 0, "", ""},
+    {"a sign is no digit", {"|[+A45678901234567"}, "|[+A45678901234567", 0, "", ""},
     {"25 lines stay", {"|c" + Lines(1, 24)}, Lines(1, 24), 25, "", ""},
     {"one too many", {"|c" + Lines(1, 24), "\r\n"}, Lines(2, 24) + "\r\n", 25, "1\r\n", ""},
     {"30 lines", {"|c" + Lines(1, 30)}, Lines(7, 30), 25, Lines(1, 6), ""},
