@@ -202,6 +202,20 @@ TEST_F(CommandsTest, WindowsAreArrangedListedAndClosed) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return area->subWindowList().size() == open - 1; }));
 }
 
+TEST_F(CommandsTest, TheMakersPagesAreShownInTheHelpBrowser) {
+    WriteFile("maker.htm", "<title>The maker</title><p>Welcome</p>");
+    settings->SaveSetting(SettingNumber::MakerWebSite, PathOf("maker.htm"));
+    WriteFile("sources.htm", "<title>Programs</title><p>Many of them</p>");
+    settings->SaveSetting(SettingNumber::SourcesWebPage, PathOf("sources.htm"));
+    Press(CommandId::Cogwright);
+    ASSERT_NE(Child("frmBrowser"), nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Child("frmBrowser")->windowTitle() == "The maker"; }));
+    Press(CommandId::GetFromWeb);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Child("frmBrowser")->windowTitle() == "Programs"; }));
+    Press(CommandId::Exit);
+    EXPECT_FALSE(window->isVisible());
+}
+
 TEST_F(CommandsTest, ClosingAChangedFileAsks) {
     Write("a.txt", "; a\n")->SetText("; b\n");
     dialogs.yes = true;
