@@ -367,6 +367,10 @@ TEST(BoardInstruction, TuneGoesOnByItselfAndAnyOtherNoteEndsIt) {
     RunInstructions(last, 1);
     AdvanceTick(last);
     EXPECT_THAT(Changes(last), ElementsAre("0 note 64 1", "1 note 0 0"));
+    Board half = BoardAt({49, 0x7F, 0xFF}, {});
+    Poke(half, kMemorySize - 1, {64});
+    RunInstructions(half, 1);
+    EXPECT_THAT(Changes(half), ElementsAre());
 }
 
 TEST(BoardInstruction, RunsWhatAProgramWroteIntoItself) {
