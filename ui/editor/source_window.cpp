@@ -110,9 +110,9 @@ SaveResult SourceWindow::SaveFile() {
 }
 
 QString SourceWindow::ChooseName() {
-    const FileChoice choice{
-        "Save Source File As", TextSetting(workbench_.settings, SettingNumber::SourceFolder),
-        IsNewFile() ? QString() : fileName_, "Source (Text) Files|*.txt", "txt"};
+    const FileChoice choice{"Save Source File As",
+                            TextSetting(workbench_.settings, SettingNumber::SourceFolder),
+                            IsNewFile() ? QString() : fileName_, kSourceFilter, "txt"};
     QString path = workbench_.dialogs.ChooseFileToSave(this, choice).value_or(QString());
     if (path.isEmpty()) return {};
     if (!QFileInfo(path).fileName().contains('.')) path += ".txt";

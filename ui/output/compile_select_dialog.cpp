@@ -79,12 +79,8 @@ void CompileSelectDialog::TakeFromList() {
 
 void CompileSelectDialog::SelectFromDisk() {
     const std::string folder = AsText(workbench_.settings.GetSetting(SettingNumber::SourceFolder));
-    const std::optional<QString> path =
-        workbench_.dialogs.ChooseFileToOpen(this, {"Select From Disk",
-                                                   QString::fromStdString(folder),
-                                                   {},
-                                                   "Source (Text) Files|*.txt",
-                                                   "txt"});
+    const std::optional<QString> path = workbench_.dialogs.ChooseFileToOpen(
+        this, {"Select From Disk", QString::fromStdString(folder), {}, kSourceFilter, "txt"});
     if (!path) return;
     const QFileInfo file(*path);
     chosen_ = {file.fileName(), file.path()};

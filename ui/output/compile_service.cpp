@@ -41,7 +41,7 @@ class DialogPrompts : public Prompts {
     std::optional<std::string> FindMissingFile(std::string_view title, std::string_view directory,
                                                std::string_view fileName) override {
         const FileChoice choice{Shown(title), Shown(directory), Shown(fileName),
-                                "Source (Text) Files|*.txt|All Files|*", "txt"};
+                                QString(kSourceFilter) + "|All Files|*", "txt"};
         const std::optional<QString> path = dialogs_.ChooseFileToOpen(parent_, choice);
         if (!path) return std::nullopt;
         return path->toStdString();

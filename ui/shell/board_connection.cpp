@@ -25,10 +25,6 @@ BoardConnection::BoardConnection(Workbench& workbench, Surroundings surroundings
 
 BoardConnection::~BoardConnection() = default;
 
-TerminalWindow* BoardConnection::Terminal() const {
-    return terminal_;
-}
-
 bool BoardConnection::UsesVirtualBoard() const {
     return portName_.compare(kVirtualBoardPort, Qt::CaseInsensitive) == 0;
 }

@@ -55,7 +55,6 @@ class BoardConnection : public QObject {
     /// Closes terminal and board windows in order.
     void CloseAll();
 
-    TerminalWindow* Terminal() const;
     VirtualBoardHost& Host();
     bool IsConnected() const { return session_ != nullptr && session_->IsConnected(); }
 

@@ -69,7 +69,6 @@ void CompileCommands::Run(CompileCommand command) {
                                     : service_.Check(program, *output_);
     // Closing the program can end the windows while the compiler lets events run.
     if (output_ != nullptr) output_->FinishCompile();
-    hasProgram_ = compiles && succeeded;
     // A program with errors has no object code to show.
     if (!succeeded && objectCode_ != nullptr && objectCode_->IsEmpty()) CloseChild(objectCode_);
     ShowMessages();

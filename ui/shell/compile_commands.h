@@ -41,8 +41,6 @@ class CompileCommands : public QObject {
 
     /// The last run; null before the first one.
     const Compilation* Last() const { return service_.Last(); }
-    /// Whether the last run made object code.
-    bool HasProgram() const { return hasProgram_; }
     /// The object file of the main file; empty when none is chosen.
     QString ObjectFile() const;
 
@@ -77,7 +75,6 @@ class CompileCommands : public QObject {
     CompileService service_;
     QPointer<CompilerOutputWindow> output_;
     QPointer<ObjectCodeWindow> objectCode_;
-    bool hasProgram_ = false;
 };
 
 }  // namespace zentro

@@ -33,8 +33,6 @@ namespace zentro {
 
 namespace {
 
-constexpr const char* kSourceFilter = "Source (Text) Files|*.txt";
-
 FileChoice SourceChoice(const QString& title, const QString& folder) {
     FileChoice choice;
     choice.title = title;

@@ -91,13 +91,6 @@ std::optional<QString> DesktopDialogs::ChooseFileToSave(QWidget* parent, const F
     return RunFileDialog(dialog, choice);
 }
 
-std::optional<QString> DesktopDialogs::ChooseFolder(QWidget* parent, const QString& title,
-                                                    const QString& folder) {
-    const QString chosen = QFileDialog::getExistingDirectory(parent, title, folder);
-    if (chosen.isEmpty()) return std::nullopt;
-    return chosen;
-}
-
 std::optional<QColor> DesktopDialogs::ChooseColour(QWidget* parent, const QColor& present) {
     const QColor chosen = QColorDialog::getColor(present, parent);
     if (!chosen.isValid()) return std::nullopt;

@@ -12,6 +12,9 @@ class QWidget;
 
 namespace zentro {
 
+/// What source files are called in every file dialog.
+inline constexpr const char* kSourceFilter = "Source (Text) Files|*.txt";
+
 /// What a file dialog begins with.
 struct FileChoice {
     QString title;
@@ -41,8 +44,6 @@ class Dialogs {
     /// The path chosen; nothing when the user cancelled.
     virtual std::optional<QString> ChooseFileToOpen(QWidget* parent, const FileChoice& choice) = 0;
     virtual std::optional<QString> ChooseFileToSave(QWidget* parent, const FileChoice& choice) = 0;
-    virtual std::optional<QString> ChooseFolder(QWidget* parent, const QString& title,
-                                                const QString& folder) = 0;
     virtual std::optional<QColor> ChooseColour(QWidget* parent, const QColor& present) = 0;
     virtual std::optional<QFont> ChooseFont(QWidget* parent, const QFont& present) = 0;
     /// Shows the print dialog over the printer. False when the user cancelled.
@@ -62,8 +63,6 @@ class DesktopDialogs : public Dialogs {
                                    const QString& answer) override;
     std::optional<QString> ChooseFileToOpen(QWidget* parent, const FileChoice& choice) override;
     std::optional<QString> ChooseFileToSave(QWidget* parent, const FileChoice& choice) override;
-    std::optional<QString> ChooseFolder(QWidget* parent, const QString& title,
-                                        const QString& folder) override;
     std::optional<QColor> ChooseColour(QWidget* parent, const QColor& present) override;
     std::optional<QFont> ChooseFont(QWidget* parent, const QFont& present) override;
     bool SetUpPrinter(QWidget* parent, QPrinter& printer) override;
