@@ -41,13 +41,18 @@ class HistoryTest : public ::testing::TestWithParam<const char*> {
     void LetSomethingHappen() {
         switch (Below(7)) {
             case 0: TurnSomeInput(); break;
-            case 1: history.PassTicks(1 + Below(30), 0, Below(2) == 1); break;
+            case 1: {
+                const unsigned ticks = 1 + Below(30);
+                history.PassTicks(ticks, 0, Below(2) == 1);
+                break;
+            }
             case 2: Type("m2b0"); break;
             case 3: Type("45\rR\r"); break;
             case 4: history.LetRobotSee(Below(2) == 1); break;
             case 5:
+                if (world->board.output.empty()) break;
                 world->board.output.erase(0, 1);
-                history.NoteOutputTaken(world->board.output.empty() ? 0 : 1);
+                history.NoteOutputTaken(1);
                 break;
             default: break;
         }
