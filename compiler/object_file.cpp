@@ -14,12 +14,10 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 }  // namespace
 
-void WriteObjectFileLine(std::string_view objectCode, std::string& text) {
+void WriteObjectFileLine(std::string_view objectCode, std::pmr::string& text) {
     if (objectCode.size() < kTooLong) {
-        const std::size_t start = text.size();
-        text.resize(start + objectCode.size() + kLineEnd.size());
-        char* const end = std::copy(objectCode.begin(), objectCode.end(), text.data() + start);
-        std::copy(kLineEnd.begin(), kLineEnd.end(), end);
+        text += objectCode;
+        text += kLineEnd;
         return;
     }
     for (std::size_t start = 0; start <= objectCode.size();) {
@@ -30,9 +28,9 @@ void WriteObjectFileLine(std::string_view objectCode, std::string& text) {
     }
 }
 
-std::string ObjectFileText(const Compilation& compilation) {
+std::pmr::string ObjectFileText(Compilation& compilation) {
     constexpr std::size_t kUsualLine = 16;
-    std::string text;
+    std::pmr::string text(&compilation.memory);
     text.reserve(compilation.objectLines.size() * kUsualLine);
     for (const ObjectLine& line : compilation.objectLines) {
         WriteObjectFileLine(ObjectCodeText(line).View(), text);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory_resource>
 #include <string>
 #include <string_view>
 
@@ -7,11 +8,12 @@
 
 namespace zentro {
 
-/// The content of the object file: the object code of every object line, CR LF behind each.
-std::string ObjectFileText(const Compilation& compilation);
+/// The content of the object file: the object code of every object line, CR LF behind each. It lies
+/// in the compilation's memory.
+std::pmr::string ObjectFileText(Compilation& compilation);
 
 /// Appends one line to an object file's text. A line of 256 characters or more is cut at its
 /// commas, each piece a line of its own.
-void WriteObjectFileLine(std::string_view objectCode, std::string& text);
+void WriteObjectFileLine(std::string_view objectCode, std::pmr::string& text);
 
 }  // namespace zentro

@@ -20,7 +20,8 @@ std::string_view FirstWord(std::string_view text) {
     return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 
-bool BeginsAsWholeWord(std::string_view text, std::string_view words) {
+/// The words must begin the text and end where one of its words ends.
+bool BeginsAsWholeWords(std::string_view text, std::string_view words) {
     if (!StartsWithIgnoreCase(text, words)) return false;
     if (text.size() == words.size()) return true;
     const char next = text[words.size()];
@@ -73,14 +74,17 @@ void CommandCatalogue::AddToFirstWord(const Command& entry) {
         byFirstWord_.push_back({word.name, {}});
         firstWords_.Add(word.hash, place);
     }
-    byFirstWord_[place].entries.push_back(&entry);
+    const std::string_view furtherWords = std::string_view(entry.command).substr(word.name.size());
+    byFirstWord_[place].entries.push_back({furtherWords, &entry});
 }
 
 const Command* CommandCatalogue::FindCommand(std::string_view sourceText) const {
-    const std::uint32_t place = FindFirstWord(FirstWord(sourceText));
+    const std::string_view word = FirstWord(sourceText);
+    const std::uint32_t place = FindFirstWord(word);
     if (place == NameIndex::kNone) return nullptr;
-    for (const Command* entry : byFirstWord_[place].entries) {
-        if (BeginsAsWholeWord(sourceText, entry->command)) return entry;
+    const std::string_view rest = sourceText.substr(word.size());
+    for (const auto& [furtherWords, entry] : byFirstWord_[place].entries) {
+        if (BeginsAsWholeWords(rest, furtherWords)) return entry;
     }
     return nullptr;
 }

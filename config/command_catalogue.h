@@ -58,10 +58,14 @@ class CommandCatalogue {
     const std::deque<Command>& Entries() const { return entries_; }
 
   private:
+    struct FurtherWords {
+        std::string_view words;  ///< of the entry, behind its first
+        const Command* entry;
+    };
     /// The entries that begin with a word, in file order, so that a look-up visits only those.
     struct FirstWordEntries {
         std::string_view word;
-        std::vector<const Command*> entries;
+        std::vector<FurtherWords> entries;
     };
 
     std::uint32_t FindFirstWord(const NameKey& word) const;

@@ -8,15 +8,9 @@ namespace {
 
 constexpr auto kNone = std::string_view::npos;
 
-bool IsDelimiter(char c) {
-    switch (c) {
-        case ' ':
-        case '(':
-        case ')':
-        case ',':
-        case '"': return true;
-        default: return false;
-    }
+constexpr bool IsDelimiter(char c) {
+    // Letters and digits, which are most characters, need one comparison.
+    return c <= ',' && (c == ' ' || c == '(' || c == ')' || c == ',' || c == '"');
 }
 
 /// The length of the text literal at the start of the text; 0 when there is none.
@@ -44,6 +38,8 @@ SplitText SplitFirstWord(std::string_view text, bool keepLeadingDelimiter) {
 std::vector<std::string_view> SplitCommaList(std::string_view text) {
     std::vector<std::string_view> items;
     if (Trim(text).empty()) return items;
+    constexpr std::size_t kUsualItems = 4;
+    items.reserve(kUsualItems);
     for (std::size_t comma = FindOutsideQuotes(text, ','); comma != kNone;
          comma = FindOutsideQuotes(text, ',')) {
         items.push_back(Trim(text.substr(0, comma)));

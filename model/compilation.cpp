@@ -25,9 +25,11 @@ const SourceLine* FindInChain(const Compilation& compilation, std::int32_t lineN
 
 }  // namespace
 
-Compilation::Compilation(const InstructionConfiguration& instructions, Environment outside)
+Compilation::Compilation(const InstructionConfiguration& instructions, Environment outside,
+                         std::span<std::byte> room)
     : configuration(instructions),
       environment(outside),
+      memory(room.data(), room.size()),
       programStart{instructions.commands.GetCommandText(Token::BeginProgram)},
       programEnd{instructions.commands.GetCommandText(Token::EndProgram)},
       diagnostics(instructions.messages, outside.output, outside.prompts) {}

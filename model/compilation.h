@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <memory_resource>
@@ -22,8 +23,10 @@ namespace zentro {
 /// One run of the compiler: everything that it reads, makes and knows. It stays whole after the run
 /// for the listing, the debug windows and go-to-line. Several can live side by side.
 struct Compilation {
-    /// The configuration and the environment outlive the compilation.
-    Compilation(const InstructionConfiguration& instructions, Environment outside);
+    /// The configuration, the environment and the room outlive the compilation. What it keeps
+    /// goes into the room first, if there is one, then to the heap.
+    Compilation(const InstructionConfiguration& instructions, Environment outside,
+                std::span<std::byte> room = {});
     Compilation(const Compilation&) = delete;
     Compilation& operator=(const Compilation&) = delete;
 
@@ -34,10 +37,14 @@ struct Compilation {
     TextArena texts{&memory};
 
     std::deque<SourceFile> files;
-    std::vector<SourceLine> sourceLines;  ///< in the order of reading; line n stands at n - 1
-    std::vector<LineElement> elements;    ///< of all lines, those of a line side by side
-    std::vector<ObjectLine> objectLines;  ///< in the order of their addresses
-    std::deque<Label> labels;             ///< the labels of lines and table elements
+    /// In the order of reading; line n stands at n - 1.
+    std::pmr::vector<SourceLine> sourceLines{&memory};
+    /// Of all lines, those of a line side by side.
+    std::pmr::vector<LineElement> elements{&memory};
+    /// In the order of their addresses.
+    std::pmr::vector<ObjectLine> objectLines{&memory};
+    /// The labels of lines and table elements.
+    std::pmr::deque<Label> labels{&memory};
 
     Label programStart;  ///< where the main program begins
     Label programEnd;

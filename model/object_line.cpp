@@ -7,12 +7,13 @@ namespace zentro {
 
 namespace {
 
-constexpr std::int32_t kByteValues = 256;
+constexpr std::uint32_t kByteValues = 256;
 
-/// The decimal digits of a byte. Object code is made of nothing else.
+/// The decimal digits of a byte. Object code is made of nothing else. There is room for a fourth
+/// so that they are copied in one piece.
 struct Digits {
-    std::array<char, 3> text{};
-    std::uint8_t length = 0;
+    std::array<char, 4> text{};
+    std::uint32_t length = 0;
 };
 
 constexpr std::array<Digits, kByteValues> MakeDigits() {
@@ -28,9 +29,9 @@ constexpr std::array<Digits, kByteValues> MakeDigits() {
 }
 constexpr std::array<Digits, kByteValues> kDigits = MakeDigits();
 
-std::int32_t EncodableAddress(const Label& label) {
+std::uint32_t EncodableAddress(const Label& label) {
     const bool isEncodable = label.address >= 0 && label.address <= kLargestAddress;
-    return isEncodable ? label.address : 0;
+    return isEncodable ? static_cast<std::uint32_t>(label.address) : 0;
 }
 
 }  // namespace
@@ -68,24 +69,24 @@ ObjectCodeText::ObjectCodeText(const ObjectLine& line) {
         return;
     }
     const Instruction& instruction = InstructionFor(line.opcode);
-    AppendByte(static_cast<std::int32_t>(line.opcode));
+    AppendByte(static_cast<std::uint32_t>(line.opcode));
     for (std::size_t slot = 0; slot < line.argCount; ++slot) {
         text_[length_++] = ',';
         if (instruction.arguments[slot] == ArgumentType::Byte) {
-            AppendByte(line.arguments[slot]->address);
+            AppendByte(static_cast<std::uint32_t>(line.arguments[slot]->address));
         } else {
             AppendWord(EncodableAddress(*line.arguments[slot]));
         }
     }
 }
 
-void ObjectCodeText::AppendByte(std::int32_t byte) {
-    const Digits& digits = kDigits[static_cast<std::size_t>(byte)];
+void ObjectCodeText::AppendByte(std::uint32_t byte) {
+    const Digits& digits = kDigits[byte];
     std::copy(digits.text.begin(), digits.text.end(), text_.data() + length_);
     length_ += digits.length;
 }
 
-void ObjectCodeText::AppendWord(std::int32_t word) {
+void ObjectCodeText::AppendWord(std::uint32_t word) {
     AppendByte(word / kByteValues);
     text_[length_++] = ',';
     AppendByte(word % kByteValues);

@@ -80,8 +80,8 @@ class ObjectCodeText {
     std::string_view View() const { return {text_.data(), length_}; }
 
   private:
-    void AppendByte(std::int32_t byte);
-    void AppendWord(std::int32_t word);
+    void AppendByte(std::uint32_t byte);
+    void AppendWord(std::uint32_t word);
 
     std::array<char, 32> text_;  ///< an opcode and three words take 27 characters
     std::size_t length_ = 0;

@@ -19,7 +19,8 @@ std::uint32_t Number(ParentId parent) {
 
 }  // namespace
 
-SymbolTable::SymbolTable(std::pmr::memory_resource* memory) : texts_(memory) {
+SymbolTable::SymbolTable(std::pmr::memory_resource* memory)
+    : texts_(memory), parents_(memory), symbols_(memory), constants_(memory), tables_(memory) {
     ParentWithName(kProgram);
     for (const std::string_view name : {"%SysTemp", "%SysTemp2"}) {
         Symbol scratch;

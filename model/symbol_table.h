@@ -54,10 +54,10 @@ class SymbolTable {
     /// declares nothing.
     const Symbol* FirstOf(ParentId parent) const;
 
-    std::deque<Symbol>& Symbols() { return symbols_; }
-    const std::deque<Symbol>& Symbols() const { return symbols_; }
-    std::deque<Constant>& Constants() { return constants_; }
-    const std::deque<Constant>& Constants() const { return constants_; }
+    std::pmr::deque<Symbol>& Symbols() { return symbols_; }
+    const std::pmr::deque<Symbol>& Symbols() const { return symbols_; }
+    std::pmr::deque<Constant>& Constants() { return constants_; }
+    const std::pmr::deque<Constant>& Constants() const { return constants_; }
 
     /// The two word variables in which the compiler keeps intermediate results.
     const Label& ScratchOne() const { return symbols_[0].label; }
@@ -71,10 +71,10 @@ class SymbolTable {
     };
 
     TextArena texts_;
-    std::deque<Parent> parents_;
-    std::deque<Symbol> symbols_;
-    std::deque<Constant> constants_;
-    std::deque<TableData> tables_;
+    std::pmr::deque<Parent> parents_;
+    std::pmr::deque<Symbol> symbols_;
+    std::pmr::deque<Constant> constants_;
+    std::pmr::deque<TableData> tables_;
     NameIndex parentNames_;
     NameIndex symbolNames_;  ///< owned by their parents
     NameIndex allNames_;     ///< of symbols, whatever their parent

@@ -172,12 +172,12 @@ TEST(ObjectFile, LinesOf256CharactersAreCutAtTheirCommas) {
     const std::string last(82, '2');
     const std::string uncut = piece + "," + piece + "," + last + "000";
     ASSERT_EQ(uncut.size(), 255U);
-    std::string text;
+    std::pmr::string text;
     WriteObjectFileLine(uncut, text);
-    EXPECT_EQ(text, uncut + "\r\n");
+    EXPECT_EQ(std::string_view(text), uncut + "\r\n");
     text.clear();
     WriteObjectFileLine(", " + piece + " ," + piece + "," + last + ",", text);
-    EXPECT_EQ(text, "\r\n" + piece + "\r\n" + piece + "\r\n" + last + "\r\n\r\n");
+    EXPECT_EQ(std::string_view(text), "\r\n" + piece + "\r\n" + piece + "\r\n" + last + "\r\n\r\n");
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "apps/zentroc/console.h"
 #include "apps/zentroc/log_writers.h"
 #include "apps/zentroc/options.h"
+#include "apps/zentroc/room.h"
 #include "compiler/paths.h"
 #include "compiler/symbols_file.h"
 #include "config/configuration.h"
@@ -106,8 +107,8 @@ ExitStatus Compile(const Options& options, const InstructionConfiguration& confi
     NoProgress progress;
     ListingText listing;
     // It is left to the system with the rest of the program's memory.
-    auto* const compilation =
-        new Compilation(configuration, Environment{*log, prompts, reader, progress});
+    auto* const compilation = new Compilation(
+        configuration, Environment{*log, prompts, reader, progress}, RoomForCompilation());
     if (options.checkOnly) {
         SyntaxCheck(*compilation, files);
     } else {
