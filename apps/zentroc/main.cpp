@@ -1,6 +1,8 @@
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <memory>
+#include <new>
 #include <string>
 #include <system_error>
 
@@ -126,9 +128,7 @@ ExitStatus Compile(const Options& options, const InstructionConfiguration& confi
     return hasErrors ? ExitStatus::ProgramHasErrors : ExitStatus::Success;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Main(int argc, char** argv) {
     ExitStatus status = ExitStatus::Success;
     const std::optional<Options> options = ParseOptions(argc, argv, status);
     if (!options) return static_cast<int>(status);
@@ -138,4 +138,17 @@ int main(int argc, char** argv) {
     if (!LoadLanguage(path, configuration)) return static_cast<int>(ExitStatus::Failure);
     // Ends without tearing down what the system takes back at once.
     std::_Exit(static_cast<int>(Compile(*options, configuration)));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Main(argc, argv);
+    } catch (const std::bad_alloc&) {
+        TellFailure("there is not enough memory to compile this program");
+    } catch (const std::exception& error) {
+        TellFailure(error.what());
+    }
+    return static_cast<int>(ExitStatus::Failure);
 }
