@@ -16,14 +16,14 @@ bool IsDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// A number of digits alone that fits a byte.
+/// A number of digits alone, of which there is at least one, that fits a byte.
 std::optional<unsigned> ReadByte(std::string_view digits) {
     unsigned value = 0;
     for (char digit : digits) {
         if (!IsDigit(digit)) return std::nullopt;
         value = value * 10 + static_cast<unsigned>(digit - '0');
     }
-    if (digits.empty() || value > kLargestByte) return std::nullopt;
+    if (value > kLargestByte) return std::nullopt;
     return value;
 }
 

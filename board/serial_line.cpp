@@ -14,7 +14,8 @@ constexpr std::uint64_t kStepAndPrompt = 2;  // a budget that is never used up i
 constexpr std::string_view kEraseCharacter = "\x1b[D";
 
 bool IsPrintable(char character) {
-    return character >= ' ' && character <= '~';
+    const auto code = static_cast<unsigned char>(character);
+    return code >= ' ' && code <= '~';
 }
 
 char Upper(char character) {

@@ -5,9 +5,8 @@ namespace zentro {
 namespace {
 
 /// True for the first case of its block: no other case's statements end before it.
-bool FollowsSelect(Compilation& compilation, const SourceLine& line) {
-    return line.structPrevLineNo == line.structFirstLineNo &&
-           compilation.GetSourceLine(line.structPrevLineNo).purpose == Purpose::BlockStart;
+bool FollowsSelect(const SourceLine& line) {
+    return line.structPrevLineNo == line.structFirstLineNo;
 }
 
 void JumpToEnd(Compilation& compilation, SourceLine& line) {
@@ -20,7 +19,7 @@ void JumpToEnd(Compilation& compilation, SourceLine& line) {
 }  // namespace
 
 void GenerateCase(Compilation& compilation, SourceLine& line) {
-    if (!FollowsSelect(compilation, line)) JumpToEnd(compilation, line);
+    if (!FollowsSelect(line)) JumpToEnd(compilation, line);
     const auto operands = compilation.ElementsOf(line);
     const LineElement& selector = operands.front();
     const bool isByte = IsByteSized(selector.type);

@@ -2,6 +2,7 @@
 #include <array>
 #include <cassert>
 #include <span>
+#include <stdexcept>
 
 #include "codegen/generators.h"
 #include "model/value_bounds.h"
@@ -119,8 +120,7 @@ const LineElement& ElementFrom(const Compilation& compilation, const SourceLine&
         case Source::None:
         case Source::Scratch: break;
     }
-    assert(false && "no element stands behind this argument");
-    return Target(compilation, line);
+    throw std::logic_error("no element stands behind this argument");
 }
 
 /// A constant's value as part of an instruction; of two characters the first would count.
@@ -135,19 +135,11 @@ const Label* ValueArgument(Compilation& compilation, const Constant& constant,
 const Label* ArgumentFrom(Compilation& compilation, const SourceLine& line, Source source) {
     if (source == Source::Scratch) return &compilation.symbols.ScratchOne();
     const LineElement& element = ElementFrom(compilation, line, source);
-    switch (source) {
-        case Source::Value1:
-        case Source::Value2:
-            return ValueArgument(compilation, *element.constant, element.constant->value);
-        case Source::NamedValue1:
-        case Source::NamedValue2:
-            return ValueArgument(compilation, *element.constant, element.Name());
-        case Source::None:
-        case Source::Target:
-        case Source::Operand1:
-        case Source::Operand2:
-        case Source::Operand3:
-        case Source::Scratch: return element.location;
+    if (source == Source::Value1 || source == Source::Value2) {
+        return ValueArgument(compilation, *element.constant, element.constant->value);
+    }
+    if (source == Source::NamedValue1 || source == Source::NamedValue2) {
+        return ValueArgument(compilation, *element.constant, element.Name());
     }
     return element.location;
 }

@@ -87,9 +87,9 @@ void AppendArgumentPushes(Compilation& compilation, SourceLine& line, const Symb
     }
 }
 
+/// Within a routine, whose start is an instruction.
 bool LastIsReturn(const Compilation& compilation) {
-    return !compilation.objectLines.empty() &&
-           compilation.objectLines.back().opcode == Opcode::Return;
+    return compilation.objectLines.back().opcode == Opcode::Return;
 }
 
 void AppendPush(Compilation& compilation, SourceLine& line, DataType type, const Label* value) {

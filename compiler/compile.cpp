@@ -17,8 +17,9 @@ constexpr std::int32_t kLargeProgram = 21000;
 /// The board's memory, in bytes.
 constexpr std::int32_t kMemorySize = 32768;
 
-bool HasErrors(const Compilation& compilation) {
-    return compilation.diagnostics.ErrorCount() > 0;
+/// A language whose messages are no errors does not make object code of lines that have none.
+bool HasErrors(const Diagnostics& diagnostics) {
+    return diagnostics.ErrorCount() > 0 || !diagnostics.ObjectCodeIsPossible();
 }
 
 /// A file that ends inside a table, a routine or an event is reported against a line of its own.
@@ -43,8 +44,8 @@ bool LoadSource(Compilation& compilation, const ProgramFiles& files) {
     CheckOpenAtEndOfFile(compilation);
     diagnostics.PostInfo(MessageCode::SourceLineCount,
                          static_cast<std::int64_t>(compilation.sourceLines.size()));
-    const bool withoutErrors = diagnostics.EndCompileStage(MessageCode::LoadEnds);
-    if (loaded && withoutErrors) return true;
+    diagnostics.EndCompileStage(MessageCode::LoadEnds);
+    if (loaded && !HasErrors(diagnostics)) return true;
     diagnostics.PostInfo(MessageCode::StageFailed);
     return false;
 }
@@ -71,8 +72,9 @@ bool ParseSource(Compilation& compilation) {
     }
     CheckOpenBlock(compilation);
     if (!compilation.mainBlockSeen) diagnostics.PostError(MessageCode::NoProgram, nullptr);
-    if (HasErrors(compilation)) diagnostics.PostInfo(MessageCode::StageFailed);
-    return diagnostics.EndCompileStage(MessageCode::ParseEnds);
+    if (HasErrors(diagnostics)) diagnostics.PostInfo(MessageCode::StageFailed);
+    diagnostics.EndCompileStage(MessageCode::ParseEnds);
+    return !HasErrors(diagnostics);
 }
 
 void GenerateCode(Compilation& compilation) {
@@ -127,8 +129,8 @@ bool WriteObjectCode(Compilation& compilation, const ProgramFiles& files, FileWr
 }
 
 void WarnOfLargeProgram(Compilation& compilation) {
-    const auto& lines = compilation.objectLines;
-    if (lines.empty() || lines.back().address <= kLargeProgram) return;
+    // There is a last line: the compiler's own variables are in every program.
+    if (compilation.objectLines.back().address <= kLargeProgram) return;
     compilation.environment.prompts.ShowMessage(
         "Caution. Program is larger than 20k. Be careful with stack and local variable use");
 }

@@ -13,11 +13,12 @@ namespace zentro {
 
 namespace {
 
-/// Appends the first `shown` characters of the text, with blanks up to the width.
+/// Appends the first `shown` characters of the text, which are fewer than the width, with blanks up
+/// to the width.
 void AppendColumn(std::string_view text, std::size_t shown, std::size_t width, std::string& line) {
     const std::size_t start = line.size();
     line += text.substr(0, shown);
-    if (line.size() < start + width) line.resize(start + width, ' ');
+    line.resize(start + width, ' ');
 }
 
 constexpr std::size_t kLabelWidth = 21;
@@ -33,7 +34,7 @@ std::string AddressColumn(std::int32_t address) {
 std::string LabelColumn(const Label* label) {
     constexpr std::size_t kShown = 19;
     std::string column;
-    if (label != nullptr && !label->name.empty()) {
+    if (label != nullptr) {
         column = label->name.substr(0, kShown);
         column += ':';
     }

@@ -46,8 +46,8 @@ struct TableElement {
 /// The table element that bears the label of a program-wide name, if one does.
 std::optional<TableElement> FindTableElement(const Compilation& compilation,
                                              std::string_view name) {
-    for (std::size_t digits = 1; digits < name.size() && IsDigit(name[name.size() - digits]);
-         ++digits) {
+    // The first character of a name is a letter.
+    for (std::size_t digits = 1; IsDigit(name[name.size() - digits]); ++digits) {
         const std::string_view number = name.substr(name.size() - digits);
         const std::optional<std::int32_t> index = ParseNumber(number);
         if (number.front() == '0' || !index) continue;

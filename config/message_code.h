@@ -128,6 +128,12 @@ enum class MessageCode : std::uint16_t {
     OutsideFailure = 3003,  ///< something outside the program failed: a disk, a folder
 };
 
+/// Whether something that the object code needs is missing after the message. The others, which
+/// usually are warnings, leave a line that can be translated.
+constexpr bool PreventsObjectCode(MessageCode code) {
+    return code < MessageCode::NoInitialValue;
+}
+
 /// Every code that the compiler posts.
 std::span<const MessageCode> MessageCodes();
 

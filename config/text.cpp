@@ -8,8 +8,7 @@ namespace zentro {
 bool ContainsIgnoreCase(std::string_view text, std::string_view part) {
     const auto sameLetter = [](char a, char b) { return FoldCase(a) == FoldCase(b); };
     return std::search(text.begin(), text.end(), part.begin(), part.end(), sameLetter) !=
-               text.end() ||
-           part.empty();
+           text.end();
 }
 
 std::string_view TrimBlanks(std::string_view text) {

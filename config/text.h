@@ -25,6 +25,7 @@ inline bool StartsWithIgnoreCase(std::string_view text, std::string_view prefix)
 inline bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
     return a.size() == b.size() && (a == b || StartsWithIgnoreCase(a, b));
 }
+/// The part must not be empty.
 bool ContainsIgnoreCase(std::string_view text, std::string_view part);
 
 constexpr bool IsDigit(char c) {

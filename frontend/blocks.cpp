@@ -74,8 +74,8 @@ SourceLine* PreviousInBlock(Compilation& compilation, const SourceLine& line) {
 void RefuseCaseAfterElse(Compilation& compilation, const SourceLine& line) {
     SourceLine* previous = PreviousInBlock(compilation, line);
     if (previous == nullptr || previous->token != Token::CaseElse) return;
-    const SourceLine* before = PreviousInBlock(compilation, *previous);
-    const bool isReported = before != nullptr && before->token == Token::Select;
+    const SourceLine& before = compilation.GetSourceLine(previous->structPrevLineNo);
+    const bool isReported = before.token == Token::Select;
     if (!isReported) compilation.diagnostics.PostError(MessageCode::ElseMisplaced, previous);
 }
 

@@ -96,7 +96,7 @@ std::optional<Callee> FindFunction(Compilation& compilation, SourceLine& line, c
         compilation.diagnostics.PostError(code, &line, extra);
         return std::nullopt;
     };
-    if (entry.family != TokenFamily::Function || entry.id == Token::RoutineCall) {
+    if (entry.family != TokenFamily::Function) {
         return refuse(MessageCode::UnknownRoutine, entry.command);
     }
     if (role == CallRole::Condition && entry.id != Token::Not) {

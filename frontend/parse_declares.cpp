@@ -83,11 +83,7 @@ std::string_view IncludedName(const SourceLine& line, const Command& command,
         while (!name.empty() && !IsBlank(name.front()))
             name.remove_prefix(1);
     }
-    while (!name.empty() && IsBlank(name.front()))
-        name.remove_prefix(1);
-    while (!name.empty() && IsBlank(name.back()))
-        name.remove_suffix(1);
-    return name;
+    return TrimBlanks(name);
 }
 
 void OpenBlock(Compilation& compilation, SourceLine& line, const BlockRow& row,

@@ -16,34 +16,10 @@ constexpr std::size_t kStateCount = 11;
 /// The blocks by how they nest.
 enum class Nesting : std::uint8_t { Outside, Table, RoutineOrEvent, Program, Inner };
 
-struct StateRow {
-    CompileState state;
-    Nesting asNew;           ///< the kind of block that it opens
-    MessageCode notEnded{};  ///< when something else ends while it is open
-};
-
-constexpr std::array<StateRow, kStateCount> kStates{{
-    {CompileState::Outside, Nesting::Outside, MessageCode::NothingToEnd},
-    {CompileState::Table, Nesting::Table, MessageCode::TableNotEnded},
-    {CompileState::Routine, Nesting::RoutineOrEvent, MessageCode::RoutineNotEnded},
-    {CompileState::Event, Nesting::RoutineOrEvent, MessageCode::EventNotEnded},
-    {CompileState::Program, Nesting::Program, MessageCode::ProgramNotEnded},
-    {CompileState::If, Nesting::Inner, MessageCode::IfNotEnded},
-    {CompileState::While, Nesting::Inner, MessageCode::WhileNotEnded},
-    {CompileState::Repeat, Nesting::Inner, MessageCode::RepeatNotEnded},
-    {CompileState::Select, Nesting::Inner, MessageCode::SelectNotEnded},
-    {CompileState::Loop, Nesting::Inner, MessageCode::LoopNotEnded},
-    {CompileState::Aborted, Nesting::Outside, MessageCode::NothingToEnd},
-}};
-
-const StateRow& RowOf(CompileState state) {
-    return kStates[static_cast<std::size_t>(state)];
-}
-
 using Violation = std::optional<MessageCode>;
 constexpr Violation kAllowed = std::nullopt;
 
-/// What may not open inside what: a row for the innermost open block, a column for the new one.
+/// What may not open inside a block, by what is to be opened.
 struct NestingRow {
     Violation table, routineOrEvent, program, inner;
 };
@@ -54,25 +30,33 @@ constexpr NestingRow kInEvent{MessageCode::TableInBlock, kAllowed, kAllowed, kAl
 constexpr NestingRow kInBlock{MessageCode::TableInBlock, MessageCode::RoutineInBlock,
                               MessageCode::ProgramInBlock, kAllowed};
 
-const NestingRow& NestingIn(CompileState current) {
-    switch (current) {
-        case CompileState::Outside: return kOutside;
-        case CompileState::Table: return kInTable;
-        case CompileState::Event: return kInEvent;
-        case CompileState::Routine:
-        case CompileState::Program:
-        case CompileState::If:
-        case CompileState::While:
-        case CompileState::Repeat:
-        case CompileState::Select:
-        case CompileState::Loop:
-        case CompileState::Aborted: return kInBlock;
-    }
-    return kInBlock;
+struct StateRow {
+    CompileState state;
+    Nesting asNew;             ///< the kind of block that it opens
+    const NestingRow& inside;  ///< while it is the innermost open block
+    MessageCode notEnded{};    ///< when something else ends while it is open
+};
+
+constexpr std::array<StateRow, kStateCount> kStates{{
+    {CompileState::Outside, Nesting::Outside, kOutside, MessageCode::NothingToEnd},
+    {CompileState::Table, Nesting::Table, kInTable, MessageCode::TableNotEnded},
+    {CompileState::Routine, Nesting::RoutineOrEvent, kInBlock, MessageCode::RoutineNotEnded},
+    {CompileState::Event, Nesting::RoutineOrEvent, kInEvent, MessageCode::EventNotEnded},
+    {CompileState::Program, Nesting::Program, kInBlock, MessageCode::ProgramNotEnded},
+    {CompileState::If, Nesting::Inner, kInBlock, MessageCode::IfNotEnded},
+    {CompileState::While, Nesting::Inner, kInBlock, MessageCode::WhileNotEnded},
+    {CompileState::Repeat, Nesting::Inner, kInBlock, MessageCode::RepeatNotEnded},
+    {CompileState::Select, Nesting::Inner, kInBlock, MessageCode::SelectNotEnded},
+    {CompileState::Loop, Nesting::Inner, kInBlock, MessageCode::LoopNotEnded},
+    {CompileState::Aborted, Nesting::Outside, kInBlock, MessageCode::NothingToEnd},
+}};
+
+const StateRow& RowOf(CompileState state) {
+    return kStates[static_cast<std::size_t>(state)];
 }
 
 Violation FindViolation(CompileState current, CompileState state) {
-    const NestingRow& row = NestingIn(current);
+    const NestingRow& row = RowOf(current).inside;
     switch (RowOf(state).asNew) {
         case Nesting::Table: return row.table;
         case Nesting::RoutineOrEvent: return row.routineOrEvent;

@@ -97,6 +97,7 @@ std::string FourDigits(std::int32_t number) {
 void Diagnostics::StartCompile(std::string_view fileName) {
     errorCount_ = 0;
     warningCount_ = 0;
+    objectCodeIsPossible_ = true;
     headerWritten_ = false;
     output_.Clear();
     output_.Write("*** Begining to compile '" + std::string(fileName) + "' ***\n", LogColour::Black,
@@ -129,6 +130,7 @@ void Diagnostics::EndCompile(MessageCode code) {
 }
 
 void Diagnostics::PostError(MessageCode code, SourceLine* line, std::string_view extra) {
+    if (PreventsObjectCode(code)) objectCodeIsPossible_ = false;
     const ErrorMessage* entry = Find(code);
     if (entry == nullptr) return;
     const std::string shownExtra = ToUtf8(extra);
@@ -149,6 +151,7 @@ void Diagnostics::PostError(MessageCode code, SourceLine* line, std::string_view
 
 void Diagnostics::PostRangeError(SourceLine& line, RangeDescription needed,
                                  std::string_view valueText, RangeDescription found) {
+    objectCodeIsPossible_ = false;
     const ErrorMessage* entry = Find(MessageCode::TypeMismatch);
     if (entry == nullptr) return;
     const auto textOf = [&](RangeDescription side, MessageCode RangeRow::*which) {

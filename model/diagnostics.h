@@ -44,6 +44,8 @@ class Diagnostics {
 
     int ErrorCount() const { return errorCount_; }
     int WarningCount() const { return warningCount_; }
+    /// False once a line has been refused, of whatever severity the language makes the message.
+    bool ObjectCodeIsPossible() const { return objectCodeIsPossible_; }
 
   private:
     const ErrorMessage* Find(MessageCode code);
@@ -58,6 +60,7 @@ class Diagnostics {
     int errorCount_ = 0;
     int warningCount_ = 0;
     bool headerWritten_ = false;
+    bool objectCodeIsPossible_ = true;
 };
 
 }  // namespace zentro

@@ -43,10 +43,8 @@ struct LineElement {
     /// The constant behind the location, for constants.
     const Constant* constant = nullptr;
 
-    /// The name by which instructions and the listing know the operand.
-    std::string_view Name() const {
-        return location == nullptr ? std::string_view() : location->name;
-    }
+    /// The name by which instructions and the listing know the operand. Comparisons have none.
+    std::string_view Name() const { return location->name; }
 
     bool IsConstant() const { return constant != nullptr; }
 };

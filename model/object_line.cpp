@@ -30,8 +30,9 @@ constexpr std::array<Digits, kByteValues> MakeDigits() {
 constexpr std::array<Digits, kByteValues> kDigits = MakeDigits();
 
 std::uint32_t EncodableAddress(const Label& label) {
-    const bool isEncodable = label.address >= 0 && label.address <= kLargestAddress;
-    return isEncodable ? static_cast<std::uint32_t>(label.address) : 0;
+    const auto address =
+        static_cast<std::uint32_t>(label.address);  // of Nowhere the largest of all
+    return address <= kLargestAddress ? address : 0;
 }
 
 }  // namespace

@@ -70,7 +70,7 @@ ObjectLine CreateVariableLocation(Label& label, DataType type, std::uint16_t ini
                                   ObjectComment comment);
 
 /// Addresses beyond this cannot be encoded; they come out as 0.
-inline constexpr std::int32_t kLargestAddress = 32767;
+inline constexpr std::uint32_t kLargestAddress = 32767;
 
 /// The object code of a line: decimal numbers joined by ",". Of a location they are its initial
 /// bytes.

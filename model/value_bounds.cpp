@@ -11,16 +11,10 @@ namespace {
 
 constexpr std::int32_t kByteValues = 256;
 
+/// A character takes a byte. A flag holds none.
 std::size_t LongestText(DataType type) {
-    switch (type) {
-        case DataType::Byte: return 1;
-        case DataType::Word:
-        case DataType::Pointer: return 2;
-        case DataType::Flag:
-        case DataType::Any:
-        case DataType::Table: return 0;
-    }
-    return 0;
+    if (type == DataType::Byte) return 1;
+    return IsWordSized(type) ? 2 : 0;
 }
 
 std::int32_t CharacterCode(char c) {

@@ -206,6 +206,8 @@ TEST(BoardDebugMode, ReadsAltersAndJumps) {
         {"MFFFF", "[FFFF] FF FF FF FF FF FF FF FF\r\n" + kPrompt},
         {"A0010 2f", kPrompt},
         {"M0010", "[0010] 2F 00 00 00 00 00 00 00\r\n" + kPrompt},
+        {"A7FFF 0B", kPrompt},
+        {"J7FFF", "[7FFF] MOVE BYTE\r\n" + kPrompt},  // its operands would be outside
         {"J0003", "[0003] JUMP [0000]\r\n" + kPrompt},
         {"R", "[0000] INCREMENT BYTE [0010]\r\n" + kPrompt},
         {"W", "Kinetron\r\n" + kPrompt},

@@ -155,6 +155,10 @@ TEST(Addresses, LeadToSourceLinesAndLabelsToAddresses) {
     EXPECT_EQ(place.fileName, "more.txt");
     EXPECT_EQ(place.sourceLineNo, 3);
     EXPECT_EQ(place.address, 15);
+    for (const int outside : {0, 8}) {
+        EXPECT_EQ(XrefOf(compilation, outside).fileName, "");
+    }
+    EXPECT_EQ(XrefOf(compilation, 3).address, 0) << "a blank line";
     const LabelTable labels = BuildLabelTable(compilation);
     EXPECT_EQ(LookupLabel(labels, "begin program"), 0);
     EXPECT_EQ(LookupLabel(labels, "END PROGRAM"), 18);

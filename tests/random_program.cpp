@@ -43,6 +43,7 @@ RandomProgram::RandomProgram(unsigned seed) : random_(seed) {
         actions.push_back([pointer = name](State& state) { state.At(pointer) = 0; });
     }
     actions.push_back(Block(14, 3));
+    actions.push_back(End());
     Write("END PROGRAM");
     program_ = Sequence(std::move(actions));
 }
@@ -135,6 +136,10 @@ void RandomProgram::DeclareTables() {
         bytes.insert(bytes.end(), reserved, 0);
         Write("END TABLE");
         start_.tables.push_back(std::move(bytes));
+    }
+    for (const Melody& melody : Melodies()) {
+        Write(std::string("DEFINE TABLE ") + melody.name + " = " + melody.values);
+        Write("END TABLE");
     }
 }
 

@@ -22,6 +22,7 @@ class RandomProgram {
 
     /// What the program leaves, worked out without running it.
     State Run() const;
+    Ending EndsBy() const { return ending_; }
 
   private:
     struct Operand {
@@ -70,6 +71,7 @@ class RandomProgram {
 
     // random_program_devices.cpp
     Action Reading();
+    Action PulsesOfLastSecond();
     Action Output();
     Action Motor();
     Action Servo();
@@ -77,6 +79,13 @@ class RandomProgram {
     Action Show();
     Action Sound();
     Action Event();
+
+    // random_program_time.cpp
+    Action TimeOrChance();
+    Action Wait();
+    Action Calibrate();
+    Action StickReading();
+    Action End();
 
     // random_program_tables.cpp
     Action Access();
@@ -117,6 +126,7 @@ class RandomProgram {
     SharedRoutine present_;  ///< the routine that is being written
     std::vector<std::pair<std::string, Action>> events_;
     Where where_ = Where::Program;
+    Ending ending_ = Ending::EndProgram;
     int counters_ = 0;
 };
 

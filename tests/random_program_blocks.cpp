@@ -132,7 +132,7 @@ Action RandomProgram::AnAction(int depth) {
             default: return Select(depth);
         }
     }
-    switch (Pick(10)) {
+    switch (Pick(11)) {
         case 0:
         case 1: return Function();
         case 2: return Output();
@@ -140,6 +140,7 @@ Action RandomProgram::AnAction(int depth) {
         case 4: return Chance(2) ? PointAnywhere() : WalkThrough();
         case 5: return PushAndPop();
         case 6: return Call();
+        case 7: return TimeOrChance();
         default: return Assignment();
     }
 }

@@ -1,5 +1,4 @@
 // Statements that drive outputs, read inputs and make events happen.
-#include <algorithm>
 
 #include "tests/random_program.h"
 
@@ -10,13 +9,6 @@ namespace {
 const std::vector<std::pair<std::string, char>> kDirections{
     {"FORWARD", 'F'}, {"BACKWARD", 'B'}, {"\"F\"", 'F'}, {"\"B\"", 'B'}};
 
-/// A note that begins is told even if the one before was the same; silence only once.
-void PlayNote(State& state, unsigned note, unsigned length) {
-    const bool sounds = note != 0 && length != 0;
-    if (sounds) state.outputs["note"].clear();
-    state.SetOutput("note", sounds ? std::to_string(note) + " " + std::to_string(length) : "0 0");
-}
-
 }  // namespace
 
 /// An input, which shows the same all the time.
@@ -25,6 +17,7 @@ Action RandomProgram::Reading() {
         const char* call;
         unsigned value;
     };
+    if (Chance(8)) return PulsesOfLastSecond();
     static constexpr std::array kRows{
         Row{"BATTERY()", SteadyInputs::kBattery},
         Row{"PROGRAMNUMBER()", SteadyInputs::kProgramNumber},
@@ -36,13 +29,22 @@ Action RandomProgram::Reading() {
         Row{"ANALOG(6)", SteadyInputs::kAnalog6},
         Row{"TIMED(4)", SteadyInputs::kTimed4 % 256},
         Row{"PULSELENGTH(4)", SteadyInputs::kTimed4 % 256},
-        Row{"JOYSTICK(1, \"X\")", SteadyInputs::kStick1X},
-        Row{"STICK(2, \"Y\")", SteadyInputs::kStick2Y},
+        Row{"PULSECOUNT(3)", 0},
     };
     const Row& row = OneOf(kRows);
     const std::string target = Variable(Type::Byte);
     Write(target + " = " + row.call);
     return [target, value = row.value](State& state) { state.At(target) = value; };
+}
+
+/// The pulses that came before the start count as those of the first second.
+Action RandomProgram::PulsesOfLastSecond() {
+    const std::string target = Variable(Type::Byte);
+    Write(target + " = TIMEDPULSECOUNT(3)");
+    return [=](State& state) {
+        const bool isSecondSecond = state.clock / 100 == 1;
+        state.At(target) = isSecondSecond ? SteadyInputs::kPulses3 : 0U;
+    };
 }
 
 Action RandomProgram::Output() {
@@ -117,27 +119,23 @@ Action RandomProgram::Show() {
 Action RandomProgram::Sound() {
     if (Chance(3)) {
         Write("STOP SOUND");
-        return [](State& state) { PlayNote(state, 0, 0); };
+        return [](State& state) { state.PlayNote(0, 0); };
     }
     if (Chance(3)) {
-        const unsigned table = Pick(tables_.size());
-        Write("PLAY TUNE " + tables_[table]);
-        // The first note sounds at once, for a tick at least.
-        return [table](State& state) {
-            const std::vector<std::uint8_t>& notes = state.tables[table];
-            PlayNote(state, notes[0], std::max<unsigned>(notes[1], 1));
-        };
+        const Melody& melody = OneOf(Melodies());
+        Write(std::string("PLAY TUNE ") + melody.name);
+        return [&melody](State& state) { state.PlayMelody(melody); };
     }
     const Operand note = Literal(Type::Byte);
     const Operand length = Literal(Type::Byte);
     Write("PLAY SOUND " + note.text + ", " + length.text);
-    return [=](State& state) { PlayNote(state, note.value(state), length.value(state)); };
+    return [=](State& state) { state.PlayNote(note.value(state), length.value(state)); };
 }
 
 /// Sets up, raises and lets come events; a handler does none of this.
 Action RandomProgram::Event() {
     if (where_ == Where::Event) return Show();
-    static constexpr std::array<unsigned, 3> kNumbers{3, 9, 27};
+    static constexpr std::array<unsigned, 4> kNumbers{3, 9, 25, 26};
     const unsigned number = OneOf(kNumbers);
     const std::string text = std::to_string(number);
     switch (Pick(8)) {

@@ -43,6 +43,17 @@ struct Frame {
 
 enum class EventMode : std::uint8_t { Disabled, Enabled, Deferred };
 
+/// The last statement of the main program, or nothing but its end.
+enum class Ending : std::uint8_t { EndProgram, EmergencyStop, PowerOff, Escape };
+
+/// The tables that tunes are played from: pairs of note and length, up to a note of 0.
+struct Melody {
+    const char* name;
+    const char* values;
+    std::vector<std::pair<unsigned, unsigned>> notes;
+};
+const std::vector<Melody>& Melodies();
+
 struct State {
     std::map<std::string, unsigned> globals;
     std::vector<Frame> calls;
@@ -55,6 +66,14 @@ struct State {
     EventMode mode = EventMode::Disabled;
     std::map<unsigned, Action> handlers;  ///< by event number
     std::deque<unsigned> waiting;
+    bool isInHandler = false;
+
+    unsigned clock = 0;  ///< ticks of 1/100 second
+    unsigned noteEnd = 0;
+    const Melody* melody = nullptr;  ///< while one is played
+    std::size_t nextNote = 0;
+    std::uint32_t random = 1;
+    std::array<std::pair<unsigned, unsigned>, 2> stickRest{{{128, 128}, {128, 128}}};
 
     unsigned& At(const std::string& name) {
         if (!calls.empty() && calls.back().variables.contains(name))
@@ -76,24 +95,20 @@ struct State {
         changes.push_back(output + " " + value);
     }
 
-    void RaiseEvent(unsigned number) {
-        constexpr std::size_t kMostThatWait = 32;
-        const bool counts = handlers.contains(number) && mode != EventMode::Disabled;
-        if (counts && waiting.size() < kMostThatWait) waiting.push_back(number);
-        TakeEvents();
-    }
+    void RaiseEvent(unsigned number);
+    void TakeEvents();
 
-    /// Handlers have no variables of their own, and raise no events in these programs.
-    void TakeEvents() {
-        while (mode == EventMode::Enabled && !waiting.empty()) {
-            const unsigned number = waiting.front();
-            waiting.pop_front();
-            if (!handlers.contains(number)) continue;
-            calls.emplace_back();
-            handlers[number](*this);
-            calls.pop_back();
-        }
-    }
+    void PlayNote(unsigned note, unsigned length);
+    void PlayMelody(const Melody& tune);
+    /// The ticks pass, with all that happens meanwhile.
+    void Wait(unsigned ticks);
+    unsigned RandomByte();
+    void PutOutputsToRest();
+
+  private:
+    void StartNote(unsigned note, unsigned length);
+    void ContinueMelody();
+    void Tick();
 };
 
 /// What the inputs show while a program runs; those not named show nothing.
@@ -104,6 +119,7 @@ struct SteadyInputs {
     static constexpr std::uint16_t kTimed4 = 300;
     static constexpr std::uint8_t kStick1X = 10;
     static constexpr std::uint8_t kStick2Y = 240;
+    static constexpr std::uint8_t kPulses3 = 5;  ///< all of them before the program starts
 };
 
 /// What the outputs show before the program changes them.

@@ -22,6 +22,7 @@ std::string Described(const OutputChange& change) {
         case OutputKind::Port: return "port " + number + " " + value;
         case OutputKind::Led: return "led " + number + " " + value;
         case OutputKind::Display:
+            if (change.form == Display::Form::Dark) return "display dark";
             return (change.form == Display::Form::Hex ? "display hex " : "display number ") + value;
         case OutputKind::Note: return "note " + value + " " + std::to_string(change.length);
         case OutputKind::Transmit: break;
@@ -77,25 +78,47 @@ Inputs InputsOfAll() {
     inputs.timed[3] = SteadyInputs::kTimed4;
     inputs.joysticks[0].x = SteadyInputs::kStick1X;
     inputs.joysticks[1].y = SteadyInputs::kStick2Y;
+    inputs.pulses[2] = SteadyInputs::kPulses3;
     return inputs;
 }
 
-void CompileAndRun(FinishedRun& run) {
+EndReason ReasonOf(Ending ending) {
+    switch (ending) {
+        case Ending::EndProgram: return EndReason::End;
+        case Ending::EmergencyStop: return EndReason::EmergencyStop;
+        case Ending::PowerOff: return EndReason::PowerOff;
+        case Ending::Escape: return EndReason::Escape;
+    }
+    return EndReason::None;
+}
+
+/// Only a program that waits lets time pass.
+void RunToItsEnd(Board& board) {
     constexpr std::uint64_t kEnough = 50'000'000;
+    for (;;) {
+        RunInstructions(board, kEnough);
+        if (!board.processor.running) return;
+        ASSERT_EQ(board.processor.wait.kind, Wait::Kind::Time);
+        AdvanceTick(board);
+    }
+}
+
+void CompileAndRun(FinishedRun& run, Ending ending) {
     ASSERT_TRUE(run.program.Compile()) << testing::PrintToString(run.program.Messages());
     ASSERT_EQ(run.program.Messages(), std::vector<std::string>{});
     ASSERT_EQ(LoadObjectText(run.board, run.program.object.text), "");
     SetInputs(run.board, InputsOfAll());
     TakeChanges(run.board);
     StartProgram(run.board);
-    RunInstructions(run.board, kEnough);
-    ASSERT_EQ(run.board.processor.end, EndReason::End);
+    ASSERT_NO_FATAL_FAILURE(RunToItsEnd(run.board));
+    ASSERT_EQ(run.board.processor.end, ReasonOf(ending));
 }
 
 void Compare(const RandomProgram& random) {
     FinishedRun run(random.Text());
-    ASSERT_NO_FATAL_FAILURE(CompileAndRun(run));
+    ASSERT_NO_FATAL_FAILURE(CompileAndRun(run, random.EndsBy()));
     State expected = random.Run();
+    EXPECT_EQ(run.board.clock, expected.clock);
     EXPECT_EQ(ChangesOf(run.board), expected.changes);
     for (const auto& [name, type] : random.Globals()) {
         const unsigned value = expected.globals[name];

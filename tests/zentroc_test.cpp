@@ -170,8 +170,11 @@ TEST_F(Zentroc, SourceFilesThatCannotBeReadAreStatusTwo) {
     }
     Write("main.txt", "");
     EXPECT_EQ(Run("main.txt").status, 1);
-    Write("main.txt", "INCLUDE \"nowhere.txt\"\n");
-    EXPECT_EQ(Run("main.txt").status, 1);
+    for (const std::string& name :
+         {std::string("nowhere.txt"), std::string(300, 'n'), std::string("no\0where", 8)}) {
+        Write("main.txt", "INCLUDE \"" + name + "\"\n");
+        EXPECT_EQ(Run("main.txt").status, 1);
+    }
     EXPECT_FALSE(fs::exists(folder_ / "in/main.obj"));
 }
 

@@ -111,15 +111,15 @@ ExitStatus Compile(const Options& options, const InstructionConfiguration& confi
     // It is left to the system with the rest of the program's memory.
     auto* const compilation = new Compilation(
         configuration, Environment{*log, prompts, reader, progress}, RoomForCompilation());
+    bool succeeded = false;
     if (options.checkOnly) {
-        SyntaxCheck(*compilation, files);
+        succeeded = SyntaxCheck(*compilation, files);
     } else {
         ListingSink* sink = options.listingFile.empty() ? nullptr : &listing;
-        if (CompileSource(*compilation, files, writer, sink)) {
-            WriteExtras(options, *compilation, listing, output, writer);
-        }
+        succeeded = CompileSource(*compilation, files, writer, sink);
+        if (succeeded) WriteExtras(options, *compilation, listing, output, writer);
     }
-    const bool hasErrors = compilation->diagnostics.ErrorCount() > 0;
+    const bool hasErrors = !succeeded || compilation->diagnostics.ErrorCount() > 0;
     if (const std::string problem = output.Finish(); !problem.empty()) {
         TellFailure("cannot write to standard output: " + problem);
         return ExitStatus::Failure;

@@ -135,6 +135,7 @@ TEST_F(DownloadTest, TheFileMayChangeOrGoMeanwhile) {
         writes_.clear();
         WriteFile("1\n2\n3\n");
         Download download = Start();
+        EXPECT_DOUBLE_EQ(download.Fraction(), 0.0);
         while (download.LinesSent() == 0)
             download.Step();
         EXPECT_DOUBLE_EQ(download.Fraction(), 1.0 / 3);

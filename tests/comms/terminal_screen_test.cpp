@@ -151,6 +151,9 @@ TEST(TerminalScreenTest, EnterTakesThePromptLineOff) {
     screen.TakePromptLineOff();
     EXPECT_EQ(screen.Text(), "");
     EXPECT_EQ(screen.ScreenLineCount(), 1);
+    TerminalScreen alone;  // nobody takes the lines that leave it
+    alone.ProcessScreenText(Lines(1, 2000));
+    EXPECT_EQ(alone.Text(), LoggedScreen({Lines(1, 2000)}).screen.Text());
 }
 
 TEST(TerminalScreenTest, IsTheSameHoweverTheReadsFall) {
