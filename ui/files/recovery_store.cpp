@@ -24,6 +24,11 @@ bool MakeEmptyFile(const QString& path) {
     return QFile(path).open(QIODevice::WriteOnly | QIODevice::Append);
 }
 
+bool IsMarker(const QString& path) {
+    static const QRegularExpression kName("-[0-9a-f]{16}$");
+    return QFileInfo(path).size() == 0 && kName.match(path).hasMatch();
+}
+
 QStringList FilesIn(const QString& folder) {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
 }
@@ -33,13 +38,17 @@ QStringList FilesIn(const QString& folder) {
 RecoveryStore::RecoveryStore(QString folder) : folder_(std::move(folder)) {}
 
 RecoveryStore::~RecoveryStore() {
-    if (session_.isEmpty()) return;
     // What is unsaved even now stays for the next run to offer.
-    const QString folder = SessionFolder(session_);
-    if (FilesIn(folder) != QStringList(kLockName)) return;
+    if (!session_.isEmpty()) RemoveEmptySession(session_, lock_);
+}
+
+bool RecoveryStore::RemoveEmptySession(const QString& session, SessionLock& lock) const {
+    const QString folder = SessionFolder(session);
+    if (FilesIn(folder) != QStringList(kLockName)) return false;
     QFile::remove(folder + '/' + kLockName);
-    lock_.Release();
+    lock.Release();
     QDir().rmdir(folder);
+    return true;
 }
 
 QString RecoveryStore::SessionFolder(const QString& session) const {
@@ -72,7 +81,7 @@ QString RecoveryStore::Keep(const QString& document, const QString& pathOrTitle,
     KeptDocument kept = before;
     kept.folderName = CopyFolderName(pathOrTitle, session_ + '/' + document);
     const bool isRenamed = before.folderName != kept.folderName;
-    if (isRenamed) kept = {kept.folderName, {}, {}, false};
+    if (isRenamed) kept = {kept.folderName, {}, {}, false, !QDir::isAbsolutePath(pathOrTitle)};
     const QString marker = SessionFolder(session_) + '/' + kept.folderName;
     if (!kept.unsaved) kept.unsaved = MakeEmptyFile(marker);
     if (!kept.unsaved) return kFailure + ("cannot write to " + marker);
@@ -80,10 +89,13 @@ QString RecoveryStore::Keep(const QString& document, const QString& pathOrTitle,
     if (kept.lastCopy.isEmpty() || kept.lastText != text || !QFile::exists(kept.lastCopy)) {
         problem = WriteCopy(kept, pathOrTitle, text);
     }
-    if (!problem.isEmpty()) return kFailure + problem;
+    if (!problem.isEmpty()) {
+        if (isRenamed || !before.unsaved) RemoveMarker(kept);
+        return kFailure + problem;
+    }
     documents_[document] = kept;
     // Under its old name it is not unsaved any more, now that the copy under the new one is there.
-    if (isRenamed && before.unsaved) RemoveMarker(before.folderName);
+    if (isRenamed && before.unsaved) RemoveMarker(before);
     return {};
 }
 
@@ -108,18 +120,28 @@ QString RecoveryStore::WriteCopy(KeptDocument& document, const QString& pathOrTi
     return {};
 }
 
-void RecoveryStore::RemoveMarker(const QString& folderName) const {
+void RecoveryStore::RemoveMarker(const KeptDocument& document) const {
     const bool isNeeded = std::ranges::any_of(documents_, [&](const KeptDocument& kept) {
-        return kept.unsaved && kept.folderName == folderName;
+        return kept.unsaved && kept.folderName == document.folderName;
     });
-    if (!isNeeded) QFile::remove(SessionFolder(session_) + '/' + folderName);
+    if (isNeeded) return;
+    QFile::remove(SessionFolder(session_) + '/' + document.folderName);
+    if (document.isUntitled) RemoveCopies(document.folderName, session_);
 }
 
 void RecoveryStore::Forget(const QString& document) {
     const auto kept = documents_.find(document);
     if (kept == documents_.end() || !kept->unsaved) return;
     kept->unsaved = false;
-    RemoveMarker(kept->folderName);
+    RemoveMarker(*kept);
+}
+
+void RecoveryStore::RemoveCopies(const QString& folderName, const QString& session) const {
+    const QString folder = CopyFolder(folderName);
+    for (const QString& file : FilesIn(folder)) {
+        if (SessionOfCopy(FinishedCopyName(file)) == session) QFile::remove(folder + '/' + file);
+    }
+    QDir().rmdir(folder);  // stays when something is in it
 }
 
 QStringList RecoveryStore::CopyFiles(const QString& folderName) const {
@@ -134,6 +156,11 @@ QStringList RecoveryStore::SessionsWithUnsaved(const QString& folderName) const 
         return !QFile::exists(SessionFolder(session) + '/' + folderName);
     });
     return sessions;
+}
+
+bool RecoveryStore::HasCopies(const QString& folderName, const QString& session) const {
+    return std::ranges::any_of(CopyFiles(folderName),
+                               [&](const QString& file) { return SessionOfCopy(file) == session; });
 }
 
 void RecoveryStore::RemoveOldCopies(const QString& folderName) const {
@@ -168,14 +195,8 @@ bool RecoveryStore::Adopt(const QString& session) {
     if (session == session_ || !kSessionName.match(session).hasMatch()) return false;
     if (adopted_.contains(session)) return true;
     auto lock = std::make_shared<SessionLock>();
-    const QString lockFile = SessionFolder(session) + '/' + kLockName;
-    if (!lock->Acquire(lockFile)) return false;
-    if (FilesIn(SessionFolder(session)) == QStringList(kLockName)) {
-        // Nothing is left of it.
-        QFile::remove(lockFile);
-        QDir().rmdir(SessionFolder(session));
-        return false;
-    }
+    if (!lock->Acquire(SessionFolder(session) + '/' + kLockName)) return false;
+    if (RemoveEmptySession(session, *lock)) return false;
     adopted_.insert(session, lock);
     return true;
 }
@@ -186,11 +207,16 @@ std::vector<UnsavedText> RecoveryStore::Unsaved() {
     for (const QString& session : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         if (!Adopt(session)) continue;
         for (const QString& folderName : FilesIn(SessionFolder(session))) {
-            auto copy = NewestCopy(folderName, session);
-            if (copy)
-                found.push_back({*std::move(copy), SessionFolder(session) + '/' + folderName});
+            const QString marker = SessionFolder(session) + '/' + folderName;
+            if (auto copy = NewestCopy(folderName, session)) {
+                found.push_back({*std::move(copy), marker});
+            } else if (IsMarker(marker) && !HasCopies(folderName, session)) {
+                QFile::remove(marker);  // the crash came before the first copy
+            }
         }
+        ReleaseIfEmpty(session);
     }
+    RemoveUnreachable();
     std::ranges::stable_sort(found, [](const UnsavedText& one, const UnsavedText& other) {
         return one.copy.time > other.copy.time;
     });
@@ -214,7 +240,35 @@ QString RecoveryStore::Restore(const UnsavedText& unsaved, const QString& docume
 }
 
 void RecoveryStore::Discard(const UnsavedText& unsaved) {
-    QFile::remove(unsaved.marker);
+    if (!QFile::remove(unsaved.marker)) return;
+    const QFileInfo marker(unsaved.marker);
+    const QString session = marker.dir().dirName();
+    if (unsaved.copy.path.isEmpty()) RemoveCopies(marker.fileName(), session);
+    ReleaseIfEmpty(session);
+}
+
+void RecoveryStore::ReleaseIfEmpty(const QString& session) {
+    const auto lock = adopted_.find(session);
+    if (lock != adopted_.end() && RemoveEmptySession(session, **lock)) adopted_.erase(lock);
+}
+
+void RecoveryStore::RemoveUnreachable() const {
+    const QStringList folders =
+        QDir(folder_ + "/copies").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& folderName : folders) {
+        const QString folder = CopyFolder(folderName);
+        // All copies in a folder are of one text, so one tells whether it had a file.
+        const QStringList copies = CopyFiles(folderName);
+        const auto copy = copies.isEmpty() ? std::nullopt : ReadCopy(folder + '/' + copies.last());
+        const bool isUntitled = copy && copy->path.isEmpty();
+        bool removed = false;
+        for (const QString& file : FilesIn(folder)) {
+            const auto session = SessionOfCopy(FinishedCopyName(file));
+            if (!session || QFileInfo::exists(SessionFolder(*session))) continue;
+            if (isUntitled || !SessionOfCopy(file)) removed |= QFile::remove(folder + '/' + file);
+        }
+        if (removed) QDir().rmdir(folder);  // stays when something is in it
+    }
 }
 
 std::vector<RecoveryCopy> RecoveryStore::Copies(const QString& document,

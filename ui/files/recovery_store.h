@@ -43,12 +43,13 @@ class RecoveryStore {
     [[nodiscard]] QString Keep(const QString& document, const QString& pathOrTitle,
                                const QString& text);
 
-    /// The document was saved, or closed on purpose. Its copies stay as history.
+    /// The document was saved, or closed on purpose. Its copies stay as the history of its file;
+    /// those of a text without a file are removed.
     void Forget(const QString& document);
 
     /// What runs of the program left that ended without saving, the newest first. Programs that
     /// still run keep theirs, and what was listed here is listed by no other program while this
-    /// one runs.
+    /// one runs. Copies that nobody can ask for any more are removed.
     std::vector<UnsavedText> Unsaved();
 
     /// Takes a text over as the unsaved text of a document. What the document holds at present is
@@ -57,7 +58,8 @@ class RecoveryStore {
     [[nodiscard]] QString Restore(const UnsavedText& unsaved, const QString& document,
                                   const QString& presentText);
 
-    /// The text is not wanted back. Its copy stays as history.
+    /// The text is not wanted back. Its copies stay as the history of its file; those of a text
+    /// without a file are removed.
     void Discard(const UnsavedText& unsaved);
 
     /// All copies of a document's file, the newest first.
@@ -69,6 +71,7 @@ class RecoveryStore {
         QString lastCopy;  ///< file
         QString lastText;
         bool unsaved = false;
+        bool isUntitled = false;
     };
 
     bool BeginSession();
@@ -76,10 +79,18 @@ class RecoveryStore {
     QString CopyFolder(const QString& folderName) const;
     QString WriteCopy(KeptDocument& document, const QString& pathOrTitle, const QString& text);
     QStringList CopyFiles(const QString& folderName) const;
-    void RemoveMarker(const QString& folderName) const;
+    /// Unless another document of the same file needs it.
+    void RemoveMarker(const KeptDocument& document) const;
+    void RemoveCopies(const QString& folderName, const QString& session) const;
+    /// Of sessions that are over: texts without a file, and what a crash left half-written.
+    void RemoveUnreachable() const;
+    /// A session of this run of the program, which holds its lock.
+    bool RemoveEmptySession(const QString& session, SessionLock& lock) const;
+    bool HasCopies(const QString& folderName, const QString& session) const;
     void RemoveOldCopies(const QString& folderName) const;
     QStringList SessionsWithUnsaved(const QString& folderName) const;
     std::optional<RecoveryCopy> NewestCopy(const QString& folderName, const QString& session) const;
+    void ReleaseIfEmpty(const QString& session);
     bool Adopt(const QString& session);
 
     QString folder_;

@@ -71,7 +71,7 @@ void RecoveryKeeper::Follow(SourceWindow* window) {
 
 void RecoveryKeeper::Forget(SourceWindow* window) {
     // What was closed without saving stays among the copies of its file.
-    if (window->SourceChanged())
+    if (window->SourceChanged() && !window->IsNewFile())
         TellOnce(store_.Keep(DocumentOf(window), PathOrTitle(*window), window->Text()));
     store_.Forget(DocumentOf(window));
     if (!window->IsNewFile()) watcher_.Unwatch(PathOrTitle(*window));

@@ -87,6 +87,69 @@ TEST_F(RecoveryTest, WhatWasSavedOrClosedIsNotOffered) {
     EXPECT_EQ(TextsOf(next.Copies("9", path_)), std::vector<QString>{"saved"});
 }
 
+TEST_F(RecoveryTest, NothingStaysOfATextThatNeverHadAFile) {
+    Crash("NewFile1", {"refused", "refused too"});
+    Crash("NewFile2", {"taken back"});
+    Crash("NewFile3", {"decided later"});
+    RecoveryStore running(store_);
+    EXPECT_EQ(running.Keep("1", "NewFile1", "of a running program"), "");
+    {
+        RecoveryStore store(store_);
+        EXPECT_EQ(store.Keep("1", "NewFile1", "closed"), "");
+        EXPECT_EQ(store.Keep("2", "NewFile2", "saved"), "");
+        EXPECT_EQ(store.Keep("2", path_, "saved with a name"), "");
+        store.Forget("1");
+        store.Forget("2");
+        std::vector<UnsavedText> unsaved = store.Unsaved();
+        ASSERT_THAT(TextsOf(unsaved), ElementsAre("decided later", "taken back", "refused too"));
+        EXPECT_EQ(store.Restore(unsaved[1], "3", ""), "");
+        EXPECT_EQ(store.Copies("3", "NewFile2").size(), 1U);
+        store.Forget("3");
+        store.Discard(unsaved[2]);
+    }
+    const auto titles = [&] {
+        QStringList found = QDir(store_ + "/copies").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        for (QString& name : found)
+            name = name.section('-', 0, 0);
+        return found;
+    };
+    EXPECT_EQ(titles(), QStringList({"NewFile1", "NewFile3", "robot"}));
+    EXPECT_EQ(TextsOf(running.Copies("1", "NewFile1")),
+              std::vector<QString>{"of a running program"});
+    RecoveryStore next(store_);
+    const std::vector<UnsavedText> later = next.Unsaved();
+    ASSERT_THAT(TextsOf(later), ElementsAre("decided later"));
+    next.Discard(later[0]);
+    running.Forget("1");
+    EXPECT_EQ(titles(), QStringList("robot"));
+}
+
+TEST_F(RecoveryTest, WhatEarlierRunsLeftBehindIsRemoved) {
+    Crash("NewFile1", {"its session is over"});
+    Crash(path_, {"history"});
+    QDir(store_ + "/sessions").removeRecursively();
+    const QStringList left = CopyFiles();
+    ASSERT_EQ(left.size(), 2);
+    RecoveryStore running(store_);
+    EXPECT_EQ(running.Keep("1", "NewFile1", "of a running program"), "");
+    QStringList files = CopyFiles();
+    files.removeIf([&](const QString& file) { return left.contains(file); });
+    ASSERT_EQ(files.size(), 1);
+    const QString beingWritten = files[0] + ".new1";
+    for (const QString& file : {left[0] + ".new1", left[1] + ".new2", beingWritten}) {
+        WriteFile(QDir(folder_.path()).relativeFilePath(file), "half");
+    }
+    const QString crashedAtOnce = store_ + "/sessions/1-0000000a";
+    QDir().mkpath(crashedAtOnce);
+    WriteFile("recovery/sessions/1-0000000a/NewFile1-0123456789abcdef", "");
+    EXPECT_THAT(RecoveryStore(store_).Unsaved(), IsEmpty());
+    EXPECT_FALSE(QFileInfo::exists(crashedAtOnce));
+    EXPECT_FALSE(QFileInfo::exists(QFileInfo(left[0]).path()));
+    EXPECT_EQ(CopyFiles().size(), 3);
+    EXPECT_TRUE(CopyFiles().contains(left[1]));
+    EXPECT_TRUE(QFileInfo::exists(beingWritten));
+}
+
 TEST_F(RecoveryTest, EqualTextsMakeOneCopyAndAreUnsavedAgain) {
     {
         RecoveryStore store(store_);

@@ -184,6 +184,17 @@ TEST_F(JourneyTest, WhatACrashLeftIsOfferedAndTakenBack) {
     work->Undo();
     EXPECT_EQ(work->Text().trimmed(), "BEGIN PROGRAM\nEND PROGRAM");
     EXPECT_EQ(ReadFile("work.txt").trimmed(), "BEGIN PROGRAM\nEND PROGRAM");
+    // An orderly end leaves nothing to offer, and no copy that nothing leads to.
+    dialogs.saveAnswer = SaveAnswer::Discard;
+    EXPECT_TRUE(window->close());
+    window.reset();
+    const auto foldersIn = [&](const QString& folder) {
+        return QDir(FilePath("data/recovery/" + folder))
+            .entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    };
+    EXPECT_EQ(foldersIn("sessions"), QStringList());
+    ASSERT_EQ(foldersIn("copies").size(), 1);
+    EXPECT_TRUE(foldersIn("copies")[0].startsWith("work-"));
 }
 
 TEST_F(JourneyTest, ClosingAsksOnceForAllChangedFiles) {
