@@ -29,8 +29,8 @@ def branches_of(file):
         text = lines[line - 1]
         if text[:column - 1].endswith("switch ("):
             continue  # the way past all cases: each value of an enumeration has its own
-        if text[:column - 1].endswith(("while (", "constexpr (")) and sums == [0, 0]:
-            continue  # known to the compiler
+        if text[column - 1:].startswith("true)") or text[:column - 1].endswith("constexpr ("):
+            continue  # known to the compiler, which counts nothing there
         if re.match(r"case\b|default\b", text[column - 1:]):
             yield Branch(line, column, "case", sums[0], text.strip())
             continue
