@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -21,9 +22,19 @@ struct FileContent {
 /// device can go on for ever). The path is in the system's own encoding.
 FileContent ReadWholeFile(const std::string& path);
 
-/// Writes a file whole, or leaves what was there: a regular file is replaced through a temporary
-/// file beside it and a rename. A device or a pipe is written to directly.
+/// What a finished write has to outlast.
+enum class Durability : std::uint8_t {
+    TheProgram,  ///< its end; the system writes the bytes to the disk when it likes
+    PowerCut,    ///< takes as long as the disk does: for what cannot be made again
+};
+
+/// Writes a file whole, or leaves what was there. A regular file is replaced through a temporary
+/// file beside it and a rename; it keeps its permissions, its owner, and the links that lead to it.
+/// Where that cannot be, as in a folder that takes no new file, its content is overwritten, and put
+/// back when that fails. A file that may not be written is left alone, a device or a pipe is
+/// written to directly. The path is in the system's own encoding.
 /// Returns the system's text for the failure, empty on success.
-std::string WriteWholeFile(const std::string& path, std::string_view bytes);
+std::string WriteWholeFile(const std::string& path, std::string_view bytes,
+                           Durability durability = Durability::TheProgram);
 
 }  // namespace zentro

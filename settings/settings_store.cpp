@@ -9,6 +9,7 @@
 #include <utility>
 #include <variant>
 
+#include "config/file.h"
 #include "settings/settings_file.h"
 #include "settings/utf8_text.h"
 
@@ -26,12 +27,6 @@ constexpr std::uintmax_t kLargestFile = 16U << 20U;  // bytes; a usual one has a
 std::error_code StreamError() {
     return errno != 0 ? std::error_code(errno, std::generic_category())
                       : std::make_error_code(std::errc::io_error);
-}
-
-/// A name beside `file` that no other process uses at the same time.
-fs::path TemporaryName(fs::path file) {
-    std::random_device random;
-    return file += ".tmp" + std::to_string(random());
 }
 
 /// The first free one of the names for a file that could not be read.
@@ -58,49 +53,29 @@ std::error_code ReadFile(const fs::path& file, std::string& bytes) {
     return {};
 }
 
-std::error_code WriteFile(const fs::path& file, std::string_view bytes) {
-    errno = 0;
-    std::ofstream stream(file, std::ios::binary);
-    if (stream) stream << bytes;
-    if (stream) stream.close();
-    return stream ? std::error_code{} : StreamError();
-}
-
-/// Moves `finished` to `file`; the file that was there goes to KeptName first when `keepOld` is
-/// set.
-std::error_code MoveInPlace(const fs::path& finished, const fs::path& file, bool keepOld) {
-    std::error_code error;
-    const fs::path kept = KeptName(file);
-    if (keepOld) {
-        fs::rename(file, kept, error);
-        if (error == std::errc::no_such_file_or_directory)
-            keepOld = false;
-        else if (error)
-            return error;
-    }
-    fs::rename(finished, file, error);
-    std::error_code ignored;  // the first failure is the one to tell
-    if (error && keepOld) fs::rename(kept, file, ignored);
-    return error;
-}
-
-std::error_code ReplaceFile(const fs::path& file, std::string_view bytes, bool keepOld) {
+/// Returns the system's text for the failure. The file that is there goes to KeptName first when
+/// `keepOld` is set.
+std::string ReplaceFile(const fs::path& file, std::string_view bytes, bool keepOld) {
     std::error_code error;
     fs::create_directories(file.parent_path(), error);
-    if (error) return error;
-    const fs::path temporary = TemporaryName(file);
-    error = WriteFile(temporary, bytes);
-    if (!error) error = MoveInPlace(temporary, file, keepOld);
-    std::error_code ignored;  // the first failure is the one to tell
-    if (error) fs::remove(temporary, ignored);
-    return error;
+    if (error) return error.message();
+    const fs::path kept = KeptName(file);
+    if (keepOld) fs::rename(file, kept, error);
+    if (error && error != std::errc::no_such_file_or_directory) return error.message();
+    const bool isKept = keepOld && !error;
+    std::string problem = WriteWholeFile(file.string(), bytes, Durability::PowerCut);
+    // The first failure is the one to tell.
+    if (!problem.empty() && isKept) fs::rename(kept, file, error);
+    return problem;
 }
 
 }  // namespace
 
 fs::path ChooseSettingsFolder(const fs::path& programFolder, const fs::path& userFolder) {
-    const fs::path probe = TemporaryName(programFolder / kSettingsFileName);
-    const bool writable = !WriteFile(probe, "");
+    // A name that no other process uses at the same time.
+    fs::path probe = programFolder / kSettingsFileName;
+    probe += ".tmp" + std::to_string(std::random_device{}());
+    const bool writable = std::ofstream(probe).is_open();
     std::error_code ignored;  // there is nothing to remove when the folder cannot be written
     fs::remove(probe, ignored);
     return writable || userFolder.empty() ? programFolder : userFolder;
@@ -153,9 +128,9 @@ void SettingsStore::SaveSetting(SettingNumber number, SettingValue value,
 }
 
 std::string SettingsStore::SaveSettings() {
-    const std::error_code error = ReplaceFile(file_, WriteConfig(config_), keepOldFile_);
-    changed_ = static_cast<bool>(error);
-    if (error) return std::string(kSaveFailed) + error.message();
+    const std::string problem = ReplaceFile(file_, WriteConfig(config_), keepOldFile_);
+    changed_ = !problem.empty();
+    if (changed_) return std::string(kSaveFailed) + problem;
     keepOldFile_ = false;
     return {};
 }

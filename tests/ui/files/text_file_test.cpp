@@ -1,6 +1,9 @@
 #include "ui/files/text_file.h"
 
 #include <QDir>
+#include <array>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/ui/files/child_process.h"
 #include "tests/ui/ui_fixture.h"
@@ -9,6 +12,8 @@
 
 namespace zentro {
 namespace {
+
+constexpr uid_t kNobody = 65534;
 
 class TextFileTest : public UiTest {
   protected:
@@ -71,6 +76,73 @@ TEST_F(TextFileTest, ASaveThatIsKilledLeavesOneOfTheTwoTexts) {
         ASSERT_EQ(bytes.size(), kSize + 1);
         ASSERT_EQ(bytes.count(bytes[0]), kSize);
     }
+}
+
+TEST_F(TextFileTest, ASaveKeepsThePermissionsAndTheOwner) {
+    const bool isRoot = geteuid() == 0;
+    for (const mode_t mode : {0640U, 0755U, 0600U, 0666U}) {
+        WriteFile("text.txt", "old\n");
+        const std::string path = path_.toStdString();
+        ASSERT_EQ(chmod(path.c_str(), mode), 0);
+        ASSERT_TRUE(!isRoot || chown(path.c_str(), kNobody, kNobody) == 0);
+        EXPECT_EQ(SaveText(path_, {"new", "\n"}), "");
+        struct stat saved {};
+        ASSERT_EQ(stat(path.c_str(), &saved), 0);
+        EXPECT_EQ(saved.st_mode & 07777, mode);
+        EXPECT_EQ(saved.st_uid, isRoot ? kNobody : geteuid());
+        EXPECT_EQ(ReadFile("text.txt"), "new\n");
+    }
+}
+
+TEST_F(TextFileTest, ALinkStaysALink) {
+    QDir(folder_.path()).mkdir("far");
+    WriteFile("far/text.txt", "old\n");
+    const std::array<std::pair<const char*, const char*>, 3> links{
+        {{"far/text.txt", "one"}, {"one", "two"}, {"far/not yet.txt", "nowhere"}}};
+    for (const auto& [target, link] : links) {
+        ASSERT_EQ(symlink(target, FilePath(link).toUtf8().constData()), 0);
+        EXPECT_EQ(SaveText(FilePath(link), {link, "\n"}), "");
+        EXPECT_EQ(QFile::symLinkTarget(FilePath(link)), FilePath(target));
+        EXPECT_EQ(ReadFile(link), QByteArray(link) + '\n');
+    }
+    EXPECT_EQ(ReadFile("far/text.txt"), "two\n");
+    EXPECT_EQ(QDir(FilePath("far")).entryList(QDir::Files).size(), 2);
+    ASSERT_EQ(symlink("round", FilePath("round").toUtf8().constData()), 0);
+    EXPECT_EQ(SaveText(FilePath("round"), {"x", "\n"}), "Too many levels of symbolic links");
+}
+
+TEST_F(TextFileTest, WhereTheFolderTakesNoFileItsContentIsOverwritten) {
+    QDir(folder_.path()).mkdir("shared");
+    const QByteArray old(10'000, 'o');
+    WriteFile("shared/open", old);
+    WriteFile("shared/locked", old);
+    for (const auto& [name, mode] : {std::pair{"", 0755U},
+                                     {"shared", 0555U},
+                                     {"shared/open", 0666U},
+                                     {"shared/locked", 0444U}}) {
+        ASSERT_EQ(chmod(FilePath(name).toUtf8().constData(), mode), 0);
+    }
+    const auto inChild = [&](const std::function<bool()>& work) {
+        // The administrator may write everywhere.
+        return InChild([&] { return (geteuid() != 0 || setuid(kNobody) == 0) && work(); });
+    };
+    EXPECT_TRUE(inChild([&] {
+        return SaveText(FilePath("shared/new"), {"x", "\n"}) == "Permission denied";
+    }));
+    EXPECT_TRUE(inChild([&] {
+        return SaveText(FilePath("shared/locked"), {"x", "\n"}) == "Permission denied";
+    }));
+    EXPECT_TRUE(inChild([&] {
+        LimitFileSize(20'000);
+        return SaveText(FilePath("shared/open"), {std::string(100'000, 'x'), "\n"}) ==
+               "File too large";
+    }));
+    EXPECT_EQ(ReadFile("shared/open"), old);
+    EXPECT_EQ(ReadFile("shared/locked"), old);
+    EXPECT_TRUE(inChild([&] { return SaveText(FilePath("shared/open"), {"new", "\n"}).empty(); }));
+    EXPECT_EQ(ReadFile("shared/open"), "new\n");
+    EXPECT_EQ(QDir(FilePath("shared")).entryList(QDir::Files), QStringList({"locked", "open"}));
+    chmod(FilePath("shared").toUtf8().constData(), 0755);
 }
 
 /// "=one -two +three ~": the signs of lines and their text; "~" stands for lines left out.
