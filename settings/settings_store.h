@@ -11,8 +11,8 @@ namespace zentro {
 
 inline constexpr std::string_view kSettingsFileName = "ZentroCompiler.dfv";
 
-/// The folder of the settings file: the program's own when files can be made there (a portable
-/// copy), otherwise the user's configuration folder, which need not exist yet.
+/// The folder of the settings file of a portable copy: the program's own when files can be made
+/// there, otherwise the user's configuration folder, which need not exist yet.
 std::filesystem::path ChooseSettingsFolder(const std::filesystem::path& programFolder,
                                            const std::filesystem::path& userFolder);
 

@@ -16,7 +16,7 @@ fs::path Standard(QStandardPaths::StandardLocation location) {
     return QStandardPaths::writableLocation(location).toStdString();
 }
 
-/// The program's files lie beside it, or where a package puts them.
+/// The program's files lie beside it in a portable copy, and elsewhere where a package puts them.
 fs::path FindDataFiles(const fs::path& executable) {
     const std::array<fs::path, 2> candidates{executable,
                                              executable.parent_path() / "share" / "zentrocompiler"};
@@ -25,6 +25,14 @@ fs::path FindDataFiles(const fs::path& executable) {
         if (fs::exists(candidate / kLanguageFile, error)) return candidate;
     }
     return executable;
+}
+
+/// A copy in one folder with everything; whoever deleted its language file keeps the settings
+/// there.
+bool IsPortable(const ProgramFolders& folders, const fs::path& executable) {
+    std::error_code error;
+    return folders.program == executable && (fs::exists(executable / kLanguageFile, error) ||
+                                             fs::exists(executable / kSettingsFileName, error));
 }
 
 bool HasMoved(const fs::path& languageFile, const ProgramFolders& folders) {
@@ -38,8 +46,11 @@ bool HasMoved(const fs::path& languageFile, const ProgramFolders& folders) {
 ProgramFolders FindProgramFolders(const fs::path& executable) {
     ProgramFolders folders;
     folders.program = FindDataFiles(executable);
-    folders.settings =
-        ChooseSettingsFolder(folders.program, Standard(QStandardPaths::AppConfigLocation));
+    const fs::path userFolder = Standard(QStandardPaths::AppConfigLocation);
+    // An installed program is for everybody; settings are one user's, the administrator's too.
+    folders.settings = IsPortable(folders, executable)
+                           ? ChooseSettingsFolder(folders.program, userFolder)
+                           : userFolder;
     folders.data = Standard(QStandardPaths::AppLocalDataLocation);
     folders.documents = Standard(QStandardPaths::DocumentsLocation) / "ZentroCompiler";
     return folders;

@@ -54,5 +54,34 @@ TEST_F(PortableCopy, KeepsAFolderThatIsStillThere) {
     EXPECT_EQ(Start("new", SettingNumber::HelpFile), Folder("old") / "ZentroCodeHelp.htm");
 }
 
+/// Whoever can write into the package's folder is the administrator, whose settings are not
+/// everybody's.
+TEST(SettingsPlace, IsTheUsersForAnInstalledProgramAndTheFolderOfAPortableCopy) {
+    QTemporaryDir place;
+    const fs::path root(place.path().toStdString());
+    const fs::path user = root / "config";
+    qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString(user.string()));
+    const auto isUsers = [&](const fs::path& folder) {
+        return folder.string().starts_with(user.string());
+    };
+    const auto make = [](const fs::path& file) {
+        fs::create_directories(file.parent_path());
+        std::ofstream(file) << "";
+    };
+    make(root / "usr/share/zentrocompiler/ZentroCompiler.cfg");
+    make(root / "usr/bin/zentro");
+    make(root / "damaged/bin/zentro");
+    make(root / "stick/ZentroCompiler.cfg");
+    make(root / "own/ZentroCompiler.dfv");
+
+    const ProgramFolders installed = FindProgramFolders(root / "usr/bin");
+    EXPECT_EQ(installed.program, root / "usr/share/zentrocompiler");
+    EXPECT_TRUE(isUsers(installed.settings)) << installed.settings;
+    EXPECT_TRUE(isUsers(FindProgramFolders(root / "damaged/bin").settings));
+    EXPECT_EQ(FindProgramFolders(root / "stick").settings, root / "stick");
+    EXPECT_EQ(FindProgramFolders(root / "own").settings, root / "own");
+    qunsetenv("XDG_CONFIG_HOME");
+}
+
 }  // namespace
 }  // namespace zentro
