@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <random>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -83,19 +82,33 @@ void FinishFolder(const std::string& target) {
     if (opened.IsOpen()) static_cast<void>(fsync(opened.Descriptor()));
 }
 
-/// `old` is null where there is no file yet.
-int Replace(const std::string& target, std::string_view bytes, const struct stat* old,
-            Durability durability) {
-    // Two programs may write the same file at once, each through a temporary file of its own.
-    const std::string temporary = target + ".new" + std::to_string(std::random_device{}());
-    OpenFile file(temporary, O_WRONLY | O_CREAT | O_EXCL,
+/// A new file, like the old one, which is null where there is none. Leaves nothing behind when it
+/// fails, and leaves alone a file that has the name already (EEXIST).
+int WriteNew(const std::string& path, std::string_view bytes, const struct stat* old,
+             Durability durability) {
+    OpenFile file(path, O_WRONLY | O_CREAT | O_EXCL,
                   old != nullptr ? old->st_mode & kPermissions : kUsualPermissions);
     if (!file.IsOpen()) return errno;
     int error = old == nullptr || MakeLike(file, *old) ? 0 : EPERM;
     if (error == 0) error = WriteAll(file, bytes);
     if (error == 0) error = Finish(file, durability);
     if (const int closeError = file.Close(); error == 0) error = closeError;
-    if (error == 0) error = MoveInPlace(temporary, target);
+    if (error != 0) static_cast<void>(std::remove(path.c_str()));
+    return error;
+}
+
+int Replace(const std::string& target, std::string_view bytes, const struct stat* old,
+            Durability durability) {
+    // Two programs may write the same file at once, each through a temporary file of its own; one
+    // that was killed may have left its file under the name that this process has now.
+    std::string temporary = target + ".new" + std::to_string(getpid());
+    int error = WriteNew(temporary, bytes, old, durability);
+    while (error == EEXIST) {
+        temporary += '0';
+        error = WriteNew(temporary, bytes, old, durability);
+    }
+    if (error != 0) return error;
+    error = MoveInPlace(temporary, target);
     if (error != 0) static_cast<void>(std::remove(temporary.c_str()));
     if (error == 0 && durability == Durability::PowerCut) FinishFolder(target);
     return error;

@@ -78,6 +78,16 @@ TEST_F(TextFileTest, ASaveThatIsKilledLeavesOneOfTheTwoTexts) {
     }
 }
 
+TEST_F(TextFileTest, ASaveLeavesTheUnfinishedFileOfAnotherAlone) {
+    const QString unfinished = QString("text.txt.new%1").arg(getpid());
+    for (const QString& name : {QString("text.txt"), unfinished, unfinished + '0'})
+        WriteFile(name, "old\n");
+    EXPECT_EQ(SaveText(path_, {"new", "\n"}), "");
+    EXPECT_EQ(ReadFile("text.txt"), "new\n");
+    EXPECT_EQ(ReadFile(unfinished), "old\n");
+    EXPECT_EQ(QDir(folder_.path()).entryList({"text.txt*"}).size(), 3);
+}
+
 TEST_F(TextFileTest, ASaveKeepsThePermissionsAndTheOwner) {
     const bool isRoot = geteuid() == 0;
     for (const mode_t mode : {0640U, 0755U, 0600U, 0666U}) {
