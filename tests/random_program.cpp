@@ -27,12 +27,18 @@ RandomProgram::RandomProgram(unsigned seed) : random_(seed) {
     DeclareTables();
     DeclareGlobals();
     WriteIsOver();
-    for (int i = 0; i < 2; ++i)
-        WriteEvent("Event" + std::to_string(i));
+    WriteService();
+    WriteSharedRoutine();
+    for (auto& [name, body] : events_)
+        body = EventBody(name);
     for (int i = 0; i < 3; ++i)
         WriteRoutine("Routine" + std::to_string(i));
     WriteRecursiveRoutine();
     WriteEndlessRoutine();
+    if (Chance(2)) {
+        included_ = std::move(text_);
+        text_ = "INCLUDE \"more.txt\"\n";
+    }
     where_ = Where::Program;
     visible_ = globals_;
     Write("BEGIN PROGRAM");
@@ -42,15 +48,25 @@ RandomProgram::RandomProgram(unsigned seed) : random_(seed) {
         Write(name + " = ADDRESSOF(" + tables_.front() + ")");
         actions.push_back([pointer = name](State& state) { state.At(pointer) = 0; });
     }
+    if (Chance(2)) {
+        for (const unsigned number : {3U, 25U, 26U})
+            actions.push_back(Watch(number));
+        Write("ENABLE EVENTS");
+        actions.push_back([](State& state) { state.SetMode(EventMode::Enabled); });
+    }
     actions.push_back(Block(14, 3));
-    actions.push_back(End());
+    if (Chance(2)) actions.push_back(End());
     Write("END PROGRAM");
     program_ = Sequence(std::move(actions));
 }
 
 State RandomProgram::Run() const {
     State state = start_;
-    program_(state);
+    try {
+        program_(state);
+    } catch (const ProgramEnd& end) {
+        state.ending = end.ending;
+    }
     return state;
 }
 
@@ -90,6 +106,9 @@ RandomProgram::Operand RandomProgram::Literal(Type type, bool notZero) {
         const bool fits = Fit(type, value) == value && !(notZero && value == 0);
         if (fits) return {name, [constant = value](State&) { return constant; }};
     }
+    if (type == Type::Word && Chance(10)) {
+        return {"\"Kz\"", [](State&) { return 'K' * 256U + 'z'; }};
+    }
     unsigned value = StartValue(type);
     if (notZero && value == 0) value = 3;
     return {ValueText(type, value), [value](State&) { return value; }};
@@ -99,7 +118,10 @@ RandomProgram::Operand RandomProgram::Literal(Type type, bool notZero) {
 RandomProgram::Operand RandomProgram::AnOperand(Type type) {
     if (type != Type::Pointer && Chance(3)) return Literal(type);
     const bool readsFlag = type == Type::Byte && Chance(4);
-    const std::string name = Variable(readsFlag ? Type::Flag : type);
+    return ReadVariable(Variable(readsFlag ? Type::Flag : type));
+}
+
+RandomProgram::Operand RandomProgram::ReadVariable(const std::string& name) {
     return {name, [name](State& state) { return state.At(name); }};
 }
 
@@ -158,11 +180,13 @@ void RandomProgram::DeclareGlobals() {
         start_.globals[name] = start;
         Write(line);
     }
+    Write("DEFINE BYTE MayRaise = 9");
+    start_.globals["MayRaise"] = 9;
     visible_ = globals_;
 }
 
-void RandomProgram::BeginRoutine(const SharedRoutine& routine) {
-    where_ = Where::Routine;
+void RandomProgram::BeginRoutine(const SharedRoutine& routine, Where where) {
+    where_ = where;
     present_ = routine;
     std::string list;
     for (const auto& [name, type] : routine->parameters)

@@ -14,15 +14,18 @@ namespace zentro::test {
 class RandomProgram {
   public:
     explicit RandomProgram(unsigned seed);
+    RandomProgram(const RandomProgram&) = delete;
+    RandomProgram& operator=(const RandomProgram&) = delete;
 
     const std::string& Text() const { return text_; }
+    /// The file "more.txt", if the program includes it.
+    const std::string& IncludedText() const { return included_; }
     /// The names of the tables; their bytes stand in the same order in the state.
     const std::vector<std::string>& Tables() const { return tables_; }
     const Names& Globals() const { return globals_; }
 
     /// What the program leaves, worked out without running it.
     State Run() const;
-    Ending EndsBy() const { return ending_; }
 
   private:
     struct Operand {
@@ -34,12 +37,14 @@ class RandomProgram {
         Names parameters;
         Names locals;  ///< with their values at each start
         std::vector<unsigned> localValues;
+        bool sharesParameters = false;  ///< as variables of the whole program
         bool hasResult = true;
         Type result = Type::Byte;
         Action body;
     };
     using SharedRoutine = std::shared_ptr<Routine>;
-    enum class Where : std::uint8_t { Program, Routine, Event };
+    /// A service is a routine that only events call, so that they never interrupt it.
+    enum class Where : std::uint8_t { Program, Routine, Service, Event };
 
     // random_program.cpp: choices, declarations, operands
     unsigned Pick(std::size_t count);
@@ -56,6 +61,7 @@ class RandomProgram {
     std::string ValueText(Type type, unsigned value);
     std::string Variable(Type type);
     Operand Literal(Type type, bool notZero = false);
+    static Operand ReadVariable(const std::string& name);
     Operand AnOperand(Type type);
     void DeclareConstants();
     void DeclareTables();
@@ -64,6 +70,7 @@ class RandomProgram {
     // random_program_statements.cpp
     Action Assignment();
     Action Operation(Type type);
+    Action Division(Type type, const std::string& target, const std::string& sign);
     Action CountUpOrDown(Type type);
     Action Function();
     Action Sequence(std::vector<Action> actions) const;
@@ -79,9 +86,12 @@ class RandomProgram {
     Action Show();
     Action Sound();
     Action Event();
+    Action Raise(unsigned number);
+    Action Watch(unsigned number);
 
     // random_program_time.cpp
     Action TimeOrChance();
+    Action RandomByte();
     Action Wait();
     Action Calibrate();
     Action StickReading();
@@ -105,17 +115,20 @@ class RandomProgram {
     Operand Invocation(const SharedRoutine& routine, const Operand& depth);
     Action Call();
     Action Return();
-    void BeginRoutine(const SharedRoutine& routine);
+    void BeginRoutine(const SharedRoutine& routine, Where where = Where::Routine);
     void EndRoutine(const SharedRoutine& routine, Action body);
     SharedRoutine NewRoutine(const std::string& name);
     void WriteRoutine(const std::string& name);
+    void WriteService();
+    void WriteSharedRoutine();
     void WriteRecursiveRoutine();
     void WriteEndlessRoutine();
     void WriteIsOver();
-    void WriteEvent(const std::string& name);
+    Action EventBody(const std::string& name);
 
     std::mt19937 random_;
     std::string text_;
+    std::string included_;
     State start_;
     Action program_;
     Names globals_;
@@ -123,10 +136,10 @@ class RandomProgram {
     std::vector<std::string> tables_;
     std::vector<std::pair<std::string, unsigned>> constants_;
     std::vector<SharedRoutine> routines_;
+    std::vector<SharedRoutine> services_;
     SharedRoutine present_;  ///< the routine that is being written
-    std::vector<std::pair<std::string, Action>> events_;
+    std::array<std::pair<std::string, Action>, 2> events_{{{"EventA", {}}, {"EventB", {}}}};
     Where where_ = Where::Program;
-    Ending ending_ = Ending::EndProgram;
     int counters_ = 0;
 };
 

@@ -37,8 +37,7 @@ RandomProgram::Operand RandomProgram::Condition() {
     const Type type = AType();
     // Which of two tables stands further on in memory is the compiler's business.
     const std::string sign = type == Type::Pointer ? (Chance(2) ? "=" : "<>") : OneOf(kSigns);
-    const std::string name = Variable(type);
-    Operand a{name, [name](State& state) { return state.At(name); }};
+    Operand a = ReadVariable(Variable(type));
     Operand b = AnOperand(type);
     if (Chance(3)) std::swap(a, b);
     return {a.text + " " + sign + " " + b.text,
@@ -132,7 +131,7 @@ Action RandomProgram::AnAction(int depth) {
             default: return Select(depth);
         }
     }
-    switch (Pick(11)) {
+    switch (Pick(14)) {
         case 0:
         case 1: return Function();
         case 2: return Output();
@@ -141,6 +140,8 @@ Action RandomProgram::AnAction(int depth) {
         case 5: return PushAndPop();
         case 6: return Call();
         case 7: return TimeOrChance();
+        case 8: return Wait();
+        case 9: return Event();
         default: return Assignment();
     }
 }

@@ -48,12 +48,11 @@ Action RandomProgram::PulsesOfLastSecond() {
 }
 
 Action RandomProgram::Output() {
-    switch (Pick(6)) {
+    switch (Pick(5)) {
         case 0: return Motor();
         case 1: return Servo();
         case 2: return Switches();
         case 3: return Sound();
-        case 4: return Event();
         default: return Show();
     }
 }
@@ -93,9 +92,11 @@ Action RandomProgram::Servo() {
 Action RandomProgram::Switches() {
     if (Chance(2)) {
         const std::string number = std::to_string(1 + Pick(3));
-        const bool on = Chance(2);
-        Write("SET PORT " + number + (on ? ", ON" : ", OFF"));
-        return [=](State& state) { state.SetOutput("port " + number, on ? "1" : "0"); };
+        const Operand given = Literal(Type::Byte);
+        Write("SET PORT " + number + ", " + given.text);
+        return [=](State& state) {
+            state.SetOutput("port " + number, given.value(state) != 0 ? "1" : "0");
+        };
     }
     const Operand left = AnOperand(Type::Byte);
     const Operand right = AnOperand(Type::Byte);
@@ -132,37 +133,53 @@ Action RandomProgram::Sound() {
     return [=](State& state) { state.PlayNote(note.value(state), length.value(state)); };
 }
 
-/// Sets up, raises and lets come events; a handler does none of this.
+/// Handlers and what they call may raise only so many, or they would never come to an end.
+Action RandomProgram::Raise(unsigned number) {
+    const std::string raise = "RAISE EVENT " + std::to_string(number);
+    if (where_ == Where::Program || where_ == Where::Routine) {
+        Write(raise);
+        return [=](State& state) { state.RaiseEvent(number); };
+    }
+    for (const std::string& line :
+         {std::string("IF MayRaise > 0 THEN"), std::string("DECREMENT MayRaise"), raise,
+          std::string("END IF")})
+        Write(line);
+    return [=](State& state) {
+        unsigned& left = state.globals.at("MayRaise");
+        if (left == 0) return;
+        --left;
+        state.RaiseEvent(number);
+    };
+}
+
+Action RandomProgram::Watch(unsigned number) {
+    const auto& [name, body] = OneOf(events_);
+    Write("SET EVENT " + std::to_string(number) + ", " + name);
+    return [number, handler = &body](State& state) { state.handlers[number] = handler; };
+}
+
 Action RandomProgram::Event() {
-    if (where_ == Where::Event) return Show();
-    static constexpr std::array<unsigned, 4> kNumbers{3, 9, 25, 26};
-    const unsigned number = OneOf(kNumbers);
-    const std::string text = std::to_string(number);
-    switch (Pick(8)) {
+    static constexpr std::array<unsigned, 23> kNumbers{
+        3, 4, 5, 6, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27};
+    static constexpr std::array<unsigned, 3> kUsual{3, 25, 26};
+    const unsigned number = Chance(3) ? OneOf(kNumbers) : OneOf(kUsual);
+    switch (Pick(10)) {
         case 0:
             Write("DISABLE EVENTS");
-            return [](State& state) { state.mode = EventMode::Disabled; };
+            return [](State& state) { state.SetMode(EventMode::Disabled); };
         case 1:
             Write("DEFER EVENTS");
-            return [](State& state) { state.mode = EventMode::Deferred; };
+            return [](State& state) { state.SetMode(EventMode::Deferred); };
         case 2:
             Write("ENABLE EVENTS");
-            return [](State& state) {
-                state.mode = EventMode::Enabled;
-                state.TakeEvents();
-            };
+            return [](State& state) { state.SetMode(EventMode::Enabled); };
         case 3:
-            Write("CLEAR EVENT " + text);
+            Write("CLEAR EVENT " + std::to_string(number));
             return [=](State& state) { state.handlers.erase(number); };
         case 4:
-        case 5: {
-            const auto& [name, body] = OneOf(events_);
-            Write("SET EVENT " + text + ", " + name);
-            return [number, handler = body](State& state) { state.handlers[number] = handler; };
-        }
-        default:
-            Write("RAISE EVENT " + text);
-            return [=](State& state) { state.RaiseEvent(number); };
+        case 5: return Watch(number);
+        case 6: return Sequence({Watch(number), Raise(number)});
+        default: return Raise(number);
     }
 }
 

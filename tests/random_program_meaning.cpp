@@ -13,15 +13,50 @@ const std::vector<Melody>& Melodies() {
     return kMelodies;
 }
 
-void State::RaiseEvent(unsigned number) {
+std::uint8_t State::PopByte() {
+    const std::uint8_t byte = stack.back();
+    stack.pop_back();
+    return byte;
+}
+
+void State::Push(Type type, unsigned value) {
+    if (type == Type::Pointer) return pointerStack.push_back(value);
+    stack.push_back(static_cast<std::uint8_t>(value));
+    if (type == Type::Word) stack.push_back(static_cast<std::uint8_t>(value / 256));
+}
+
+unsigned State::Pop(Type type) {
+    if (type == Type::Pointer) {
+        const unsigned pointer = pointerStack.back();
+        pointerStack.pop_back();
+        return pointer;
+    }
+    const unsigned first = PopByte();
+    return type == Type::Word ? first * 256 + PopByte() : first;
+}
+
+void State::HappenEvent(unsigned number) {
     constexpr std::size_t kMostThatWait = 32;
-    const bool counts = handlers.contains(number) && mode != EventMode::Disabled;
-    if (counts && waiting.size() < kMostThatWait) waiting.push_back(number);
+    if (!handlers.contains(number) || mode == EventMode::Disabled) return;
+    if (waiting.size() == kMostThatWait) {
+        ++dropped;
+        return;
+    }
+    waiting.push_back(number);
+}
+
+void State::RaiseEvent(unsigned number) {
+    HappenEvent(number);
     TakeEvents();
 }
 
-/// Handlers have no variables of their own, and raise no events in these programs. What happens
-/// while one waits comes after it.
+void State::SetMode(EventMode next) {
+    modeAfterHandler = next;
+    if (!isInHandler) mode = next;
+    TakeEvents();
+}
+
+/// What happens during a handler comes after it.
 void State::TakeEvents() {
     while (mode == EventMode::Enabled && !isInHandler && !waiting.empty()) {
         const unsigned number = waiting.front();
@@ -29,9 +64,10 @@ void State::TakeEvents() {
         if (!handlers.contains(number)) continue;
         isInHandler = true;
         calls.emplace_back();
-        handlers[number](*this);
+        (*handlers[number])(*this);
         calls.pop_back();
         isInHandler = false;
+        mode = modeAfterHandler;
     }
 }
 
@@ -66,19 +102,15 @@ void State::Tick() {
     ++clock;
     if (outputs["note"] != "0 0" && clock >= noteEnd) ContinueMelody();
     for (const auto& [number, ticks] : kTimeEvents) {
-        if (clock % ticks == 0) RaiseEvent(number);
+        if (clock % ticks == 0) HappenEvent(number);
     }
+    TakeEvents();
 }
 
 void State::Wait(unsigned ticks) {
     const unsigned end = clock + ticks;
     while (clock < end)
         Tick();
-}
-
-unsigned State::RandomByte() {
-    random = random * 1664525U + 1013904223U;
-    return random >> 24;
 }
 
 void State::PutOutputsToRest() {

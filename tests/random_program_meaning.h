@@ -43,8 +43,12 @@ struct Frame {
 
 enum class EventMode : std::uint8_t { Disabled, Enabled, Deferred };
 
-/// The last statement of the main program, or nothing but its end.
-enum class Ending : std::uint8_t { EndProgram, EmergencyStop, PowerOff, Escape };
+enum class Ending : std::uint8_t { EndProgram, EmergencyStop, PowerOff, Escape, DivisionByZero };
+
+/// Thrown by what ends a program, wherever it stands.
+struct ProgramEnd {
+    Ending ending;
+};
 
 /// The tables that tunes are played from: pairs of note and length, up to a note of 0.
 struct Melody {
@@ -58,21 +62,24 @@ struct State {
     std::map<std::string, unsigned> globals;
     std::vector<Frame> calls;
     std::vector<std::vector<std::uint8_t>> tables;
-    std::vector<unsigned> stack;
+    std::vector<std::uint8_t> stack;  ///< a word's low byte below its high byte
+    std::vector<unsigned> pointerStack;
 
     std::map<std::string, std::string> outputs;  ///< as they are, by "motor 1"
     std::vector<std::string> changes;            ///< "motor 1 F 50", in order
 
     EventMode mode = EventMode::Disabled;
-    std::map<unsigned, Action> handlers;  ///< by event number
+    EventMode modeAfterHandler = EventMode::Disabled;
+    std::map<unsigned, const Action*> handlers;  ///< by event number
     std::deque<unsigned> waiting;
+    unsigned dropped = 0;  ///< events, because too many waited
     bool isInHandler = false;
+    Ending ending = Ending::EndProgram;
 
     unsigned clock = 0;  ///< ticks of 1/100 second
     unsigned noteEnd = 0;
     const Melody* melody = nullptr;  ///< while one is played
     std::size_t nextNote = 0;
-    std::uint32_t random = 1;
     std::array<std::pair<unsigned, unsigned>, 2> stickRest{{{128, 128}, {128, 128}}};
 
     unsigned& At(const std::string& name) {
@@ -95,17 +102,22 @@ struct State {
         changes.push_back(output + " " + value);
     }
 
+    void Push(Type type, unsigned value);
+    unsigned Pop(Type type);
+
     void RaiseEvent(unsigned number);
-    void TakeEvents();
+    void SetMode(EventMode next);
 
     void PlayNote(unsigned note, unsigned length);
     void PlayMelody(const Melody& tune);
     /// The ticks pass, with all that happens meanwhile.
     void Wait(unsigned ticks);
-    unsigned RandomByte();
     void PutOutputsToRest();
 
   private:
+    std::uint8_t PopByte();
+    void HappenEvent(unsigned number);
+    void TakeEvents();
     void StartNote(unsigned note, unsigned length);
     void ContinueMelody();
     void Tick();

@@ -22,6 +22,10 @@ RandomProgram::Operand RandomProgram::Invocation(const SharedRoutine& routine,
                 Frame frame;
                 for (std::size_t i = 0; i < arguments.size(); ++i)
                     frame.variables[routine->parameters[i].first] = arguments[i].value(state);
+                if (routine->sharesParameters) {
+                    for (const auto& [name, value] : std::exchange(frame.variables, {}))
+                        state.globals[name] = value;
+                }
                 for (std::size_t i = 0; i < routine->locals.size(); ++i)
                     frame.variables[routine->locals[i].first] = routine->localValues[i];
                 state.calls.push_back(std::move(frame));
@@ -33,8 +37,9 @@ RandomProgram::Operand RandomProgram::Invocation(const SharedRoutine& routine,
 }
 
 Action RandomProgram::Call() {
-    if (routines_.empty() || where_ == Where::Event) return Assignment();
-    const SharedRoutine routine = OneOf(routines_);
+    const auto& suitable = where_ == Where::Event ? services_ : routines_;
+    if (suitable.empty()) return Assignment();
+    const SharedRoutine routine = OneOf(suitable);
     const unsigned depth = Pick(3);
     const Operand call =
         Invocation(routine, {std::to_string(depth), [depth](State&) { return depth; }});
@@ -68,7 +73,7 @@ Action RandomProgram::Return() {
 void RandomProgram::EndRoutine(const SharedRoutine& routine, Action body) {
     Write("END ROUTINE");
     routine->body = std::move(body);
-    routines_.push_back(routine);
+    (where_ == Where::Service ? services_ : routines_).push_back(routine);
     visible_ = globals_;
     where_ = Where::Program;
 }
@@ -95,6 +100,28 @@ void RandomProgram::WriteRoutine(const std::string& name) {
     std::vector<Action> actions{Block(5, 2)};
     if (routine->hasResult || Chance(2)) actions.push_back(Return());
     EndRoutine(routine, Sequence(std::move(actions)));
+}
+
+void RandomProgram::WriteService() {
+    const SharedRoutine routine = NewRoutine("Service");
+    BeginRoutine(routine, Where::Service);
+    std::vector<Action> actions{Block(3, 0), Return()};
+    EndRoutine(routine, Sequence(std::move(actions)));
+}
+
+/// Its parameters keep their values when it is over, and any line may change them.
+void RandomProgram::WriteSharedRoutine() {
+    Write("DEFINE SHARED PARAMETERS ON");
+    const SharedRoutine routine = NewRoutine("Sharing");
+    routine->parameters = {{"SharedByte", Type::Byte}, {"SharedWord", Type::Word}};
+    routine->sharesParameters = true;
+    for (const auto& [name, type] : routine->parameters)
+        start_.globals[name] = 0;
+    globals_.insert(globals_.end(), routine->parameters.begin(), routine->parameters.end());
+    BeginRoutine(routine);
+    std::vector<Action> actions{Block(4, 1), Return()};
+    EndRoutine(routine, Sequence(std::move(actions)));
+    Write("DEFINE SHARED PARAMETERS OFF");
 }
 
 /// Its variables must survive the calls that it makes of itself.
@@ -155,14 +182,14 @@ void RandomProgram::WriteIsOver() {
     Write("END ROUTINE");
 }
 
-void RandomProgram::WriteEvent(const std::string& name) {
+Action RandomProgram::EventBody(const std::string& name) {
     where_ = Where::Event;
     visible_ = globals_;
     Write("DEFINE EVENT " + name + "()");
-    const Action body = Block(3, 0);
+    Action body = Block(3, 1);
     Write("END EVENT");
-    events_.emplace_back(name, body);
     where_ = Where::Program;
+    return body;
 }
 
 }  // namespace zentro::test

@@ -9,6 +9,19 @@ Action Setting(const std::string& name, Type type, const Value& value) {
     return [=](State& state) { state.At(name) = Fit(type, value(state)); };
 }
 
+/// Other types that take as many bytes off the stack.
+std::vector<Type> Resized(const std::vector<Type>& types) {
+    std::vector<Type> resized;
+    for (const Type type : types) {
+        const bool isSecondByte =
+            !resized.empty() && resized.back() == Type::Byte && type == Type::Byte;
+        if (isSecondByte) resized.back() = Type::Word;
+        if (!isSecondByte && type == Type::Word) resized.push_back(Type::Byte);
+        if (!isSecondByte) resized.push_back(type == Type::Word ? Type::Byte : type);
+    }
+    return resized;
+}
+
 unsigned Meaning(const std::string& sign, unsigned x, unsigned y) {
     if (sign == "+") return x + y;
     if (sign == "-") return x - y;
@@ -39,11 +52,29 @@ Action RandomProgram::Operation(Type type) {
     const std::string sign = OneOf(operators);
     const Type operandType = sign == "*" ? Type::Byte : type;
     const bool divides = sign == "/" || sign == "MOD";
+    if (divides && Chance(3)) return Division(type, target, sign);
     const Operand a = AnOperand(operandType);
     const Operand b = divides ? Literal(operandType, true) : AnOperand(operandType);
     Write(target + " = " + a.text + " " + sign + " " + b.text);
     return Setting(target, type,
                    [=](State& state) { return Meaning(sign, a.value(state), b.value(state)); });
+}
+
+/// By a variable, which is not 0 or ends the program.
+Action RandomProgram::Division(Type type, const std::string& target, const std::string& sign) {
+    const Operand a = AnOperand(type);
+    const Operand b = ReadVariable(Variable(type));
+    const bool isGuarded = !Chance(5);
+    if (isGuarded) Write("IF " + b.text + " <> 0 THEN");
+    Write(target + " = " + a.text + " " + sign + " " + b.text);
+    if (isGuarded) Write("END IF");
+    const Action divide = Setting(target, type, [=](State& state) {
+        if (b.value(state) == 0) throw ProgramEnd{Ending::DivisionByZero};
+        return Meaning(sign, a.value(state), b.value(state));
+    });
+    return [=](State& state) {
+        if (!isGuarded || b.value(state) != 0) divide(state);
+    };
 }
 
 Action RandomProgram::CountUpOrDown(Type type) {
@@ -90,24 +121,27 @@ Action RandomProgram::Function() {
     });
 }
 
-/// What is pushed comes back in the opposite order, whatever happens in between.
+/// What is pushed comes back in the opposite order, whatever happens in between. Two bytes may come
+/// back as a word, and a word as two bytes.
 Action RandomProgram::PushAndPop() {
     std::vector<Action> actions;
     std::vector<Type> types;
     for (unsigned pushes = 1 + Pick(3); pushes > 0; --pushes) {
-        types.push_back(DataType());
-        const std::string name = Variable(types.back());
-        Write("PUSH " + name);
-        actions.push_back([name](State& state) { state.stack.push_back(state.At(name)); });
+        const Type type = AType();
+        types.push_back(type);
+        // The size of a number says whether it is pushed as a byte or a word.
+        const Operand pushed =
+            type == Type::Byte && Chance(3) ? Literal(type) : ReadVariable(Variable(type));
+        Write("PUSH " + pushed.text);
+        actions.push_back([=](State& state) { state.Push(type, pushed.value(state)); });
     }
+    if (Chance(4)) types = Resized(types);
     actions.push_back(Chance(2) ? Call() : Assignment());
     for (; !types.empty(); types.pop_back()) {
         const std::string target = Variable(types.back());
         Write(target + " = POP()");
-        actions.push_back([target](State& state) {
-            state.At(target) = state.stack.back();
-            state.stack.pop_back();
-        });
+        actions.push_back(
+            [target, type = types.back()](State& state) { state.At(target) = state.Pop(type); });
     }
     return Sequence(std::move(actions));
 }

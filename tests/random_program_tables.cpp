@@ -16,11 +16,13 @@ Action RandomProgram::Access() {
             state.At(target) = IsByteSized(type) ? first : first * 256 + state.Cell(at + 1);
         };
     }
-    const std::string source = Variable(type);
-    Write("WRITE " + pointer + ", " + source);
+    // The size of a number says whether it is written as a byte or a word.
+    const Operand source =
+        type == Type::Byte && Chance(3) ? Literal(type) : ReadVariable(Variable(type));
+    Write("WRITE " + pointer + ", " + source.text);
     return [=](State& state) {
         const unsigned at = state.At(pointer);
-        const unsigned value = state.At(source);
+        const unsigned value = source.value(state);
         if (!IsByteSized(type)) state.Cell(at + 1) = static_cast<std::uint8_t>(value);
         state.Cell(at) = static_cast<std::uint8_t>(IsByteSized(type) ? value : value / 256);
     };
@@ -32,6 +34,11 @@ Action RandomProgram::PointAnywhere() {
     const unsigned table = Pick(tables_.size());
     const auto places = static_cast<unsigned>(start_.tables[table].size()) - 1;
     const std::string index = Variable(Type::Word);
+    if (Chance(4)) {
+        const std::string other = Variable(Type::Pointer);
+        Write(pointer + " = " + other + (Chance(2) ? " + 0" : " - 0"));
+        return [=](State& state) { state.At(pointer) = state.At(other); };
+    }
     Write(pointer + " = ADDRESSOF(" + tables_[table] + ")");
     if (Chance(2)) {
         const unsigned step = Pick(places);

@@ -88,6 +88,7 @@ EndReason ReasonOf(Ending ending) {
         case Ending::EmergencyStop: return EndReason::EmergencyStop;
         case Ending::PowerOff: return EndReason::PowerOff;
         case Ending::Escape: return EndReason::Escape;
+        case Ending::DivisionByZero: return EndReason::Fault;
     }
     return EndReason::None;
 }
@@ -103,7 +104,8 @@ void RunToItsEnd(Board& board) {
     }
 }
 
-void CompileAndRun(FinishedRun& run, Ending ending) {
+void CompileAndRun(FinishedRun& run, const std::string& included) {
+    run.program.WithFile("more.txt", included);
     ASSERT_TRUE(run.program.Compile()) << testing::PrintToString(run.program.Messages());
     ASSERT_EQ(run.program.Messages(), std::vector<std::string>{});
     ASSERT_EQ(LoadObjectText(run.board, run.program.object.text), "");
@@ -111,14 +113,17 @@ void CompileAndRun(FinishedRun& run, Ending ending) {
     TakeChanges(run.board);
     StartProgram(run.board);
     ASSERT_NO_FATAL_FAILURE(RunToItsEnd(run.board));
-    ASSERT_EQ(run.board.processor.end, ReasonOf(ending));
 }
 
 void Compare(const RandomProgram& random) {
     FinishedRun run(random.Text());
-    ASSERT_NO_FATAL_FAILURE(CompileAndRun(run, random.EndsBy()));
+    ASSERT_NO_FATAL_FAILURE(CompileAndRun(run, random.IncludedText()));
     State expected = random.Run();
+    EXPECT_EQ(run.board.processor.end, ReasonOf(expected.ending));
+    EXPECT_EQ(run.board.processor.fault,
+              expected.ending == Ending::DivisionByZero ? Fault::DivisionByZero : Fault::None);
     EXPECT_EQ(run.board.clock, expected.clock);
+    EXPECT_EQ(run.board.droppedEvents, expected.dropped);
     EXPECT_EQ(ChangesOf(run.board), expected.changes);
     for (const auto& [name, type] : random.Globals()) {
         const unsigned value = expected.globals[name];
@@ -144,7 +149,10 @@ TEST(RandomProgramTest, BoardAndMeaningAgree) {
     for (unsigned seed = 1; seed <= programs && !HasFailure(); ++seed) {
         const RandomProgram random(seed);
         Compare(random);
-        if (HasFailure()) FAIL() << "seed " << seed << "\n" << random.Text();
+        if (HasFailure())
+            FAIL() << "seed " << seed << "\n"
+                   << random.Text() << "; more.txt\n"
+                   << random.IncludedText();
     }
 }
 
