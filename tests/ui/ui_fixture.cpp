@@ -40,6 +40,10 @@ std::optional<QString> ScriptedDialogs::ChooseFileToSave(QWidget*, const FileCho
     return fileToSave;
 }
 
+std::optional<QString> ScriptedDialogs::ChooseFolder(QWidget*, const QString&, const QString&) {
+    return folder;
+}
+
 std::optional<QColor> ScriptedDialogs::ChooseColour(QWidget*, const QColor&) {
     return colour;
 }

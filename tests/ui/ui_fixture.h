@@ -31,6 +31,7 @@ class ScriptedDialogs : public Dialogs {
     std::optional<QString> text;
     std::optional<QString> fileToOpen;
     std::optional<QString> fileToSave;
+    std::optional<QString> folder;
     std::optional<QColor> colour;
     std::optional<QFont> font;
     QString printToFile;  ///< empty: the print dialog is cancelled
@@ -45,6 +46,8 @@ class ScriptedDialogs : public Dialogs {
                                    const QString& answer) override;
     std::optional<QString> ChooseFileToOpen(QWidget* parent, const FileChoice& choice) override;
     std::optional<QString> ChooseFileToSave(QWidget* parent, const FileChoice& choice) override;
+    std::optional<QString> ChooseFolder(QWidget* parent, const QString& title,
+                                        const QString& present) override;
     std::optional<QColor> ChooseColour(QWidget* parent, const QColor& present) override;
     std::optional<QFont> ChooseFont(QWidget* parent, const QFont& present) override;
     bool SetUpPrinter(QWidget* parent, QPrinter& printer) override;

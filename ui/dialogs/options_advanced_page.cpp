@@ -18,7 +18,8 @@ struct Location {
     const char* label;
     QString OptionsState::*text;
     const char* button;  ///< empty: there is no file to choose
-    const char* filter;
+    const char* filter;  ///< empty: a folder is chosen
+    const char* whenEmpty = "";
 };
 
 constexpr Location kLocations[] = {
@@ -27,6 +28,8 @@ constexpr Location kLocations[] = {
      "Instruction Configuration Files|*.cfg"},
     {"txtHelpFile", "&Help File Name", &OptionsState::helpFile, "cmdHelpfileName",
      "ZentroCompiler Help Files|*.htm"},
+    {"txtObjectFolder", "&Object Code Folder", &OptionsState::objectFolder, "cmdObjectFolder", "",
+     "Beside each source file"},
     {"txtCogwrightSite", "Cogwright &Website Name", &OptionsState::makerSite, "", ""},
     {"txtSourceSite", "&Source Website Name", &OptionsState::sourceSite, "", ""},
 };
@@ -43,6 +46,7 @@ OptionsAdvancedPage::OptionsAdvancedPage(Dialogs& dialogs, OptionsState& state, 
         auto* field = new QLineEdit(state_.*location.text);
         field->setObjectName(location.name);
         field->setAccessibleName(QString(location.label).remove('&'));
+        field->setPlaceholderText(location.whenEmpty);
         label->setBuddy(field);
         connect(field, &QLineEdit::textChanged, this,
                 [this, &location](const QString& text) { state_.*location.text = text; });
@@ -54,7 +58,10 @@ OptionsAdvancedPage::OptionsAdvancedPage(Dialogs& dialogs, OptionsState& state, 
             button->setAccessibleName("Choose " + field->accessibleName());
             button->setAutoDefault(false);
             connect(button, &QPushButton::clicked, this, [this, field, &location] {
-                ChooseFile(*field, field->accessibleName(), location.filter);
+                if (*location.filter == '\0')
+                    ChooseFolder(*field, field->accessibleName());
+                else
+                    ChooseFile(*field, field->accessibleName(), location.filter);
             });
             grid->addWidget(button, row, 2);
         }
@@ -74,6 +81,12 @@ void OptionsAdvancedPage::ChooseFile(QLineEdit& field, const QString& title,
     choice.suggestedName = present.fileName();
     choice.filters = filter;
     if (const auto file = dialogs_.ChooseFileToOpen(this, choice)) field.setText(*file);
+}
+
+void OptionsAdvancedPage::ChooseFolder(QLineEdit& field, const QString& title) {
+    if (const auto folder = dialogs_.ChooseFolder(this, title, field.text())) {
+        field.setText(FolderPath(*folder));
+    }
 }
 
 }  // namespace zentro

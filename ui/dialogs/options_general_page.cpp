@@ -129,7 +129,15 @@ QWidget* OptionsGeneralPage::MakeEditorSample() {
     connect(font, &QPushButton::clicked, this, &OptionsGeneralPage::ChooseFont);
     connect(page, &QPushButton::clicked, this, [this] { ChooseColour(&OptionsState::editPage); });
     connect(text, &QPushButton::clicked, this, [this] { ChooseColour(&OptionsState::editText); });
-    return MakeSampleBox("Source Editor", editSample_, {font, page, text});
+    auto* usual =
+        MakeButton("cmdDefaultEditColours", "Default Colours", "Default colours of the editor");
+    usual->setToolTip("The colours of the desktop, also when it changes between light and dark.");
+    connect(usual, &QPushButton::clicked, this, [this] {
+        state_.editPage = DefaultColour(SettingNumber::EditorPageColour);
+        state_.editText = DefaultColour(SettingNumber::EditorTextColour);
+        ShowSamples();
+    });
+    return MakeSampleBox("Source Editor", editSample_, {font, page, text, usual});
 }
 
 QWidget* OptionsGeneralPage::MakeTerminalSample() {
@@ -141,7 +149,14 @@ QWidget* OptionsGeneralPage::MakeTerminalSample() {
             [this] { ChooseColour(&OptionsState::terminalBack); });
     connect(text, &QPushButton::clicked, this,
             [this] { ChooseColour(&OptionsState::terminalText); });
-    return MakeSampleBox("Terminal", terminalSample_, {page, text});
+    auto* usual = MakeButton("cmdDefaultTerminalColours", "Default Colours",
+                             "Default colours of the terminal");
+    connect(usual, &QPushButton::clicked, this, [this] {
+        state_.terminalBack = DefaultColour(SettingNumber::TerminalBackColour);
+        state_.terminalText = DefaultColour(SettingNumber::TerminalTextColour);
+        ShowSamples();
+    });
+    return MakeSampleBox("Terminal", terminalSample_, {page, text, usual});
 }
 
 void OptionsGeneralPage::ShowSamples() {

@@ -42,6 +42,7 @@ class OptionsAdvancedPage : public QWidget {
 
   private:
     void ChooseFile(QLineEdit& field, const QString& title, const QString& filter);
+    void ChooseFolder(QLineEdit& field, const QString& title);
 
     Dialogs& dialogs_;
     OptionsState& state_;

@@ -55,7 +55,12 @@ constexpr std::array kOptions{
     Option{TerminalTextColour, "Terminal Text Colour", &OptionsState::terminalText},
     Option{CheckWhileTyping, "Loading Flags", &OptionsState::checkWhileTyping},
     Option{ReopenPortWhenBack, "Loading Flags", &OptionsState::reopenPortWhenBack},
+    Option{ObjectFolder, "Object Directory", FolderField{&OptionsState::objectFolder}},
 };
+
+const Setting& SettingOf(SettingNumber number) {
+    return *std::ranges::find(Settings(), number, &Setting::number);
+}
 
 QString Text(const SettingValue& value) {
     return QString::fromStdString(AsText(value));
@@ -66,7 +71,7 @@ class Loader {
   public:
     Loader(const SettingsStore& settings, SettingNumber number, OptionsState& state)
         : settings_(settings),
-          setting_(*std::ranges::find(Settings(), number, &Setting::number)),
+          setting_(SettingOf(number)),
           value_(settings.GetSetting(number)),
           state_(state) {}
 
@@ -133,7 +138,7 @@ struct Saver {
     SettingValue operator()(std::int32_t OptionsState::*colour) const { return state.*colour; }
     SettingValue operator()(double OptionsState::*size) const { return state.*size; }
     SettingValue operator()(FolderField folder) const {
-        return SavedFolder(state.*folder.path).toStdString();
+        return SavedFolder(FolderPath(state.*folder.path)).toStdString();
     }
     SettingValue operator()(FontNameField font) const { return (state.*font.name).toStdString(); }
 };
@@ -154,6 +159,10 @@ OptionsState LoadOptions(const SettingsStore& settings, QStringList& failures) {
             QString("Error Loading config information for : %1, %2").arg(option.name, loader.error);
     }
     return state;
+}
+
+std::int32_t DefaultColour(SettingNumber colour) {
+    return static_cast<std::int32_t>(SettingOf(colour).defaultNumber);
 }
 
 void SaveOptions(const OptionsState& options, SettingsStore& settings) {

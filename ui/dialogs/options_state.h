@@ -22,6 +22,7 @@ struct OptionsState {
     QString makerSite;
     QString sourceSite;
     QString sourceFolder;  ///< without a separator at its end, unless it is a root
+    QString objectFolder;  ///< the same; empty: the folder of each source file
     QString fontName;
     double fontSize = 0;  ///< in points
     /// As the settings hold them: the desktop's colours stay such until others are chosen.
@@ -35,6 +36,9 @@ struct OptionsState {
 
 /// Reads every option. One that cannot be read gets its default and a message for the user.
 OptionsState LoadOptions(const SettingsStore& settings, QStringList& failures);
+
+/// The colour of a new settings file.
+std::int32_t DefaultColour(SettingNumber colour);
 
 /// Hands every option to the store, which is not yet told to write its file.
 void SaveOptions(const OptionsState& options, SettingsStore& settings);

@@ -85,6 +85,13 @@ std::optional<QString> DesktopDialogs::ChooseFileToOpen(QWidget* parent, const F
     return RunFileDialog(dialog, choice);
 }
 
+std::optional<QString> DesktopDialogs::ChooseFolder(QWidget* parent, const QString& title,
+                                                    const QString& present) {
+    const QString folder = QFileDialog::getExistingDirectory(parent, title, present);
+    if (folder.isEmpty()) return std::nullopt;
+    return folder;
+}
+
 std::optional<QString> DesktopDialogs::ChooseFileToSave(QWidget* parent, const FileChoice& choice) {
     QFileDialog dialog(parent, choice.title, choice.folder, DesktopFilters(choice.filters));
     dialog.setAcceptMode(QFileDialog::AcceptSave);

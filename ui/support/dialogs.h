@@ -44,6 +44,8 @@ class Dialogs {
     /// The path chosen; nothing when the user cancelled.
     virtual std::optional<QString> ChooseFileToOpen(QWidget* parent, const FileChoice& choice) = 0;
     virtual std::optional<QString> ChooseFileToSave(QWidget* parent, const FileChoice& choice) = 0;
+    virtual std::optional<QString> ChooseFolder(QWidget* parent, const QString& title,
+                                                const QString& present) = 0;
     virtual std::optional<QColor> ChooseColour(QWidget* parent, const QColor& present) = 0;
     virtual std::optional<QFont> ChooseFont(QWidget* parent, const QFont& present) = 0;
     /// Shows the print dialog over the printer. False when the user cancelled.
@@ -63,6 +65,8 @@ class DesktopDialogs : public Dialogs {
                                    const QString& answer) override;
     std::optional<QString> ChooseFileToOpen(QWidget* parent, const FileChoice& choice) override;
     std::optional<QString> ChooseFileToSave(QWidget* parent, const FileChoice& choice) override;
+    std::optional<QString> ChooseFolder(QWidget* parent, const QString& title,
+                                        const QString& present) override;
     std::optional<QColor> ChooseColour(QWidget* parent, const QColor& present) override;
     std::optional<QFont> ChooseFont(QWidget* parent, const QFont& present) override;
     bool SetUpPrinter(QWidget* parent, QPrinter& printer) override;

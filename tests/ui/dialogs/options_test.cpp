@@ -79,7 +79,7 @@ TEST_F(OptionsTest, OkWritesEveryOptionInItsOrder) {
               "29,\"Saved\",1\n10,\"\",\"HERE/\"\n36,\"\",0\n1,\"\",0\n4,\"\",0\n28,\"\",0\n"
               "0,\"\",\"\"\n9,\"\",\"\"\n30,\"\",\"\"\n31,\"\",\"\"\n33,\"\",\"\"\n8,\"\",0\n"
               "5,\"\",0\n34,\"\",\"Courier New\"\n35,\"\",9.75\n7,\"\",0\n6,\"\",0\n37,\"\",1\n"
-              "38,\"\",0\n");
+              "38,\"\",0\n11,\"\",\"\"\n");
 }
 
 TEST_F(OptionsTest, WhatTheUserChangesIsSavedAndNothingElse) {
@@ -128,6 +128,47 @@ TEST_F(OptionsTest, WhatTheUserChangesIsSavedAndNothingElse) {
         expected.replace(old, changed);
     }
     EXPECT_EQ(ReadFile("ZentroCompiler.dfv"), expected);
+}
+
+/// Colours once chosen are no longer the desktop's, which turn with its light or dark style.
+TEST_F(OptionsTest, TheDefaultColoursCanBeChosenAgain) {
+    QByteArray before = ReadFile("ZentroCompiler.dfv");
+    before.replace("36,\"\",-1", "36,\"\",1");  // as OK writes it
+    Open();
+    dialogs.colour = QColor(1, 2, 3);
+    for (const char* button : {"cmdChangeEditPage", "cmdChangeEditText", "cmdChangeTerminalPage",
+                               "cmdChangeTerminalText"})
+        Click(button);
+    Click("cmdOK");
+    EXPECT_EQ(ReadFile("ZentroCompiler.dfv").count("197121"), 4);
+    Open();
+    Click("cmdDefaultEditColours");
+    Click("cmdDefaultTerminalColours");
+    Click("cmdOK");
+    EXPECT_EQ(ReadFile("ZentroCompiler.dfv"), before);
+}
+
+TEST_F(OptionsTest, TheObjectFolderIsChosenTypedOrLeftToTheSource) {
+    Open();
+    ShowPage("Advanced");
+    dialogs.folder = folder_.path();
+    Click("cmdObjectFolder");
+    dialogs.folder.reset();  // cancelled
+    Click("cmdObjectFolder");
+    Click("cmdOK");
+    const auto saved = [&] { return AsText(settings->GetSetting(ObjectFolder)); };
+    EXPECT_EQ(saved(), folder_.path().toStdString() + '/');
+    Open();
+    ShowPage("Advanced");
+    EXPECT_EQ(Get<QLineEdit>("txtObjectFolder").text(), folder_.path());
+    Type("txtObjectFolder", "/robots//");
+    Click("cmdOK");
+    EXPECT_EQ(saved(), "/robots/");
+    Open();
+    ShowPage("Advanced");
+    Get<QLineEdit>("txtObjectFolder").clear();
+    Click("cmdOK");
+    EXPECT_EQ(saved(), "");
 }
 
 TEST_F(OptionsTest, CancelWritesNothing) {
