@@ -1,6 +1,7 @@
 #include "tools/handbook/word_index.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "config/text.h"
 #include "tools/handbook/handbook.h"
@@ -47,6 +48,9 @@ std::vector<WordPlace> WordPlaces(const CommandCatalogue& commands) {
         for (const Command& entry : commands.Entries()) {
             if (HasWord(entry, place.word)) place.entries.push_back(&entry);
         }
+        std::ranges::sort(place.entries, {}, [&](const Command* entry) {
+            return std::pair(entry->command != place.word, entry->command);
+        });
         place.page = PageOf(place);
         places.push_back(std::move(place));
     }

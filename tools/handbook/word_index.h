@@ -12,7 +12,8 @@ namespace zentro {
 /// Where a single word of the language is explained.
 struct WordPlace {
     std::string word;
-    std::vector<const Command*> entries;  ///< all whose words contain it, in file order
+    std::vector<const Command*>
+        entries;  ///< all whose words contain it: the word itself, then by letters
     const Command* page = nullptr;  ///< the one that it leads to; nothing when none stands out
 };
 
