@@ -50,8 +50,7 @@ void ChangeValue(TerminalSession& session, const DriveKind& kind, int number, Dr
     value = std::clamp(value, 0, kind.largestValue);
     if (value == control.value) return;
     control.value = value;
-    if (control.option != DriveOption::Rest || control.active)
-        SendOption(session, kind, number, control);
+    if (control.option != DriveOption::Rest) SendOption(session, kind, number, control);
 }
 
 void PutToRest(TerminalSession& session, const DriveKind& kind, int number, DriveControl& control) {

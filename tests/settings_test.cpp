@@ -138,6 +138,15 @@ TEST_F(SettingsStoreTest, WhatIsNoFileIsReportedAndKept) {
     EXPECT_EQ(Read(), "");
 }
 
+TEST_F(SettingsStoreTest, AFileTooLargeForSettingsIsReportedAndKept) {
+    Write("0,\"\",\"COM1\"\n");
+    fs::resize_file(folder_ / kFile, 100U << 20U);
+    EXPECT_THAT(Open().LoadError(), HasSubstr("File too large"));
+    EXPECT_EQ(store_->GetSetting(SerialPort, "none"), SettingValue{});
+    EXPECT_EQ(store_->SaveSettings(), "");
+    EXPECT_EQ(fs::file_size(folder_ / (kFile + ".broken")), 100U << 20U);
+}
+
 TEST_F(SettingsStoreTest, AFailedSaveLeavesTheOldFile) {
     const std::string old = "0,\"\",\"COM1\"\n";
     Write(old);
@@ -169,7 +178,10 @@ TEST_F(SettingsStoreTest, TheProgramFolderIsChosenWhenItCanBeWritten) {
     EXPECT_EQ(ChooseSettingsFolder(folder_, "/user"), folder_);
     EXPECT_EQ(ChooseSettingsFolder(folder_ / "missing", "/user"), "/user");
     EXPECT_EQ(ChooseSettingsFolder("/proc", "/user"), "/user");
+    EXPECT_EQ(ChooseSettingsFolder("/proc", ""), "/proc");
     EXPECT_THAT(Names(), ElementsAre());
+    EXPECT_THAT(SettingsStore("/proc/none", "/opt/zentro", {}).LoadError(),
+                StartsWith("Error Saving Config: "));
     const SettingsStore store(folder_ / "new/folder", "/opt/zentro", {});
     EXPECT_EQ(store.LoadError(), "");
     EXPECT_TRUE(fs::exists(folder_ / "new/folder" / kFile));
@@ -258,6 +270,9 @@ TEST(Config, KeepsTheOrderAndIgnoresTheCaseOfSubKeys) {
     EXPECT_EQ(config.Search(ToolBarLayout, "sAVED"), &*config.begin());
     EXPECT_EQ(config.Search(ToolBarLayout, "other"), nullptr);
     EXPECT_EQ(config.Item(LastSourceName), SettingValue{});
+    config.AddOrUpdate(EditorFontSize, 9);
+    const std::string number = std::to_string(static_cast<int>(EditorFontSize));
+    EXPECT_EQ(config.Search(SettingNumber{number[0] - '0'}, number.substr(1)), nullptr);
 }
 
 TEST(Config, TakesNothingThatTheFileCannotHold) {
@@ -281,6 +296,7 @@ TEST(SettingValue, IsReadAsTheCallerNeedsIt) {
                         {std::int16_t{-1}, "-1", -1, -1},
                         {9.75, "9.75", 9.75, 10},
                         {true, "1", 1, 1},
+                        {false, "0", 0, 0},
                         {1e10, "10000000000.0", 1e10, std::numeric_limits<std::int32_t>::max()}};
     for (const Row& row : rows) {
         EXPECT_EQ(AsText(row.value), row.text);

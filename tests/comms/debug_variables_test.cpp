@@ -27,6 +27,8 @@ TEST(DebugAddressOn, IsTheLastInstructionShownAndNoMemory) {
         {"[0000] NOP\r\n[00a1] END\r\nM0010\r\n[0010] 2A 00 FF\r\n->", "00a1"},
         {"[0000] ADD BYTE [0001]", "0000"},  // "AD" is a pair, "ADD" is not
         {"x [0000] NOP\r\n[00G0] NOP\r\n[0000]", ""},
+        {"[0000]: NOP\r\n[0000x NOP", ""},
+        {"[00A0] OR", "00A0"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(DebugAddressOn(row.screen), row.address) << row.screen;

@@ -145,6 +145,12 @@ TEST(KineTronCommsTest, EveryFailureHasItsWordsAndItsResult) {
         {"time-outs refused", Fail(LinkStep::MakeReadsReturnAtOnce), SetTimeouts, 0, ""},
         {"time-outs throw", Throw(LinkStep::SaveTimeouts), SetTimeouts, 0,
          "Error 5 occurred in ConfigCommTimeouts. Error message reads odd: Input/output error"},
+        {"configure without a port", [](FaultyLink&) {},
+         [](KineTronComms& comms) { return comms.ConfigCommPorts(-1); }, 0,
+         "System Error obtaining Comm Port Configuration settings"},
+        {"time-outs without a port", [](FaultyLink&) {},
+         [](KineTronComms& comms) { return comms.ConfigCommTimeouts(-1, false, true); }, 0,
+         "System Error Occurred Getting Comm port timeout values"},
         {"nothing to restore", [](FaultyLink&) {},
          [](KineTronComms& comms) { return comms.ConfigCommTimeouts(1, true, true); }, -1,
          "Error. Attempt to restore comm port timeouts before they we read successfully"},
@@ -158,6 +164,13 @@ TEST(KineTronCommsTest, EveryFailureHasItsWordsAndItsResult) {
              return 0;
          },
          0, ""},
+        {"close without a port", [](FaultyLink&) {},
+         [](KineTronComms& comms) {
+             SetTimeouts(comms);
+             comms.CloseCommPort(-1, true);
+             return comms.ConfigCommTimeouts(-1, true, true);
+         },
+         0, "System Error Closing Comm Port"},
         {"flush throws", Throw(LinkStep::Flush), ConnectAndClose, 0, ""},
         {"close throws", Throw(LinkStep::Close), ConnectAndClose, 0,
          "System Error Closing Comm Port"},
@@ -388,6 +401,8 @@ TEST(VirtualBoardLinkTest, IsABoardInThisProcess) {
     VirtualBoardLink link(board);
     Port port(link);
     EXPECT_FALSE(port.Connect("COM1"));
+    EXPECT_EQ(link.Read(1), std::nullopt);
+    EXPECT_EQ(link.Write("W\r"), 0U);
     board.output = "said to nobody";
     ASSERT_TRUE(port.Connect(kVirtualBoardPort));
     EXPECT_FALSE(Port(link).Connect(kVirtualBoardPort));

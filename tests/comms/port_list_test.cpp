@@ -2,11 +2,14 @@
 #include "comms/port_list.h"
 
 #include <array>
+#include <csignal>
 #include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <pwd.h>
+#include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,6 +19,7 @@
 namespace zentro {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
@@ -32,15 +36,9 @@ const PortDescription kOther0{"/dev/ttyUSB0", "Adapter", UsbIdentity{0x0403, 0x6
 TEST(DevicePathTest, ComNamesStandForBuiltInPorts) {
     const std::vector<PortDescription> present{kPlain0, kBuiltIn0, kBuiltIn4};
     const std::vector<std::array<const char*, 2>> cases{
-        {"COM1", "/dev/ttyS0"},
-        {"com2", "/dev/ttyS4"},
-        {"COM3", "COM3"},
-        {"COM5", "COM5"},
-        {"COM11", "COM11"},
-        {"COM0", "COM0"},
-        {"", ""},
-        {"/dev/ttyS0", "/dev/ttyS0"},
-        {"ttyUSB0", "ttyUSB0"},
+        {"COM1", "/dev/ttyS0"},       {"com2", "/dev/ttyS4"}, {"COM3", "COM3"}, {"COM5", "COM5"},
+        {"COM11", "COM11"},           {"COM0", "COM0"},       {"LPT1", "LPT1"}, {"", ""},
+        {"/dev/ttyS0", "/dev/ttyS0"}, {"ttyUSB0", "ttyUSB0"},
     };
     for (const auto& [name, device] : cases) {
         EXPECT_EQ(DevicePath(name, present), device) << name;
@@ -89,15 +87,19 @@ TEST(IdentityOfTest, FollowsALinkToTheDevice) {
 }
 
 /// The advice that a user without special rights gets.
-std::string AdviceForOrdinaryUser(const std::string& device) {
+std::string AdviceForOrdinaryUser(const std::string& device,
+                                  std::optional<gid_t> sessionGroup = {}) {
     if (getuid() != 0) return AdviceForPort(device);
     std::array<int, 2> ends{};
     if (pipe(ends.data()) != 0) return "no pipe";
     const pid_t child = fork();
     if (child == 0) {
+        // What the test has open is not the user's.
+        close_range(3, static_cast<unsigned>(ends[0]), 0);
         const passwd* const nobody = getpwnam("nobody");
         const bool dropped = nobody != nullptr && setgroups(0, nullptr) == 0 &&
-                             setgid(nobody->pw_gid) == 0 && setuid(nobody->pw_uid) == 0;
+                             setgid(sessionGroup.value_or(nobody->pw_gid)) == 0 &&
+                             setuid(nobody->pw_uid) == 0;
         const std::string advice = dropped ? AdviceForPort(device) : "rights not dropped";
         const bool written =
             write(ends[1], advice.data(), advice.size()) == static_cast<ssize_t>(advice.size());
@@ -126,6 +128,13 @@ TEST(PortAdviceTest, TellsWhichGroupToJoin) {
 
     ASSERT_EQ(chmod(device.c_str(), 0600), 0);
     EXPECT_THAT(AdviceForOrdinaryUser(device), HasSubstr("sudo chmod a+rw " + device));
+
+    // The user's own group, which a session that began before does not have.
+    const passwd* const nobody = getpwnam("nobody");
+    ASSERT_EQ(chown(device.c_str(), 0, nobody->pw_gid), 0);
+    ASSERT_EQ(chmod(device.c_str(), 0060), 0);
+    EXPECT_THAT(AdviceForOrdinaryUser(device, owner->gr_gid),
+                AllOf(StartsWith("nobody is in the group "), HasSubstr("Log out and log in")));
 }
 
 TEST(PortAdviceTest, TellsWhatIsWrongWithTheDevice) {
@@ -133,12 +142,40 @@ TEST(PortAdviceTest, TellsWhatIsWrongWithTheDevice) {
                 StartsWith("There is no /dev/no-such-port at present. "));
     EXPECT_THAT(AdviceForPort("/dev/null"), StartsWith("/dev/null is no serial port. "));
     EXPECT_THAT(AdviceForPort("/tmp"), StartsWith("/tmp is no serial port. "));
+    EXPECT_THAT(AdviceForPort("/dev/null/port"), StartsWith("There is no /dev/null/port at "));
+    const std::string odd = ::testing::TempDir() + "zentro-odd-port-" + std::to_string(getpid());
+    ASSERT_EQ(mknod(odd.c_str(), S_IFSOCK | 0600, 0), 0);
+    EXPECT_THAT(AdviceForPort(odd), StartsWith("There is nothing behind " + odd));
+    std::filesystem::remove(odd);
+    std::filesystem::create_symlink(odd, odd);
+    EXPECT_EQ(AdviceForPort(odd), odd + ": Too many levels of symbolic links.");
+    std::filesystem::remove(odd);
+}
+
+TEST(PortAdviceTest, TellsWhoHasThePortOpen) {
     ScriptedBoard board;
     EXPECT_EQ(AdviceForPort(board.PortName()), "");
     const int held = open(board.PortName().c_str(), O_RDWR | O_NOCTTY);
     EXPECT_EQ(AdviceForPort(board.PortName()),
               board.PortName() + " is present, but in use by port_list_test (process " +
                   std::to_string(getpid()) + "). Close the connection there first.");
+    const pid_t second = fork();
+    if (second == 0) {
+        pause();
+        _exit(0);
+    }
+    EXPECT_THAT(AdviceForPort(board.PortName()),
+                AllOf(HasSubstr("(process " + std::to_string(getpid()) + ")"), HasSubstr(", "),
+                      HasSubstr("(process " + std::to_string(second) + ")")));
+    kill(second, SIGKILL);
+    waitpid(second, nullptr, 0);
+
+    if (getuid() == 0) {  // whose programs others may not look into
+        ASSERT_EQ(chmod(board.PortName().c_str(), 0666), 0);
+        ASSERT_EQ(ioctl(held, TIOCEXCL), 0);
+        EXPECT_EQ(AdviceForOrdinaryUser(board.PortName()),
+                  board.PortName() + " is present, but in use by another user's program.");
+    }
     close(held);
 }
 

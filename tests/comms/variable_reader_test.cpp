@@ -128,6 +128,17 @@ TEST_F(VariableReaderTest, PutsALateReplyToNoOtherVariable) {
     EXPECT_EQ(reader_.Variables()[1].debugValue, "258\t(0102h)");
 }
 
+TEST_F(VariableReaderTest, TakesAReplyThatNamesNoPlaceForTheAnswer) {
+    const std::string end{kReplyEndMarker};
+    for (const std::string reply : {"2A", "2A", "1A] 2A", "001A] 2A", "x001A] 2A", "[00G0] 2A"}) {
+        reader_.RefreshVariables();
+        emit session_->CharsReceived(reply + end);
+        EXPECT_EQ(std::exchange(link_.written, {}), "M001A\rM2ABC\r") << reply;
+        finished_.clear();
+        ASSERT_TRUE(Finishes()) << reply;  // without the second one: late replies are expected
+    }
+}
+
 TEST_F(VariableReaderTest, EndsWithItsTerminalAndSwitchesTheScreenOn) {
     const std::pair<const char*, std::function<void()>> endings[] = {
         {"terminal taken away", [&] { reader_.SetTerminal(nullptr); }},
