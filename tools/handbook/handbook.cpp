@@ -28,6 +28,8 @@ h3 { font-size: large; margin-top: 30px; margin-bottom: 4px; }
 p, ul { margin-top: 4px; margin-bottom: 8px; }
 pre { margin-top: 0px; margin-bottom: 0px; }
 td, th { text-align: left; vertical-align: top; }
+h1, h2, h3 { break-after: avoid; }
+pre, tr { break-inside: avoid; }
 </style></head><body>
 )";
 
