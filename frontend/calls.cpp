@@ -43,19 +43,17 @@ std::optional<CallText> SplitCall(Compilation& compilation, SourceLine& line,
         compilation.diagnostics.PostError(code, &line);
         return std::nullopt;
     };
-    const std::size_t firstClosing = FindOutsideQuotes(text, ')');
-    if (firstClosing == kNone) return refuse(MessageCode::ParenthesisNotClosed);
-    CallText call;
     const std::size_t open = FindOutsideQuotes(text, '(');
-    if (open == kNone || open > firstClosing) {
-        call.name = Trim(text.substr(0, firstClosing));
-        call.rest = Trim(text.substr(firstClosing + 1));
-    } else {
-        const std::size_t closing = FindClosingParenthesis(text, open);
-        call.name = Trim(text.substr(0, open));
-        call.arguments = Trim(text.substr(open + 1, closing - open - 1));
-        call.rest = Trim(text.substr(closing + 1));
+    const std::size_t firstClosing = FindOutsideQuotes(text, ')');
+    // A stray ")" makes a condition look like a call.
+    if (firstClosing == kNone || open == kNone || open > firstClosing) {
+        return refuse(MessageCode::ParenthesisNotClosed);
     }
+    const std::size_t closing = FindClosingParenthesis(text, open);
+    CallText call;
+    call.name = Trim(text.substr(0, open));
+    call.arguments = Trim(text.substr(open + 1, closing - open - 1));
+    call.rest = Trim(text.substr(closing + 1));
     if (call.name.empty()) return refuse(MessageCode::CallWithoutName);
     if (call.name.find(' ') != kNone) {
         return refuse(FollowsOperator(compilation, call.name) ? MessageCode::CallInsideStatement
