@@ -61,6 +61,8 @@ class TerminalSessionTest : public BoardFixture {
 
 TEST_F(TerminalSessionTest, DownloadsAndRunsAProgram) {
     ASSERT_EQ(session_.StartLog(PathOf("a.Log"), "today"), "");
+    session_.Reopen();  // no connection was lost
+    EXPECT_FALSE(session_.IsConnected());
     Connect();
     EXPECT_EQ(terminal_.opened, 1);
     Download("5\r\n");

@@ -189,6 +189,7 @@ TEST_F(VariableReaderTest, OutlivesItsTerminalAndTheOtherWayRound) {
 
 TEST_F(VariableReaderTest, SaysWhyItCannotRead) {
     EXPECT_FALSE(reader_.LoadVariableList({}));
+    reader_.RefreshVariables();  // at the prompt, but there is nothing to read
     EXPECT_TRUE(reader_.LoadVariableList(TwoVariables()));
     session_->WriteToScreen(" ");  // no prompt any more
     reader_.RefreshVariables();
