@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "comms/link.h"
 #include "config/file.h"
 
 namespace zentro {
@@ -23,7 +24,6 @@ constexpr std::size_t kLinesPerProgress = 25;
 }  // namespace
 
 microseconds TimeOnTheWire(std::size_t characters) {
-    constexpr std::int64_t kBaud = 9600;
     constexpr std::int64_t kBitsPerCharacter = 10;
     constexpr std::int64_t kMicroseconds = 1'000'000;
     const auto bits = static_cast<std::int64_t>(characters) * kBitsPerCharacter;

@@ -17,7 +17,7 @@ inline constexpr std::chrono::milliseconds kLoaderDelay{250};
 /// lines a quarter of its time.
 inline constexpr std::chrono::milliseconds kLineGap{1};
 
-/// How long a line with its line end is on the wire at 9600 baud, 10 bits to a character.
+/// How long a line with its line end is on the wire at kBaud, 10 bits to a character.
 std::chrono::microseconds TimeOnTheWire(std::size_t characters);
 
 /// What a download asks of its terminal.

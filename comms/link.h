@@ -8,6 +8,9 @@
 
 namespace zentro {
 
+/// The speed of the line to a board, in baud.
+inline constexpr std::int32_t kBaud = 9600;
+
 /// What came of opening a way to a board.
 struct LinkOpening {
     std::int32_t handle = -1;  ///< 1 or more: open; -12 to -1: why it is not (see OpenCommPort)
@@ -27,7 +30,7 @@ class Link {
 
     virtual LinkOpening Open(const std::string& portName) = 0;
 
-    /// 9600 baud, 8 data bits, no parity, 1 stop bit, no flow control.
+    /// kBaud, 8 data bits, no parity, 1 stop bit, no flow control.
     virtual LineSetup ConfigureLine() = 0;
 
     virtual bool SaveTimeouts() = 0;

@@ -67,10 +67,10 @@ LinkOpening SerialLink::Open(const std::string& portName) {
 
 LineSetup SerialLink::ConfigureLine() {
     if (!IsUsable()) return LineSetup::SettingsUnreadable;
-    const bool set =
-        serial_.setBaudRate(QSerialPort::Baud9600) && serial_.setDataBits(QSerialPort::Data8) &&
-        serial_.setParity(QSerialPort::NoParity) && serial_.setStopBits(QSerialPort::OneStop) &&
-        serial_.setFlowControl(QSerialPort::NoFlowControl);
+    const bool set = serial_.setBaudRate(kBaud) && serial_.setDataBits(QSerialPort::Data8) &&
+                     serial_.setParity(QSerialPort::NoParity) &&
+                     serial_.setStopBits(QSerialPort::OneStop) &&
+                     serial_.setFlowControl(QSerialPort::NoFlowControl);
     if (!set || gone_) return LineSetup::SettingsRefused;
     // Fails on a line that has no such signal, which is as good as having it off.
     serial_.setDataTerminalReady(false);

@@ -188,6 +188,11 @@ void ParseLine(Compilation& compilation, SourceLine& line) {
 
 }  // namespace
 
+bool IsSupportedStatement(Token token) {
+    const Parser parse = kParsers[static_cast<std::size_t>(token)];
+    return parse != nullptr && parse != ParseUnsupported;
+}
+
 void ParseSourceLine(Compilation& compilation, SourceLine& line) {
     if (line.parsedLine.empty()) {
         line.purpose = Purpose::Blank;

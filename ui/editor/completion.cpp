@@ -1,24 +1,18 @@
 #include "ui/editor/completion.h"
 
 #include <algorithm>
-#include <array>
 
 #include "config/encoding.h"
 #include "config/text.h"
 #include "frontend/argument_template.h"
+#include "frontend/parse_source_line.h"
 
 namespace zentro {
 
 namespace {
 
-/// Statements that this board does not have.
-constexpr std::array kUnavailable{Token::SetMotorFromVariables, Token::WriteEeprom,
-                                  Token::OnErrorCall};
-
 bool BeginsLine(const Command& entry) {
-    return (entry.family == TokenFamily::Statement || entry.family == TokenFamily::Declaration ||
-            entry.family == TokenFamily::Directive || entry.id == Token::Reserve) &&
-           std::ranges::find(kUnavailable, entry.id) == kUnavailable.end();
+    return IsSupportedStatement(entry.id);
 }
 
 /// Words that are no statements but can stand inside one.
