@@ -8,6 +8,8 @@
 
 #include "board/board.h"
 #include "board/loader.h"
+#include "frontend/argument_template.h"
+#include "frontend/parse_source_line.h"
 #include "tests/support/compile_fixture.h"
 
 namespace zentro::test {
@@ -153,6 +155,27 @@ TEST(RandomProgramTest, BoardAndMeaningAgree) {
             FAIL() << "seed " << seed << "\n"
                    << random.Text() << "; more.txt\n"
                    << random.IncludedText();
+    }
+}
+
+bool IsOfThisBoard(const Command& entry) {
+    switch (entry.family) {
+        case TokenFamily::Statement: return IsSupportedStatement(entry.id);
+        case TokenFamily::Function: return SystemFunctionTemplate(entry.id) != nullptr;
+        default: return entry.id != Token::KeywordList;
+    }
+}
+
+TEST(RandomProgramTest, HoldEveryWordOfTheLanguage) {
+    std::string all;
+    for (unsigned seed = 1; seed <= 100; ++seed) {
+        const RandomProgram random(seed);
+        all += random.Text() + random.IncludedText();
+    }
+    for (const Command& entry : ShippedLanguage().commands.Entries()) {
+        if (IsOfThisBoard(entry)) {
+            EXPECT_NE(all.find(entry.command), std::string::npos) << entry.command;
+        }
     }
 }
 
