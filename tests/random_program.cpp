@@ -160,7 +160,10 @@ void RandomProgram::DeclareTables() {
         start_.tables.push_back(std::move(bytes));
     }
     for (const Melody& melody : Melodies()) {
-        Write(std::string("DEFINE TABLE ") + melody.name + " = " + melody.values);
+        Write(std::string("DEFINE TABLE ") + melody.name);
+        for (const auto& [note, length] : melody.notes)
+            Write(std::to_string(note) + ", " + std::to_string(length));
+        Write("0");
         Write("END TABLE");
     }
 }

@@ -6,9 +6,9 @@ namespace zentro::test {
 
 const std::vector<Melody>& Melodies() {
     static const std::vector<Melody> kMelodies{
-        {"Song", "60, 2, 64, 0, 67, 30, 67, 1, 0", {{60, 2}, {64, 0}, {67, 30}, {67, 1}}},
-        {"Beep", "255, 255, 0", {{255, 255}}},
-        {"Silence", "0, 5", {}},
+        {"Song", {{60, 2}, {64, 0}, {67, 30}, {67, 1}}},
+        {"Beep", {{255, 255}}},
+        {"Silence", {}},
     };
     return kMelodies;
 }

@@ -53,7 +53,6 @@ struct ProgramEnd {
 /// The tables that tunes are played from: pairs of note and length, up to a note of 0.
 struct Melody {
     const char* name;
-    const char* values;
     std::vector<std::pair<unsigned, unsigned>> notes;
 };
 const std::vector<Melody>& Melodies();
