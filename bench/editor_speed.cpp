@@ -13,7 +13,7 @@
 #include <limits>
 #include <vector>
 
-#include "ui/editor/live_check.h"
+#include "desktop/live_check.h"
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/source_editor.h"
 

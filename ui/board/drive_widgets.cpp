@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "ui/board/board_look.h"
-#include "ui/board/board_text.h"
+#include "desktop/board_text.h"
 
 namespace zentro {
 

@@ -5,7 +5,7 @@
 #include <QWidget>
 
 #include "board/devices.h"
-#include "ui/board/robot_model.h"
+#include "desktop/robot_model.h"
 
 namespace zentro {
 

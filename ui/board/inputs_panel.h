@@ -4,7 +4,7 @@
 #include <array>
 #include <functional>
 
-#include "ui/board/board_world.h"
+#include "desktop/board_world.h"
 
 class QCheckBox;
 class QLabel;

@@ -7,7 +7,7 @@
 
 #include "board/text.h"
 #include "ui/board/board_look.h"
-#include "ui/board/board_text.h"
+#include "desktop/board_text.h"
 
 namespace zentro {
 

@@ -11,7 +11,7 @@
 #include <array>
 
 #include "board/text.h"
-#include "ui/board/board_text.h"
+#include "desktop/board_text.h"
 #include "ui/support/colours.h"
 #include "ui/support/icons.h"
 

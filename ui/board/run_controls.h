@@ -3,7 +3,7 @@
 #include <QElapsedTimer>
 #include <QWidget>
 
-#include "ui/board/virtual_board_host.h"
+#include "desktop/virtual_board_host.h"
 
 class QGridLayout;
 class QLabel;

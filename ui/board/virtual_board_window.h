@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <string>
 
-#include "ui/board/virtual_board_host.h"
+#include "desktop/virtual_board_host.h"
 
 namespace zentro {
 

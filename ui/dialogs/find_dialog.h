@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-#include "ui/dialogs/source_search.h"
+#include "desktop/source_search.h"
 #include "ui/dialogs/text_history.h"
 
 class QCheckBox;

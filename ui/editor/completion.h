@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "config/command_catalogue.h"
-#include "ui/editor/program_names.h"
+#include "desktop/program_names.h"
 
 namespace zentro {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "ui/editor/line_message.h"
+#include "desktop/line_message.h"
 
 namespace zentro {
 

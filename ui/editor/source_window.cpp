@@ -11,7 +11,7 @@
 
 #include "compiler/paths.h"
 #include "ui/editor/source_editor.h"
-#include "ui/files/text_file.h"
+#include "desktop/text_file.h"
 #include "ui/support/colours.h"
 #include "ui/support/dialogs.h"
 #include "ui/support/window_place.h"

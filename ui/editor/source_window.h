@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "ui/editor/line_message.h"
-#include "ui/editor/program_names.h"
+#include "desktop/line_message.h"
+#include "desktop/program_names.h"
 #include "ui/editor/source_search.h"
-#include "ui/files/file_text.h"
+#include "desktop/file_text.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {

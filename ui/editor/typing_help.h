@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "config/configuration.h"
-#include "ui/editor/program_names.h"
+#include "desktop/program_names.h"
 
 class QKeyEvent;
 

@@ -5,7 +5,7 @@
 #include <QScopedValueRollback>
 
 #include "config/file.h"
-#include "ui/output/program_files.h"
+#include "desktop/program_files.h"
 #include "ui/support/dialogs.h"
 
 namespace zentro {

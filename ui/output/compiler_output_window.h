@@ -3,7 +3,7 @@
 #include <QTimer>
 
 #include "model/environment.h"
-#include "ui/output/compile_log.h"
+#include "desktop/compile_log.h"
 #include "ui/output/compiler_text_window.h"
 
 class QLabel;

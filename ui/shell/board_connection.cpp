@@ -5,7 +5,7 @@
 #include "comms/debug_address.h"
 #include "comms/debug_variables.h"
 #include "comms/virtual_board_link.h"
-#include "ui/board/virtual_board_host.h"
+#include "desktop/virtual_board_host.h"
 #include "ui/board/virtual_board_window.h"
 #include "ui/support/dialogs.h"
 #include "ui/terminal/terminal_window.h"

@@ -8,7 +8,7 @@
 #include "ui/editor/source_window.h"
 #include "ui/output/compiler_output_window.h"
 #include "ui/output/object_code_window.h"
-#include "ui/output/program_files.h"
+#include "desktop/program_files.h"
 #include "ui/shell/source_files.h"
 #include "ui/support/child_windows.h"
 

@@ -6,7 +6,7 @@
 #include <map>
 
 #include "comms/port_list.h"
-#include "ui/dialogs/source_search.h"
+#include "desktop/source_search.h"
 #include "ui/shell/commands.h"
 #include "ui/support/workbench.h"
 

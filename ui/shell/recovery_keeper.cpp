@@ -5,7 +5,7 @@
 #include <QFileInfo>
 
 #include "ui/editor/source_window.h"
-#include "ui/files/recovery_dialog.h"
+#include "ui/dialogs/recovery_dialog.h"
 #include "ui/shell/source_files.h"
 #include "ui/support/dialogs.h"
 

@@ -4,8 +4,8 @@
 #include <QObject>
 #include <QTimer>
 
-#include "ui/files/file_watcher.h"
-#include "ui/files/recovery_store.h"
+#include "desktop/file_watcher.h"
+#include "desktop/recovery_store.h"
 #include "ui/support/workbench.h"
 
 class QWidget;

@@ -1,7 +1,7 @@
 #include "ui/shell/source_checks.h"
 
 #include "ui/editor/source_window.h"
-#include "ui/output/program_files.h"
+#include "desktop/program_files.h"
 #include "ui/shell/source_files.h"
 
 namespace zentro {

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-#include "ui/editor/live_check.h"
+#include "desktop/live_check.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {

@@ -8,7 +8,7 @@
 #include <functional>
 #include <optional>
 
-#include "ui/dialogs/source_search.h"
+#include "desktop/source_search.h"
 #include "ui/output/compile_flow.h"
 #include "ui/support/workbench.h"
 

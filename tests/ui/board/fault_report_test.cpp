@@ -1,5 +1,5 @@
 // Faults in plain words, of programs that really fail.
-#include "ui/board/fault_report.h"
+#include "desktop/fault_report.h"
 
 #include <gtest/gtest.h>
 #include <memory>

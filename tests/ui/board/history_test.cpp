@@ -1,5 +1,5 @@
 // Going back in time: the world has to be what it was, whatever happened in between.
-#include "ui/board/history.h"
+#include "desktop/history.h"
 
 #include <gtest/gtest.h>
 #include <random>

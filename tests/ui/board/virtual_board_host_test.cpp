@@ -1,5 +1,5 @@
 // The board's time, its holding and stepping and its line, in virtual time where that is possible.
-#include "ui/board/virtual_board_host.h"
+#include "desktop/virtual_board_host.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -6,7 +6,7 @@
 #include "tests/ui/ui_fixture.h"
 #include "ui/editor/block_words.h"
 #include "ui/editor/completion.h"
-#include "ui/editor/live_check.h"
+#include "desktop/live_check.h"
 #include "ui/editor/source_text_format.h"
 #include "ui/editor/statement_help.h"
 #include "ui/editor/touched_lines.h"

@@ -11,7 +11,7 @@
 #include <QUrl>
 
 #include "tests/ui/ui_fixture.h"
-#include "ui/editor/live_check.h"
+#include "desktop/live_check.h"
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/source_editor.h"
 

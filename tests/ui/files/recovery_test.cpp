@@ -10,8 +10,8 @@
 
 #include "tests/ui/files/child_process.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/files/recovery_dialog.h"
-#include "ui/files/recovery_store.h"
+#include "ui/dialogs/recovery_dialog.h"
+#include "desktop/recovery_store.h"
 
 namespace zentro {
 namespace {

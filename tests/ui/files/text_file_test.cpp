@@ -1,4 +1,4 @@
-#include "ui/files/text_file.h"
+#include "desktop/text_file.h"
 
 #include <QDir>
 #include <array>
@@ -7,8 +7,8 @@
 
 #include "tests/ui/files/child_process.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/files/file_watcher.h"
-#include "ui/files/text_difference.h"
+#include "desktop/file_watcher.h"
+#include "desktop/text_difference.h"
 
 namespace zentro {
 namespace {

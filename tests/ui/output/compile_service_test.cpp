@@ -3,7 +3,7 @@
 #include <QTimer>
 
 #include "tests/ui/ui_fixture.h"
-#include "ui/output/program_files.h"
+#include "desktop/program_files.h"
 
 namespace zentro {
 namespace {

@@ -10,7 +10,7 @@
 #include "ui/output/compile_service.h"
 #include "ui/output/compiler_output_window.h"
 #include "ui/output/object_code_window.h"
-#include "ui/output/program_files.h"
+#include "desktop/program_files.h"
 #include "ui/support/colours.h"
 
 namespace zentro {

@@ -8,7 +8,7 @@
 #include <QTabBar>
 
 #include "tests/ui/shell/main_window_fixture.h"
-#include "ui/board/virtual_board_host.h"
+#include "desktop/virtual_board_host.h"
 #include "ui/editor/source_editor.h"
 #include "ui/editor/source_window.h"
 #include "ui/output/compiler_output_window.h"

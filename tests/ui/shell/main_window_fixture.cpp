@@ -7,7 +7,7 @@
 
 #include "ui/editor/source_editor.h"
 #include "ui/editor/source_window.h"
-#include "ui/files/recovery_dialog.h"
+#include "ui/dialogs/recovery_dialog.h"
 #include "ui/shell/recovery_keeper.h"
 #include "ui/shell/source_files.h"
 

@@ -3,8 +3,8 @@
 #include <QDialog>
 #include <vector>
 
-#include "ui/files/recovery_store.h"
-#include "ui/files/text_difference.h"
+#include "desktop/recovery_store.h"
+#include "desktop/text_difference.h"
 
 class QDialogButtonBox;
 class QLabel;

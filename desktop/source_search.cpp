@@ -1,4 +1,4 @@
-#include "ui/dialogs/source_search.h"
+#include "desktop/source_search.h"
 
 namespace zentro {
 

@@ -1,4 +1,4 @@
-#include "ui/output/compile_log.h"
+#include "desktop/compile_log.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "ui/files/file_watcher.h"
+#include "desktop/file_watcher.h"
 
 #include <QCryptographicHash>
 #include <QFile>

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "board/devices.h"
-#include "ui/board/fault_report.h"
-#include "ui/board/virtual_board_host.h"
+#include "desktop/fault_report.h"
+#include "desktop/virtual_board_host.h"
 
 namespace zentro {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "board/board.h"
-#include "ui/board/robot_model.h"
+#include "desktop/robot_model.h"
 
 namespace zentro {
 

@@ -1,4 +1,4 @@
-#include "ui/files/recovery_store.h"
+#include "desktop/recovery_store.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -10,7 +10,7 @@
 #include <algorithm>
 
 #include "config/file.h"
-#include "ui/files/text_file.h"
+#include "desktop/text_file.h"
 
 namespace zentro {
 

@@ -1,4 +1,4 @@
-#include "ui/files/recovery_copy.h"
+#include "desktop/recovery_copy.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -9,7 +9,7 @@
 #include <algorithm>
 
 #include "config/file.h"
-#include "ui/files/text_file.h"
+#include "desktop/text_file.h"
 
 namespace zentro {
 

@@ -1,4 +1,4 @@
-#include "ui/files/text_difference.h"
+#include "desktop/text_difference.h"
 
 #include <QStringList>
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "ui/files/text_file.h"
+#include "desktop/text_file.h"
 
 #include <QFile>
 

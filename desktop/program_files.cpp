@@ -1,4 +1,4 @@
-#include "ui/output/program_files.h"
+#include "desktop/program_files.h"
 
 #include <filesystem>
 #include <system_error>

@@ -10,9 +10,9 @@
 #include <string_view>
 
 #include "comms/virtual_board_link.h"
-#include "ui/board/board_world.h"
-#include "ui/board/fault_report.h"
-#include "ui/board/history.h"
+#include "desktop/board_world.h"
+#include "desktop/fault_report.h"
+#include "desktop/history.h"
 
 namespace zentro {
 

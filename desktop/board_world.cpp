@@ -1,4 +1,4 @@
-#include "ui/board/board_world.h"
+#include "desktop/board_world.h"
 
 namespace zentro {
 

@@ -11,7 +11,7 @@
 #include <tuple>
 #include <vector>
 
-#include "ui/board/board_world.h"
+#include "desktop/board_world.h"
 
 namespace zentro {
 

@@ -1,4 +1,4 @@
-#include "ui/files/recovery_dialog.h"
+#include "ui/dialogs/recovery_dialog.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
@@ -16,7 +16,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/files/text_file.h"
+#include "desktop/text_file.h"
 #include "ui/support/colours.h"
 #include "ui/support/workbench.h"
 

@@ -1,4 +1,4 @@
-#include "ui/files/file_text.h"
+#include "desktop/file_text.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "ui/board/board_text.h"
+#include "desktop/board_text.h"
 
 #include <array>
 #include <cstdio>

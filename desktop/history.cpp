@@ -1,4 +1,4 @@
-#include "ui/board/history.h"
+#include "desktop/history.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,6 +12,12 @@ namespace {
 constexpr std::uint64_t kTickCost = 20;
 constexpr std::uint64_t kGap = 1'000'000;  // between copies while the board runs
 constexpr std::size_t kMaxHappenings = 50'000;
+
+// A few hundred million instructions can be repeated in a second, and a copy of the world costs as
+// much as some ten thousand.
+constexpr std::uint64_t kReplayGap = 20'000;       // close, where the user goes back step by step
+constexpr std::uint64_t kLargestGap = 50'000'000;  // a step back must not be felt as a wait
+constexpr std::size_t kMaxCheckpoints = 64;
 
 }  // namespace
 
@@ -180,6 +186,117 @@ void History::NoteOutputTaken(std::size_t count) {
         taken->times += count;
     } else {
         Append({.kind = Kind::TakeOutput, .times = count});
+    }
+}
+
+bool History::StepBack() {
+    if (!CanStepBack()) return false;
+    const Position target = *lastInstruction_;
+    while (target < checkpoints_.back().at)
+        checkpoints_.pop_back();
+    const Checkpoint& checkpoint = checkpoints_.back();
+    world_ = *checkpoint.world;
+    lastInstruction_ = checkpoint.lastInstruction;
+    cost_ = checkpoint.cost;
+    Replay(checkpoint.at, target);
+    CutAt(target);
+    return true;
+}
+
+void History::Replay(Position at, const Position& target) {
+    while (at < target) {
+        const Happening& happening = happenings_[at.happening - forgotten_];
+        const bool isLast = at.happening == target.happening;
+        const Position stop =
+            isLast ? target : Position{at.happening, happening.times, happening.steps};
+        if (happening.kind == Kind::Running) {
+            ReplayRunning(happening, at, stop);
+        } else {
+            ReplayOther(happening, at, stop);
+        }
+        if (!isLast) at = {at.happening + 1, 0, 0};
+    }
+    Settle();
+}
+
+void History::ReplayRunning(const Happening& happening, Position& at, const Position& stop) {
+    while (at.times < stop.times) {
+        Execute(happening.stepsPerTick, at);
+        FinishTick(happening.flag);
+        ++at.times;
+        KeepCheckpointIfDue(at, kReplayGap);
+    }
+    Execute(stop.steps - at.steps, at);
+    at.steps = stop.steps;
+}
+
+void History::ReplayOther(const Happening& happening, Position& at, const Position& stop) {
+    const auto deliver = [this](char character) {
+        ReceiveCharacters(world_.board, {&character, 1});
+        return true;
+    };
+    cost_ += kHappeningCost;
+    for (; at.times < stop.times; ++at.times) {
+        if (happening.kind == Kind::Receive) {
+            ReceiveOne(happening.characters[at.times], deliver, at);
+        } else if (happening.kind == Kind::TakeOutput) {
+            world_.board.output.erase(0, 1);
+        } else {
+            CarryOut(happening);
+        }
+    }
+}
+
+/// What stands behind the position has not happened.
+void History::CutAt(const Position& position) {
+    happenings_.resize(position.happening - forgotten_ + 1);
+    Happening& last = happenings_.back();
+    last.times = position.times;
+    last.steps = position.steps;
+    if (last.kind == Kind::Receive) last.characters.resize(position.times);
+    if (last.times == 0 && last.steps == 0) happenings_.pop_back();
+}
+
+void History::KeepCheckpoint(const Position& at) {
+    auto& checkpoint = checkpoints_.emplace_back();
+    checkpoint.world = std::make_unique<BoardWorld>(world_);
+    checkpoint.at = at;
+    checkpoint.lastInstruction = lastInstruction_;
+    checkpoint.cost = cost_;
+    ThinOut();
+}
+
+void History::KeepCheckpointIfDue(const Position& at, std::uint64_t gap) {
+    if (cost_ - checkpoints_.back().cost >= gap) KeepCheckpoint(at);
+}
+
+/// Takes out the copy that is missed least: the gap that it leaves is small for its age.
+void History::ThinOut() {
+    while (checkpoints_.size() > kMaxCheckpoints) {
+        std::size_t best = 0;
+        double least = 0;
+        for (std::size_t index = 1; index + 1 < checkpoints_.size(); ++index) {
+            const std::uint64_t gap = checkpoints_[index + 1].cost - checkpoints_[index - 1].cost;
+            const double missed =
+                static_cast<double>(gap) /
+                static_cast<double>(cost_ - checkpoints_[index].cost + kReplayGap);
+            if (gap > kLargestGap || (best != 0 && missed >= least)) continue;
+            best = index;
+            least = missed;
+        }
+        if (best == 0) {
+            DropOldest();
+        } else {
+            checkpoints_.erase(checkpoints_.begin() + static_cast<std::ptrdiff_t>(best));
+        }
+    }
+}
+
+void History::DropOldest() {
+    checkpoints_.erase(checkpoints_.begin());
+    while (forgotten_ < checkpoints_.front().at.happening) {
+        happenings_.pop_front();
+        ++forgotten_;
     }
 }
 

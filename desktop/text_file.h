@@ -3,7 +3,7 @@
 #include <QString>
 #include <string>
 
-#include "ui/files/file_text.h"
+#include "desktop/file_text.h"
 
 namespace zentro {
 

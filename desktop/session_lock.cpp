@@ -1,4 +1,4 @@
-#include "ui/files/session_lock.h"
+#include "desktop/session_lock.h"
 
 #include <QFile>
 

@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-#include "ui/files/recovery_copy.h"
-#include "ui/files/session_lock.h"
+#include "desktop/recovery_copy.h"
+#include "desktop/session_lock.h"
 
 namespace zentro {
 

@@ -10,8 +10,8 @@
 
 #include "compiler/compile.h"
 #include "config/configuration.h"
-#include "ui/editor/line_message.h"
-#include "ui/editor/program_names.h"
+#include "desktop/line_message.h"
+#include "desktop/program_names.h"
 
 namespace zentro {
 

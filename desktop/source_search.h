@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "ui/support/find_options.h"
+#include "desktop/find_options.h"
 
 namespace zentro {
 

@@ -1,4 +1,4 @@
-#include "ui/board/robot_model.h"
+#include "desktop/robot_model.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "ui/editor/live_check.h"
+#include "desktop/live_check.h"
 
 #include <chrono>
 

@@ -1,4 +1,4 @@
-#include "ui/editor/program_names.h"
+#include "desktop/program_names.h"
 
 #include <algorithm>
 

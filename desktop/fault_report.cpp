@@ -1,4 +1,4 @@
-#include "ui/board/fault_report.h"
+#include "desktop/fault_report.h"
 
 #include <array>
 #include <optional>
