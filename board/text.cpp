@@ -57,13 +57,6 @@ std::string FormatOutput(const OutputChange& change) {
 
 }  // namespace
 
-std::string FormatAddress(std::uint32_t address) {
-    std::string text = "[";
-    text += Hex(address, 4);
-    text += ']';
-    return text;
-}
-
 std::string FormatHexByte(std::uint8_t value) {
     return Hex(value, 2);
 }

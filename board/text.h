@@ -6,6 +6,7 @@
 
 #include "board/devices.h"
 #include "board/memory.h"
+#include "model/address.h"
 
 namespace zentro {
 
@@ -15,9 +16,6 @@ inline constexpr std::string_view kPromptAsSent =
 
 /// What a read behind the end of memory shows.
 inline constexpr std::uint8_t kNothingThere = 0xFF;
-
-/// "[00A0]"
-std::string FormatAddress(std::uint32_t address);
 
 /// "0F"
 std::string FormatHexByte(std::uint8_t value);

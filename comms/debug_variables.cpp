@@ -14,6 +14,9 @@ namespace zentro {
 
 namespace {
 
+constexpr const char* kTableEnd = "(1st 8 bytes only)";
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+
 constexpr std::string_view kSeparators = " \t";
 constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kSeparatorsAndLineEnds = " \t\r\n";
@@ -62,7 +65,7 @@ std::string FormatTable(std::string_view data) {
         const std::string_view last = pairs.back();
         data = data.substr(0, static_cast<std::size_t>(last.data() + last.size() - data.data()));
     }
-    return ToUtf8(data) + "(1st 8 bytes only)";
+    return ToUtf8(data) + kTableEnd;
 }
 
 /// The text at the left of its field, cut or filled up with blanks.
@@ -111,13 +114,25 @@ std::vector<std::uint8_t> ReplyBytes(std::string_view reply) {
     return bytes;
 }
 
+std::string FormatBytes(std::span<const std::uint8_t> bytes, DataType type) {
+    if (type == DataType::Table) {
+        std::string text;
+        for (const std::uint8_t byte : bytes.first(std::min(bytes.size(), kBytesInReply))) {
+            if (!text.empty()) text += ' ';
+            text += {kHexDigits[byte / 16], kHexDigits[byte % 16]};
+        }
+        return text + kTableEnd;
+    }
+    const auto at = [&](std::size_t index) {
+        return index < bytes.size() ? std::uint32_t{bytes[index]} : 0U;
+    };
+    return IsWordSized(type) ? FormatNumber(at(0) * 256 + at(1), 4) : FormatNumber(at(0), 2);
+}
+
 std::string FormatDebugValue(std::string_view reply, DataType type) {
     if (reply.find(']') == std::string_view::npos) return {};
     if (type == DataType::Table) return FormatTable(DataOf(reply));
-    std::vector<std::uint8_t> bytes = ReplyBytes(reply);
-    bytes.resize(kBytesInReply);
-    if (IsWordSized(type)) return FormatNumber(bytes[0] * 256U + bytes[1], 4);
-    return FormatNumber(bytes[0], 2);
+    return FormatBytes(ReplyBytes(reply), type);
 }
 
 std::vector<std::string> VariableLines(const std::vector<DebugVariable>& variables) {

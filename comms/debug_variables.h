@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,6 +37,9 @@ std::vector<std::uint8_t> ReplyBytes(std::string_view reply);
 /// The value in a board's reply, formatted by the variable's type, in UTF-8. A byte that is missing
 /// counts as 0; a reply without "]" has no value and gives an empty text.
 std::string FormatDebugValue(std::string_view reply, DataType type);
+
+/// The same of bytes that are at hand; those that are missing count as 0.
+std::string FormatBytes(std::span<const std::uint8_t> bytes, DataType type);
 
 /// One line of the variables window for each variable: the name at the right of its column, with
 /// its routine at the left, a tab, and the value.

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/address.h"
+
 namespace zentro {
 
 namespace {
@@ -32,22 +34,15 @@ bool EqualIgnoringCase(std::string_view left, std::string_view right) {
                       [](char a, char b) { return Lower(a) == Lower(b); });
 }
 
-constexpr std::size_t kAddressDigits = 4;
-
-bool IsAddress(std::string_view text) {
-    return text.find_first_not_of("0123456789ABCDEFabcdef") == std::string_view::npos;
-}
-
-/// The four characters behind the "[" of the address at this position; empty: there is none.
-std::string_view AddressAt(std::string_view text, std::size_t position) {
+/// The address in brackets at this position; nothing when there is none.
+std::optional<std::uint16_t> AddressAt(std::string_view text, std::size_t position) {
     for (std::size_t back = 0; back <= kAddressDigits + 1 && back <= position; ++back) {
         const std::size_t bracket = position - back;
         if (bracket >= text.size() || text[bracket] != '[') continue;
-        const std::string_view address = text.substr(bracket + 1, kAddressDigits);
-        if (address.size() < kAddressDigits) continue;
-        if (back == 0 || IsAddress(address)) return address;
+        if (const auto address = ParseAddress(text.substr(bracket + 1, kAddressDigits)))
+            return address;
     }
-    return {};
+    return std::nullopt;
 }
 
 }  // namespace
@@ -210,8 +205,7 @@ void TerminalSession::WriteToScreen(std::string_view text) {
 }
 
 void TerminalSession::DoubleClickAt(std::size_t position) {
-    const std::string_view address = AddressAt(screen_.Text(), position);
-    if (!address.empty()) emit SyncToCodeLine(std::string(address));
+    if (const auto address = AddressAt(screen_.Text(), position)) emit SyncToCodeLine(*address);
 }
 
 void TerminalSession::DownloadSource(const std::string& path) {

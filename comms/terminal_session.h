@@ -82,8 +82,8 @@ class TerminalSession : public QObject {
     bool IsDownloading() const { return download_ != nullptr; }
     void CancelDownload();
 
-    /// The screen was double-clicked at this position of its text: raises SyncToCodeLine with what
-    /// follows a "[" that stands there, or with the address in brackets around it.
+    /// The screen was double-clicked at this position of its text: raises SyncToCodeLine with the
+    /// address in brackets that begins there or stands around it.
     void DoubleClickAt(std::size_t position);
 
     /// Starts the session log; returns the message for the user when that failed.
@@ -94,7 +94,7 @@ class TerminalSession : public QObject {
 
   signals:
     void FormClosing();
-    void SyncToCodeLine(const std::string& address);  ///< four characters
+    void SyncToCodeLine(std::uint16_t address);
     void CharsReceived(const std::string& text);
     void ConnectionInitOK();
     void ConnectionLost();

@@ -1,32 +1,25 @@
 #include "comms/variable_reader.h"
 
-#include <array>
-#include <cstdio>
 #include <utility>
 
-#include "compiler/source_of_address.h"
+#include "model/address.h"
 
 namespace zentro {
 
 namespace {
 
-constexpr std::uint32_t kAddressMask = 0xFFFF;  // an address is shown and sent as four digits
-
 /// "M001A" and CR.
 std::string MemoryReadCommand(std::uint32_t address) {
-    std::array<char, 16> text{};
-    const int length = std::snprintf(text.data(), text.size(), "M%04X\r", address & kAddressMask);
-    return {text.data(), static_cast<std::size_t>(length)};
+    return 'M' + AddressDigits(address) + '\r';
 }
 
 /// Whether the reply shows the memory of another place than the one that was asked for.
 bool IsOfAnotherPlace(std::string_view reply, std::uint32_t address) {
-    constexpr std::size_t kDigits = 4;
     const std::size_t bracket = reply.find(']');
-    if (bracket == std::string_view::npos || bracket <= kDigits) return false;
-    if (reply[bracket - kDigits - 1] != '[') return false;
-    const auto shown = ParseAddress(reply.substr(bracket - kDigits, kDigits));
-    return shown && static_cast<std::uint32_t>(*shown) != (address & kAddressMask);
+    if (bracket == std::string_view::npos || bracket <= kAddressDigits) return false;
+    if (reply[bracket - kAddressDigits - 1] != '[') return false;
+    const auto shown = ParseAddress(reply.substr(bracket - kAddressDigits, kAddressDigits));
+    return shown && *shown != static_cast<std::uint16_t>(address);
 }
 
 }  // namespace

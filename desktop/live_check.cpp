@@ -2,7 +2,8 @@
 
 #include <chrono>
 
-#include "compiler/paths.h"
+#include "compiler/compile.h"
+#include "desktop/program_files.h"
 
 namespace zentro {
 
@@ -15,21 +16,13 @@ constexpr std::chrono::milliseconds kRest = 300ms;
 constexpr std::size_t kManyLines = 20000;
 constexpr std::chrono::milliseconds kLongRest = 1000ms;
 
-class MessageCollector : public OutputSink {
+class CheckOutput : public OutputSink {
   public:
-    explicit MessageCollector(std::map<std::string, std::vector<LineMessage>>& messages)
-        : messages_(messages) {}
-
     void Write(std::string_view, LogColour, const PostedMessage* message) override {
-        if (message == nullptr || message->place.fileName.empty()) return;
-        if (message->severity != Severity::Error && message->severity != Severity::Warning) return;
-        messages_[PathOf(message->place.pathName, message->place.fileName)].push_back(
-            {message->place.sourceLineNo, message->severity,
-             QString::fromStdString(message->text)});
+        if (message != nullptr) messages.Add(*message);
     }
 
-  private:
-    std::map<std::string, std::vector<LineMessage>>& messages_;
+    MessageCollector messages;
 };
 
 /// A check while typing must not interrupt: a missing file counts as such, and boxes are for the
@@ -45,17 +38,16 @@ class NoPrompts : public Prompts {
 
 class OpenTextReader : public FileReader {
   public:
-    explicit OpenTextReader(const TextProvider& openTexts) : openTexts_(openTexts) {}
+    explicit OpenTextReader(const Programs& programs) : programs_(programs) {}
 
     FileContent Read(const std::string& path) override {
-        if (std::optional<std::string> text = openTexts_(path)) {
-            return {FileContent::Status::Read, *std::move(text), {}};
-        }
+        if (const auto text = programs_.OpenText(QString::fromStdString(path)))
+            return {FileContent::Status::Read, text->toStdString(), {}};
         return ReadWholeFile(path);
     }
 
   private:
-    const TextProvider& openTexts_;
+    const Programs& programs_;
 };
 
 class NoProgress : public Progress {
@@ -65,61 +57,104 @@ class NoProgress : public Progress {
 
 }  // namespace
 
-CheckResult CheckProgram(const InstructionConfiguration& configuration, const ProgramFiles& program,
-                         const TextProvider& openTexts) {
-    CheckResult result;
-    MessageCollector output(result.messages);
+ProgramReport CheckProgram(const InstructionConfiguration& configuration, const OpenFile& file,
+                           const SettingsStore& settings, const Programs& programs) {
+    CheckOutput output;
     NoPrompts prompts;
-    OpenTextReader files(openTexts);
+    OpenTextReader files(programs);
     NoProgress progress;
+    std::map<QString, Revision> texts;
+    for (const OpenFile& open : programs.Files())
+        texts[open.key] = open.revision;
     Compilation compilation(configuration, {output, prompts, files, progress});
-    result.succeeded = SyntaxCheck(compilation, program);
-    result.names = NamesOf(compilation);
-    result.lines = compilation.sourceLines.size();
-    return result;
+    const bool succeeded = SyntaxCheck(compilation, ProgramFilesOf(file, settings));
+    return output.messages.Report(file.key, compilation, texts, succeeded);
 }
 
-LiveCheck::LiveCheck(const InstructionConfiguration& configuration, TextProvider openTexts,
-                     QObject* parent)
-    : QObject(parent), configuration_(configuration), openTexts_(std::move(openTexts)) {
+LiveCheck::LiveCheck(const InstructionConfiguration& configuration, SettingsStore& settings,
+                     Programs& programs, QObject* parent)
+    : QObject(parent),
+      configuration_(configuration),
+      settings_(settings),
+      programs_(programs),
+      includeWords_(QString::fromStdString(
+          std::string(configuration.commands.GetCommandText(Token::Include)))) {
     rest_.setSingleShot(true);
     connect(&rest_, &QTimer::timeout, this, &LiveCheck::CheckNow);
+    connect(&programs_, &Programs::Changed, this, &LiveCheck::Follow);
+    ReadSetting();
+}
+
+void LiveCheck::ReadSetting() {
+    const bool on = FlagIsOn(settings_, SettingNumber::CheckWhileTyping);
+    if (on == isOn_) return;
+    isOn_ = on;
+    if (on) return CheckNow();
+    rest_.stop();
+    programs_.ForgetReports();
 }
 
 void LiveCheck::SetLiveCheck(bool on) {
-    if (on == isOn_) return;
-    isOn_ = on;
-    if (on) return TextChanged();
-    rest_.stop();
-    result_ = {};
-    emit Checked();
+    settings_.SaveSetting(SettingNumber::CheckWhileTyping, on ? 1 : 0);
+    ReadSetting();
 }
 
-void LiveCheck::SetProgram(const ProgramFiles& program) {
-    const bool isOther = program.sourceDirectory != program_.sourceDirectory ||
-                         program.sourceFileName != program_.sourceFileName;
-    program_ = program;
-    if (isOther) names_.clear();
-    TextChanged();
+/// A file that comes to the front shows its marks at once; a text that is typed gets its own when
+/// the user rests.
+void LiveCheck::Follow() {
+    const OpenFile* front = programs_.Front();
+    std::map<FileId, Revision> texts;
+    for (const OpenFile& file : programs_.Files())
+        texts[file.id] = file.revision;
+    const auto id = front == nullptr ? std::nullopt : std::optional(front->id);
+    const bool isOther = id != front_;
+    const bool isEdited = texts != texts_;
+    front_ = id;
+    texts_ = std::move(texts);
+    if (!isOn_ || front == nullptr) return;
+    const OpenFile* root = programs_.Find(programs_.RootOf(*front));
+    const ProgramReport* report = programs_.ReportOf(programs_.RootOf(*front));
+    const bool isMany = report != nullptr && report->lines > kManyLines;
+    if (isEdited && !isOther) {
+        rest_.start(isMany ? kLongRest : kRest);
+    } else if (root != nullptr && !IsFresh(*root) && !rest_.isActive()) {
+        rest_.start(isMany ? kRest : 0ms);
+    }
 }
 
-void LiveCheck::TextChanged() {
-    if (isOn_) rest_.start(result_.lines > kManyLines ? kLongRest : kRest);
+/// Whether the last report about the program is about its texts as they stand.
+bool LiveCheck::IsFresh(const OpenFile& root) const {
+    const ProgramReport* report = programs_.ReportOf(root.key);
+    if (report == nullptr) return false;
+    for (const OpenFile& file : programs_.Files()) {
+        const auto read = report->texts.find(file.key);
+        if (read != report->texts.end() && read->second != file.revision) return false;
+    }
+    return true;
+}
+
+/// Other open files may include the one in front: what they read is found out once for each of
+/// their texts.
+void LiveCheck::LearnIncludes(const OpenFile& file) {
+    const std::vector<OpenFile> files = programs_.Files();
+    for (const OpenFile& other : files) {
+        const bool mayInclude =
+            programs_.Text(other.id).contains(includeWords_, Qt::CaseInsensitive);
+        if (other.id != file.id && mayInclude && !IsFresh(other)) Check(other);
+    }
+}
+
+void LiveCheck::Check(const OpenFile& root) {
+    programs_.SetReport(CheckProgram(configuration_, root, settings_, programs_));
 }
 
 void LiveCheck::CheckNow() {
+    const OpenFile* front = programs_.Front();
+    if (!isOn_ || front == nullptr) return;
+    LearnIncludes(*front);
+    const OpenFile* root = programs_.Find(programs_.RootOf(*front));
+    if (root != nullptr && !IsFresh(*root)) Check(*root);
     rest_.stop();
-    if (!isOn_) return;
-    result_ = program_.sourceFileName.empty() ? CheckResult{}
-                                              : CheckProgram(configuration_, program_, openTexts_);
-    names_ = result_.succeeded ? result_.names : MergeNames(result_.names, names_);
-    emit Checked();
-}
-
-std::vector<LineMessage> LiveCheck::MessagesOf(const QString& folder,
-                                               const QString& fileName) const {
-    const auto found = result_.messages.find(PathOf(folder.toStdString(), fileName.toStdString()));
-    return found == result_.messages.end() ? std::vector<LineMessage>{} : found->second;
 }
 
 }  // namespace zentro

@@ -2,76 +2,53 @@
 
 #include <QObject>
 #include <QTimer>
-#include <functional>
 #include <map>
 #include <optional>
-#include <string>
-#include <vector>
 
-#include "compiler/compile.h"
 #include "config/configuration.h"
-#include "desktop/line_message.h"
-#include "desktop/program_names.h"
+#include "desktop/programs.h"
+#include "settings/settings_store.h"
 
 namespace zentro {
 
-/// The text of an open file as it stands in its editor, UTF-8; nothing for a file that is not open.
-using TextProvider = std::function<std::optional<std::string>(const std::string& path)>;
+/// Checks the program of a file whose texts may be open and changed. Nothing is written and nothing
+/// is asked.
+ProgramReport CheckProgram(const InstructionConfiguration& configuration, const OpenFile& file,
+                           const SettingsStore& settings, const Programs& programs);
 
-/// What a check of a program has found.
-struct CheckResult {
-    /// By the path of the file, folder and name joined.
-    std::map<std::string, std::vector<LineMessage>> messages;
-    std::vector<ProgramName> names;
-    std::size_t lines = 0;  ///< of all files together
-    bool succeeded = false;
-};
-
-/// Checks a program whose files may be open and changed. Nothing is written and nothing is asked.
-CheckResult CheckProgram(const InstructionConfiguration& configuration, const ProgramFiles& program,
-                         const TextProvider& openTexts);
-
-/// Checks the program whenever the user rests from typing.
+/// Checks the program of the file in front whenever the user rests from typing, and at once when
+/// another file comes to the front.
 class LiveCheck : public QObject {
     Q_OBJECT
 
   public:
-    /// The configuration outlives the object.
-    LiveCheck(const InstructionConfiguration& configuration, TextProvider openTexts,
-              QObject* parent = nullptr);
+    /// All of them outlive the object. Whether the check is on is a setting.
+    LiveCheck(const InstructionConfiguration& configuration, SettingsStore& settings,
+              Programs& programs, QObject* parent = nullptr);
 
-    /// Off: nothing is checked any more, and there are no messages.
+    /// Switches the checks on or off, now and for the next start. Off: there are no marks.
     void SetLiveCheck(bool on);
     bool IsOn() const { return isOn_; }
-
-    /// The program that is checked; one without a file name is none. Checks it soon.
-    void SetProgram(const ProgramFiles& program);
-
-    /// A text was changed: the check comes when no other change follows for a while.
-    void TextChanged();
+    /// The settings were changed.
+    void ReadSetting();
 
     /// Checks at once.
     void CheckNow();
 
-    /// The messages of the last check against the lines of a file.
-    std::vector<LineMessage> MessagesOf(const QString& folder, const QString& fileName) const;
-
-    /// What the program declares. Names of parts that a broken line keeps from being read stay
-    /// known until the program is in order again.
-    const std::vector<ProgramName>& Names() const { return names_; }
-
-  signals:
-    /// A check is done: what was shown of the one before is out of date.
-    void Checked();
-
   private:
+    void Follow();
+    bool IsFresh(const OpenFile& root) const;
+    void LearnIncludes(const OpenFile& file);
+    void Check(const OpenFile& root);
+
     const InstructionConfiguration& configuration_;
-    TextProvider openTexts_;
-    ProgramFiles program_;
-    CheckResult result_;
-    std::vector<ProgramName> names_;
+    SettingsStore& settings_;
+    Programs& programs_;
+    const QString includeWords_;        ///< only a text with them can include another
+    std::optional<FileId> front_;       ///< when it was looked at last
+    std::map<FileId, Revision> texts_;  ///< the same
     QTimer rest_;
-    bool isOn_ = true;
+    bool isOn_ = false;
 };
 
 }  // namespace zentro

@@ -7,8 +7,9 @@
 
 namespace zentro {
 
-ProgramFiles ProgramFilesFor(const std::string& folder, const std::string& fileName,
-                             const SettingsStore& settings) {
+ProgramFiles ProgramFilesOf(const OpenFile& file, const SettingsStore& settings) {
+    const std::string folder = file.folder.toStdString();
+    const std::string fileName = file.name.toStdString();
     const auto folderOf = [&](SettingNumber number) {
         const std::string chosen = AsText(settings.GetSetting(number));
         return chosen.empty() ? folder : chosen;

@@ -4,7 +4,6 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
-#include "board/text.h"
 #include "ui/board/floor_widget.h"
 #include "ui/board/inputs_panel.h"
 #include "ui/board/outputs_panel.h"
@@ -14,12 +13,6 @@
 namespace zentro {
 
 namespace {
-
-/// "[00A0]" without its brackets.
-std::string BareAddress(std::uint32_t address) {
-    const std::string bracketed = FormatAddress(address);
-    return bracketed.substr(1, bracketed.size() - 2);
-}
 
 /// A column that scrolls when the window is too low for it, and is as wide as it needs to be.
 QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
@@ -56,9 +49,6 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
     rows->addWidget(controls_);
     rows->addLayout(below, 1);
     connect(&host, &VirtualBoardHost::Changed, this, &VirtualBoardWindow::Refresh);
-    connect(&host, &VirtualBoardHost::FaultHappened, this, [this](const FaultReport& report) {
-        emit FaultHappened(BareAddress(report.address), QString::fromStdString(report.text));
-    });
     connect(inputs_, &InputsPanel::Edited, this, [this](const InputsPanel::Edit& edit) {
         Inputs inputs = host_.State().inputs;
         edit(inputs);
@@ -74,21 +64,11 @@ VirtualBoardWindow::~VirtualBoardWindow() {
 }
 
 void VirtualBoardWindow::Refresh() {
-    TellWhereHeld();
     if (!isVisible()) return;
     controls_->Refresh();
     floor_->Show(host_.World().robot, host_.State().outputs);
     outputs_->Show(host_.State());
     inputs_->Show(host_.World());
-}
-
-void VirtualBoardWindow::TellWhereHeld() {
-    const Processor& processor = host_.State().processor;
-    const bool held = host_.IsPaused() && processor.running;
-    std::string address = held ? BareAddress(processor.address) : std::string();
-    if (address == heldAt_) return;
-    heldAt_ = std::move(address);
-    if (held) emit HeldAt(heldAt_);
 }
 
 void VirtualBoardWindow::showEvent(QShowEvent* event) {

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QString>
 #include <QWidget>
-#include <string>
 
 #include "desktop/virtual_board_host.h"
 
@@ -26,10 +24,6 @@ class VirtualBoardWindow : public QWidget {
     QSize sizeHint() const override { return {960, 640}; }
 
   signals:
-    /// A program was stopped by a fault: the address in four hexadecimal digits, and a sentence.
-    void FaultHappened(const std::string& address, const QString& text);
-    /// The program is held before this instruction: four hexadecimal digits.
-    void HeldAt(const std::string& address);
     void FormClosing();
 
   protected:
@@ -38,14 +32,12 @@ class VirtualBoardWindow : public QWidget {
 
   private:
     void Refresh();
-    void TellWhereHeld();
 
     VirtualBoardHost& host_;
     RunControls* controls_;
     FloorWidget* floor_;
     OutputsPanel* outputs_;
     InputsPanel* inputs_;
-    std::string heldAt_;
 };
 
 }  // namespace zentro

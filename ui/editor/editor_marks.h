@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "desktop/line_message.h"
+#include "desktop/program_report.h"
 
 namespace zentro {
 

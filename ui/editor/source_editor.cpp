@@ -142,11 +142,22 @@ void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
 
 void SourceEditor::ReplaceText(std::string text, bool isLastLineEnded) {
     Prepare(text, isLastLineEnded);
+    int line = 0;
+    int column = 0;
+    getCursorPosition(&line, &column);
+    const int firstVisible = firstVisibleLine();
+    const long scrolled = Send(*this, Sci::SCI_GETXOFFSET);
     Send(*this, Sci::SCI_BEGINUNDOACTION);
     Send(*this, Sci::SCI_SETTARGETSTART, 0);
     Send(*this, Sci::SCI_SETTARGETEND, TextLength(*this));
     SendScintilla(Sci::SCI_REPLACETARGET, static_cast<unsigned long>(text.size()), text.data());
     Send(*this, Sci::SCI_ENDUNDOACTION);
+    line = std::min(line, lines() - 1);
+    setCursorPosition(
+        line,
+        std::min(column, static_cast<int>(QString::fromStdString(LineText(*this, line)).size())));
+    setFirstVisibleLine(firstVisible);
+    Send(*this, Sci::SCI_SETXOFFSET, scrolled);
 }
 
 std::string SourceEditor::TextBytes() {

@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "compiler/paths.h"
-#include "ui/editor/source_editor.h"
 #include "desktop/text_file.h"
+#include "ui/editor/source_editor.h"
 #include "ui/support/colours.h"
 #include "ui/support/dialogs.h"
 #include "ui/support/window_place.h"
@@ -32,9 +32,10 @@ QString FilePath(const QString& folder, const QString& fileName) {
 
 }  // namespace
 
-SourceWindow::SourceWindow(Workbench& workbench, QWidget* parent)
+SourceWindow::SourceWindow(Workbench& workbench, Programs& programs, QWidget* parent)
     : QWidget(parent),
       workbench_(workbench),
+      programs_(programs),
       editor_(new SourceEditor(workbench.configuration, this)),
       lineEnd_(SystemLineEnd()) {
     setObjectName("frmSource");
@@ -47,26 +48,66 @@ SourceWindow::SourceWindow(Workbench& workbench, QWidget* parent)
     SetFont();
     connect(editor_, &SourceEditor::StatsChanged, this,
             [this] { emit DocStatsChanged(DocStats()); });
-    connect(editor_, &SourceEditor::Edited, this, &SourceWindow::TextEdited);
     connect(editor_, &SourceEditor::FilesDropped, this, &SourceWindow::FilesDropped);
+    connect(editor_, &QsciScintilla::textChanged, this, [this] { programs_.NoteEdited(id_); });
     connect(editor_, &QsciScintilla::modificationChanged, this, [this](bool changed) {
-        setWindowModified(changed);
-        emit SourceChangedChanged(changed);
+        if (!changed) programs_.NoteAtSavedText(id_);
     });
+    connect(&programs_, &Programs::Changed, this, &SourceWindow::Refresh);
+}
+
+SourceWindow::~SourceWindow() {
+    programs_.disconnect(this);
+    programs_.Remove(id_);
+}
+
+const OpenFile& SourceWindow::File() const {
+    static const OpenFile kNone;
+    const OpenFile* file = programs_.File(id_);
+    return file == nullptr ? kNone : *file;
+}
+
+void SourceWindow::Open(const QString& folder, const QString& name) {
+    id_ = programs_.Add(folder, name, [this] { return Text(); });
+    Refresh();
+}
+
+/// Shows what the programs know of the file.
+void SourceWindow::Refresh() {
+    if (programs_.File(id_) == nullptr) return;
+    ShowTitle();
+    ShowReport();
 }
 
 void SourceWindow::ShowTitle() {
     setWindowTitle(FileTitle() + "[*] (Source Code)");
+    setWindowModified(SourceChanged());
     editor_->setAccessibleName("Source text of " + FileTitle());
-    emit TitleChanged();
+}
+
+/// Messages stand at their lines, and move with them, until there are others.
+void SourceWindow::ShowReport() {
+    const OpenFile& file = File();
+    const ProgramReport* report = programs_.ReportOf(programs_.RootOf(file));
+    const std::uint64_t serial = report == nullptr ? 0 : report->serial;
+    if (serial == shownReport_) return;
+    const auto messages = programs_.MessagesOf(file);
+    if (messages) {
+        editor_->Marks().ShowMessages(*messages);
+    } else if (report == nullptr) {
+        editor_->Marks().ClearMessages();
+    } else {
+        return;
+    }
+    shownReport_ = serial;
+    editor_->Typing().SetProgramNames(programs_.NamesFor(file));
+    emit DocStatsChanged(DocStats());
 }
 
 void SourceWindow::NewFile(int number) {
-    folder_.clear();
-    fileName_ = kNewFileName + QString::number(number);
     lineEnd_ = SystemLineEnd();
     editor_->LoadText({}, false);
-    ShowTitle();
+    Open({}, kNewFileName + QString::number(number));
 }
 
 /// The text of a file. A failure is told to the user.
@@ -81,19 +122,18 @@ std::optional<FileText> SourceWindow::ReadSource(const QString& folder, const QS
 bool SourceWindow::LoadFile(const QString& folder, const QString& fileName) {
     std::optional<FileText> file = ReadSource(folder, fileName);
     if (!file) return false;
-    folder_ = folder;
-    fileName_ = fileName;
     lineEnd_ = file->lineEnd;
     editor_->LoadText(std::move(file->text), file->isLastLineEnded);
-    ShowTitle();
+    Open(folder, fileName);
     return true;
 }
 
 bool SourceWindow::Reload() {
-    std::optional<FileText> file = ReadSource(folder_, fileName_);
+    std::optional<FileText> file = ReadSource(PathName(), FileName());
     if (!file) return false;
     lineEnd_ = file->lineEnd;
     editor_->ReplaceText(std::move(file->text), file->isLastLineEnded);
+    programs_.NoteSaved(id_, PathName(), FileName());
     editor_->setModified(false);
     return true;
 }
@@ -106,13 +146,13 @@ void SourceWindow::EndUndoGroup() {
 }
 
 SaveResult SourceWindow::SaveFile() {
-    return IsNewFile() ? SaveFileAs() : WriteTo(folder_, fileName_);
+    return IsNewFile() ? SaveFileAs() : WriteTo(PathName(), FileName());
 }
 
 QString SourceWindow::ChooseName() {
     const FileChoice choice{"Save Source File As",
                             TextSetting(workbench_.settings, SettingNumber::SourceFolder),
-                            IsNewFile() ? QString() : fileName_, kSourceFilter, "txt"};
+                            IsNewFile() ? QString() : FileName(), kSourceFilter, "txt"};
     QString path = workbench_.dialogs.ChooseFileToSave(this, choice).value_or(QString());
     if (path.isEmpty()) return {};
     if (!QFileInfo(path).fileName().contains('.')) path += ".txt";
@@ -123,13 +163,16 @@ SaveResult SourceWindow::SaveFileAs() {
     const QString path = ChooseName();
     if (path.isEmpty()) return SaveResult::Cancelled;
     const QFileInfo chosen(path);
+    if (const OpenFile* other = programs_.Find(path); other != nullptr && other->id != id_) {
+        workbench_.dialogs.ShowMessage(
+            this, tr("%1 is open in another tab. Close that tab first, or choose another name.")
+                      .arg(other->name));
+        return SaveResult::Failed;
+    }
     const QString folder = QDir::toNativeSeparators(chosen.absolutePath());
     const SaveResult result = WriteTo(folder, chosen.fileName());
     if (result != SaveResult::Saved) return result;
-    folder_ = folder;
-    fileName_ = chosen.fileName();
     workbench_.settings.SaveSetting(SettingNumber::SourceFolder, folder.toStdString());
-    ShowTitle();
     return result;
 }
 
@@ -142,6 +185,7 @@ SaveResult SourceWindow::WriteTo(const QString& folder, const QString& fileName)
                       QString::fromStdString(problem));
         return SaveResult::Failed;
     }
+    programs_.NoteSaved(id_, folder, fileName);
     editor_->setModified(false);
     return SaveResult::Saved;
 }
@@ -184,6 +228,13 @@ bool SourceWindow::ReplaceIfSelected(const QString& text, const QString& replace
 
 void SourceWindow::GotoLine(int line) {
     SelectLine(*editor_, line);
+}
+
+void SourceWindow::PutCaretAt(int line) {
+    const int index = std::clamp(line, 1, editor_->lines()) - 1;
+    const long begin = editor_->SendScintilla(QsciScintilla::SCI_GETLINEINDENTPOSITION, index);
+    editor_->setFocus();
+    editor_->SelectRange(begin, begin);
 }
 
 void SourceWindow::SetFormColours() {
@@ -229,12 +280,8 @@ QString SourceWindow::Text() const {
     return editor_->text();
 }
 
-bool SourceWindow::SourceChanged() const {
-    return editor_->isModified();
-}
-
 bool SourceWindow::IsNewFile() const {
-    return fileName_.startsWith(kNewFileName);
+    return FileName().startsWith(kNewFileName);
 }
 
 QString SourceWindow::DocStats() const {
@@ -249,29 +296,19 @@ void SourceWindow::SetText(const QString& text) {
     editor_->ReplaceText(FromFileBytes((text + '\n').toStdString()).text, false);
 }
 
-void SourceWindow::ShowMessages(const std::vector<LineMessage>& messages) {
-    editor_->Marks().ShowMessages(messages);
-}
-
-void SourceWindow::ClearMessages() {
-    editor_->Marks().ClearMessages();
-}
-
-void SourceWindow::MarkLine(int line, const QString& text) {
-    const int index = std::clamp(line, 1, editor_->lines()) - 1;
-    editor_->Marks().MarkLine(index, text);
-}
-
-void SourceWindow::ClearMark() {
-    editor_->Marks().ClearMark();
+void SourceWindow::MarkLine(const std::optional<LineMark>& mark) {
+    if (mark == lineMark_) return;
+    lineMark_ = mark;
+    if (mark) {
+        editor_->Marks().MarkLine(std::clamp(mark->line, 1, editor_->lines()) - 1, mark->text);
+    } else {
+        editor_->Marks().ClearMark();
+    }
+    emit DocStatsChanged(DocStats());
 }
 
 QString SourceWindow::MessageAtCursor() const {
     return editor_->Marks().TextAt(editor_->CaretLine() - 1);
-}
-
-void SourceWindow::SetProgramNames(std::vector<ProgramName> names) {
-    editor_->Typing().SetProgramNames(std::move(names));
 }
 
 void SourceWindow::closeEvent(QCloseEvent* event) {

@@ -6,12 +6,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "desktop/line_message.h"
-#include "desktop/program_names.h"
-#include "ui/editor/source_search.h"
 #include "desktop/file_text.h"
+#include "desktop/programs.h"
+#include "ui/editor/source_search.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {
@@ -20,19 +18,30 @@ class SourceEditor;
 
 enum class SaveResult : std::uint8_t { Saved, Cancelled, Failed };
 
-/// The window of one source file.
+/// A line, from 1, at which a program stands, and what its mark says.
+struct LineMark {
+    int line = 0;
+    QString text;
+
+    bool operator==(const LineMark&) const = default;
+};
+
+/// The window of one source file: it shows and edits the text of an open file, and tells the
+/// programs of every edit.
 class SourceWindow : public QWidget {
     Q_OBJECT
 
   public:
-    /// The workbench outlives the window.
-    explicit SourceWindow(Workbench& workbench, QWidget* parent = nullptr);
+    /// Both outlive the window.
+    SourceWindow(Workbench& workbench, Programs& programs, QWidget* parent = nullptr);
+    ~SourceWindow() override;
 
-    /// An empty text named "NewFile" and the number, which is saved under another name.
+    /// Begins an empty text named "NewFile" and the number, which is saved under another name.
     void NewFile(int number);
-    /// Shows the file. False when it cannot be read: the user is told, and the text stays.
+    /// Opens the file. False when it cannot be read: the user is told, and nothing is opened.
     bool LoadFile(const QString& folder, const QString& fileName);
-    /// Takes the file over as it is on disk now; that can be undone. False as with LoadFile.
+    /// Takes the file over as it is on disk now; that can be undone, and the caret stays in its
+    /// line. False as with LoadFile.
     bool Reload();
     /// Writes the text to its file; a new file goes to SaveFileAs. A failure is told to the user.
     SaveResult SaveFile();
@@ -56,6 +65,8 @@ class SourceWindow : public QWidget {
     void EndUndoGroup();
     /// Selects a line (from 1) and gives the text the focus.
     void GotoLine(int line);
+    /// The same with the caret before the line's first word, so that typing deletes nothing.
+    void PutCaretAt(int line);
 
     /// Take the settings as they are now.
     void SetFormColours();
@@ -63,11 +74,14 @@ class SourceWindow : public QWidget {
     void SetColouring();
     void PositionForm();
 
-    QString PathName() const { return folder_; }  ///< the file's folder; empty for a new file
-    QString FileName() const { return fileName_; }
-    QString FileTitle() const { return fileName_; }  ///< what the caption names
+    FileId Id() const { return id_; }
+    const OpenFile& File() const;
+    QString PathName() const { return File().folder; }  ///< empty for a new file
+    QString FileName() const { return File().name; }
+    QString FileTitle() const { return File().name; }  ///< what the caption names
     QString Text() const;
-    bool SourceChanged() const;
+    bool SourceChanged() const { return File().IsChanged(); }
+    /// Whether a save asks for a name.
     bool IsNewFile() const;
     QString DocStats() const;  ///< "Line 3/40"
     QString WordAtCursor() const;
@@ -76,26 +90,15 @@ class SourceWindow : public QWidget {
     /// Replaces the whole text as an edit, which can be undone and counts as a change.
     void SetText(const QString& text);
 
-    /// Marks the lines of the messages in place of those marked before.
-    void ShowMessages(const std::vector<LineMessage>& messages);
-    void ClearMessages();
-    /// Marks the line (from 1) at which a program stands, and shows it.
-    void MarkLine(int line, const QString& text);
-    void ClearMark();
+    /// Marks the line at which a program stands, and shows it; nothing: none.
+    void MarkLine(const std::optional<LineMark>& mark);
     /// What the marks of the caret's line say; empty without marks.
     QString MessageAtCursor() const;
-
-    /// The names that are offered while typing, in the order of the alphabet.
-    void SetProgramNames(std::vector<ProgramName> names);
 
   signals:
     void DocStatsChanged(const QString& stats);
     /// The window is being closed; it goes when the event is done.
     void FormClosing();
-    void SourceChangedChanged(bool changed);
-    /// The text was edited, or undone.
-    void TextEdited();
-    void TitleChanged();
     void FilesDropped(const QStringList& paths);
 
   protected:
@@ -103,16 +106,21 @@ class SourceWindow : public QWidget {
     void changeEvent(QEvent* event) override;
 
   private:
+    void Open(const QString& folder, const QString& name);
+    void Refresh();
     void ShowTitle();
+    void ShowReport();
     QString ChooseName();
     std::optional<FileText> ReadSource(const QString& folder, const QString& fileName);
     SaveResult WriteTo(const QString& folder, const QString& fileName);
     QWidget& Frame();
 
     Workbench& workbench_;
+    Programs& programs_;
     SourceEditor* editor_;
-    QString folder_;
-    QString fileName_;
+    FileId id_{};
+    std::optional<LineMark> lineMark_;
+    std::uint64_t shownReport_ = 0;  ///< its serial number
     std::string lineEnd_;
 };
 

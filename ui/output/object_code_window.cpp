@@ -1,9 +1,10 @@
 #include "ui/output/object_code_window.h"
 
-#include <QRegularExpression>
 #include <QTextBlock>
 #include <QVBoxLayout>
 #include <utility>
+
+#include "model/address.h"
 
 namespace zentro {
 
@@ -12,11 +13,6 @@ namespace {
 /// Arguments of usual length end before the first stop, so that the comments, three tabs behind
 /// them, stand in one column.
 const QList<int> kTabColumns{100, 101, 102};
-
-/// How the listing shows an address.
-QString ShownAddress(const QString& hexAddress) {
-    return '[' + hexAddress.toUpper() + ']';
-}
 
 }  // namespace
 
@@ -63,9 +59,9 @@ void ObjectCodeWindow::ShowPending() {
     cursor.insertText(text);
 }
 
-bool ObjectCodeWindow::SelectLineByAddresss(const QString& hexAddress) {
+bool ObjectCodeWindow::SelectLineByAddresss(std::uint16_t address) {
     ShowPending();
-    const QString shown = ShownAddress(hexAddress);
+    const QString shown = QString::fromStdString(FormatAddress(address));
     for (QTextBlock line = View().document()->begin(); line.isValid(); line = line.next()) {
         if (!line.text().startsWith(shown)) continue;
         View().SelectLine(line.blockNumber());
@@ -75,10 +71,10 @@ bool ObjectCodeWindow::SelectLineByAddresss(const QString& hexAddress) {
 }
 
 void ObjectCodeWindow::RaiseAddressOf(int line) {
-    static const QRegularExpression kAddress("^\\[([0-9A-F]{4})\\]");
     const QString text = View().document()->findBlockByNumber(line).text();
-    const QRegularExpressionMatch match = kAddress.match(text);
-    if (match.hasMatch()) emit AddressActivated(match.captured(1));
+    if (!text.startsWith('[')) return;
+    const auto address = ParseAddress(text.mid(1, kAddressDigits).toStdString());
+    if (address) emit AddressActivated(*address);
 }
 
 }  // namespace zentro

@@ -18,13 +18,12 @@ class ObjectCodeWindow final : public CompilerTextWindow, public ListingSink {
     void AddCodeLine(std::string_view text) override;
     bool IsEmpty() const;
 
-    /// Selects the line of the address (four hexadecimal digits, in any letter case) and brings it
-    /// into view. False, and nothing changes, when the listing has no such line.
-    bool SelectLineByAddresss(const QString& hexAddress);
+    /// Selects the line of the address and brings it into view. False, and nothing changes, when the listing has no such line.
+    bool SelectLineByAddresss(std::uint16_t address);
 
   signals:
-    /// The user points at the line of an address (four hexadecimal digits).
-    void AddressActivated(const QString& hexAddress);
+    /// The user points at the line of an address.
+    void AddressActivated(std::uint16_t address);
 
   private:
     void ShowPending();

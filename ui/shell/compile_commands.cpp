@@ -2,34 +2,98 @@
 
 #include <QDir>
 #include <algorithm>
-#include <vector>
 
+#include "compiler/paths.h"
 #include "compiler/source_of_address.h"
+#include "desktop/program_files.h"
 #include "ui/editor/source_window.h"
 #include "ui/output/compiler_output_window.h"
 #include "ui/output/object_code_window.h"
-#include "desktop/program_files.h"
 #include "ui/shell/source_files.h"
 #include "ui/support/child_windows.h"
+#include "ui/support/dialogs.h"
 
 namespace zentro {
 
 namespace {
 
-QString PathOf(const LineXref& line) {
-    return QDir(QString::fromStdString(line.pathName))
-        .filePath(QString::fromStdString(line.fileName));
+QString Shown(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
 }
 
 }  // namespace
 
-CompileCommands::CompileCommands(Workbench& workbench, SourceFiles& files,
+/// What the compiler asks and tells, in boxes.
+class CompileCommands::BoxPrompts : public Prompts {
+  public:
+    BoxPrompts(Dialogs& dialogs, QWidget* parent) : dialogs_(dialogs), parent_(parent) {}
+
+    void ShowMessage(std::string_view text) override { dialogs_.ShowMessage(parent_, Shown(text)); }
+
+    std::optional<std::string> FindMissingFile(std::string_view title, std::string_view directory,
+                                               std::string_view fileName) override {
+        const FileChoice choice{Shown(title), Shown(directory), Shown(fileName),
+                                QString(kSourceFilter) + "|All Files|*", "txt"};
+        const std::optional<QString> path = dialogs_.ChooseFileToOpen(parent_, choice);
+        if (!path) return std::nullopt;
+        return path->toStdString();
+    }
+
+  private:
+    Dialogs& dialogs_;
+    QWidget* parent_;
+};
+
+/// The open files, as the choice of the file to compile sees them.
+class CompileCommands::FilesToCompile : public OpenFiles {
+  public:
+    FilesToCompile(Programs& programs, SourceFiles& windows)
+        : programs_(programs), windows_(windows) {}
+
+    QList<OpenFileName> Names() const override {
+        QList<OpenFileName> names;
+        for (const OpenFile& file : programs_.Files())
+            names += {file.name, file.folder};
+        return names;
+    }
+    std::optional<int> MainFile() const override { return IndexOf(programs_.Main()); }
+    void SetMainFile(int file) override {
+        programs_.SetMain(At(file).id);
+        windows_.BringToFront(At(file).id);
+    }
+    std::optional<int> OpenFromDisk(const QString& folder, const QString& name) override {
+        const SourceWindow* window = windows_.OpenFile(folder, name);
+        return window == nullptr ? std::nullopt : IndexOf(&window->File());
+    }
+    bool HasChanged(int file) const override { return At(file).IsChanged(); }
+    bool WasNeverSaved(int file) const override {
+        return windows_.WindowOf(At(file).id)->IsNewFile();
+    }
+    bool Save(int file) override { return windows_.Save(At(file).id); }
+
+    const OpenFile& At(int file) const {
+        return programs_.Files().at(static_cast<std::size_t>(file));
+    }
+
+  private:
+    std::optional<int> IndexOf(const OpenFile* file) const {
+        if (file == nullptr) return std::nullopt;
+        return static_cast<int>(file - programs_.Files().data());
+    }
+
+    Programs& programs_;
+    SourceFiles& windows_;
+};
+
+CompileCommands::CompileCommands(Workbench& workbench, Programs& programs, SourceFiles& files,
                                  Surroundings surroundings, QObject* parent)
     : QObject(parent),
       workbench_(workbench),
+      programs_(programs),
       files_(files),
       surroundings_(std::move(surroundings)),
-      service_(workbench, surroundings_.dialogParent) {}
+      prompts_(std::make_unique<BoxPrompts>(workbench.dialogs, surroundings_.dialogParent)),
+      service_(workbench.configuration, workbench.settings, programs, *prompts_) {}
 
 CompileCommands::~CompileCommands() = default;
 
@@ -48,103 +112,93 @@ void CompileCommands::SyntaxCheck() {
 }
 
 QString CompileCommands::ObjectFile() const {
-    const SourceWindow* main = files_.Main();
+    const OpenFile* main = programs_.Main();
     if (main == nullptr) return {};
-    const ProgramFiles files = ProgramFilesFor(main->PathName().toStdString(),
-                                               main->FileName().toStdString(), workbench_.settings);
-    return QString::fromStdString(files.objectDirectory + files.objectFileName);
+    const ProgramFiles files = ProgramFilesOf(*main, workbench_.settings);
+    return QString::fromStdString(PathOf(files.objectDirectory, files.objectFileName));
 }
 
 void CompileCommands::Run(CompileCommand command) {
     if (service_.IsRunning()) return;
+    FilesToCompile choice(programs_, files_);
     const std::optional<int> chosen =
-        PrepareMainFile(command, files_, workbench_, surroundings_.dialogParent);
+        PrepareMainFile(command, choice, workbench_, surroundings_.dialogParent);
     if (!chosen) return;
-    const SourceWindow& source = *files_.Windows().at(*chosen);
-    const ProgramFiles program = ProgramFilesFor(
-        source.PathName().toStdString(), source.FileName().toStdString(), workbench_.settings);
-    OpenWindows(command, source.PathName(), source.FileName());
-    const bool compiles = command == CompileCommand::Compile;
-    const bool succeeded = compiles ? service_.Compile(program, *output_, objectCode_)
-                                    : service_.Check(program, *output_);
+    const OpenFile file = choice.At(*chosen);
+    OpenWindows(command, file);
+    bool succeeded = false;
+    if (command == CompileCommand::Compile) {
+        listed_ = service_.Compile(file, *output_, objectCode_);
+        succeeded = listed_ != nullptr && listed_->succeeded;
+    } else {
+        succeeded = service_.Check(file, *output_);
+    }
     // Closing the program can end the windows while the compiler lets events run.
     if (output_ != nullptr) output_->FinishCompile();
     // A program with errors has no object code to show.
     if (!succeeded && objectCode_ != nullptr && objectCode_->IsEmpty()) CloseChild(objectCode_);
-    ShowMessages();
-    emit CompileFinished(succeeded);
+    GoBackToSource();
+    emit Finished(file.id, succeeded);
 }
 
-void CompileCommands::OpenWindows(CompileCommand command, const QString& folder,
-                                  const QString& name) {
+void CompileCommands::OpenWindows(CompileCommand command, const OpenFile& file) {
     CloseChild(objectCode_);
     CloseChild(output_);
+    listed_.reset();
     if (command == CompileCommand::Compile) {
         objectCode_ = new ObjectCodeWindow(workbench_);
         surroundings_.addChild(objectCode_);
         objectCode_->PositionForm();
         connect(objectCode_, &ObjectCodeWindow::AddressActivated, this,
-                [this](const QString& address) { ShowSourceOf(address); });
+                [this](std::uint16_t address) {
+                    if (const auto place = PlaceOf(listed_.get(), address)) ShowLine(*place);
+                });
     }
     output_ = new CompilerOutputWindow(workbench_);
     surroundings_.addChild(output_);
     output_->PositionForm();
-    output_->InitFile(folder, name);
+    output_->InitFile(file.folder, file.name);
     connect(output_, &CompilerOutputWindow::ShowLineWithError, this,
             [this](const LineXref& line) { ShowLine(line); });
 }
 
-/// Marks the messages of the run in the open files that they are about.
-void CompileCommands::ShowMessages() {
+/// Whoever compiled goes on in the source: at the first error, if it is in an open file.
+void CompileCommands::GoBackToSource() {
     if (output_ == nullptr) return;
-    const std::vector<PostedMessage> posted = output_->Messages();
-    for (SourceWindow* window : files_.Windows()) {
-        std::vector<LineMessage> messages;
-        for (const PostedMessage& message : posted) {
-            if (files_.Find(PathOf(message.place)) != window) continue;
-            messages.push_back({message.place.sourceLineNo, message.severity,
-                                QString::fromStdString(message.text)});
+    const std::vector<PostedMessage> messages = output_->Messages();
+    const auto error = std::ranges::find(messages, Severity::Error, &PostedMessage::severity);
+    if (error != messages.end()) {
+        const QString path = QDir(QString::fromStdString(error->place.pathName))
+                                 .filePath(QString::fromStdString(error->place.fileName));
+        if (SourceWindow* window = files_.Find(path)) {
+            surroundings_.bringToFront(window);
+            return window->PutCaretAt(error->place.sourceLineNo);
         }
-        window->ShowMessages(messages);
     }
+    if (SourceWindow* window = files_.Front()) surroundings_.bringToFront(window);
 }
 
 SourceWindow* CompileCommands::ShowLine(const LineXref& line) {
     SourceWindow* window = files_.OpenFile(QString::fromStdString(line.pathName),
                                            QString::fromStdString(line.fileName));
-    if (window != nullptr) window->GotoLine(line.sourceLineNo);
+    if (window != nullptr) window->PutCaretAt(line.sourceLineNo);
     return window;
 }
 
-SourceWindow* CompileCommands::ShowSourceOf(const QString& address) {
-    if (Last() == nullptr) return nullptr;
-    const std::optional<LineXref> line = SourceOfAddress(*Last(), address.toStdString());
-    return line ? ShowLine(*line) : nullptr;
+std::optional<LineXref> CompileCommands::PlaceOf(const CompiledProgram* program,
+                                                 std::uint16_t address) {
+    if (program == nullptr) return std::nullopt;
+    return SourceOfAddress(*program->compilation, address);
 }
 
-void CompileCommands::ShowAddress(const QString& address) {
-    if (objectCode_ != nullptr) objectCode_->SelectLineByAddresss(address);
-    ShowSourceOf(address);
+void CompileCommands::SelectInListing(const CompiledProgram* program, std::uint16_t address) {
+    if (objectCode_ != nullptr && program != nullptr && program == listed_.get())
+        objectCode_->SelectLineByAddresss(address);
 }
 
-void CompileCommands::ShowFault(const QString& address, const QString& text) {
-    ShowAddress(address);
-    MarkAddress(address, text);
-}
-
-void CompileCommands::MarkAddress(const QString& address, const QString& text) {
-    ClearMark();
-    if (objectCode_ != nullptr) objectCode_->SelectLineByAddresss(address);
-    if (Last() == nullptr) return;
-    const std::optional<LineXref> line = SourceOfAddress(*Last(), address.toStdString());
-    SourceWindow* window = line ? files_.Find(PathOf(*line)) : nullptr;
-    if (window != nullptr) window->MarkLine(line->sourceLineNo, text);
-}
-
-void CompileCommands::ClearMark() {
-    for (SourceWindow* window : files_.Windows()) {
-        window->ClearMark();
-    }
+void CompileCommands::ShowAddress(const CompiledProgram* program, std::uint16_t address) {
+    SelectInListing(program, address);
+    if (const auto place = PlaceOf(program, address)) ShowLine(*place);
 }
 
 void CompileCommands::ApplySettings() {

@@ -3,11 +3,14 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <cstdint>
 #include <functional>
+#include <memory>
+#include <optional>
 
-#include "model/environment.h"
+#include "desktop/compile_service.h"
+#include "desktop/programs.h"
 #include "ui/output/compile_flow.h"
-#include "ui/output/compile_service.h"
 #include "ui/support/workbench.h"
 
 class QWidget;
@@ -32,49 +35,51 @@ class CompileCommands : public QObject {
         QWidget* dialogParent = nullptr;
     };
 
-    CompileCommands(Workbench& workbench, SourceFiles& files, Surroundings surroundings,
-                    QObject* parent);
+    CompileCommands(Workbench& workbench, Programs& programs, SourceFiles& files,
+                    Surroundings surroundings, QObject* parent);
     ~CompileCommands() override;
 
     void CompileSource();
     void SyntaxCheck();
 
-    /// The last run; null before the first one.
-    const Compilation* Last() const { return service_.Last(); }
     /// The object file of the main file; empty when none is chosen.
     QString ObjectFile() const;
-
     CompilerOutputWindow* Output() const;
     ObjectCodeWindow* ObjectCode() const;
 
-    /// Selects an address (four hexadecimal digits) in the listing and shows its source line.
-    void ShowAddress(const QString& address);
-    /// Marks the source line of an address at which the program was stopped, and shows it.
-    void ShowFault(const QString& address, const QString& text);
-    /// Marks the source line of the address at which the program is held, without taking the focus
-    /// from where it is stepped.
-    void MarkAddress(const QString& address, const QString& text);
-    void ClearMark();
+    /// Where the instruction at an address of the program comes from; nothing when that is not
+    /// known.
+    static std::optional<LineXref> PlaceOf(const CompiledProgram* program, std::uint16_t address);
+    /// Selects an address of the program in its listing, when that is open.
+    void SelectInListing(const CompiledProgram* program, std::uint16_t address);
+    /// The same, and shows the source line.
+    void ShowAddress(const CompiledProgram* program, std::uint16_t address);
+    SourceWindow* ShowLine(const LineXref& line);
 
     /// Colours and fonts were changed.
     void ApplySettings();
 
   signals:
-    void CompileFinished(bool succeeded);
+    /// A run is over. The file that it began with need not be the one in front.
+    void Finished(zentro::FileId file, bool succeeded);
 
   private:
+    class BoxPrompts;
+    class FilesToCompile;
+
     void Run(CompileCommand command);
-    void OpenWindows(CompileCommand command, const QString& folder, const QString& name);
-    void ShowMessages();
-    SourceWindow* ShowLine(const LineXref& line);
-    SourceWindow* ShowSourceOf(const QString& address);
+    void OpenWindows(CompileCommand command, const OpenFile& file);
+    void GoBackToSource();
 
     Workbench& workbench_;
+    Programs& programs_;
     SourceFiles& files_;
     Surroundings surroundings_;
+    std::unique_ptr<BoxPrompts> prompts_;
     CompileService service_;
     QPointer<CompilerOutputWindow> output_;
     QPointer<ObjectCodeWindow> objectCode_;
+    std::shared_ptr<const CompiledProgram> listed_;  ///< what the listing shows
 };
 
 }  // namespace zentro

@@ -9,6 +9,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QProgressBar>
+#include <QShortcut>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QToolBar>
@@ -17,17 +18,20 @@
 #include <algorithm>
 
 #include "comms/virtual_board_link.h"
+#include "desktop/board_state.h"
+#include "desktop/live_check.h"
 #include "ui/dialogs/find_dialog.h"
 #include "ui/editor/source_window.h"
-#include "ui/shell/board_connection.h"
+#include "ui/shell/board_windows.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/desk.h"
 #include "ui/shell/notice_bar.h"
+#include "ui/shell/program_marks.h"
 #include "ui/shell/recovery_keeper.h"
-#include "ui/shell/source_checks.h"
 #include "ui/shell/source_files.h"
 #include "ui/shell/tool_bar_layout.h"
 #include "ui/support/child_windows.h"
+#include "ui/support/dialogs.h"
 #include "ui/support/icons.h"
 
 namespace zentro {
@@ -45,12 +49,15 @@ MainWindow::MainWindow(Workbench& workbench, PortLister listPorts)
     MakeParts();
     RestoreToolBarLayout(*this, workbench_.settings);
     RestoreMainWindowPlace(*this, workbench_.settings);
-    UpdateFront();
+    ShowFront();
+    ShowBoard();
 }
 
 MainWindow::~MainWindow() {
     // What is left of the windows must not tell a frame that is half gone.
     area_->disconnect(this);
+    programs_->disconnect(this);
+    board_->disconnect(this);
 }
 
 void MainWindow::MakeActions() {
@@ -72,10 +79,8 @@ void MainWindow::MakeActions() {
         actions_[row.id] = action;
     }
     Action(CommandId::CheckWhileTyping)->setCheckable(true);
-    for (CommandId id :
-         {CommandId::DownloadCurrent, CommandId::DownloadSaved, CommandId::CancelDownload}) {
-        Action(id)->setEnabled(false);
-    }
+    downloadKey_ = new QShortcut(Action(CommandId::DownloadCurrent)->shortcut(), this);
+    connect(downloadKey_, &QShortcut::activated, this, &MainWindow::TellWhyNoDownload);
 }
 
 void MainWindow::MakeMenus() {
@@ -125,7 +130,9 @@ void MainWindow::MakeCentre() {
     layout->addWidget(tabs_);
     layout->addWidget(area_, 1);
     setCentralWidget(centre);
-    connect(area_, &QMdiArea::subWindowActivated, this, &MainWindow::UpdateFront);
+    connect(area_, &QMdiArea::subWindowActivated, this, [this] {
+        if (files_ != nullptr) files_->NoteFront(Front());
+    });
 }
 
 void MainWindow::MakeStatusBar() {
@@ -133,7 +140,7 @@ void MainWindow::MakeStatusBar() {
     linePanel_->setObjectName("panelLine");
     changedPanel_ = new QLabel(this);
     changedPanel_->setObjectName("panelChanged");
-    connectionPanel_ = new QLabel("Not connected", this);
+    connectionPanel_ = new QLabel(this);
     connectionPanel_->setObjectName("panelConnection");
     progress_ = new QProgressBar(this);
     progress_->setObjectName("panelProgress");
@@ -150,61 +157,122 @@ void MainWindow::MakeStatusBar() {
 void MainWindow::MakeParts() {
     const auto addChild = [this](QWidget* window) { AddChild(window); };
     const auto bringToFront = [this](QWidget* window) { BringToFront(window); };
-    files_ = new SourceFiles(workbench_, *tabs_,
-                             {addChild, bringToFront, [this] { return Front(); }}, this);
-    compiler_ = new CompileCommands(workbench_, *files_, {addChild, bringToFront, this}, this);
-    boards_ =
-        new BoardConnection(workbench_,
-                            {addChild, bringToFront, [this] { return compiler_->Last(); },
-                             [this] { return compiler_->ObjectFile(); },
-                             [this] { return compiler_->ObjectCode() != nullptr; }, listPorts_},
-                            this);
-    recovery_ = new RecoveryKeeper(workbench_, *files_, this);
-    checks_ = new SourceChecks(workbench_, *files_, this);
+    const auto showMessage = [this](const std::string& message) {
+        workbench_.dialogs.ShowMessage(this, QString::fromStdString(message));
+    };
+    programs_ = new Programs(this);
+    board_ = new BoardState(showMessage, listPorts_, this);
+    files_ = new SourceFiles(workbench_, *programs_, *tabs_, {addChild, bringToFront}, this);
+    compiler_ =
+        new CompileCommands(workbench_, *programs_, *files_, {addChild, bringToFront, this}, this);
+    boards_ = new BoardWindows(workbench_, *programs_, *board_,
+                               {addChild, bringToFront, [this] { return compiler_->ObjectFile(); },
+                                [this] { return compiler_->ObjectCode() != nullptr; }},
+                               this);
+    recovery_ = new RecoveryKeeper(workbench_, *programs_, *files_, this);
+    checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
+    new ProgramMarks(*programs_, *board_, *files_, *compiler_, this);
     search_ = std::make_unique<SourceSearch>(*files_);
-    ConnectFiles();
-    ConnectCompiler();
-    ConnectBoards();
-}
-
-void MainWindow::ConnectFiles() {
-    connect(files_, &SourceFiles::StatsChanged, this, [this](const QString& stats) {
-        linePanel_->setText(stats);
-        // What is wrong with the caret's line can be read without a mouse.
-        if (files_->Current() != nullptr)
-            statusBar()->showMessage(files_->Current()->MessageAtCursor());
-    });
-    connect(files_, &SourceFiles::FilesChanged, this, &MainWindow::UpdateFront);
+    connect(programs_, &Programs::Changed, this, &MainWindow::ShowFront);
+    connect(files_, &SourceFiles::StatsChanged, this, &MainWindow::ShowCaret);
     connect(files_, &SourceFiles::FileDropped, this, &MainWindow::OpenPath);
     Action(CommandId::CheckWhileTyping)->setChecked(checks_->IsOn());
+    ConnectCompiler();
+    ConnectBoard();
 }
 
 void MainWindow::ConnectCompiler() {
-    connect(compiler_, &CompileCommands::CompileFinished, this, [this](bool succeeded) {
-        statusBar()->showMessage(succeeded ? "No errors were found." : "There are errors.", 10'000);
-        boards_->UseCompilation(compiler_->Last());
+    connect(compiler_, &CompileCommands::Finished, this, [this](FileId file, bool succeeded) {
+        statusBar()->showMessage(succeeded ? tr("No errors were found.") : tr("There are errors."),
+                                 10'000);
+        OfferFrontFile(file);
     });
 }
 
-void MainWindow::ConnectBoards() {
-    connect(boards_, &BoardConnection::DownloadsEnabled, this, [this](bool enabled) {
-        Action(CommandId::DownloadCurrent)->setEnabled(enabled);
-        Action(CommandId::DownloadSaved)->setEnabled(enabled);
-    });
-    connect(boards_, &BoardConnection::DownloadRunning, this, [this](bool running) {
-        Action(CommandId::CancelDownload)->setEnabled(running);
-        progress_->setVisible(running);
-    });
-    connect(boards_, &BoardConnection::DownloadProgress, this, [this](double fraction, int) {
+/// The file to compile need not be the one that is looked at.
+void MainWindow::OfferFrontFile(FileId compiled) {
+    const OpenFile* front = programs_->Front();
+    const OpenFile* file = programs_->File(compiled);
+    if (front == nullptr || file == nullptr || programs_->RootOf(*front) == file->key)
+        return notices_->Withdraw("main file");
+    const FileId id = front->id;
+    notices_->Offer({"main file",
+                     tr("%1 was compiled, the file with the key. %2, which is in front, does not "
+                        "belong to it.")
+                         .arg(file->name, front->name),
+                     tr("&Compile %1").arg(front->name),
+                     [this, id] {
+                         if (programs_->File(id) == nullptr) return;
+                         programs_->SetMain(id);
+                         compiler_->CompileSource();
+                     },
+                     [this, compiled, id] {
+                         const OpenFile* main = programs_->Main();
+                         return main != nullptr && main->id == compiled &&
+                                programs_->File(id) != nullptr;
+                     }});
+}
+
+void MainWindow::ConnectBoard() {
+    connect(board_, &BoardState::Changed, this, &MainWindow::ShowBoard);
+    connect(board_, &BoardState::SendingProgress, this, [this](double fraction, int) {
         progress_->setValue(static_cast<int>(fraction * progress_->maximum()));
     });
-    connect(boards_, &BoardConnection::ConnectionChanged, connectionPanel_, &QLabel::setText);
-    connect(boards_, &BoardConnection::SyncToCodeLine, compiler_, &CompileCommands::ShowAddress);
-    connect(boards_, &BoardConnection::FaultHappened, compiler_, &CompileCommands::ShowFault);
-    connect(boards_, &BoardConnection::HeldAt, compiler_, [this](const QString& address) {
-        compiler_->MarkAddress(address, "The program is held here.");
+    connect(board_, &BoardState::AddressChosen, this, [this](std::uint16_t address) {
+        compiler_->ShowAddress(boards_->NamedProgram().get(), address);
     });
-    connect(boards_, &BoardConnection::ProgramStarted, compiler_, &CompileCommands::ClearMark);
+}
+
+/// What the state of the board means for commands and status bar.
+void MainWindow::ShowBoard() {
+    const ConnectionState connection = board_->Connection();
+    const bool isConnected = connection == ConnectionState::Connected;
+    Action(CommandId::DownloadCurrent)->setEnabled(isConnected);
+    Action(CommandId::DownloadSaved)->setEnabled(isConnected);
+    downloadKey_->setEnabled(!isConnected);
+    Action(CommandId::CancelDownload)->setEnabled(board_->IsSending());
+    progress_->setVisible(board_->IsSending());
+    const QString port = board_->PortName();
+    connectionPanel_->setText(connection == ConnectionState::None ? tr("Not connected")
+                              : isConnected                       ? tr("Connected to %1").arg(port)
+                                            : tr("Connection to %1 lost").arg(port));
+    notices_->Refresh();
+}
+
+/// F7 without a board: nothing happens without a word.
+void MainWindow::TellWhyNoDownload() {
+    notices_->Offer({"no board",
+                     tr("No board is connected that the program could be sent to. F6 opens the "
+                        "connection to a board."),
+                     tr("Open &Virtual Board"),
+                     [this] { Action(CommandId::OpenVirtualBoard)->trigger(); },
+                     [this] { return board_->Connection() != ConnectionState::Connected; }});
+}
+
+/// Sends the program as it was compiled, and says when it has been changed since.
+void MainWindow::Download() {
+    const auto compiled =
+        programs_->Main() == nullptr ? nullptr : programs_->CompiledFrom(programs_->Main()->key);
+    if (!boards_->DownloadCurrent()) return;
+    if (compiled != nullptr && programs_->IsUpToDate(*compiled))
+        return notices_->Withdraw("old object code");
+    const QString name = programs_->Main()->name;
+    const FileId main = programs_->Main()->id;
+    notices_->Offer({"old object code",
+                     compiled == nullptr
+                         ? tr("The board got what was compiled of %1 at an earlier time.").arg(name)
+                         : tr("The board got %1 as it was compiled last. The text has been changed "
+                              "since.")
+                               .arg(name),
+                     tr("&Compile and Send"),
+                     [this, main] {
+                         if (programs_->File(main) == nullptr) return;
+                         programs_->SetMain(main);
+                         compiler_->CompileSource();
+                         const auto now = programs_->CompiledFrom(programs_->Main()->key);
+                         if (now != nullptr && programs_->IsUpToDate(*now)) Download();
+                     },
+                     [this, main] { return programs_->File(main) != nullptr; }});
 }
 
 void MainWindow::AddChild(QWidget* window) {
@@ -231,14 +299,26 @@ QWidget* MainWindow::Front() const {
     return frame == nullptr ? nullptr : frame->widget();
 }
 
-/// The window in front decides what the tabs and the status bar show.
-void MainWindow::UpdateFront() {
-    if (files_ == nullptr) return;
-    SourceWindow* source = files_->Front();
-    if (source != nullptr) files_->ShowTab(source);
-    const SourceWindow* shown = files_->Current();
-    changedPanel_->setText(shown == nullptr ? "" : shown->SourceChanged() ? "Changed" : "Saved");
-    if (shown == nullptr) linePanel_->clear();
+/// What the file in front means for the status bar.
+void MainWindow::ShowFront() {
+    const OpenFile* front = programs_->Front();
+    changedPanel_->setText(front == nullptr                 ? QString()
+                           : front->disk == DiskState::Gone ? tr("Not on the disk")
+                           : front->IsChanged()             ? tr("Changed")
+                                                            : tr("Saved"));
+    ShowCaret();
+    notices_->Refresh();
+}
+
+/// Where the caret of the file in front is; what is wrong with its line can be read without a
+/// mouse.
+void MainWindow::ShowCaret() {
+    const SourceWindow* source = files_ == nullptr ? nullptr : files_->Front();
+    linePanel_->setText(source == nullptr ? QString() : source->DocStats());
+    const QString message = source == nullptr ? QString() : source->MessageAtCursor();
+    if (message == caretMessage_) return;
+    caretMessage_ = message;
+    statusBar()->showMessage(message);
 }
 
 void MainWindow::FillWindowsMenu() {
@@ -273,14 +353,16 @@ void MainWindow::Begin(bool firstStart) {
 }
 
 void MainWindow::OfferVirtualBoard() {
-    notices_->Offer(
-        "No board was found on this computer's USB ports. You can do everything with a board on "
-        "the "
-        "screen instead.",
-        "Open &Virtual Board", [this] {
-            workbench_.settings.SaveSetting(SettingNumber::SerialPort, kVirtualBoardPort);
-            Action(CommandId::OpenVirtualBoard)->trigger();
-        });
+    notices_->Offer({"virtual board",
+                     tr("No board was found on this computer's USB ports. You can do everything "
+                        "with a board on the screen instead."),
+                     tr("Open &Virtual Board"),
+                     [this] {
+                         workbench_.settings.SaveSetting(SettingNumber::SerialPort,
+                                                         kVirtualBoardPort);
+                         Action(CommandId::OpenVirtualBoard)->trigger();
+                     },
+                     [this] { return board_->Connection() == ConnectionState::None; }});
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "comms/port_list.h"
+#include "desktop/programs.h"
 #include "desktop/source_search.h"
 #include "ui/shell/commands.h"
 #include "ui/support/workbench.h"
@@ -13,18 +14,21 @@
 class QLabel;
 class QMdiArea;
 class QProgressBar;
+class QShortcut;
 class QTabBar;
 
 namespace zentro {
 
-class BoardConnection;
+class BoardState;
+class BoardWindows;
 class Calculator;
 class CompileCommands;
 class FindDialog;
 class HelpBrowser;
+class LiveCheck;
 class NoticeBar;
+class ProgramMarks;
 class RecoveryKeeper;
-class SourceChecks;
 class SourceFiles;
 class SourceWindow;
 
@@ -43,8 +47,9 @@ class MainWindow : public QMainWindow {
     void Begin(bool firstStart);
 
     QAction* Action(CommandId id) const { return actions_.at(id); }
+    Programs& OpenPrograms() { return *programs_; }
+    BoardState& Board() { return *board_; }
     SourceFiles& Files() { return *files_; }
-    BoardConnection& Boards() { return *boards_; }
     CompileCommands& Compiler() { return *compiler_; }
 
   protected:
@@ -59,9 +64,8 @@ class MainWindow : public QMainWindow {
     void MakeCentre();
     void MakeStatusBar();
     void MakeParts();
-    void ConnectFiles();
     void ConnectCompiler();
-    void ConnectBoards();
+    void ConnectBoard();
 
     void BindFileCommands();
     void BindViewCommands();
@@ -86,7 +90,12 @@ class MainWindow : public QMainWindow {
     void ApplySettings();
     void OfferVirtualBoard();
 
-    void UpdateFront();
+    void ShowFront();
+    void ShowCaret();
+    void ShowBoard();
+    void OfferFrontFile(FileId compiled);
+    void Download();
+    void TellWhyNoDownload();
     void FillWindowsMenu();
     void AddChild(QWidget* window);
     void BringToFront(QWidget* window);
@@ -105,12 +114,16 @@ class MainWindow : public QMainWindow {
     QLabel* changedPanel_ = nullptr;
     QLabel* connectionPanel_ = nullptr;
     QProgressBar* progress_ = nullptr;
+    QString caretMessage_;  ///< what the status bar says of the caret's line
 
+    Programs* programs_ = nullptr;
+    BoardState* board_ = nullptr;
     SourceFiles* files_ = nullptr;
     CompileCommands* compiler_ = nullptr;
-    BoardConnection* boards_ = nullptr;
+    BoardWindows* boards_ = nullptr;
     RecoveryKeeper* recovery_ = nullptr;
-    SourceChecks* checks_ = nullptr;
+    LiveCheck* checks_ = nullptr;
+    QShortcut* downloadKey_ = nullptr;  ///< of the download command while that is disabled
     std::unique_ptr<SourceSearch> search_;
     QPointer<FindDialog> findDialog_;
     QPointer<Calculator> calculator_;

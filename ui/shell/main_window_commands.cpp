@@ -9,6 +9,8 @@
 #include <QPrinter>
 #include <QTabBar>
 
+#include "desktop/board_state.h"
+#include "desktop/live_check.h"
 #include "ui/dialogs/about_dialog.h"
 #include "ui/dialogs/calculator.h"
 #include "ui/dialogs/find_dialog.h"
@@ -18,13 +20,12 @@
 #include "ui/output/compiler_output_window.h"
 #include "ui/output/object_code_window.h"
 #include "ui/shell/arrange_windows.h"
-#include "ui/shell/board_connection.h"
+#include "ui/shell/board_windows.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/print_source.h"
 #include "ui/shell/recovery_keeper.h"
-#include "ui/shell/source_checks.h"
 #include "ui/shell/source_files.h"
 #include "ui/support/dialogs.h"
 #include "ui/terminal/terminal_window.h"
@@ -102,20 +103,17 @@ void MainWindow::BindCompileCommands() {
     handlers_[CommandId::SyntaxCheck] = [this] { compiler_->SyntaxCheck(); };
     handlers_[CommandId::CompileSource] = [this] { compiler_->CompileSource(); };
     handlers_[CommandId::CheckWhileTyping] = [this] {
-        checks_->SwitchOn(Action(CommandId::CheckWhileTyping)->isChecked());
+        checks_->SetLiveCheck(Action(CommandId::CheckWhileTyping)->isChecked());
     };
-    handlers_[CommandId::ResetMain] = [this] { files_->ResetMainFile(); };
+    handlers_[CommandId::ResetMain] = [this] { programs_->SetMain(std::nullopt); };
 }
 
 void MainWindow::BindKinetronCommands() {
     handlers_[CommandId::OpenComms] = [this] { boards_->OpenComms(); };
-    handlers_[CommandId::OpenVirtualBoard] = [this] {
-        notices_->hide();
-        boards_->OpenVirtualBoard();
-    };
-    handlers_[CommandId::DownloadCurrent] = [this] { boards_->DownloadCurrent(); };
+    handlers_[CommandId::OpenVirtualBoard] = [this] { boards_->OpenVirtualBoard(); };
+    handlers_[CommandId::DownloadCurrent] = [this] { Download(); };
     handlers_[CommandId::DownloadSaved] = [this] { boards_->DownloadSaved(); };
-    handlers_[CommandId::CancelDownload] = [this] { boards_->CancelDownload(); };
+    handlers_[CommandId::CancelDownload] = [this] { board_->CancelSending(); };
 }
 
 void MainWindow::BindWindowsCommands() {

@@ -4,14 +4,19 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <algorithm>
+#include <utility>
 
 namespace zentro {
 
 NoticeBar::NoticeBar(QWidget* parent)
     : QWidget(parent), text_(new QLabel(this)), accept_(new QPushButton(this)) {
     setObjectName("noticeBar");
+    text_->setObjectName("noticeText");
     text_->setWordWrap(true);
-    auto* dismiss = new QPushButton("&Not Now", this);
+    accept_->setObjectName("noticeAccept");
+    auto* dismiss = new QPushButton(tr("&Not Now"), this);
+    dismiss->setObjectName("noticeDismiss");
     auto* layout = new QHBoxLayout(this);
     layout->addWidget(text_, 1);
     layout->addWidget(accept_);
@@ -19,20 +24,43 @@ NoticeBar::NoticeBar(QWidget* parent)
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::ToolTipBase);
     text_->setForegroundRole(QPalette::ToolTipText);
-    connect(dismiss, &QPushButton::clicked, this, &QWidget::hide);
+    connect(dismiss, &QPushButton::clicked, this, &NoticeBar::TakeOff);
     connect(accept_, &QPushButton::clicked, this, [this] {
-        hide();
-        accepted_();
+        const std::function<void()> accepted = notices_.back().accepted;
+        TakeOff();
+        accepted();
     });
     hide();
 }
 
-void NoticeBar::Offer(const QString& text, const QString& button, std::function<void()> accepted) {
-    text_->setText(text);
-    accept_->setText(button);
-    accept_->setAccessibleDescription(text);
-    accepted_ = std::move(accepted);
-    show();
+void NoticeBar::Offer(Notice notice) {
+    std::erase_if(notices_, [&](const Notice& other) { return other.subject == notice.subject; });
+    notices_.push_back(std::move(notice));
+    ShowLast();
+}
+
+void NoticeBar::Withdraw(const QString& subject) {
+    if (std::erase_if(notices_, [&](const Notice& n) { return n.subject == subject; }) > 0)
+        ShowLast();
+}
+
+void NoticeBar::Refresh() {
+    if (std::erase_if(notices_, [](const Notice& n) { return n.holds && !n.holds(); }) > 0)
+        ShowLast();
+}
+
+void NoticeBar::TakeOff() {
+    notices_.pop_back();
+    ShowLast();
+}
+
+void NoticeBar::ShowLast() {
+    setVisible(!notices_.empty());
+    if (notices_.empty()) return;
+    const Notice& notice = notices_.back();
+    text_->setText(notice.text);
+    accept_->setText(notice.button);
+    accept_->setAccessibleDescription(notice.text);
     QAccessibleEvent event(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
 }

@@ -3,9 +3,12 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
+#include <utility>
 
-#include "ui/editor/source_window.h"
+#include "desktop/text_file.h"
 #include "ui/dialogs/recovery_dialog.h"
+#include "ui/editor/source_window.h"
 #include "ui/shell/source_files.h"
 #include "ui/support/dialogs.h"
 
@@ -15,25 +18,27 @@ namespace {
 
 constexpr int kInterval = 10'000;  // milliseconds between two copies of a text that is typed
 
-QString PathOrTitle(const SourceWindow& window) {
-    if (window.IsNewFile()) return window.FileTitle();
-    return QDir(window.PathName()).absoluteFilePath(window.FileName());
+QString PathOrTitle(const OpenFile& file) {
+    return file.NeverSaved() ? file.name : QDir(file.folder).absoluteFilePath(file.name);
+}
+
+/// What the store calls the document.
+QString DocumentOf(FileId id) {
+    return QString::number(static_cast<std::uint32_t>(id));
 }
 
 }  // namespace
 
-RecoveryKeeper::RecoveryKeeper(Workbench& workbench, SourceFiles& files, QObject* parent)
+RecoveryKeeper::RecoveryKeeper(Workbench& workbench, Programs& programs, SourceFiles& windows,
+                               QObject* parent)
     : QObject(parent),
       workbench_(workbench),
-      files_(files),
+      programs_(programs),
+      windows_(windows),
       store_(QString::fromStdString((workbench.dataFolder / "recovery").string())) {
-    connect(&files_, &SourceFiles::Added, this, &RecoveryKeeper::Follow);
-    connect(&files_, &SourceFiles::Closed, this, &RecoveryKeeper::Forget);
-    connect(&files_, &SourceFiles::Saved, this, [this](SourceWindow* window) {
-        store_.Forget(DocumentOf(window));
-        watcher_.NoteSaved(PathOrTitle(*window));
-    });
-    connect(&watcher_, &FileWatcher::ChangedOnDisk, this, &RecoveryKeeper::OfferReload);
+    connect(&programs_, &Programs::Changed, this, &RecoveryKeeper::Follow);
+    connect(&programs_, &Programs::Closing, this, &RecoveryKeeper::Forget);
+    connect(&watcher_, &FileWatcher::ChangedOnDisk, this, &RecoveryKeeper::LookAtDisk);
     connect(&timer_, &QTimer::timeout, this, &RecoveryKeeper::KeepAll);
     timer_.start(kInterval);
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
@@ -44,16 +49,14 @@ RecoveryKeeper::RecoveryKeeper(Workbench& workbench, SourceFiles& files, QObject
 
 RecoveryKeeper::~RecoveryKeeper() = default;
 
-QString RecoveryKeeper::DocumentOf(const SourceWindow* window) {
-    QString& document = documents_[window];
-    if (document.isEmpty()) document = QString::number(++lastDocument_);
-    return document;
+void RecoveryKeeper::KeepAll() {
+    for (const OpenFile& file : programs_.Files()) {
+        if (file.IsChanged()) Keep(file);
+    }
 }
 
-void RecoveryKeeper::KeepAll() {
-    for (const SourceWindow* window : files_.Changed()) {
-        TellOnce(store_.Keep(DocumentOf(window), PathOrTitle(*window), window->Text()));
-    }
+void RecoveryKeeper::Keep(const OpenFile& file) {
+    TellOnce(store_.Keep(DocumentOf(file.id), PathOrTitle(file), programs_.Text(file.id)));
 }
 
 /// A full disk is told once, not every ten seconds.
@@ -65,24 +68,38 @@ void RecoveryKeeper::TellOnce(const QString& problem) {
     }
 }
 
-void RecoveryKeeper::Follow(SourceWindow* window) {
-    if (!window->IsNewFile()) watcher_.Watch(PathOrTitle(*window));
+void RecoveryKeeper::Follow() {
+    for (const OpenFile& file : programs_.Files())
+        FollowFile(file);
 }
 
-void RecoveryKeeper::Forget(SourceWindow* window) {
+/// Watches the file where it lies now; once it is saved nothing of it need be kept.
+void RecoveryKeeper::FollowFile(const OpenFile& file) {
+    const bool isNew = !followed_.contains(file.id);
+    Followed& followed = followed_[file.id];
+    const QString path = file.NeverSaved() ? QString() : PathOrTitle(file);
+    const bool isSaved = followed.savedRevision != file.savedRevision;
+    if (followed.path != path && !followed.path.isEmpty()) watcher_.Unwatch(followed.path);
+    if ((followed.path != path || isSaved) && !path.isEmpty()) watcher_.Watch(path);
+    if (isSaved && !isNew) store_.Forget(DocumentOf(file.id));
+    followed = {path, file.savedRevision};
+}
+
+void RecoveryKeeper::Forget(FileId id) {
+    const OpenFile* file = programs_.File(id);
     // What was closed without saving stays among the copies of its file.
-    if (window->SourceChanged() && !window->IsNewFile())
-        TellOnce(store_.Keep(DocumentOf(window), PathOrTitle(*window), window->Text()));
-    store_.Forget(DocumentOf(window));
-    if (!window->IsNewFile()) watcher_.Unwatch(PathOrTitle(*window));
-    documents_.remove(window);
+    if (file != nullptr && file->IsChanged()) Keep(*file);
+    store_.Forget(DocumentOf(id));
+    const auto followed = followed_.find(id);
+    if (followed == followed_.end()) return;
+    if (!followed->second.path.isEmpty()) watcher_.Unwatch(followed->second.path);
+    followed_.erase(followed);
 }
 
 void RecoveryKeeper::EndSession() {
     timer_.stop();
-    for (SourceWindow* window : files_.Windows()) {
-        Forget(window);
-    }
+    for (const OpenFile& file : programs_.Files())
+        Forget(file.id);
 }
 
 void RecoveryKeeper::OfferUnsaved(QWidget* parent) {
@@ -97,21 +114,24 @@ void RecoveryKeeper::OfferUnsaved(QWidget* parent) {
 
 void RecoveryKeeper::ShowCopies(QWidget* parent) {
     OfferUnsaved(parent);
-    SourceWindow* window = files_.Front();
-    if (window == nullptr) return;
+    const OpenFile* front = programs_.Front();
+    if (front == nullptr) return;
+    const FileId id = front->id;
     std::vector<UnsavedText> texts;
-    for (RecoveryCopy& copy : store_.Copies(DocumentOf(window), PathOrTitle(*window))) {
+    for (RecoveryCopy& copy : store_.Copies(DocumentOf(id), PathOrTitle(*front))) {
         texts.push_back({std::move(copy), {}});
     }
     if (texts.empty()) {
-        workbench_.dialogs.ShowMessage(parent, "There are no copies of this file yet.");
+        workbench_.dialogs.ShowMessage(parent, tr("There are no copies of this file yet."));
         return;
     }
     RecoveryDialog dialog(std::move(texts), parent);
     dialog.OfferOnlyRecovery();
-    connect(&dialog, &RecoveryDialog::RecoverChosen, this, [this, window](const UnsavedText& text) {
-        TellOnce(store_.Keep(DocumentOf(window), PathOrTitle(*window), window->Text()));
-        window->SetText(text.copy.text);
+    connect(&dialog, &RecoveryDialog::RecoverChosen, this, [this, id](const UnsavedText& text) {
+        const OpenFile* file = programs_.File(id);
+        if (file == nullptr) return;
+        Keep(*file);
+        windows_.WindowOf(id)->SetText(text.copy.text);
     });
     workbench_.dialogs.Run(dialog);
 }
@@ -120,28 +140,46 @@ void RecoveryKeeper::ShowCopies(QWidget* parent) {
 void RecoveryKeeper::TakeBack(const UnsavedText& unsaved) {
     const QFileInfo file(unsaved.copy.path);
     SourceWindow* window = unsaved.copy.path.isEmpty() || !file.exists()
-                               ? files_.NewFile()
-                               : files_.OpenFile(file.absolutePath(), file.fileName());
-    if (window == nullptr) window = files_.NewFile();
-    const QString problem = store_.Restore(unsaved, DocumentOf(window), window->Text());
+                               ? windows_.NewFile()
+                               : windows_.OpenFile(file.absolutePath(), file.fileName());
+    if (window == nullptr) window = windows_.NewFile();
+    const QString problem = store_.Restore(unsaved, DocumentOf(window->Id()), window->Text());
     if (!problem.isEmpty()) return workbench_.dialogs.ShowMessage(window, problem);
     window->SetText(unsaved.copy.text);
 }
 
-void RecoveryKeeper::OfferReload(const QString& path) {
-    SourceWindow* window = files_.Find(path);
-    if (window == nullptr || !QFileInfo::exists(path)) return;
-    const QString name = window->FileTitle();
+/// Somebody else has changed, deleted or brought back the file.
+void RecoveryKeeper::LookAtDisk(const QString& path) {
+    const auto followed = std::ranges::find_if(
+        followed_, [&](const auto& entry) { return entry.second.path == path; });
+    if (followed == followed_.end()) return;
+    const OpenFile* file = programs_.File(followed->first);
+    if (!QFileInfo::exists(path)) {
+        programs_.SetDisk(file->id, DiskState::Gone);
+        return KeepAll();
+    }
+    const LoadedText onDisk = LoadText(path);
+    const bool isSame = onDisk.problem.empty() &&
+                        QString::fromStdString(onDisk.file.text) == programs_.Text(file->id);
+    if (isSame) return programs_.SetDisk(file->id, DiskState::Same);
+    OfferReload(*file);
+}
+
+void RecoveryKeeper::OfferReload(const OpenFile& file) {
+    const FileId id = file.id;
+    const bool isEdited = file.revision != file.savedRevision;
+    // Whatever is answered, the text that is shown is not the one on the disk.
+    programs_.SetDisk(id, DiskState::Differs);
     const QString question =
-        window->SourceChanged()
-            ? name +
-                  " was changed by another program, and here too. Load it again? What you "
-                  "typed is kept among its copies and can be undone to."
-            : name + " was changed by another program. Load it again?";
-    if (!workbench_.dialogs.AskYesNo(window, question)) return;
-    if (window->SourceChanged())
-        TellOnce(store_.Keep(DocumentOf(window), PathOrTitle(*window), window->Text()));
-    window->Reload();
+        isEdited ? tr("%1 was changed by another program, and here too. Load it again? What you "
+                      "typed is kept among its copies and can be undone to.")
+                 : tr("%1 was changed by another program. Load it again?");
+    SourceWindow* window = windows_.WindowOf(id);
+    const bool reloads = workbench_.dialogs.AskYesNo(window, question.arg(window->FileTitle()));
+    const OpenFile* now = programs_.File(id);
+    if (now == nullptr) return;
+    if (!reloads || isEdited) Keep(*now);
+    if (reloads) window->Reload();
 }
 
 }  // namespace zentro

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QHash>
 #include <QObject>
 #include <QTimer>
+#include <map>
 
 #include "desktop/file_watcher.h"
+#include "desktop/programs.h"
 #include "desktop/recovery_store.h"
 #include "ui/support/workbench.h"
 
@@ -21,7 +22,7 @@ class RecoveryKeeper : public QObject {
     Q_OBJECT
 
   public:
-    RecoveryKeeper(Workbench& workbench, SourceFiles& files, QObject* parent);
+    RecoveryKeeper(Workbench& workbench, Programs& programs, SourceFiles& windows, QObject* parent);
     ~RecoveryKeeper() override;
 
     /// Copies every changed text now.
@@ -34,20 +35,28 @@ class RecoveryKeeper : public QObject {
     void EndSession();
 
   private:
-    void Follow(SourceWindow* window);
-    void Forget(SourceWindow* window);
+    /// What was seen of a file last.
+    struct Followed {
+        QString path;
+        Revision savedRevision = 0;
+    };
+
+    void Follow();
+    void FollowFile(const OpenFile& file);
+    void Keep(const OpenFile& file);
+    void Forget(FileId id);
     void TakeBack(const UnsavedText& unsaved);
-    void OfferReload(const QString& path);
-    QString DocumentOf(const SourceWindow* window);
+    void LookAtDisk(const QString& path);
+    void OfferReload(const OpenFile& file);
     void TellOnce(const QString& problem);
 
     Workbench& workbench_;
-    SourceFiles& files_;
+    Programs& programs_;
+    SourceFiles& windows_;
     RecoveryStore store_;
     FileWatcher watcher_;
     QTimer timer_;
-    QHash<const SourceWindow*, QString> documents_;
-    int lastDocument_ = 0;
+    std::map<FileId, Followed> followed_;
     bool problemTold_ = false;
 };
 

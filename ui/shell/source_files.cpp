@@ -1,10 +1,10 @@
 #include "ui/shell/source_files.h"
 
 #include <QCloseEvent>
-#include <QContextMenuEvent>
 #include <QDir>
 #include <QFileInfo>
 #include <QMouseEvent>
+#include <QSignalBlocker>
 #include <QTabBar>
 
 #include "ui/editor/source_window.h"
@@ -14,39 +14,28 @@
 
 namespace zentro {
 
-namespace {
-
-/// A file has one path, however it was named.
-QString Canonical(const QString& path) {
-    const QFileInfo file(path);
-    const QString canonical = file.canonicalFilePath();
-    return canonical.isEmpty() ? QDir::cleanPath(file.absoluteFilePath()) : canonical;
-}
-
-QString PathOf(const SourceWindow& window) {
-    return QDir(window.PathName()).filePath(window.FileName());
-}
-
-}  // namespace
-
-SourceFiles::SourceFiles(Workbench& workbench, QTabBar& tabs, Surroundings surroundings,
-                         QObject* parent)
-    : QObject(parent), workbench_(workbench), tabs_(tabs), surroundings_(std::move(surroundings)) {
+SourceFiles::SourceFiles(Workbench& workbench, Programs& programs, QTabBar& tabs,
+                         Surroundings surroundings, QObject* parent)
+    : QObject(parent),
+      workbench_(workbench),
+      programs_(programs),
+      tabs_(tabs),
+      surroundings_(std::move(surroundings)) {
     tabs_.installEventFilter(this);
-    connect(&tabs_, &QTabBar::tabBarClicked, this, [this](int index) {
-        if (index >= 0) surroundings_.bringToFront(windows_[index]);
-    });
-    connect(&tabs_, &QTabBar::currentChanged, this, [this](int index) {
-        if (index >= 0 && index < windows_.size()) surroundings_.bringToFront(windows_[index]);
-    });
+    const auto bringToFront = [this](int index) {
+        if (index >= 0) BringToFront(index + 1);
+    };
+    connect(&tabs_, &QTabBar::tabBarClicked, this, bringToFront);
+    connect(&tabs_, &QTabBar::currentChanged, this, bringToFront);
     connect(&tabs_, &QTabBar::tabCloseRequested, this,
-            [this](int index) { CloseChildWindow(windows_[index]); });
+            [this](int index) { CloseChildWindow(Windows().at(index)); });
+    connect(&programs_, &Programs::Changed, this, &SourceFiles::ShowTabs);
 }
 
 SourceFiles::~SourceFiles() = default;
 
 SourceWindow* SourceFiles::NewFile() {
-    auto* window = new SourceWindow(workbench_);
+    auto* window = new SourceWindow(workbench_, programs_);
     window->NewFile(++lastNewFile_);
     Add(window);
     return window;
@@ -57,7 +46,7 @@ SourceWindow* SourceFiles::OpenFile(const QString& folder, const QString& name) 
         surroundings_.bringToFront(open);
         return open;
     }
-    auto* window = new SourceWindow(workbench_);
+    auto* window = new SourceWindow(workbench_, programs_);
     if (!window->LoadFile(folder, name)) {
         delete window;
         return nullptr;
@@ -67,105 +56,93 @@ SourceWindow* SourceFiles::OpenFile(const QString& folder, const QString& name) 
     return window;
 }
 
+SourceWindow* SourceFiles::Open(const QString& path) {
+    const QFileInfo file(path);
+    return OpenFile(file.absolutePath(), file.fileName());
+}
+
 SourceWindow* SourceFiles::Find(const QString& path) const {
-    const QString wanted = Canonical(path);
+    const zentro::OpenFile* file = programs_.Find(path);
+    return file == nullptr ? nullptr : WindowOf(file->id);
+}
+
+SourceWindow* SourceFiles::WindowOf(FileId id) const {
     for (SourceWindow* window : windows_) {
-        if (!window->IsNewFile() && Canonical(PathOf(*window)) == wanted) return window;
+        if (window->Id() == id) return window;
     }
     return nullptr;
 }
 
 SourceWindow* SourceFiles::Front() const {
-    return qobject_cast<SourceWindow*>(surroundings_.front());
+    return programs_.Front() == nullptr ? nullptr : WindowOf(programs_.Front()->id);
 }
 
-SourceWindow* SourceFiles::Current() const {
-    const int index = tabs_.currentIndex();
-    return index >= 0 && index < windows_.size() ? windows_[index] : nullptr;
-}
-
-QList<SourceWindow*> SourceFiles::Changed() const {
-    QList<SourceWindow*> changed;
-    for (SourceWindow* window : windows_) {
-        if (window->SourceChanged()) changed += window;
+QList<SourceWindow*> SourceFiles::Windows() const {
+    QList<SourceWindow*> windows;
+    for (const zentro::OpenFile& file : programs_.Files()) {
+        if (SourceWindow* window = WindowOf(file.id)) windows += window;
     }
-    return changed;
+    return windows;
 }
 
-int SourceFiles::IndexOf(const SourceWindow* window) const {
-    for (int i = 0; i < windows_.size(); ++i) {
-        if (windows_[i] == window) return i;
-    }
-    return -1;
+void SourceFiles::BringToFront(FileId id) {
+    if (SourceWindow* window = WindowOf(id)) surroundings_.bringToFront(window);
+}
+
+void SourceFiles::NoteFront(QWidget* window) {
+    auto* source = qobject_cast<SourceWindow*>(window);
+    if (source != nullptr) programs_.SetFront(source->Id());
 }
 
 void SourceFiles::Add(SourceWindow* window) {
     windows_ += window;
-    const QSignalBlocker noFront(&tabs_);
-    tabs_.addTab(window->FileTitle());
+    connect(window, &QObject::destroyed, this, [this, window] { windows_.removeAll(window); });
+    connect(window, &SourceWindow::DocStatsChanged, this, &SourceFiles::StatsChanged);
+    connect(window, &SourceWindow::FilesDropped, this, [this](const QStringList& paths) {
+        for (const QString& path : paths)
+            emit FileDropped(path);
+    });
+    connect(window, &SourceWindow::FormClosing, this,
+            [this, window] { programs_.Remove(window->Id()); });
+    window->installEventFilter(this);
     surroundings_.addChild(window);
     window->PositionForm();
-    window->installEventFilter(this);
-    connect(window, &SourceWindow::DocStatsChanged, this, &SourceFiles::StatsChanged);
-    connect(window, &SourceWindow::SourceChangedChanged, this,
-            [this, window] { UpdateTab(window); });
-    connect(window, &SourceWindow::TitleChanged, this, [this, window] { UpdateTab(window); });
-    connect(window, &SourceWindow::FilesDropped, this, [this](const QStringList& paths) {
-        for (const QString& path : paths) {
-            emit FileDropped(path);
-        }
-    });
-    connect(window, &SourceWindow::FormClosing, this, [this, window] { Remove(window); });
-    UpdateTab(window);
-    emit Added(window);
     surroundings_.bringToFront(window);
-    ShowTab(window);
+    ShowTabs();
 }
 
-void SourceFiles::Remove(SourceWindow* window) {
-    const int index = IndexOf(window);
-    if (index < 0) return;
-    window->disconnect(this);
-    window->removeEventFilter(this);
-    windows_.removeAt(index);
-    {
-        const QSignalBlocker noFront(&tabs_);
-        tabs_.removeTab(index);
-    }
-    if (main_ == window) main_ = nullptr;
-    UpdateKeys();
-    emit Closed(window);
-    emit FilesChanged();
-}
-
-void SourceFiles::ShowTab(SourceWindow* window) {
+/// The tabs as the programs say.
+void SourceFiles::ShowTabs() {
     const QSignalBlocker noFront(&tabs_);
-    const int index = IndexOf(window);
-    if (index >= 0) tabs_.setCurrentIndex(index);
+    const std::vector<zentro::OpenFile>& files = programs_.Files();
+    const int count = static_cast<int>(files.size());
+    while (tabs_.count() > count)
+        tabs_.removeTab(tabs_.count() - 1);
+    while (tabs_.count() < count)
+        tabs_.addTab({});
+    for (int i = 0; i < count; ++i)
+        ShowTab(i, files[static_cast<std::size_t>(i)]);
 }
 
-void SourceFiles::UpdateTab(SourceWindow* window) {
-    const int index = IndexOf(window);
-    if (index < 0) return;
-    tabs_.setTabText(index, window->FileTitle() + (window->SourceChanged() ? "*" : ""));
-    tabs_.setTabToolTip(index, window->IsNewFile() ? QString("Not saved yet") : PathOf(*window));
-    emit FilesChanged();
-}
-
-void SourceFiles::UpdateKeys() {
-    for (int i = 0; i < windows_.size(); ++i) {
-        const bool isMain = windows_[i] == main_;
-        tabs_.setTabIcon(i, isMain ? ThemedIcon("key") : QIcon());
-        tabs_.setTabWhatsThis(i, isMain ? "The file to compile" : "");
-        tabs_.setAccessibleTabName(
-            i, windows_[i]->FileTitle() + (isMain ? ", the file to compile" : ""));
-    }
+void SourceFiles::ShowTab(int index, const zentro::OpenFile& file) {
+    const zentro::OpenFile* main = programs_.Main();
+    const bool isMain = main != nullptr && main->id == file.id;
+    tabs_.setTabText(index, file.name + (file.IsChanged() ? "*" : ""));
+    tabs_.setTabToolTip(index, file.NeverSaved() ? tr("Not saved yet")
+                               : file.disk == DiskState::Gone
+                                   ? tr("%1 is not on the disk any more").arg(file.Path())
+                                   : file.Path());
+    tabs_.setTabIcon(index, isMain ? ThemedIcon("key") : QIcon());
+    tabs_.setTabWhatsThis(index, isMain ? tr("The file to compile") : QString());
+    tabs_.setAccessibleTabName(index,
+                               isMain ? tr("%1, the file to compile").arg(file.name) : file.name);
+    if (programs_.Front() == &file) tabs_.setCurrentIndex(index);
 }
 
 void SourceFiles::MarkTabAt(const QPoint& position) {
     const int pressed = tabs_.tabAt(position);
-    if (pressed >= 0) tabs_.setCurrentIndex(pressed);
-    if (tabs_.currentIndex() >= 0) SetMainFile(tabs_.currentIndex());
+    if (pressed >= 0) BringToFront(pressed + 1);
+    if (programs_.Front() != nullptr) programs_.SetMain(programs_.Front()->id);
 }
 
 bool SourceFiles::eventFilter(QObject* watched, QEvent* event) {
@@ -177,12 +154,22 @@ bool SourceFiles::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() == QEvent::Close) {
         auto* window = qobject_cast<SourceWindow*>(watched);
-        if (window != nullptr && window->SourceChanged() &&
-            workbench_.dialogs.AskYesNo(window, "Source File has changed. Save changes?") &&
-            !SaveWindow(*window)) {
+        if (window != nullptr && !MayCloseWindow(*window)) {
             event->ignore();
             return true;
         }
+    }
+    return false;
+}
+
+/// Only a clear Yes or No closes the window; whoever puts the question away wants to think.
+bool SourceFiles::MayCloseWindow(SourceWindow& window) {
+    if (!window.SourceChanged()) return true;
+    switch (workbench_.dialogs.AskYesNoOrNeither(&window,
+                                                 tr("Source File has changed. Save changes?"))) {
+        case YesNoAnswer::Yes: return Save(window.Id());
+        case YesNoAnswer::No: return true;
+        case YesNoAnswer::Neither: break;
     }
     return false;
 }
@@ -193,140 +180,91 @@ void SourceFiles::RememberFile(const SourceWindow& window) {
                                     window.PathName().toStdString());
 }
 
-void SourceFiles::NoteSaved(SourceWindow& window) {
-    RememberFile(window);
-    emit Saved(&window);
-}
-
-bool SourceFiles::SaveWindow(SourceWindow& window) {
-    if (window.SaveFile() != SaveResult::Saved) return false;
-    NoteSaved(window);
+bool SourceFiles::Save(FileId id) {
+    SourceWindow* window = WindowOf(id);
+    if (window == nullptr || window->SaveFile() != SaveResult::Saved) return false;
+    RememberFile(*window);
     return true;
 }
 
 void SourceFiles::SaveFront() {
-    SaveFrontBy(&SourceWindow::SaveFile, "File Save Cancelled as requested");
+    SaveFrontBy(&SourceWindow::SaveFile, tr("File Save Cancelled as requested"));
 }
 
 void SourceFiles::SaveFrontAs() {
-    SaveFrontBy(&SourceWindow::SaveFileAs, "File Save As Cancelled as requested");
+    SaveFrontBy(&SourceWindow::SaveFileAs, tr("File Save As Cancelled as requested"));
 }
 
-void SourceFiles::SaveFrontBy(SaveResult (SourceWindow::*save)(), const char* cancelled) {
+void SourceFiles::SaveFrontBy(SaveResult (SourceWindow::*save)(), const QString& cancelled) {
     SourceWindow* window = Front();
-    if (window == nullptr) return workbench_.dialogs.ShowMessage(nullptr, "Nothing to Save!");
+    if (window == nullptr) return workbench_.dialogs.ShowMessage(nullptr, tr("Nothing to Save!"));
     const SaveResult result = (window->*save)();
     if (result == SaveResult::Cancelled) workbench_.dialogs.ShowMessage(window, cancelled);
-    if (result == SaveResult::Saved) NoteSaved(*window);
+    if (result == SaveResult::Saved) RememberFile(*window);
 }
 
 bool SourceFiles::SaveAll() {
     bool all = true;
-    const QList<SourceWindow*> windows = windows_;
-    for (SourceWindow* window : windows) {
-        if (window->SourceChanged() || window->IsNewFile()) all = SaveWindow(*window) && all;
+    for (const SourceWindow* window : Windows()) {
+        if (window->SourceChanged() || window->IsNewFile()) all = Save(window->Id()) && all;
     }
     return all;
 }
 
 bool SourceFiles::MayClose() {
-    const QList<SourceWindow*> changed = Changed();
-    if (changed.isEmpty()) return true;
     QStringList names;
-    for (const SourceWindow* window : changed) {
-        names += window->FileTitle();
+    QList<FileId> changed;
+    for (const zentro::OpenFile& file : programs_.Files()) {
+        if (!file.IsChanged()) continue;
+        names += file.name;
+        changed += file.id;
     }
+    if (changed.isEmpty()) return true;
     switch (workbench_.dialogs.AskSaveChanges(&tabs_, names)) {
         case SaveAnswer::Cancel: return false;
         case SaveAnswer::Discard: return true;
         case SaveAnswer::Save: break;
     }
     bool all = true;
-    for (SourceWindow* window : changed) {
-        all = SaveWindow(*window) && all;
-    }
+    for (const FileId id : changed)
+        all = Save(id) && all;
     return all;
 }
 
 void SourceFiles::CloseAll() {
-    const QList<SourceWindow*> windows = windows_;
-    for (SourceWindow* window : windows) {
+    for (SourceWindow* window : Windows()) {
         window->removeEventFilter(this);
         CloseChildWindow(window);
     }
 }
 
-SourceWindow* SourceFiles::Main() const {
-    return main_;
-}
-
-void SourceFiles::ResetMainFile() {
-    main_ = nullptr;
-    UpdateKeys();
-}
-
-QList<OpenFileName> SourceFiles::Names() const {
-    QList<OpenFileName> names;
-    for (const SourceWindow* window : windows_) {
-        names += {window->FileTitle(), window->PathName()};
-    }
-    return names;
-}
-
-std::optional<int> SourceFiles::MainFile() const {
-    const int index = IndexOf(main_);
-    if (main_ == nullptr || index < 0) return std::nullopt;
-    return index;
-}
-
-void SourceFiles::SetMainFile(int file) {
-    main_ = windows_.at(file);
-    UpdateKeys();
-    surroundings_.bringToFront(main_);
-}
-
-std::optional<int> SourceFiles::OpenFromDisk(const QString& folder, const QString& name) {
-    const SourceWindow* window = OpenFile(folder, name);
-    if (window == nullptr) return std::nullopt;
-    return IndexOf(window);
-}
-
-bool SourceFiles::HasChanged(int file) const {
-    return windows_.at(file)->SourceChanged();
-}
-bool SourceFiles::WasNeverSaved(int file) const {
-    return windows_.at(file)->IsNewFile();
-}
-bool SourceFiles::Save(int file) {
-    return SaveWindow(*windows_.at(file));
-}
-
 int SourceFiles::TabCount() const {
-    return static_cast<int>(windows_.size());
+    return static_cast<int>(programs_.Files().size());
 }
+
 int SourceFiles::FrontTab() const {
     return tabs_.currentIndex() + 1;
 }
 
 void SourceFiles::BringToFront(int tab) {
-    tabs_.setCurrentIndex(tab - 1);
-    surroundings_.bringToFront(windows_.at(tab - 1));
+    const auto index = static_cast<std::size_t>(tab - 1);
+    if (index < programs_.Files().size()) BringToFront(programs_.Files()[index].id);
 }
 
 int SourceFiles::Find(const QString& text, bool continueSearch, FindOptions options) {
-    return Current() == nullptr ? -1 : Current()->Find(text, continueSearch, options);
+    return Front() == nullptr ? -1 : Front()->Find(text, continueSearch, options);
 }
 
 bool SourceFiles::ReplaceIfSelected(const QString& text, const QString& replacement) {
-    return Current() != nullptr && Current()->ReplaceIfSelected(text, replacement);
+    return Front() != nullptr && Front()->ReplaceIfSelected(text, replacement);
 }
 
 void SourceFiles::BeginUndoGroup() {
-    if (Current() != nullptr) Current()->BeginUndoGroup();
+    if (Front() != nullptr) Front()->BeginUndoGroup();
 }
 
 void SourceFiles::EndUndoGroup() {
-    if (Current() != nullptr) Current()->EndUndoGroup();
+    if (Front() != nullptr) Front()->EndUndoGroup();
 }
 
 }  // namespace zentro

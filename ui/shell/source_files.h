@@ -2,14 +2,13 @@
 
 #include <QList>
 #include <QObject>
-#include <QPointer>
 #include <QString>
 #include <cstdint>
 #include <functional>
 #include <optional>
 
+#include "desktop/programs.h"
 #include "desktop/source_search.h"
-#include "ui/output/compile_flow.h"
 #include "ui/support/workbench.h"
 
 class QTabBar;
@@ -19,9 +18,8 @@ namespace zentro {
 class SourceWindow;
 enum class SaveResult : std::uint8_t;
 
-/// The open source windows with their file tabs, in the order of the tabs, and which of them is the
-/// main file to compile.
-class SourceFiles : public QObject, public OpenFiles, public SearchTargets {
+/// The windows of the open files and their tabs. What is known of the files, the programs know.
+class SourceFiles : public QObject, public SearchTargets {
     Q_OBJECT
 
   public:
@@ -29,47 +27,38 @@ class SourceFiles : public QObject, public OpenFiles, public SearchTargets {
     struct Surroundings {
         std::function<void(QWidget*)> addChild;
         std::function<void(QWidget*)> bringToFront;
-        std::function<QWidget*()> front;  ///< the child window in front; null: none
     };
 
-    /// The tab bar outlives this object.
-    SourceFiles(Workbench& workbench, QTabBar& tabs, Surroundings surroundings, QObject* parent);
+    /// The tab bar and the programs outlive this object.
+    SourceFiles(Workbench& workbench, Programs& programs, QTabBar& tabs, Surroundings surroundings,
+                QObject* parent);
     ~SourceFiles() override;
 
     SourceWindow* NewFile();
     /// Opens a file, or brings the window to the front that has it open. Null when it cannot be
     /// read, which has been told then.
     SourceWindow* OpenFile(const QString& folder, const QString& name);
+    SourceWindow* Open(const QString& path);
     /// The window of the file; null when it is not open.
     SourceWindow* Find(const QString& path) const;
-    /// The source window in front; null when there is none, or another window is.
+    SourceWindow* WindowOf(FileId id) const;
+    /// The source window whose tab is selected; null when no file is open.
     SourceWindow* Front() const;
-    /// The window whose tab is selected: the last source window that was in front.
-    SourceWindow* Current() const;
-    const QList<SourceWindow*>& Windows() const { return windows_; }
-    /// Selects the tab of the window.
-    void ShowTab(SourceWindow* window);
-    QList<SourceWindow*> Changed() const;
+    /// In the order of the tabs.
+    QList<SourceWindow*> Windows() const;
+    void BringToFront(FileId id);
+    /// A child window has come to the front; when it is a source window its tab is selected.
+    void NoteFront(QWidget* window);
 
     void SaveFront();
     void SaveFrontAs();
-    /// False when one of them was not saved, which has been told then.
+    /// False when it was not saved, which has been told then.
+    bool Save(FileId id);
+    /// False when one of them was not saved.
     bool SaveAll();
     /// Asks once for all changed files. False when the program must stay open.
     bool MayClose();
     void CloseAll();
-
-    SourceWindow* Main() const;
-    void ResetMainFile();
-
-    // The choice of the file to compile.
-    QList<OpenFileName> Names() const override;
-    std::optional<int> MainFile() const override;
-    void SetMainFile(int file) override;
-    std::optional<int> OpenFromDisk(const QString& folder, const QString& name) override;
-    bool HasChanged(int file) const override;
-    bool WasNeverSaved(int file) const override;
-    bool Save(int file) override;
 
     // The search.
     int TabCount() const override;
@@ -81,11 +70,8 @@ class SourceFiles : public QObject, public OpenFiles, public SearchTargets {
     void EndUndoGroup() override;
 
   signals:
-    void StatsChanged(const QString& text);
-    void FilesChanged();  ///< opened, closed, renamed, or changed for the first time
-    void Added(SourceWindow* window);
-    void Closed(SourceWindow* window);
-    void Saved(SourceWindow* window);
+    /// The caret of a source window has moved, or the marks have changed.
+    void StatsChanged();
     void FileDropped(const QString& path);
 
   protected:
@@ -93,21 +79,18 @@ class SourceFiles : public QObject, public OpenFiles, public SearchTargets {
 
   private:
     void Add(SourceWindow* window);
-    void Remove(SourceWindow* window);
-    void UpdateTab(SourceWindow* window);
-    void UpdateKeys();
+    void ShowTabs();
+    void ShowTab(int index, const zentro::OpenFile& file);
     void MarkTabAt(const QPoint& position);
+    bool MayCloseWindow(SourceWindow& window);
     void RememberFile(const SourceWindow& window);
-    void NoteSaved(SourceWindow& window);
-    bool SaveWindow(SourceWindow& window);
-    void SaveFrontBy(SaveResult (SourceWindow::*save)(), const char* cancelled);
-    int IndexOf(const SourceWindow* window) const;
+    void SaveFrontBy(SaveResult (SourceWindow::*save)(), const QString& cancelled);
 
     Workbench& workbench_;
+    Programs& programs_;
     QTabBar& tabs_;
     Surroundings surroundings_;
-    QList<SourceWindow*> windows_;
-    QPointer<SourceWindow> main_;
+    QList<SourceWindow*> windows_;  ///< in the order of their opening
     int lastNewFile_ = 0;
 };
 

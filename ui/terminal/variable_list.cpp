@@ -112,16 +112,4 @@ QString ExpandTabs(const QString& text) {
     return expanded;
 }
 
-std::string MemoryReply(std::uint32_t address, const std::string& bytes) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "[%04X]", address & 0xFFFFU);
-    std::string reply = text.data();
-    for (const char byte : bytes) {
-        std::snprintf(text.data(), text.size(), " %02X",
-                      static_cast<unsigned>(static_cast<unsigned char>(byte)));
-        reply += text.data();
-    }
-    return reply;
-}
-
 }  // namespace zentro

@@ -40,7 +40,4 @@ class VariableList : public QListWidget {
 /// The text with its tabs filled up with blanks to the next place that is a multiple of eight.
 QString ExpandTabs(const QString& text);
 
-/// A board's answer to a memory read, of bytes that are at hand: "[001A] 2A 00".
-std::string MemoryReply(std::uint32_t address, const std::string& bytes);
-
 }  // namespace zentro

@@ -88,6 +88,11 @@ void VariablesWindow::SetLiveMemory(LiveMemory memory) {
     }
 }
 
+void VariablesWindow::SetNote(const QString& note) {
+    status_->setText(note);
+    status_->setToolTip(note);
+}
+
 void VariablesWindow::LoadVariables(const Compilation* compilation) {
     ListVariables(compilation);
     Refresh();
@@ -124,7 +129,8 @@ void VariablesWindow::LookUp() {
     for (DebugVariable& variable : variables_) {
         const std::string bytes = liveMemory_(variable.address, kBytesInReply);
         if (bytes.empty()) continue;
-        variable.debugValue = FormatDebugValue(MemoryReply(variable.address, bytes), variable.type);
+        variable.bytes.assign(bytes.begin(), bytes.end());
+        variable.debugValue = FormatBytes(variable.bytes, variable.type);
     }
     listVars_->ShowValues(variables_, kLiveMarkedTimes);
 }

@@ -37,6 +37,9 @@ class VariablesWindow : public QWidget {
     /// function ends that. Comes before LoadVariables, which would ask the terminal otherwise.
     void SetLiveMemory(LiveMemory memory);
 
+    /// What the values are of, while they are live.
+    void SetNote(const QString& note);
+
     /// Lists the variables of a program that was compiled anew, without reading them. Null: none.
     void ListVariables(const Compilation* compilation);
 

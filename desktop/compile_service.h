@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "compiler/compile.h"
+#include "desktop/programs.h"
+#include "settings/settings_store.h"
+
+namespace zentro {
+
+/// A program as it was compiled. It stays whole as long as somebody works with it: a board may hold
+/// it when others have long been compiled.
+struct CompiledProgram {
+    /// What a compilation works with to its end.
+    struct Outside;
+
+    CompiledProgram();
+    ~CompiledProgram();
+
+    QString root;                       ///< key of the file that it begins with
+    QString name;                       ///< of that file
+    QString objectFile;                 ///< path
+    std::map<QString, Revision> texts;  ///< what it was compiled from, by the key of the file
+    bool succeeded = false;             ///< every stage did, and no error was counted
+    std::unique_ptr<Outside> outside;
+    std::unique_ptr<Compilation> compilation;  ///< refers to `outside`
+};
+
+/// Runs the compiler on the files as they are saved and tells the programs what it found. Windows
+/// stay alive meanwhile but take no input.
+class CompileService : public QObject {
+    Q_OBJECT
+
+  public:
+    /// All of them outlive the service.
+    CompileService(const InstructionConfiguration& configuration, const SettingsStore& settings,
+                   Programs& programs, Prompts& prompts, QObject* parent = nullptr);
+
+    /// Compiles the program that begins with an open file. The listing is filled when the settings
+    /// want one. Returns what came of it; null when nothing was compiled, which has been told:
+    /// another run is on, or the object file would replace the source file. The sinks are used
+    /// during the call only.
+    std::shared_ptr<const CompiledProgram> Compile(const OpenFile& file, OutputSink& output,
+                                                   ListingSink* listing);
+    /// Reads and parses a program; only its messages are kept. True when it has no errors.
+    bool Check(const OpenFile& file, OutputSink& output);
+
+    bool IsRunning() const { return isRunning_; }
+
+  private:
+    using RunStages = std::function<bool(Compilation&, FileWriter&)>;
+
+    std::shared_ptr<CompiledProgram> Run(const OpenFile& file, const ProgramFiles& paths,
+                                         OutputSink& output, const RunStages& runStages);
+
+    const InstructionConfiguration& configuration_;
+    const SettingsStore& settings_;
+    Programs& programs_;
+    Prompts& prompts_;
+    bool isRunning_ = false;
+};
+
+}  // namespace zentro

@@ -1,0 +1,47 @@
+#include "desktop/program_report.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace zentro {
+
+QString FileKey(const QString& folder, const QString& name) {
+    if (folder.isEmpty() && !QDir::isAbsolutePath(name)) return name;
+    const QFileInfo file(QDir(folder).filePath(name));
+    const QString canonical = file.canonicalFilePath();
+    return canonical.isEmpty() ? QDir::cleanPath(file.absoluteFilePath()) : canonical;
+}
+
+void MessageCollector::Add(const PostedMessage& message) {
+    if (message.severity == Severity::Error) hasErrors_ = true;
+    const bool counts =
+        message.severity == Severity::Error || message.severity == Severity::Warning;
+    if (!counts || message.place.fileName.empty() || message.place.sourceLineNo < 1) return;
+    messages_[{message.place.pathName, message.place.fileName}].push_back(
+        {message.place.sourceLineNo, message.severity, QString::fromStdString(message.text)});
+}
+
+ProgramReport MessageCollector::Report(const QString& root, const Compilation& compilation,
+                                       const std::map<QString, Revision>& openTexts,
+                                       bool succeeded) const {
+    const auto keyOf = [](const std::string& folder, const std::string& name) {
+        return FileKey(QString::fromStdString(folder), QString::fromStdString(name));
+    };
+    ProgramReport report;
+    report.root = root;
+    for (const SourceFile& file : compilation.files) {
+        const QString key = keyOf(file.directory, file.name);
+        const auto open = openTexts.find(key);
+        report.texts[key] = open == openTexts.end() ? kTextOnDisk : open->second;
+    }
+    for (const auto& [place, messages] : messages_) {
+        std::vector<LineMessage>& ofFile = report.messages[keyOf(place.first, place.second)];
+        ofFile.insert(ofFile.end(), messages.begin(), messages.end());
+    }
+    report.names = NamesOf(compilation);
+    report.lines = compilation.sourceLines.size();
+    report.succeeded = succeeded;
+    return report;
+}
+
+}  // namespace zentro

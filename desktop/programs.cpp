@@ -1,0 +1,214 @@
+#include "desktop/programs.h"
+
+#include <QDir>
+#include <algorithm>
+
+#include "desktop/compile_service.h"
+
+namespace zentro {
+
+namespace {
+
+/// Whether a text that was read with this revision is the one that the file holds now. A file that
+/// was not open then was read from the disk.
+bool IsText(const OpenFile& file, Revision read) {
+    return read == kTextOnDisk ? !file.IsChanged() : read == file.revision;
+}
+
+}  // namespace
+
+QString OpenFile::Path() const {
+    return folder.isEmpty() ? name : QDir(folder).filePath(name);
+}
+
+Programs::Programs(QObject* parent) : QObject(parent) {
+    later_.setSingleShot(true);
+    later_.setInterval(0);
+    connect(&later_, &QTimer::timeout, this, &Programs::Changed);
+}
+
+Programs::~Programs() = default;
+
+FileId Programs::Add(const QString& folder, const QString& name, TextOf text) {
+    OpenFile file;
+    file.id = FileId{++lastId_};
+    file.folder = folder;
+    file.name = name;
+    file.key = FileKey(folder, name);
+    file.revision = file.savedRevision = ++lastRevision_;
+    files_.push_back(file);
+    texts_[file.id] = std::move(text);
+    front_ = file.id;
+    emit Changed();
+    return file.id;
+}
+
+void Programs::Remove(FileId id) {
+    const auto found = std::ranges::find(files_, id, &OpenFile::id);
+    if (found == files_.end()) return;
+    emit Closing(id);
+    // The tab that comes to the front is the next one, or else the one before.
+    const auto index = static_cast<std::size_t>(found - files_.begin());
+    const QString key = found->key;
+    files_.erase(found);
+    texts_.erase(id);
+    reports_.erase(key);
+    if (main_ == id) main_.reset();
+    if (front_ == id) {
+        front_.reset();
+        if (!files_.empty()) front_ = files_[std::min(index, files_.size() - 1)].id;
+    }
+    emit Changed();
+}
+
+OpenFile* Programs::Find(FileId id) {
+    const auto found = std::ranges::find(files_, id, &OpenFile::id);
+    return found == files_.end() ? nullptr : &*found;
+}
+
+const OpenFile* Programs::File(FileId id) const {
+    const auto found = std::ranges::find(files_, id, &OpenFile::id);
+    return found == files_.end() ? nullptr : &*found;
+}
+
+const OpenFile* Programs::Find(const QString& path) const {
+    const QString key = FileKey({}, path);
+    const auto found = std::ranges::find(files_, key, &OpenFile::key);
+    return found == files_.end() ? nullptr : &*found;
+}
+
+QString Programs::Text(FileId id) const {
+    const auto found = texts_.find(id);
+    return found == texts_.end() ? QString() : found->second();
+}
+
+std::optional<QString> Programs::OpenText(const QString& pathOrName) const {
+    const OpenFile* file = Find(pathOrName);
+    if (file == nullptr) return std::nullopt;
+    return Text(file->id);
+}
+
+const OpenFile* Programs::Front() const {
+    return front_ ? File(*front_) : nullptr;
+}
+
+void Programs::SetFront(FileId id) {
+    if (front_ == id || File(id) == nullptr) return;
+    front_ = id;
+    emit Changed();
+}
+
+const OpenFile* Programs::Main() const {
+    return main_ ? File(*main_) : nullptr;
+}
+
+void Programs::SetMain(std::optional<FileId> id) {
+    if (main_ == id) return;
+    main_ = id;
+    emit Changed();
+}
+
+void Programs::NoteEdited(FileId id) {
+    OpenFile* file = Find(id);
+    if (file == nullptr) return;
+    const bool wasChanged = file->IsChanged();
+    file->revision = ++lastRevision_;
+    // Of many edits in a row the first is told at once and the others together.
+    if (wasChanged) {
+        later_.start();
+    } else {
+        emit Changed();
+    }
+}
+
+void Programs::NoteAtSavedText(FileId id) {
+    OpenFile* file = Find(id);
+    if (file == nullptr || file->revision == file->savedRevision) return;
+    file->revision = file->savedRevision;
+    emit Changed();
+}
+
+void Programs::NoteSaved(FileId id, const QString& folder, const QString& name) {
+    OpenFile* file = Find(id);
+    if (file == nullptr) return;
+    const QString key = FileKey(folder, name);
+    if (key != file->key) reports_.erase(file->key);
+    file->folder = folder;
+    file->name = name;
+    file->key = key;
+    file->savedRevision = file->revision;
+    file->disk = DiskState::Same;
+    emit Changed();
+}
+
+void Programs::SetDisk(FileId id, DiskState state) {
+    OpenFile* file = Find(id);
+    if (file == nullptr || file->disk == state) return;
+    file->disk = state;
+    emit Changed();
+}
+
+QString Programs::RootOf(const OpenFile& file) const {
+    const auto includes = [&](const OpenFile& other) {
+        const ProgramReport* report = ReportOf(other.key);
+        return other.id != file.id && report != nullptr && report->texts.contains(file.key);
+    };
+    const OpenFile* main = Main();
+    if (main != nullptr && includes(*main)) return main->key;
+    const auto found = std::ranges::find_if(files_, includes);
+    return found == files_.end() ? file.key : found->key;
+}
+
+void Programs::SetReport(ProgramReport report) {
+    if (const ProgramReport* before = ReportOf(report.root); before != nullptr && !report.succeeded)
+        report.names = MergeNames(report.names, before->names);
+    report.serial = ++lastSerial_;
+    reports_[report.root] = std::move(report);
+    emit Changed();
+}
+
+const ProgramReport* Programs::ReportOf(const QString& root) const {
+    const auto found = reports_.find(root);
+    return found == reports_.end() ? nullptr : &found->second;
+}
+
+void Programs::ForgetReports() {
+    if (reports_.empty()) return;
+    reports_.clear();
+    emit Changed();
+}
+
+std::optional<std::vector<LineMessage>> Programs::MessagesOf(const OpenFile& file) const {
+    const ProgramReport* report = ReportOf(RootOf(file));
+    if (report == nullptr) return std::nullopt;
+    const auto read = report->texts.find(file.key);
+    if (read == report->texts.end() || !IsText(file, read->second)) return std::nullopt;
+    const auto messages = report->messages.find(file.key);
+    if (messages == report->messages.end()) return std::vector<LineMessage>{};
+    return messages->second;
+}
+
+std::vector<ProgramName> Programs::NamesFor(const OpenFile& file) const {
+    const ProgramReport* report = ReportOf(RootOf(file));
+    return report == nullptr ? std::vector<ProgramName>{} : report->names;
+}
+
+void Programs::SetCompiled(std::shared_ptr<const CompiledProgram> program) {
+    if (program->succeeded) compiled_[program->root] = program;
+    last_ = std::move(program);
+    emit Changed();
+}
+
+std::shared_ptr<const CompiledProgram> Programs::CompiledFrom(const QString& root) const {
+    const auto found = compiled_.find(root);
+    return found == compiled_.end() ? nullptr : found->second;
+}
+
+bool Programs::IsUpToDate(const CompiledProgram& program) const {
+    return std::ranges::all_of(files_, [&](const OpenFile& file) {
+        const auto read = program.texts.find(file.key);
+        return read == program.texts.end() || IsText(file, read->second);
+    });
+}
+
+}  // namespace zentro

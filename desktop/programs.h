@@ -1,0 +1,137 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "desktop/program_report.h"
+
+namespace zentro {
+
+struct CompiledProgram;
+
+/// Names an open file for as long as it is open; no other file of this run gets the same.
+enum class FileId : std::uint32_t {};
+
+/// How an open file compares with what was read from the disk or written there last.
+enum class DiskState : std::uint8_t {
+    Same,
+    Gone,    ///< deleted or moved by somebody else
+    Differs  ///< changed by somebody else, and not taken over
+};
+
+struct OpenFile {
+    FileId id{};
+    QString folder;  ///< empty while the file was never saved
+    QString name;    ///< "NewFile1" while it was never saved
+    QString key;     ///< the same for every spelling of its path; the name without one
+    Revision revision = 0;
+    Revision savedRevision = 0;
+    DiskState disk = DiskState::Same;
+
+    bool NeverSaved() const { return folder.isEmpty(); }
+    /// Whether something would be lost without a save.
+    bool IsChanged() const { return revision != savedRevision || disk != DiskState::Same; }
+    QString Path() const;  ///< of a file that was never saved: its name
+};
+
+/// The open files and the programs that they belong to: the one place that knows which file is in
+/// front and which is the main file, what is saved, what the messages of each program are and what
+/// was compiled last. Windows read it and are told with Changed that something is different.
+class Programs : public QObject {
+    Q_OBJECT
+
+  public:
+    using TextOf = std::function<QString()>;
+
+    explicit Programs(QObject* parent = nullptr);
+    ~Programs() override;
+
+    /// A file was opened, or with an empty folder begun; it comes to the end of the tabs and to the
+    /// front. `text` gives its text as it stands in its editor, until it is removed.
+    FileId Add(const QString& folder, const QString& name, TextOf text);
+    /// Tells with Closing that the file goes, and takes it out.
+    void Remove(FileId id);
+
+    /// In the order of the tabs.
+    const std::vector<OpenFile>& Files() const { return files_; }
+    /// Null when it is not open any more.
+    const OpenFile* File(FileId id) const;
+    /// The open file with that path, however it is spelt; null: none.
+    const OpenFile* Find(const QString& path) const;
+    QString Text(FileId id) const;
+    /// The text of an open file as it stands in its editor, for a path or the name of a new file.
+    std::optional<QString> OpenText(const QString& pathOrName) const;
+
+    /// The source file that was in front last, which may have other windows before it now; null
+    /// when no file is open.
+    const OpenFile* Front() const;
+    void SetFront(FileId id);
+    /// The file to compile that was chosen; null: none.
+    const OpenFile* Main() const;
+    void SetMain(std::optional<FileId> id);
+
+    /// The text was edited, or an edit undone.
+    /// The revision is a new one at once; Changed may come a little later.
+    void NoteEdited(FileId id);
+    /// Undoing or redoing has led back to the saved text.
+    void NoteAtSavedText(FileId id);
+    /// The text was written to this file, or read anew from it.
+    void NoteSaved(FileId id, const QString& folder, const QString& name);
+    void SetDisk(FileId id, DiskState state);
+
+    /// The key of the file that the program of this file begins with: the chosen file if it
+    /// includes this one, another open one that does, as far as reports tell; otherwise the file
+    /// itself.
+    QString RootOf(const OpenFile& file) const;
+
+    /// A report takes the place of the one before about the same program.
+    void SetReport(ProgramReport report);
+    const ProgramReport* ReportOf(const QString& root) const;
+    /// Nothing is known of any program any more.
+    void ForgetReports();
+    /// The messages against the lines of the file; nothing when none were found for the text as it
+    /// stands. Those that were found before stand at the lines that they were about until then.
+    std::optional<std::vector<LineMessage>> MessagesOf(const OpenFile& file) const;
+    /// What the program of the file declares.
+    std::vector<ProgramName> NamesFor(const OpenFile& file) const;
+
+    /// The program was compiled. One that failed leaves what was compiled before, but that it is
+    /// out of date.
+    void SetCompiled(std::shared_ptr<const CompiledProgram> program);
+    /// The newest object code of the program that begins with this file; null: none of this run.
+    std::shared_ptr<const CompiledProgram> CompiledFrom(const QString& root) const;
+    /// What was compiled last, of whichever program; null: nothing yet.
+    std::shared_ptr<const CompiledProgram> LastCompiled() const { return last_; }
+    /// Whether the texts of the program are those that it was compiled from.
+    bool IsUpToDate(const CompiledProgram& program) const;
+
+  signals:
+    void Changed();
+    /// The file is being closed; its text can still be read.
+    void Closing(FileId id);
+
+  private:
+    OpenFile* Find(FileId id);
+
+    std::vector<OpenFile> files_;
+    std::map<FileId, TextOf> texts_;
+    std::optional<FileId> front_;
+    std::optional<FileId> main_;
+    std::map<QString, ProgramReport> reports_;  ///< by root
+    std::map<QString, std::shared_ptr<const CompiledProgram>> compiled_;
+    std::shared_ptr<const CompiledProgram> last_;
+    std::uint32_t lastId_ = 0;
+    Revision lastRevision_ = 0;
+    std::uint64_t lastSerial_ = 0;
+    QTimer later_;
+};
+
+}  // namespace zentro

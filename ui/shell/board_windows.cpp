@@ -1,0 +1,189 @@
+#include "ui/shell/board_windows.h"
+
+#include <utility>
+
+#include "comms/virtual_board_link.h"
+#include "ui/board/virtual_board_window.h"
+#include "ui/support/dialogs.h"
+#include "ui/terminal/terminal_window.h"
+#include "ui/terminal/variables_window.h"
+
+namespace zentro {
+
+BoardWindows::BoardWindows(Workbench& workbench, Programs& programs, BoardState& board,
+                           Surroundings surroundings, QObject* parent)
+    : QObject(parent),
+      workbench_(workbench),
+      programs_(programs),
+      board_(board),
+      surroundings_(std::move(surroundings)) {
+    connect(&board_, &BoardState::Changed, this, &BoardWindows::Follow);
+    connect(&board_, &BoardState::ConversationOver, this, &BoardWindows::CloseTerminal);
+    connect(&programs_, &Programs::Changed, this, &BoardWindows::ShowVariables);
+}
+
+BoardWindows::~BoardWindows() = default;
+
+void BoardWindows::OpenComms() {
+    if (terminal_ == nullptr) {
+        MakeTerminal(QString::fromStdString(
+            AsText(workbench_.settings.GetSetting(SettingNumber::SerialPort))));
+    }
+    if (terminal_ != nullptr) surroundings_.bringToFront(terminal_);
+}
+
+void BoardWindows::MakeTerminal(const QString& portName) {
+    terminal_ = new TerminalWindow(workbench_, board_.Begin(portName));
+    surroundings_.addChild(terminal_);
+    terminal_->PositionForm();
+    connect(terminal_, &TerminalWindow::FormClosing, this, &BoardWindows::CloseTerminal,
+            Qt::QueuedConnection);
+    terminal_->OpenConnection(portName);
+}
+
+void BoardWindows::CloseTerminal() {
+    TerminalWindow* window = terminal_;
+    terminal_ = nullptr;
+    // The windows work with the session to its end.
+    if (variables_ != nullptr) variables_->SetTerminal(nullptr);
+    shown_.session = nullptr;
+    if (window != nullptr) {
+        disconnect(window, nullptr, this, nullptr);
+        QWidget* frame = window->parentWidget();
+        window->close();
+        delete window;
+        if (frame != nullptr) frame->deleteLater();
+    }
+    board_.End();
+}
+
+void BoardWindows::OpenVirtualBoard() {
+    if (boardWindow_ == nullptr) {
+        boardWindow_ = new VirtualBoardWindow(board_.VirtualBoard());
+        surroundings_.addChild(boardWindow_);
+        connect(boardWindow_, &VirtualBoardWindow::FormClosing, &board_,
+                [this] { board_.SetVirtualBoardSeen(false); });
+        board_.SetVirtualBoardSeen(true);
+    }
+    if (terminal_ != nullptr && board_.Kind() != BoardKind::Virtual) CloseTerminal();
+    if (terminal_ == nullptr) MakeTerminal(kVirtualBoardPort);
+    surroundings_.bringToFront(boardWindow_);
+}
+
+bool BoardWindows::DownloadCurrent() {
+    const QString path = surroundings_.objectFile();
+    const auto refuse = [this](const QString& text) {
+        workbench_.dialogs.ShowMessage(terminal_, text);
+        return false;
+    };
+    if (path.isEmpty()) return refuse(tr("Nothing Compiled to Download!"));
+    if (board_.Connection() != ConnectionState::Connected)
+        return refuse(tr("Please open a connection to the kinetron before attempting a download."));
+    if (!surroundings_.objectWindowOpen())
+        return refuse(
+            tr("Please use the download saved when you have no source file open and compiled"));
+    // Nobody need press RUN on a board that is on the screen.
+    Send(path, programs_.CompiledFrom(programs_.Main()->key), board_.Kind() == BoardKind::Virtual);
+    return true;
+}
+
+void BoardWindows::DownloadSaved() {
+    FileChoice choice;
+    choice.title = tr("Download Saved Program");
+    choice.folder =
+        QString::fromStdString(AsText(workbench_.settings.GetSetting(SettingNumber::ObjectFolder)));
+    choice.filters = "ZentroCompiler Code Files (*.obj)|*.obj|Ordino Files (*.odn)|*.odn";
+    const std::optional<QString> path = workbench_.dialogs.ChooseFileToOpen(terminal_, choice);
+    if (!path || path->isEmpty()) return;
+    if (board_.Connection() != ConnectionState::Connected)
+        return workbench_.dialogs.ShowMessage(
+            terminal_,
+            tr("Please open a connection to the kinetron before attempting a download."));
+    Send(*path, nullptr, false);
+}
+
+void BoardWindows::Send(const QString& path, std::shared_ptr<const CompiledProgram> compiled,
+                        bool runs) {
+    if (board_.Kind() == BoardKind::Port) surroundings_.bringToFront(terminal_);
+    board_.Send(path, std::move(compiled), runs);
+}
+
+void BoardWindows::Follow() {
+    const bool isSending = board_.IsSending();
+    const bool wasSending = std::exchange(wasSending_, isSending);
+    const bool runs = board_.Activity().state == BoardActivity::State::Running;
+    if (wasSending && !isSending && boardWindow_ != nullptr && runs)
+        surroundings_.bringToFront(boardWindow_);
+    ShowVariables();
+}
+
+std::shared_ptr<const CompiledProgram> BoardWindows::NamedProgram() const {
+    const HeldProgram& held = board_.Program();
+    if (held.compiled != nullptr) return held.compiled;
+    return programs_.LastCompiled();
+}
+
+void BoardWindows::OpenVariables() {
+    const bool isNew = variables_ == nullptr;
+    if (isNew) {
+        variables_ = new VariablesWindow(workbench_);
+        surroundings_.addChild(variables_);
+        shown_ = {};
+        ShowVariables();
+        variables_->LoadVariables(shown_.program == nullptr ? nullptr
+                                                            : shown_.program->compilation.get());
+    }
+    surroundings_.bringToFront(variables_);
+}
+
+/// What the values are of.
+QString BoardWindows::VariablesNote() const {
+    if (!board_.CanReadNow()) return {};
+    const HeldProgram& held = board_.Program();
+    switch (held.extent) {
+        case HeldProgram::Extent::None: return tr("No program is on the virtual board yet");
+        case HeldProgram::Extent::Half:
+            return tr("The virtual board holds only a part of %1").arg(held.name);
+        case HeldProgram::Extent::Unknown: break;
+        case HeldProgram::Extent::Whole:
+            if (held.compiled != nullptr)
+                return tr("The virtual board's values of %1, as they are").arg(held.name);
+            break;
+    }
+    return tr("The virtual board holds another program: the names may not fit");
+}
+
+/// The values of the board that is connected, under the names of the program that it holds.
+void BoardWindows::ShowVariables() {
+    if (variables_ == nullptr) return;
+    const bool isConnected = board_.Connection() == ConnectionState::Connected;
+    ShownVariables shows{NamedProgram(), isConnected ? board_.Session() : nullptr,
+                         board_.CanReadNow(), VariablesNote()};
+    if (shows == shown_) return;
+    const ShownVariables before = std::exchange(shown_, std::move(shows));
+    if (shown_.session != before.session)
+        variables_->SetTerminal(isConnected ? board_.Session() : nullptr);
+    if (shown_.live && !before.live) {
+        variables_->SetLiveMemory([this](std::uint32_t address, std::size_t count) {
+            return board_.ReadNow(address, count);
+        });
+    } else if (!shown_.live && before.live) {
+        variables_->SetLiveMemory(nullptr);
+    }
+    if (shown_.program != before.program)
+        variables_->ListVariables(shown_.program == nullptr ? nullptr
+                                                            : shown_.program->compilation.get());
+    if (shown_.live) variables_->SetNote(shown_.note);
+}
+
+void BoardWindows::ApplySettings() {
+    if (terminal_ != nullptr) terminal_->SetFormColours();
+}
+
+void BoardWindows::CloseAll() {
+    CloseTerminal();
+    delete variables_;
+    delete boardWindow_;
+}
+
+}  // namespace zentro

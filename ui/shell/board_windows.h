@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "desktop/board_state.h"
+#include "desktop/programs.h"
+#include "ui/support/workbench.h"
+
+class QWidget;
+
+namespace zentro {
+
+class TerminalWindow;
+class VariablesWindow;
+class VirtualBoardWindow;
+
+/// The windows that have to do with a board: the terminal, the variables and the virtual board, at
+/// most one of each kind. What they show, the board's state knows.
+class BoardWindows : public QObject {
+    Q_OBJECT
+
+  public:
+    /// What the main window does for it.
+    struct Surroundings {
+        std::function<void(QWidget*)> addChild;      ///< puts a window into the frame
+        std::function<void(QWidget*)> bringToFront;  ///< a child window
+        std::function<QString()> objectFile;         ///< of the main file; empty: none is chosen
+        std::function<bool()> objectWindowOpen;
+    };
+
+    /// All of them outlive the object.
+    BoardWindows(Workbench& workbench, Programs& programs, BoardState& board,
+                 Surroundings surroundings, QObject* parent);
+    ~BoardWindows() override;
+
+    /// Opens the terminal and its connection, or brings the terminal to the front.
+    void OpenComms();
+    /// Shows the virtual board and connects the terminal to it.
+    void OpenVirtualBoard();
+    /// True when the download has begun; otherwise the user has been told why not.
+    bool DownloadCurrent();
+    void DownloadSaved();
+    void OpenVariables();
+    /// Colours and fonts were changed.
+    void ApplySettings();
+    /// Closes terminal and board windows in order.
+    void CloseAll();
+
+    /// Whose names the variables have: the program on the board, or where that is not known the one
+    /// that was compiled last. Null: none.
+    std::shared_ptr<const CompiledProgram> NamedProgram() const;
+
+  private:
+    /// What the variables window was told last.
+    struct ShownVariables {
+        std::shared_ptr<const CompiledProgram> program;
+        const TerminalSession* session = nullptr;
+        bool live = false;
+        QString note;
+
+        bool operator==(const ShownVariables&) const = default;
+    };
+
+    void MakeTerminal(const QString& portName);
+    void CloseTerminal();
+    void Follow();
+    void ShowVariables();
+    QString VariablesNote() const;
+    void Send(const QString& path, std::shared_ptr<const CompiledProgram> compiled, bool runs);
+
+    Workbench& workbench_;
+    Programs& programs_;
+    BoardState& board_;
+    Surroundings surroundings_;
+    QPointer<TerminalWindow> terminal_;
+    QPointer<VariablesWindow> variables_;
+    QPointer<VirtualBoardWindow> boardWindow_;
+    ShownVariables shown_;
+    bool wasSending_ = false;
+};
+
+}  // namespace zentro
