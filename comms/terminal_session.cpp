@@ -52,7 +52,8 @@ std::string_view AddressAt(std::string_view text, std::size_t position) {
 
 }  // namespace
 
-TerminalSession::TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts)
+TerminalSession::TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts,
+                                 milliseconds verdictLimit)
     : link_(link),
       showMessage_(std::move(showMessage)),
       listPorts_(std::move(listPorts)),
@@ -64,6 +65,9 @@ TerminalSession::TerminalSession(Link& link, MessageSink showMessage, PortLister
     downloadTimer_.setSingleShot(true);
     downloadTimer_.setTimerType(Qt::PreciseTimer);
     connect(&downloadTimer_, &QTimer::timeout, this, &TerminalSession::StepDownload);
+    verdictTimer_.setSingleShot(true);
+    verdictTimer_.setInterval(verdictLimit);
+    connect(&verdictTimer_, &QTimer::timeout, this, &TerminalSession::GiveUpDownload);
     reopenTimer_.setInterval(kReopenInterval);
     connect(&reopenTimer_, &QTimer::timeout, this, &TerminalSession::LookForPort);
 }
@@ -74,8 +78,9 @@ TerminalSession::~TerminalSession() {
 }
 
 void TerminalSession::OpenConnection(const std::string& portName) {
-    CancelDownload();
+    GiveUpDownload();
     ClosePort();
+    lastDownload_ = {};
     if (OpenPort(DevicePath(portName, listPorts_()))) {
         GreetBoard();
     } else {
@@ -85,7 +90,7 @@ void TerminalSession::OpenConnection(const std::string& portName) {
 
 void TerminalSession::Reopen() {
     if (!reopenDevice_) return;
-    CancelDownload();
+    GiveUpDownload();
     const std::string device = *reopenDevice_;
     if (OpenPort(device)) GreetBoard();
 }
@@ -114,7 +119,7 @@ void TerminalSession::GreetBoard() {
 }
 
 void TerminalSession::CloseConnection() {
-    CancelDownload();
+    GiveUpDownload();
     ClosePort();
     reopenTimer_.stop();
     reopenDevice_.reset();
@@ -137,6 +142,7 @@ void TerminalSession::LoseLink() {
     linkFailed_ = true;
     ClosePort();
     if (wasOpen) reopenTimer_.start();
+    WorkOnDownload([](Download& download) { download.LoseLine(); });
     emit ConnectionLost();
 }
 
@@ -145,11 +151,15 @@ void TerminalSession::Poll() {
     std::int32_t count = 0;
     if (comms_.ReadCommPort(commHandle_, text, count) == 0) {
         LoseLink();
-    } else if (count > 0 && screenOff_) {
+        return;
+    }
+    if (count == 0) return;
+    if (screenOff_) {
         emit CharsReceived(text);
-    } else if (count > 0) {
+    } else {
         WriteToScreen(text);
     }
+    WorkOnDownload([&text](Download& download) { download.Hear(text); });
 }
 
 void TerminalSession::LookForPort() {
@@ -219,6 +229,8 @@ void TerminalSession::DownloadSource(const std::string& path) {
         showMessage_("A download is already running.");
         return;
     }
+    GiveUpDownload();  // one that waits for its verdict
+    lastDownload_ = {};
     download_ = std::make_unique<Download>(
         path,
         DownloadTerminal{[this](std::string_view text) { return WriteToPort(text); },
@@ -229,38 +241,52 @@ void TerminalSession::DownloadSource(const std::string& path) {
 }
 
 void TerminalSession::CancelDownload() {
-    if (!IsDownloading()) return;
-    cancelWanted_ = true;
-    if (!isStepping_) EndDownload();
+    if (IsDownloading()) GiveUpDownload();
 }
 
-/// Sends all that is due by now. When each thing is due follows from the start, so the timer's
-/// roundings do not add up.
+/// Cancels what is being sent, or waits no longer for the board's verdict.
+void TerminalSession::GiveUpDownload() {
+    cancelWanted_ = true;
+    if (!isWorkingOnDownload_) WorkOnDownload([](Download&) {});
+}
+
 void TerminalSession::StepDownload() {
-    isStepping_ = true;
+    WorkOnDownload([this](Download& download) {
+        SendWhatIsDue(download);
+        if (download.IsSending()) {
+            const auto wait = std::chrono::ceil<milliseconds>(downloadDue_ - steady_clock::now());
+            downloadTimer_.start(std::max(wait, milliseconds{0}));
+        } else if (!download.IsOver()) {
+            verdictTimer_.start();
+        }
+        emit DownloadProgress(download.Fraction(), static_cast<int>(download.LinesSent()));
+    });
+}
+
+/// When each thing is due follows from the start, so the timer's roundings do not add up.
+void TerminalSession::SendWhatIsDue(Download& download) {
     const auto turnEnd = steady_clock::now() + kLongestTurn;
     downloadDue_ = std::max(downloadDue_, steady_clock::now() - kLongestDelay);
     do {
-        const std::chrono::microseconds wait = download_->Step();
+        const std::chrono::microseconds wait = download.Step();
         if (link_.TakesTime()) downloadDue_ += wait;
-    } while (!download_->IsOver() && !cancelWanted_ && downloadDue_ <= steady_clock::now() &&
+    } while (download.IsSending() && !cancelWanted_ && downloadDue_ <= steady_clock::now() &&
              steady_clock::now() < turnEnd);
-    isStepping_ = false;
-    if (download_->IsOver() || cancelWanted_) {
-        EndDownload();
-        return;
-    }
-    const auto wait = std::chrono::ceil<milliseconds>(downloadDue_ - steady_clock::now());
-    downloadTimer_.start(std::max(wait, milliseconds{0}));
-    emit DownloadProgress(download_->Fraction(), static_cast<int>(download_->LinesSent()));
 }
 
-void TerminalSession::EndDownload() {
+/// Anything can come of the work, also what ends the download: it stays until the work is done.
+void TerminalSession::WorkOnDownload(const std::function<void(Download&)>& work) {
+    if (download_ == nullptr) return;
+    const bool isWithinOther = std::exchange(isWorkingOnDownload_, true);
+    work(*download_);
+    if (cancelWanted_ && !isWithinOther) download_->Cancel();
+    isWorkingOnDownload_ = isWithinOther;
+    if (isWithinOther || !download_->IsOver()) return;
     downloadTimer_.stop();
+    verdictTimer_.stop();
     const std::unique_ptr<Download> ended = std::move(download_);
-    ended->Cancel();  // unless it came to its end by itself
-    emit DownloadProgress(ended->Fraction(), static_cast<int>(ended->LinesSent()));
-    emit DownloadFinished(ended->IsComplete());
+    lastDownload_ = ended->Result();
+    emit DownloadFinished(lastDownload_);
 }
 
 std::string TerminalSession::StartLog(const std::string& path, std::string_view longDate) {

@@ -181,9 +181,9 @@ void BoardConnection::CancelDownload() {
     if (session_ != nullptr) session_->CancelDownload();
 }
 
-void BoardConnection::FinishDownload(bool complete) {
+void BoardConnection::FinishDownload(const DownloadResult& result) {
     emit DownloadRunning(false);
-    if (!std::exchange(runAfterDownload_, false) || !complete || !IsConnected()) return;
+    if (!std::exchange(runAfterDownload_, false) || !result.IsWhole() || !IsConnected()) return;
     session_->SendCmd("G\r");
     if (board_ != nullptr) surroundings_.bringToFront(board_);
     emit ProgramStarted();

@@ -78,7 +78,7 @@ class BoardConnection : public QObject {
     Link& LinkFor(const QString& portName);
     bool UsesVirtualBoard() const;
     void Download(const QString& path);
-    void FinishDownload(bool complete);
+    void FinishDownload(const DownloadResult& result);
     void NameAddresses(const Compilation* compilation);
 
     Workbench& workbench_;
