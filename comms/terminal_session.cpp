@@ -13,6 +13,9 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr char kEnter = '\r';
+constexpr char kBackspace = 8;
+constexpr char kDelete = 127;
+constexpr std::size_t kLongestLine = 256;            // of those sent; what is longer is no command
 constexpr std::string_view kAttention = "]\rW\r\r";  // ends a load, asks for the board's name
 constexpr milliseconds kReopenInterval{1000};
 
@@ -23,13 +26,13 @@ constexpr milliseconds kLongestDelay{50};
 /// So long a download over a link that takes no time works before it lets events run.
 constexpr milliseconds kLongestTurn{8};
 
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+char Upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return Lower(a) == Lower(b); });
+                      [](char a, char b) { return Upper(a) == Upper(b); });
 }
 
 constexpr std::size_t kAddressDigits = 4;
@@ -105,6 +108,7 @@ bool TerminalSession::OpenPort(const std::string& device) {
         return false;
     }
     portIdentity_ = IdentityOf(device, listPorts_());
+    lineBeingSent_.clear();
     reopenDevice_.reset();
     reopenTimer_.stop();
     readTimer_.start();
@@ -178,9 +182,25 @@ std::optional<std::string> TerminalSession::PresentPort() const {
 }
 
 bool TerminalSession::WriteToPort(std::string_view text) {
-    if (comms_.WriteCommPort(commHandle_, text) != 0) return true;
-    LoseLink();
-    return false;
+    if (comms_.WriteCommPort(commHandle_, text) == 0) {
+        LoseLink();
+        return false;
+    }
+    TellLinesSent(text);
+    return true;
+}
+
+/// Lines are put together from single keys as well.
+void TerminalSession::TellLinesSent(std::string_view text) {
+    for (const char character : text) {
+        if (character == kEnter) {
+            emit LineSent(std::exchange(lineBeingSent_, {}));
+        } else if (character == kBackspace || character == kDelete) {
+            if (!lineBeingSent_.empty()) lineBeingSent_.pop_back();
+        } else if (character != '\n' && lineBeingSent_.size() < kLongestLine) {
+            lineBeingSent_ += Upper(character);
+        }
+    }
 }
 
 bool TerminalSession::IsDebugging() const {
@@ -189,16 +209,14 @@ bool TerminalSession::IsDebugging() const {
            EqualIgnoringCase(text.substr(text.size() - kDebugPrompt.size()), kDebugPrompt);
 }
 
-void TerminalSession::SendCmd(std::string_view command) {
-    WriteToPort(command);
+bool TerminalSession::SendCmd(std::string_view command) {
+    return WriteToPort(command);
 }
 
-void TerminalSession::ChkForDebugB4SendCmd(std::string_view command) {
-    if (IsDebugging()) {
-        showMessage_("KineTron in Debug Mode and cannot alter hardware");
-    } else {
-        SendCmd(command);
-    }
+bool TerminalSession::ChkForDebugB4SendCmd(std::string_view command) {
+    if (!IsDebugging()) return SendCmd(command);
+    showMessage_("KineTron in Debug Mode and cannot alter hardware");
+    return false;
 }
 
 void TerminalSession::SendKeyStroke(char key) {

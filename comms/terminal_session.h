@@ -66,10 +66,11 @@ class TerminalSession : public QObject {
     /// Whether the screen ends with the debug prompt.
     bool IsDebugging() const;
 
-    /// Writes a command to the port, as it is.
-    void SendCmd(std::string_view command);
-    /// The same for a command that drives hardware; in debug mode it is refused with a message.
-    void ChkForDebugB4SendCmd(std::string_view command);
+    /// Writes a command to the port, as it is. False when the line is lost.
+    bool SendCmd(std::string_view command);
+    /// The same for a command that drives hardware; in debug mode it is refused with a message,
+    /// and the board is not told.
+    bool ChkForDebugB4SendCmd(std::string_view command);
     /// Sends one character.
     void SendKeyStroke(char key);
     /// A key was pressed on the screen: Enter takes the prompt line off, and every key is sent.
@@ -109,6 +110,9 @@ class TerminalSession : public QObject {
     void ConnectionLost();
     void PortIsBack();
     void ScreenChanged();
+    /// The board was sent the end of a line, by whoever: what it was sent since the line before, in
+    /// capitals and with what was taken back left out.
+    void LineSent(const std::string& line);
     void DownloadProgress(double fraction, int linesSent);
     void DownloadFinished(const zentro::DownloadResult& result);
 
@@ -121,6 +125,7 @@ class TerminalSession : public QObject {
     void LookForPort();
     std::optional<std::string> PresentPort() const;
     bool WriteToPort(std::string_view text);
+    void TellLinesSent(std::string_view text);
     void StepDownload();
     void SendWhatIsDue(Download& download);
     void GiveUpDownload();
@@ -134,6 +139,7 @@ class TerminalSession : public QObject {
     TerminalScreen screen_;
     std::unique_ptr<Download> download_;
     DownloadResult lastDownload_;
+    std::string lineBeingSent_;
     std::chrono::steady_clock::time_point downloadDue_;
     QTimer readTimer_;
     QTimer downloadTimer_;

@@ -60,6 +60,7 @@ ControlPanel::ControlPanel(TerminalSession& session, ManualControls& controls, Q
     MakeDrives();
     groups_.push_back(MakeActions());
     groups_.push_back(MakeButtons());
+    connect(&controls, &ManualControls::Changed, this, &ControlPanel::Reflect);
     Reflect();
 }
 
