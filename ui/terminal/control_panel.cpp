@@ -128,7 +128,7 @@ QWidget* ControlPanel::MakeButtons() {
     QFont bold = stop_->font();
     bold.setBold(true);
     stop_->setFont(bold);
-    connect(run_, &QPushButton::clicked, this, [this] { controls_.Run(); });
+    connect(run_, &QPushButton::clicked, this, &ControlPanel::RunClicked);
     connect(stop_, &QPushButton::clicked, this, &ControlPanel::Stop);
     connect(scan_, &QPushButton::clicked, this, Then([this](bool) { controls_.ToggleScan(); }));
     connect(log_, &QPushButton::clicked, this, &ControlPanel::LogClicked);

@@ -65,6 +65,7 @@ TerminalWindow::TerminalWindow(Workbench& workbench, TerminalSession& session, Q
     ConnectView();
     ConnectSession();
     ConnectDownload();
+    connect(panel_, &ControlPanel::RunClicked, this, &TerminalWindow::Run);
     connect(panel_, &ControlPanel::LogClicked, this, &TerminalWindow::ToggleLog);
     SetFormColours();
     ShowConnection(session.IsConnected() ? portName_ : tr("not connected"));
@@ -118,7 +119,11 @@ void TerminalWindow::ConnectDownload() {
                 ShowDownload(session_.IsDownloading());
                 downloadBar_->ShowProgress(fraction, linesSent);
             });
-    connect(&session_, &TerminalSession::DownloadFinished, this, [this] { ShowDownload(false); });
+    connect(&session_, &TerminalSession::DownloadFinished, this,
+            [this](const DownloadResult& result) {
+                ShowDownload(false);
+                banner_->TellProgramLost(result.outcome == DownloadOutcome::LineLost);
+            });
     connect(downloadBar_, &DownloadBar::CancelClicked, &session_, &TerminalSession::CancelDownload);
 }
 
@@ -178,6 +183,16 @@ void TerminalWindow::ShowDownload(bool running) {
         unsetCursor();
     }
     panel_->Reflect();
+}
+
+/// Half a program may do anything with the motors.
+void TerminalWindow::Run() {
+    const bool asks = session_.LastDownload().MayLeavePart() && !session_.IsDebugging();
+    if (asks && !workbench_.dialogs.AskYesNo(
+                    this, tr("The last download did not arrive whole, so the board may hold only a "
+                             "part of the program. Run it all the same?")))
+        return;
+    controls_.Run();
 }
 
 void TerminalWindow::ToggleLog() {

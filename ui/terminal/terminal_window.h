@@ -69,6 +69,7 @@ class TerminalWindow : public QWidget {
     void OfferPort();
     void Reopen();
     void ShowDownload(bool running);
+    void Run();
     void ToggleLog();
     void StartLog();
     double Visibility(const QSize& whole, const QSize& panel, bool beside) const;
