@@ -246,6 +246,30 @@ TEST_F(TerminalWindowTest, DebugModeStepsRefusesHardwareAndLeadsToTheSource) {
     EXPECT_EQ(board.outputs, Outputs{});
 }
 
+TEST_F(TerminalWindowTest, ShowsThePromptAndTheAddressBesideEachOther) {
+    auto& view = Find<QPlainTextEdit>("txtTerminal");
+    const auto linesOf = [&](const QString& text) {
+        return view.document()->find(text).block().layout()->lineCount();
+    };
+    const auto isSeen = [&](const QTextCursor& cursor) {
+        return view.viewport()->rect().contains(view.cursorRect(cursor).center());
+    };
+    window->PositionForm();
+    EnterDebugMode();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ShownText().contains("[0000]"); }));
+    EXPECT_EQ(linesOf("*Debug Mode*"), 1);
+    for (const int width : {900, 400, 300}) {
+        SCOPED_TRACE(width);
+        window->resize(width, window->height());
+        Type("");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return ShownText().endsWith("Step ->"); }));
+        QTextCursor address = view.document()->find("[0000]");
+        address.setPosition(address.selectionStart());
+        EXPECT_TRUE(isSeen(address));
+        EXPECT_TRUE(isSeen(view.textCursor()));
+    }
+}
+
 TEST_F(TerminalWindowTest, DownloadsWithProgressUntilCancelled) {
     QByteArray program;
     for (int line = 0; line < 60; ++line)
