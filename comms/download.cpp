@@ -1,6 +1,7 @@
 #include "comms/download.h"
 
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 #include "comms/link.h"
@@ -20,6 +21,61 @@ constexpr std::string_view kClearScreen =
     "\x1b"
     "c";
 constexpr std::size_t kLinesPerProgress = 25;
+constexpr std::string_view kLoaded = "Loaded ";
+constexpr std::string_view kNotLoaded = "Not loaded";
+
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+/// The whole line in which a loader says what it holds; empty: it has not said so yet.
+std::string_view VerdictIn(std::string_view received) {
+    for (std::size_t end = received.find(kLineEnd); end != std::string_view::npos;
+         end = received.find(kLineEnd)) {
+        const std::string_view line = received.substr(0, end);
+        if (line.starts_with(kLoaded) || line.starts_with(kNotLoaded)) return line;
+        received.remove_prefix(end + kLineEnd.size());
+    }
+    return {};
+}
+
+/// Of "Loaded 230 bytes" the 230.
+std::optional<std::size_t> BytesIn(std::string_view verdict) {
+    if (!verdict.starts_with(kLoaded)) return std::nullopt;
+    verdict.remove_prefix(kLoaded.size());
+    std::size_t bytes = 0;
+    const auto [end, error] =
+        std::from_chars(verdict.data(), verdict.data() + verdict.size(), bytes);
+    if (error != std::errc{}) return std::nullopt;
+    return bytes;
+}
+
+/// What the user is told beside the board's own words, in lines that the terminal's first size
+/// holds; empty: nothing.
+std::string FurtherLines(const DownloadResult& result) {
+    switch (result.outcome) {
+        case DownloadOutcome::WrongCount:
+            return "The board holds " + std::to_string(result.bytesLoaded.value_or(0)) +
+                   " bytes of the program's " + std::to_string(result.bytesInFile.value_or(0)) +
+                   ".\r\nPlease download it again.";
+        case DownloadOutcome::Refused:
+            return "The board does not hold the program.\r\n"
+                   "Please download it again, or compile it once more.";
+        case DownloadOutcome::NoVerdict:
+            return "The board has not said whether it holds the program.";
+        case DownloadOutcome::Cancelled:
+            if (!result.replacedProgram) break;
+            return "The board holds only a part of the program.\r\n"
+                   "Please download it again before you run it.";
+        case DownloadOutcome::LineLost:
+            return "The connection was lost. The board does not hold the program.\r\n"
+                   "Please download it again.";
+        case DownloadOutcome::None:
+        case DownloadOutcome::Whole:
+        case DownloadOutcome::FileUnreadable: break;
+    }
+    return {};
+}
 
 }  // namespace
 
@@ -30,49 +86,102 @@ microseconds TimeOnTheWire(std::size_t characters) {
     return microseconds((bits * kMicroseconds + kBaud - 1) / kBaud);
 }
 
+std::optional<std::size_t> CountBytes(std::string_view objectCode) {
+    std::size_t bytes = 0;
+    bool inNumber = false;
+    for (const char character : objectCode) {
+        const bool isDigit = IsDigit(character);
+        if (!isDigit && std::string_view(", \t\r\n").find(character) == std::string_view::npos)
+            return std::nullopt;
+        if (isDigit && !inNumber) ++bytes;
+        inNumber = isDigit;
+    }
+    return bytes;
+}
+
 Download::Download(const std::string& path, DownloadTerminal terminal)
-    : path_(path), terminal_(std::move(terminal)) {}
+    : terminal_(std::move(terminal)) {
+    result_.path = path;
+}
 
 microseconds Download::Step() {
     switch (state_) {
         case State::Beginning: return Begin();
         case State::StartingLoader: return StartLoader();
         case State::SendingLines: return SendLine();
+        case State::AwaitingVerdict:
         case State::Over: break;
     }
     return {};
 }
 
+void Download::Hear(std::string_view received) {
+    if (state_ != State::AwaitingVerdict) return;
+    heard_ += received;
+    const std::string_view verdict = VerdictIn(heard_);
+    if (!verdict.empty()) Judge(verdict);
+}
+
+void Download::Judge(std::string_view verdict) {
+    result_.verdict = verdict;
+    result_.bytesLoaded = BytesIn(verdict);
+    if (!result_.bytesLoaded) return End(DownloadOutcome::Refused);
+    const bool isWhole = !result_.bytesInFile || *result_.bytesInFile == *result_.bytesLoaded;
+    End(isWhole ? DownloadOutcome::Whole : DownloadOutcome::WrongCount);
+}
+
+void Download::LoseLine() {
+    lineLost_ = true;
+    if (state_ == State::AwaitingVerdict) End(DownloadOutcome::LineLost);
+}
+
 void Download::Cancel() {
     if (IsOver()) return;
-    state_ = State::Over;
-    terminal_.write(kEndLoad);
+    if (state_ == State::AwaitingVerdict) return End(DownloadOutcome::NoVerdict);
+    Write(kEndLoad);
     terminal_.writeToScreen(std::string(kLineEnd) + "Download Cancelled. Sent " +
                             std::to_string(linesSent_) + " Lines. ");
+    End(DownloadOutcome::Cancelled);
+}
+
+/// Whatever else happened, a line that was lost has kept the program from the board.
+void Download::End(DownloadOutcome outcome) {
+    state_ = State::Over;
+    result_.outcome = lineLost_ ? DownloadOutcome::LineLost : outcome;
+    const std::string further = FurtherLines(result_);
+    if (!further.empty()) terminal_.writeToScreen(std::string(kLineEnd) + further + "\r\n");
 }
 
 double Download::Fraction() const {
-    if (text_.empty()) return state_ == State::Over ? 1 : 0;
+    if (text_.empty()) return IsSending() ? 0 : 1;
     return static_cast<double>(position_) / static_cast<double>(text_.size());
 }
 
+bool Download::Write(std::string_view text) {
+    const bool isWritten = terminal_.write(text);
+    lineLost_ = lineLost_ || !isWritten;
+    return isWritten;
+}
+
 microseconds Download::Begin() {
-    FileContent file = ReadWholeFile(path_);
+    FileContent file = ReadWholeFile(result_.path);
     if (file.status != FileContent::Status::Read) {
-        state_ = State::Over;
         terminal_.showMessage("Error Dowloading file. Error text is: " + file.problem);
+        End(DownloadOutcome::FileUnreadable);
         return {};
     }
     text_ = std::move(file.bytes);
+    result_.bytesInFile = CountBytes(text_);
     state_ = State::StartingLoader;
-    if (!terminal_.write(kEndProgram)) state_ = State::Over;
+    if (!Write(kEndProgram)) End(DownloadOutcome::LineLost);
     return kLoaderDelay;
 }
 
 microseconds Download::StartLoader() {
     terminal_.writeToScreen(std::string(kClearScreen) + "Downloading Program to Kinetron......");
     state_ = State::SendingLines;
-    if (!terminal_.write(kStartLoader)) state_ = State::Over;
+    result_.replacedProgram = true;
+    if (!Write(kStartLoader)) End(DownloadOutcome::LineLost);
     return TimeOnTheWire(kStartLoader.size()) + kLineGap;
 }
 
@@ -82,20 +191,22 @@ microseconds Download::SendLine() {
         return {};
     }
     const std::string line = std::string(TakeLine()).append(kLineEnd);
-    terminal_.write(line);  // the next one is sent all the same
+    const bool isWritten = Write(line);  // the next one is sent all the same
     ++linesSent_;
     if (linesSent_ % kLinesPerProgress == 0) {
         terminal_.writeToScreen(std::string(kLineEnd) + "Working.... " +
                                 std::to_string(linesSent_) + "  Lines Sent  ");
     }
-    return TimeOnTheWire(line.size()) + kLineGap;
+    // Nobody need wait for a board that nothing reaches.
+    return isWritten ? TimeOnTheWire(line.size()) + kLineGap : microseconds{0};
 }
 
 void Download::Complete() {
-    state_ = State::Over;
     terminal_.writeToScreen(std::string(kLineEnd) + "Download Complete. Sent " +
                             std::to_string(linesSent_) + " Lines in total. ");
-    complete_ = terminal_.write(kEndLoad);
+    state_ = State::AwaitingVerdict;
+    Write(kEndLoad);
+    if (lineLost_) End(DownloadOutcome::LineLost);
 }
 
 /// The next line without its end: CR, LF, both, or the end of the file.

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,39 @@ inline constexpr std::chrono::milliseconds kLineGap{1};
 /// How long a line with its line end is on the wire at kBaud, 10 bits to a character.
 std::chrono::microseconds TimeOnTheWire(std::size_t characters);
 
+/// What became of a download.
+enum class DownloadOutcome : std::uint8_t {
+    None,            ///< there was none
+    Whole,           ///< the board says that it holds every byte of the file
+    WrongCount,      ///< it says that it holds another number of bytes
+    Refused,         ///< it says that it could not load the file, and holds no program
+    NoVerdict,       ///< all was sent, but the board has not said what it holds
+    Cancelled,       ///< by the user
+    LineLost,        ///< before the board said that it holds the program
+    FileUnreadable,  ///< nothing was sent
+};
+
+struct DownloadResult {
+    DownloadOutcome outcome = DownloadOutcome::None;
+    std::string path;                        ///< of the file
+    std::optional<std::size_t> bytesInFile;  ///< nothing when it is not made of numbers alone
+    std::optional<std::size_t> bytesLoaded;  ///< as the board says; nothing when it does not
+    std::string verdict;                     ///< the line in which it says so, "Loaded 230 bytes"
+    bool replacedProgram = false;  ///< the loader was started: what the board held before is gone
+
+    bool IsWhole() const { return outcome == DownloadOutcome::Whole; }
+    /// Whether the board may hold a part of the program, which it would run.
+    bool MayLeavePart() const {
+        return replacedProgram &&
+               (outcome == DownloadOutcome::WrongCount || outcome == DownloadOutcome::Cancelled ||
+                outcome == DownloadOutcome::LineLost);
+    }
+};
+
+/// The bytes that a board's loader stores of this object code: the numbers in it. Nothing when it
+/// holds something else, which only the board can judge.
+std::optional<std::size_t> CountBytes(std::string_view objectCode);
+
 /// What a download asks of its terminal.
 struct DownloadTerminal {
     /// Writes to the port. False when the line is lost; the terminal has told its listeners then.
@@ -30,41 +64,57 @@ struct DownloadTerminal {
     std::function<void(const std::string&)> showMessage;
 };
 
-/// Sends a program file to the board line by line. The caller lets time pass: each call of Step
-/// does the next thing and says how long to wait before the one after it. The file is read whole at
-/// the start, so that it may change or go meanwhile.
+/// Sends a program file to the board line by line, and hears what the board makes of it. The caller
+/// lets time pass: each call of Step does the next thing and says how long to wait before the one
+/// after it. The file is read whole at the start, so that it may change or go meanwhile.
 class Download {
   public:
     Download(const std::string& path, DownloadTerminal terminal);
 
-    /// Does the next thing. Returns the time until the next call; nothing more happens when IsOver.
+    /// Does the next thing. Returns the time until the next call; nothing more happens when
+    /// everything is sent.
     std::chrono::microseconds Step();
 
-    /// Ends the load on the board and is over.
+    /// What the board says. Its verdict counts when it comes after the last line.
+    void Hear(std::string_view received);
+    /// Nothing more can be sent or heard.
+    void LoseLine();
+    /// Ends the load on the board, or waits no longer for its verdict, and is over.
     void Cancel();
 
+    bool IsSending() const { return state_ < State::AwaitingVerdict; }
     bool IsOver() const { return state_ == State::Over; }
-    /// Whether it came to its end with the whole file sent.
-    bool IsComplete() const { return complete_; }
+    /// What became of it, once it is over.
+    const DownloadResult& Result() const { return result_; }
     std::size_t LinesSent() const { return linesSent_; }
     double Fraction() const;  ///< 0 to 1, of the file's characters
 
   private:
-    enum class State : std::uint8_t { Beginning, StartingLoader, SendingLines, Over };
+    enum class State : std::uint8_t {
+        Beginning,
+        StartingLoader,
+        SendingLines,
+        AwaitingVerdict,
+        Over
+    };
 
     std::chrono::microseconds Begin();
     std::chrono::microseconds StartLoader();
     std::chrono::microseconds SendLine();
+    bool Write(std::string_view text);
     void Complete();
+    void Judge(std::string_view verdict);
+    void End(DownloadOutcome outcome);
     std::string_view TakeLine();
 
-    std::string path_;
     DownloadTerminal terminal_;
+    DownloadResult result_;
     std::string text_;
+    std::string heard_;  ///< since the last line was sent
     std::size_t position_ = 0;
     std::size_t linesSent_ = 0;
     State state_ = State::Beginning;
-    bool complete_ = false;
+    bool lineLost_ = false;
 };
 
 }  // namespace zentro

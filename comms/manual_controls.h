@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QObject>
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -25,12 +25,14 @@ struct DriveControl {
     bool active = false;  ///< MotorActive, ServoActive: a forward or back command was the last one
 };
 
-/// The panel that drives the board's outputs by hand: its state and the commands that follow from
-/// what is clicked. Numbers count from 1.
-class ManualControls {
+/// The panel that drives the board's outputs by hand: the commands that follow from what is
+/// clicked, and its state, which is what the board was told. Numbers count from 1.
+class ManualControls : public QObject {
+    Q_OBJECT
+
   public:
     /// The session outlives this object.
-    explicit ManualControls(TerminalSession& session) : session_(session) {}
+    explicit ManualControls(TerminalSession& session);
 
     void ChooseMotor(int number, DriveOption option);
     void ChangeMotorSpeed(int number, int speed);
@@ -40,7 +42,8 @@ class ManualControls {
     void Run();
     /// Starts or ends the report of the inputs.
     void ToggleScan();
-    /// Stops the program and puts every control to rest.
+    /// Stops the program and puts every control to rest. What a board in debug mode is not told it
+    /// is told when its prompt has gone.
     void Stop();
 
     const DriveControl& Motor(int number) const {
@@ -52,12 +55,23 @@ class ManualControls {
     bool Action(int number) const { return actions_.at(static_cast<std::size_t>(number) - 1); }
     bool IsScanning() const { return scanning_; }
 
+  signals:
+    /// The board was told something by somebody else, or later than it was asked for.
+    void Changed();
+
   private:
+    void PutAllToRest();
+    void RestWhenPromptHasGone();
+    void HearLine(const std::string& line);
+    void EndScan();
+
     TerminalSession& session_;
     std::array<DriveControl, kMotors> motors_{};
     std::array<DriveControl, kServos> servos_{};
     std::array<bool, kActionPorts> actions_{};
     bool scanning_ = false;
+    bool stopping_ = false;
+    bool restWanted_ = false;  ///< after a stop, until every control is at rest
 };
 
 }  // namespace zentro

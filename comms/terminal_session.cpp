@@ -15,6 +15,9 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr char kEnter = '\r';
+constexpr char kBackspace = 8;
+constexpr char kDelete = 127;
+constexpr std::size_t kLongestLine = 256;            // of those sent; what is longer is no command
 constexpr std::string_view kAttention = "]\rW\r\r";  // ends a load, asks for the board's name
 constexpr milliseconds kReopenInterval{1000};
 
@@ -25,13 +28,13 @@ constexpr milliseconds kLongestDelay{50};
 /// So long a download over a link that takes no time works before it lets events run.
 constexpr milliseconds kLongestTurn{8};
 
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+char Upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](char a, char b) { return Lower(a) == Lower(b); });
+                      [](char a, char b) { return Upper(a) == Upper(b); });
 }
 
 /// The address in brackets at this position; nothing when there is none.
@@ -47,7 +50,8 @@ std::optional<std::uint16_t> AddressAt(std::string_view text, std::size_t positi
 
 }  // namespace
 
-TerminalSession::TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts)
+TerminalSession::TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts,
+                                 milliseconds verdictLimit)
     : link_(link),
       showMessage_(std::move(showMessage)),
       listPorts_(std::move(listPorts)),
@@ -59,6 +63,9 @@ TerminalSession::TerminalSession(Link& link, MessageSink showMessage, PortLister
     downloadTimer_.setSingleShot(true);
     downloadTimer_.setTimerType(Qt::PreciseTimer);
     connect(&downloadTimer_, &QTimer::timeout, this, &TerminalSession::StepDownload);
+    verdictTimer_.setSingleShot(true);
+    verdictTimer_.setInterval(verdictLimit);
+    connect(&verdictTimer_, &QTimer::timeout, this, &TerminalSession::GiveUpDownload);
     reopenTimer_.setInterval(kReopenInterval);
     connect(&reopenTimer_, &QTimer::timeout, this, &TerminalSession::LookForPort);
 }
@@ -69,8 +76,9 @@ TerminalSession::~TerminalSession() {
 }
 
 void TerminalSession::OpenConnection(const std::string& portName) {
-    CancelDownload();
+    GiveUpDownload();
     ClosePort();
+    lastDownload_ = {};
     if (OpenPort(DevicePath(portName, listPorts_()))) {
         GreetBoard();
     } else {
@@ -80,7 +88,7 @@ void TerminalSession::OpenConnection(const std::string& portName) {
 
 void TerminalSession::Reopen() {
     if (!reopenDevice_) return;
-    CancelDownload();
+    GiveUpDownload();
     const std::string device = *reopenDevice_;
     if (OpenPort(device)) GreetBoard();
 }
@@ -95,6 +103,7 @@ bool TerminalSession::OpenPort(const std::string& device) {
         return false;
     }
     portIdentity_ = IdentityOf(device, listPorts_());
+    lineBeingSent_.clear();
     reopenDevice_.reset();
     reopenTimer_.stop();
     readTimer_.start();
@@ -109,7 +118,7 @@ void TerminalSession::GreetBoard() {
 }
 
 void TerminalSession::CloseConnection() {
-    CancelDownload();
+    GiveUpDownload();
     ClosePort();
     reopenTimer_.stop();
     reopenDevice_.reset();
@@ -132,6 +141,7 @@ void TerminalSession::LoseLink() {
     linkFailed_ = true;
     ClosePort();
     if (wasOpen) reopenTimer_.start();
+    WorkOnDownload([](Download& download) { download.LoseLine(); });
     emit ConnectionLost();
 }
 
@@ -140,11 +150,15 @@ void TerminalSession::Poll() {
     std::int32_t count = 0;
     if (comms_.ReadCommPort(commHandle_, text, count) == 0) {
         LoseLink();
-    } else if (count > 0 && screenOff_) {
+        return;
+    }
+    if (count == 0) return;
+    if (screenOff_) {
         emit CharsReceived(text);
-    } else if (count > 0) {
+    } else {
         WriteToScreen(text);
     }
+    WorkOnDownload([&text](Download& download) { download.Hear(text); });
 }
 
 void TerminalSession::LookForPort() {
@@ -163,9 +177,25 @@ std::optional<std::string> TerminalSession::PresentPort() const {
 }
 
 bool TerminalSession::WriteToPort(std::string_view text) {
-    if (comms_.WriteCommPort(commHandle_, text) != 0) return true;
-    LoseLink();
-    return false;
+    if (comms_.WriteCommPort(commHandle_, text) == 0) {
+        LoseLink();
+        return false;
+    }
+    TellLinesSent(text);
+    return true;
+}
+
+/// Lines are put together from single keys as well.
+void TerminalSession::TellLinesSent(std::string_view text) {
+    for (const char character : text) {
+        if (character == kEnter) {
+            emit LineSent(std::exchange(lineBeingSent_, {}));
+        } else if (character == kBackspace || character == kDelete) {
+            if (!lineBeingSent_.empty()) lineBeingSent_.pop_back();
+        } else if (character != '\n' && lineBeingSent_.size() < kLongestLine) {
+            lineBeingSent_ += Upper(character);
+        }
+    }
 }
 
 bool TerminalSession::IsDebugging() const {
@@ -174,16 +204,14 @@ bool TerminalSession::IsDebugging() const {
            EqualIgnoringCase(text.substr(text.size() - kDebugPrompt.size()), kDebugPrompt);
 }
 
-void TerminalSession::SendCmd(std::string_view command) {
-    WriteToPort(command);
+bool TerminalSession::SendCmd(std::string_view command) {
+    return WriteToPort(command);
 }
 
-void TerminalSession::ChkForDebugB4SendCmd(std::string_view command) {
-    if (IsDebugging()) {
-        showMessage_("KineTron in Debug Mode and cannot alter hardware");
-    } else {
-        SendCmd(command);
-    }
+bool TerminalSession::ChkForDebugB4SendCmd(std::string_view command) {
+    if (!IsDebugging()) return SendCmd(command);
+    showMessage_("KineTron in Debug Mode and cannot alter hardware");
+    return false;
 }
 
 void TerminalSession::SendKeyStroke(char key) {
@@ -213,6 +241,8 @@ void TerminalSession::DownloadSource(const std::string& path) {
         showMessage_("A download is already running.");
         return;
     }
+    GiveUpDownload();  // one that waits for its verdict
+    lastDownload_ = {};
     download_ = std::make_unique<Download>(
         path,
         DownloadTerminal{[this](std::string_view text) { return WriteToPort(text); },
@@ -223,38 +253,52 @@ void TerminalSession::DownloadSource(const std::string& path) {
 }
 
 void TerminalSession::CancelDownload() {
-    if (!IsDownloading()) return;
-    cancelWanted_ = true;
-    if (!isStepping_) EndDownload();
+    if (IsDownloading()) GiveUpDownload();
 }
 
-/// Sends all that is due by now. When each thing is due follows from the start, so the timer's
-/// roundings do not add up.
+/// Cancels what is being sent, or waits no longer for the board's verdict.
+void TerminalSession::GiveUpDownload() {
+    cancelWanted_ = true;
+    if (!isWorkingOnDownload_) WorkOnDownload([](Download&) {});
+}
+
 void TerminalSession::StepDownload() {
-    isStepping_ = true;
+    WorkOnDownload([this](Download& download) {
+        SendWhatIsDue(download);
+        if (download.IsSending()) {
+            const auto wait = std::chrono::ceil<milliseconds>(downloadDue_ - steady_clock::now());
+            downloadTimer_.start(std::max(wait, milliseconds{0}));
+        } else if (!download.IsOver()) {
+            verdictTimer_.start();
+        }
+        emit DownloadProgress(download.Fraction(), static_cast<int>(download.LinesSent()));
+    });
+}
+
+/// When each thing is due follows from the start, so the timer's roundings do not add up.
+void TerminalSession::SendWhatIsDue(Download& download) {
     const auto turnEnd = steady_clock::now() + kLongestTurn;
     downloadDue_ = std::max(downloadDue_, steady_clock::now() - kLongestDelay);
     do {
-        const std::chrono::microseconds wait = download_->Step();
+        const std::chrono::microseconds wait = download.Step();
         if (link_.TakesTime()) downloadDue_ += wait;
-    } while (!download_->IsOver() && !cancelWanted_ && downloadDue_ <= steady_clock::now() &&
+    } while (download.IsSending() && !cancelWanted_ && downloadDue_ <= steady_clock::now() &&
              steady_clock::now() < turnEnd);
-    isStepping_ = false;
-    if (download_->IsOver() || cancelWanted_) {
-        EndDownload();
-        return;
-    }
-    const auto wait = std::chrono::ceil<milliseconds>(downloadDue_ - steady_clock::now());
-    downloadTimer_.start(std::max(wait, milliseconds{0}));
-    emit DownloadProgress(download_->Fraction(), static_cast<int>(download_->LinesSent()));
 }
 
-void TerminalSession::EndDownload() {
+/// Anything can come of the work, also what ends the download: it stays until the work is done.
+void TerminalSession::WorkOnDownload(const std::function<void(Download&)>& work) {
+    if (download_ == nullptr) return;
+    const bool isWithinOther = std::exchange(isWorkingOnDownload_, true);
+    work(*download_);
+    if (cancelWanted_ && !isWithinOther) download_->Cancel();
+    isWorkingOnDownload_ = isWithinOther;
+    if (isWithinOther || !download_->IsOver()) return;
     downloadTimer_.stop();
+    verdictTimer_.stop();
     const std::unique_ptr<Download> ended = std::move(download_);
-    ended->Cancel();  // unless it came to its end by itself
-    emit DownloadProgress(ended->Fraction(), static_cast<int>(ended->LinesSent()));
-    emit DownloadFinished(ended->IsComplete());
+    lastDownload_ = ended->Result();
+    emit DownloadFinished(lastDownload_);
 }
 
 std::string TerminalSession::StartLog(const std::string& path, std::string_view longDate) {

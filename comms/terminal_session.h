@@ -26,6 +26,9 @@ inline constexpr std::string_view kDebugPrompt =
 /// How often the port is asked for what has arrived.
 inline constexpr std::chrono::milliseconds kPollInterval{10};
 
+/// So long a board may take to say what it holds, after the last line of a download.
+inline constexpr std::chrono::milliseconds kVerdictLimit{5000};
+
 /// The conversation with the board: the port, the screen, the log and the download, without a
 /// window. Runs on the event loop of its thread and never waits. Characters are bytes.
 class TerminalSession : public QObject {
@@ -35,7 +38,8 @@ class TerminalSession : public QObject {
     using MessageSink = std::function<void(const std::string& message)>;
 
     /// The link outlives the session. `listPorts` tells which ports are present.
-    TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts = ListPorts);
+    TerminalSession(Link& link, MessageSink showMessage, PortLister listPorts = ListPorts,
+                    std::chrono::milliseconds verdictLimit = kVerdictLimit);
     ~TerminalSession() override;
 
     /// Opens and prepares the port, greets the board and raises ConnectionInitOK, or FormClosing
@@ -62,10 +66,11 @@ class TerminalSession : public QObject {
     /// Whether the screen ends with the debug prompt.
     bool IsDebugging() const;
 
-    /// Writes a command to the port, as it is.
-    void SendCmd(std::string_view command);
-    /// The same for a command that drives hardware; in debug mode it is refused with a message.
-    void ChkForDebugB4SendCmd(std::string_view command);
+    /// Writes a command to the port, as it is. False when the line is lost.
+    bool SendCmd(std::string_view command);
+    /// The same for a command that drives hardware; in debug mode it is refused with a message,
+    /// and the board is not told.
+    bool ChkForDebugB4SendCmd(std::string_view command);
     /// Sends one character.
     void SendKeyStroke(char key);
     /// A key was pressed on the screen: Enter takes the prompt line off, and every key is sent.
@@ -76,11 +81,16 @@ class TerminalSession : public QObject {
     TerminalScreen& Screen() { return screen_; }
     const TerminalScreen& Screen() const { return screen_; }
 
-    /// Sends a program file to the board. DownloadProgress is raised as it goes on and
-    /// DownloadFinished at its end, whatever that is. One at a time; a second call is refused.
+    /// Sends a program file to the board. DownloadProgress is raised as it goes on, the last time
+    /// when all is sent, and DownloadFinished when the board has said what it holds, or something
+    /// else has ended it. One at a time; a second call is refused while the first one is sent.
     void DownloadSource(const std::string& path);
-    bool IsDownloading() const { return download_ != nullptr; }
+    /// Whether a file is being sent.
+    bool IsDownloading() const { return download_ != nullptr && download_->IsSending(); }
     void CancelDownload();
+    /// What became of the last download that has finished on this connection; kept until the next
+    /// one begins.
+    const DownloadResult& LastDownload() const { return lastDownload_; }
 
     /// The screen was double-clicked at this position of its text: raises SyncToCodeLine with the
     /// address in brackets that begins there or stands around it.
@@ -100,8 +110,11 @@ class TerminalSession : public QObject {
     void ConnectionLost();
     void PortIsBack();
     void ScreenChanged();
+    /// The board was sent the end of a line, by whoever: what it was sent since the line before, in
+    /// capitals and with what was taken back left out.
+    void LineSent(const std::string& line);
     void DownloadProgress(double fraction, int linesSent);
-    void DownloadFinished(bool complete);
+    void DownloadFinished(const zentro::DownloadResult& result);
 
   private:
     bool OpenPort(const std::string& device);
@@ -112,8 +125,11 @@ class TerminalSession : public QObject {
     void LookForPort();
     std::optional<std::string> PresentPort() const;
     bool WriteToPort(std::string_view text);
+    void TellLinesSent(std::string_view text);
     void StepDownload();
-    void EndDownload();
+    void SendWhatIsDue(Download& download);
+    void GiveUpDownload();
+    void WorkOnDownload(const std::function<void(Download&)>& work);
 
     Link& link_;
     MessageSink showMessage_;
@@ -122,16 +138,19 @@ class TerminalSession : public QObject {
     SessionLog log_;
     TerminalScreen screen_;
     std::unique_ptr<Download> download_;
+    DownloadResult lastDownload_;
+    std::string lineBeingSent_;
     std::chrono::steady_clock::time_point downloadDue_;
     QTimer readTimer_;
     QTimer downloadTimer_;
+    QTimer verdictTimer_;
     QTimer reopenTimer_;
     PortIdentity portIdentity_;
     std::optional<std::string> reopenDevice_;
     std::int32_t commHandle_ = -1;
     bool linkFailed_ = false;
     bool screenOff_ = false;
-    bool isStepping_ = false;
+    bool isWorkingOnDownload_ = false;
     bool cancelWanted_ = false;
 };
 

@@ -1,5 +1,7 @@
 #include "comms/variable_reader.h"
 
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "model/address.h"
@@ -13,13 +15,39 @@ std::string MemoryReadCommand(std::uint32_t address) {
     return 'M' + AddressDigits(address) + '\r';
 }
 
-/// Whether the reply shows the memory of another place than the one that was asked for.
-bool IsOfAnotherPlace(std::string_view reply, std::uint32_t address) {
-    const std::size_t bracket = reply.find(']');
-    if (bracket == std::string_view::npos || bracket <= kAddressDigits) return false;
-    if (reply[bracket - kAddressDigits - 1] != '[') return false;
-    const auto shown = ParseAddress(reply.substr(bracket - kAddressDigits, kAddressDigits));
-    return shown && *shown != static_cast<std::uint16_t>(address);
+/// The line of a reply that shows memory, or an instruction, from an address on.
+struct ShownPlace {
+    std::size_t position;
+    std::uint32_t address;
+};
+
+bool IsLineEnd(char character) {
+    return character == '\r' || character == '\n';
+}
+
+/// The next line that begins with "[001A]".
+std::optional<ShownPlace> FindPlace(std::string_view reply, std::size_t from) {
+    constexpr std::size_t kDigits = 4;
+    for (std::size_t bracket = reply.find('[', from); bracket != std::string_view::npos;
+         bracket = reply.find('[', bracket + 1)) {
+        const bool beginsLine = bracket == 0 || IsLineEnd(reply[bracket - 1]);
+        if (!beginsLine || reply.substr(bracket + kDigits + 1, 1) != "]") continue;
+        const auto address = ParseAddress(reply.substr(bracket + 1, kDigits));
+        if (address) return ShownPlace{bracket, static_cast<std::uint32_t>(*address)};
+    }
+    return std::nullopt;
+}
+
+/// The part of a reply that shows the memory of this place; all of it when it names no place at
+/// all, and nothing when it names another one only.
+std::string_view PartOfPlace(std::string_view reply, std::uint32_t address) {
+    const std::optional<ShownPlace> first = FindPlace(reply, 0);
+    if (!first) return reply;
+    for (std::optional<ShownPlace> place = first; place;
+         place = FindPlace(reply, place->position + 1)) {
+        if (place->address == (address & kAddressMask)) return reply.substr(place->position);
+    }
+    return {};
 }
 
 }  // namespace
@@ -39,7 +67,6 @@ void VariableReader::SetTerminal(TerminalSession* terminal) {
     if (IsReading()) Finish(false);
     if (terminal_ != nullptr) terminal_->disconnect(this);
     terminal_ = terminal;
-    expectsLateReplies_ = false;
     if (terminal == nullptr) return;
     const auto forget = [this] { SetTerminal(nullptr); };
     connect(terminal, &TerminalSession::CharsReceived, this, &VariableReader::TakeReply);
@@ -82,11 +109,11 @@ void VariableReader::RequestCurrent() {
 void VariableReader::TakeReply(const std::string& text) {
     if (!IsReading()) return;
     replyBuffer_ += text;
-    if (expectsLateReplies_) DropLateReplies();
-    if (replyBuffer_.find(kReplyEndMarker) == std::string::npos) return;
     DebugVariable& variable = variables_[currentVariableIndex_ - 1];
-    variable.debugValue = FormatDebugValue(replyBuffer_, variable.type);
-    variable.bytes = ReplyBytes(replyBuffer_);
+    const std::optional<std::string> reply = TakeReplyOf(variable.address);
+    if (!reply) return;
+    variable.debugValue = FormatDebugValue(*reply, variable.type);
+    variable.bytes = ReplyBytes(*reply);
     replyBuffer_.clear();
     if (currentVariableIndex_ == variables_.size()) {
         Finish(true);
@@ -96,20 +123,22 @@ void VariableReader::TakeReply(const std::string& text) {
     RequestCurrent();
 }
 
-/// Or the values of a slow board would end up at the wrong variables.
-void VariableReader::DropLateReplies() {
+/// The first whole reply of this place. Those of others go: the late answers of a slow board, or
+/// the prompt after a step, which would end up as the variable's value.
+std::optional<std::string> VariableReader::TakeReplyOf(std::uint32_t address) {
     for (std::size_t end = replyBuffer_.find(kReplyEndMarker); end != std::string::npos;
          end = replyBuffer_.find(kReplyEndMarker)) {
-        const std::string_view reply = std::string_view(replyBuffer_).substr(0, end);
-        if (!IsOfAnotherPlace(reply, variables_[currentVariableIndex_ - 1].address)) return;
+        const std::string_view part =
+            PartOfPlace(std::string_view(replyBuffer_).substr(0, end), address);
+        if (!part.empty() || end == 0) return std::string(part);
         replyBuffer_.erase(0, end + kReplyEndMarker.size());
     }
+    return std::nullopt;
 }
 
 void VariableReader::Finish(bool complete) {
     timeLimit_.stop();
     currentVariableIndex_ = 0;
-    expectsLateReplies_ = !complete;
     const std::string unread = std::exchange(replyBuffer_, {});
     if (terminal_ != nullptr) {
         terminal_->SetScreenOff(false);

@@ -5,7 +5,9 @@
 #include <QTimer>
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,7 +58,7 @@ class VariableReader : public QObject {
   private:
     void RequestCurrent();
     void TakeReply(const std::string& text);
-    void DropLateReplies();
+    std::optional<std::string> TakeReplyOf(std::uint32_t address);
     void Finish(bool complete);
     void GiveUp();
 
@@ -65,7 +67,6 @@ class VariableReader : public QObject {
     std::vector<DebugVariable> variables_;
     std::size_t currentVariableIndex_ = 0;
     std::string replyBuffer_;
-    bool expectsLateReplies_ = false;  ///< a read was given up: its answer may still come
     QTimer timeLimit_;
 };
 

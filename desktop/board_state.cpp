@@ -121,9 +121,8 @@ void BoardState::Send(const QString& objectFile, std::shared_ptr<const CompiledP
     if (session_ == nullptr || IsSending()) return;
     const QString name = compiled == nullptr ? QFileInfo(objectFile).fileName() : compiled->name;
     sending_ = {HeldProgram::Extent::Whole, name, std::move(compiled)};
+    before_ = std::exchange(ProgramOf(Kind()), {HeldProgram::Extent::Half, name, nullptr});
     runsAfterwards_ = runs;
-    // Until its end the board holds the beginning at most.
-    ProgramOf(Kind()) = {HeldProgram::Extent::Half, name, nullptr};
     session_->DownloadSource(objectFile.toStdString());
     emit Changed();
 }
@@ -133,14 +132,21 @@ void BoardState::CancelSending() {
     if (session_ != nullptr) session_->CancelDownload();
 }
 
-void BoardState::FinishSending(bool complete) {
+void BoardState::FinishSending(const DownloadResult& result) {
     const bool runs = std::exchange(runsAfterwards_, false);
     HeldProgram sent = std::exchange(sending_, {});
-    if (complete) {
-        ProgramOf(Kind()) = std::move(sent);
-        if (Kind() == BoardKind::Virtual) NameAddresses();
-        if (runs && session_->IsConnected()) session_->SendCmd("G\r");
+    HeldProgram before = std::exchange(before_, {});
+    HeldProgram& program = ProgramOf(Kind());
+    // A board that says nothing got all of it.
+    if (result.IsWhole() || result.outcome == DownloadOutcome::NoVerdict) {
+        program = std::move(sent);
+    } else if (!result.replacedProgram) {
+        program = std::move(before);
+    } else if (!result.MayLeavePart()) {
+        program = {HeldProgram::Extent::None, {}, nullptr};
     }
+    if (Kind() == BoardKind::Virtual) NameAddresses();
+    if (runs && result.IsWhole() && session_->IsConnected()) session_->SendCmd("G\r");
     emit Changed();
 }
 

@@ -110,7 +110,7 @@ class BoardState : public QObject {
   private:
     Link& LinkFor(const QString& portName);
     void ConnectSession();
-    void FinishSending(bool complete);
+    void FinishSending(const DownloadResult& result);
     HeldProgram& ProgramOf(BoardKind kind);
     void NameAddresses();
     void FollowVirtualBoard();
@@ -128,7 +128,8 @@ class BoardState : public QObject {
     bool virtualBoardSeen_ = false;
     HeldProgram portProgram_;
     HeldProgram virtualProgram_{HeldProgram::Extent::None, {}, nullptr};
-    HeldProgram sending_;
+    HeldProgram sending_;  ///< what the board holds when all of it has arrived
+    HeldProgram before_;   ///< what it held until then
     bool runsAfterwards_ = false;
     std::optional<std::uint16_t> debugAddress_;  ///< of the instruction shown last in debug mode
 };

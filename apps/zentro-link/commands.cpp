@@ -1,6 +1,6 @@
 #include "apps/zentro-link/commands.h"
 
-#include <algorithm>
+#include <QCoreApplication>
 #include <array>
 #include <cstdio>
 #include <iostream>
@@ -16,11 +16,6 @@
 namespace zentro {
 
 namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto kNoLimit = std::chrono::hours(24);
-constexpr auto kLoadLimit = 5000ms;  ///< from the last line to the board's verdict
 
 ExitStatus Lost(const Options& options) {
     TellFailure("the connection to " + options.port + " was lost");
@@ -55,35 +50,41 @@ ExitStatus Command(BoardLine& line, const Options& options, std::string_view com
     return refusal.empty() ? ExitStatus::Done : Refuse(refusal);
 }
 
-/// What the board's loader says about a program; empty as long as it says nothing.
-std::string VerdictIn(std::string_view received) {
-    const std::size_t end = received.rfind("\r\n");
-    if (end == std::string_view::npos) return {};
-    for (const std::string_view line : SplitLines(received.substr(0, end))) {
-        if (line.starts_with("Loaded ") || line.starts_with("Not loaded")) return std::string(line);
-    }
-    return {};
+/// Sends the program and waits for what the board says about it.
+DownloadResult SendProgram(BoardLine& line, const Options& options) {
+    std::optional<DownloadResult> result;
+    ProgressLine progress(options.quiet);
+    TerminalSession& session = line.Session();
+    const auto showing = QObject::connect(&session, &TerminalSession::DownloadProgress,
+                                          [&](double fraction, int) { progress.Show(fraction); });
+    const auto finishing =
+        QObject::connect(&session, &TerminalSession::DownloadFinished,
+                         [&](const DownloadResult& finished) { result = finished; });
+    session.DownloadSource(options.objectFile);
+    while (!result)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QObject::disconnect(showing);
+    QObject::disconnect(finishing);
+    return *result;
 }
 
 ExitStatus Download(BoardLine& line, const Options& options) {
-    bool finished = false;
-    line.Forget();
-    {
-        ProgressLine progress(options.quiet);
-        TerminalSession& session = line.Session();
-        QObject::connect(&session, &TerminalSession::DownloadProgress,
-                         [&](double fraction, int) { progress.Show(fraction); });
-        QObject::connect(&session, &TerminalSession::DownloadFinished, [&] { finished = true; });
-        session.DownloadSource(options.objectFile);
-        line.WaitUntil([&] { return finished; }, kNoLimit);
-        session.disconnect();
+    const DownloadResult result = SendProgram(line, options);
+    switch (result.outcome) {
+        case DownloadOutcome::Whole:
+            if (!options.quiet) std::cout << result.verdict << '\n';
+            return ExitStatus::Done;
+        case DownloadOutcome::WrongCount:
+            return Refuse(result.verdict + ", but the program has " +
+                          std::to_string(result.bytesInFile.value_or(0)));
+        case DownloadOutcome::Refused: return Refuse(result.verdict);
+        case DownloadOutcome::LineLost: return Lost(options);
+        case DownloadOutcome::FileUnreadable: return ExitStatus::BadUsage;
+        case DownloadOutcome::None:
+        case DownloadOutcome::NoVerdict:
+        case DownloadOutcome::Cancelled: break;
     }
-    std::string verdict;
-    const auto isJudged = [&] { return !(verdict = VerdictIn(line.Received())).empty(); };
-    if (!line.WaitUntil(isJudged, kLoadLimit)) return NoAnswer(line, options);
-    if (!verdict.starts_with("Loaded")) return Refuse(verdict);
-    if (!options.quiet) std::cout << verdict << '\n';
-    return ExitStatus::Done;
+    return NoAnswer(line, options);
 }
 
 ExitStatus Debug(BoardLine& line, const Options& options) {

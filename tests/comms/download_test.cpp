@@ -4,8 +4,10 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sstream>
 #include <string>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 #include "board/board.h"
@@ -22,6 +24,12 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
+const std::string kHalf =
+    "\r\nThe board holds only a part of the program.\r\n"
+    "Please download it again before you run it.\r\n";
+const std::string kLost =
+    "\r\nThe connection was lost. The board does not hold the program.\r\n"
+    "Please download it again.\r\n";
 const std::string kCleared =
     "\x1b"
     "cDownloading Program to Kinetron......";
@@ -43,7 +51,7 @@ class DownloadTest : public ::testing::Test {
                          [this](const std::string& text) { told_.push_back(text); }});
     }
     void Run(Download& download) {
-        while (!download.IsOver())
+        while (download.IsSending())
             taken_ += download.Step();
     }
     void Run(std::string_view content) {
@@ -125,7 +133,100 @@ TEST_F(DownloadTest, EndsAtALostLineOnlyBeforeTheProgram) {
             shown_.clear();
             Run("1\n2\n3\n");
             EXPECT_EQ(writes_.size() + lost_.size(), failing < 2 ? failing + 1 : 6);
-            EXPECT_EQ(shown_, failing == 0 ? "" : failing == 1 ? kCleared : kCleared + whole);
+            EXPECT_EQ(shown_, (failing == 0   ? ""
+                               : failing == 1 ? kCleared
+                                              : kCleared + whole) +
+                                  kLost);
+        }
+    }
+}
+
+TEST_F(DownloadTest, NobodyWaitsForABoardThatNothingReaches) {
+    const std::string content = "1\n2\n3\n4\n5\n6\n";
+    WriteFile(content);
+    Download sound = Start();
+    while (sound.LinesSent() < 2)
+        taken_ += sound.Step();
+    const microseconds untilTheLoss = std::exchange(taken_, {});
+    writes_.clear();
+    failing_ = 4;  // the third line
+    Run(content);
+    EXPECT_EQ(taken_, untilTheLoss);
+}
+
+struct BoardSays {
+    const char* content;
+    const char* words;  ///< in pieces, "|" between
+    DownloadOutcome outcome;
+    std::optional<std::size_t> bytesInFile;
+    std::optional<std::size_t> bytesLoaded;
+    const char* further;
+};
+
+TEST_F(DownloadTest, IsWhatTheBoardSaysOfIt) {
+    using enum DownloadOutcome;
+    const BoardSays rows[] = {
+        {"1,2\n3", "\r\nLoaded 3 bytes\r\n\r\n", Whole, 3, 3, ""},
+        {"1,2\n3", "\r\nLoa|ded 3 by|tes\r|\n", Whole, 3, 3, ""},
+        {"", "\r\nLoaded 0 bytes\r\n", Whole, 0, 0, ""},
+        {"1 2,,\t3\n\n255\n", "\r\nLoaded 4 bytes\r\n", Whole, 4, 4, ""},
+        {"REM\n1\n", "\r\nLoaded 1 bytes\r\n", Whole, {}, 1, ""},
+        {"1,2\n3", "\r\nLoaded 2 bytes\r\n", WrongCount, 3, 2,
+         "\r\nThe board holds 2 bytes of the program's 3.\r\nPlease download it again.\r\n"},
+        {"1,2\n3", "\r\nLoaded 33 bytes\r\n", WrongCount, 3, 33,
+         "\r\nThe board holds 33 bytes of the program's 3.\r\nPlease download it again.\r\n"},
+        {"1",
+         "\r\nNot loaded: line 1 is bad\r\n",
+         Refused,
+         1,
+         {},
+         "\r\nThe board does not hold the program.\r\n"
+         "Please download it again, or compile it once more.\r\n"},
+        {"1",
+         "hello\r\nLoaded 1 bytes",
+         NoVerdict,
+         1,
+         {},
+         "\r\nThe board has not said whether it holds the program.\r\n"},
+    };
+    for (const BoardSays& row : rows) {
+        SCOPED_TRACE(row.words);
+        shown_.clear();
+        WriteFile(row.content);
+        Download download = Start();
+        download.Hear("\r\nLoaded 77 bytes\r\n");  // of the one before
+        Run(download);
+        shown_.clear();
+        std::istringstream pieces(row.words);
+        for (std::string piece; std::getline(pieces, piece, '|');)
+            download.Hear(piece);
+        EXPECT_EQ(download.IsOver(), row.outcome != NoVerdict);
+        download.Cancel();  // nobody waits any longer
+        EXPECT_EQ(download.Result().outcome, row.outcome);
+        EXPECT_EQ(download.Result().bytesInFile, row.bytesInFile);
+        EXPECT_EQ(download.Result().bytesLoaded, row.bytesLoaded);
+        EXPECT_EQ(download.Result().path, path_.string());
+        EXPECT_EQ(download.Result().MayLeavePart(), row.outcome == WrongCount);
+        EXPECT_EQ(shown_, row.further);
+    }
+}
+
+TEST_F(DownloadTest, TellsWhatIsLeftOnTheBoard) {
+    WriteFile("1\n2\n");
+    for (int steps = 0; steps <= 5; ++steps) {
+        for (const bool isLost : {true, false}) {
+            SCOPED_TRACE(std::to_string(steps) + (isLost ? " lost" : " cancelled"));
+            Download download = Start();
+            for (int step = 0; step < steps; ++step)
+                download.Step();
+            if (isLost) download.LoseLine();
+            download.Cancel();
+            const bool isSent = steps == 5;
+            EXPECT_EQ(download.Result().outcome, isLost   ? DownloadOutcome::LineLost
+                                                 : isSent ? DownloadOutcome::NoVerdict
+                                                          : DownloadOutcome::Cancelled);
+            EXPECT_EQ(download.Result().replacedProgram, steps >= 2);
+            EXPECT_EQ(download.Result().MayLeavePart(), steps >= 2 && (isLost || !isSent));
         }
     }
 }
@@ -160,7 +261,7 @@ TEST_F(DownloadTest, ACancelledLoadIsEnded) {
     EXPECT_TRUE(download.IsOver());
     download.Step();
     EXPECT_THAT(writes_, ElementsAre("X\rZ\r", "L", "1\r\n", "2\r\n", "]\r"));
-    EXPECT_EQ(shown_, kCleared + "\r\nDownload Cancelled. Sent 2 Lines. ");
+    EXPECT_EQ(shown_, kCleared + "\r\nDownload Cancelled. Sent 2 Lines. " + kHalf);
 }
 
 /// As short as the lines of a robot's program are: on the average 7.6 characters with their end.

@@ -18,6 +18,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 constexpr const char* kProgram = "53,0,0\r\n5\r\n";
+constexpr std::chrono::milliseconds kShortLimit{50};
 
 class ScriptedBoardTest : public ::testing::Test {
   protected:
@@ -30,7 +31,7 @@ class ScriptedBoardTest : public ::testing::Test {
     QTemporaryDir folder_;
     ScriptedBoard board_;
     SerialLink link_;
-    Terminal terminal_{link_};
+    Terminal terminal_{link_, [] { return std::vector<PortDescription>(); }, kShortLimit};
 };
 
 TEST_F(ScriptedBoardTest, SendsOneByteAtATime) {
@@ -47,6 +48,7 @@ TEST_F(ScriptedBoardTest, NeverAnswers) {
     terminal_.session.DownloadSource(path);
     std::filesystem::remove(path);
     ASSERT_TRUE(WaitUntil([&] { return terminal_.finished == 1; }));
+    EXPECT_EQ(terminal_.outcome, DownloadOutcome::NoVerdict);
     const std::string sent = "X\rZ\rL" + std::string(kProgram) + "]\r";
     EXPECT_TRUE(WaitUntil([&] { return board_.Received() == "]\rW\r\r" + sent; }));
     EXPECT_TRUE(terminal_.session.IsConnected());

@@ -1,6 +1,7 @@
 // The panel that drives the board by hand: what it sends and what the board does.
 #include "comms/manual_controls.h"
 
+#include <QTemporaryFile>
 #include <QTimer>
 #include <functional>
 #include <gmock/gmock.h>
@@ -112,8 +113,91 @@ TEST(ManualControls, SendNothingButStopInDebugMode) {
                 testing::Each(""));
     EXPECT_EQ(panel.messages.size(), 6U);  // the position of a servo at rest is nobody's business
     EXPECT_THAT(panel.messages, testing::Each("KineTron in Debug Mode and cannot alter hardware"));
+    for (int number = 1; number <= 4; ++number)
+        EXPECT_EQ(panel.controls.Motor(number).option, Rest) << "the board was not told";
+    EXPECT_EQ(panel.controls.Servo(1).option, Rest);
+    EXPECT_FALSE(panel.controls.Action(1));
+    EXPECT_FALSE(panel.controls.IsScanning());
     panel.controls.Stop();
     EXPECT_EQ(panel.Sent(), "X\rZ\r\r");
+}
+
+/// The prompt is on the screen until the board answers.
+TEST(ManualControls, ShowWhatTheBoardWasToldWhenStopFindsADebugPrompt) {
+    using enum DriveOption;
+    for (const bool somethingElseIsSent : {false, true}) {
+        Panel panel;
+        int changes = 0;
+        QObject::connect(&panel.controls, &ManualControls::Changed, [&] { ++changes; });
+        Send(panel, {Motor(2, Back), Speed(2, 45), Servo(1, Forward), Port(3, true)});
+        panel.session.WriteToScreen(kSentPrompt);
+        panel.controls.Stop();
+        EXPECT_EQ(panel.Sent(), "X\rZ\r\r");
+        EXPECT_EQ(panel.controls.Motor(2).option, Back);
+        EXPECT_EQ(panel.controls.Motor(2).value, 45);
+        EXPECT_EQ(panel.controls.Servo(1).option, Forward);
+        EXPECT_TRUE(panel.controls.Action(3));
+        EXPECT_EQ(changes, 0);
+
+        if (somethingElseIsSent) panel.session.SendCmd("W\r");
+        panel.Sent();
+        panel.session.WriteToScreen("X\r\nStopped at [0000]\r\n");
+        EXPECT_EQ(panel.Sent(), somethingElseIsSent ? "" : "M2F000\rS1F00\rA30\r");
+        EXPECT_EQ(panel.controls.Motor(2).option, somethingElseIsSent ? Back : Rest);
+        EXPECT_EQ(panel.controls.Action(3), somethingElseIsSent);
+        EXPECT_EQ(changes, somethingElseIsSent ? 0 : 1);
+        panel.session.WriteToScreen("more");
+        EXPECT_EQ(panel.Sent(), "");
+    }
+}
+
+TEST(ManualControls, FollowWhatElseTheBoardIsTold) {
+    using enum DriveOption;
+    const struct {
+        const char* what;
+        std::function<void(Panel&)> action;
+        bool endsScan;
+        bool putsToRest;
+    } rows[] = {
+        {"key", [](Panel& panel) { panel.session.PressKey('g'); }, false, false},
+        {"line", [](Panel& panel) { panel.session.PressKey('\r'); }, true, false},
+        {"typed stop",
+         [](Panel& panel) {
+             for (const char key : {'q', '\b', 'z', '\r'})
+                 panel.session.PressKey(key);
+         },
+         true, true},
+        {"run", [](Panel& panel) { panel.controls.Run(); }, true, false},
+        {"port", [](Panel& panel) { panel.controls.SwitchAction(1, true); }, true, false},
+        {"stop", [](Panel& panel) { panel.controls.Stop(); }, true, true},
+        {"lost line",
+         [](Panel& panel) {
+             panel.link.lost = true;
+             panel.session.SendCmd("W\r");
+         },
+         true, false},
+        {"cancelled download",
+         [](Panel& panel) {
+             QTemporaryFile program;
+             ASSERT_TRUE(program.open());
+             panel.session.DownloadSource(program.fileName().toStdString());
+             panel.session.CancelDownload();
+         },
+         true, true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        Panel panel;
+        Send(panel, {Motor(3, Forward), Servo(2, Back), Port(2, true), kScan});
+        int changes = 0;
+        QObject::connect(&panel.controls, &ManualControls::Changed, [&] { ++changes; });
+        row.action(panel);
+        EXPECT_EQ(panel.controls.IsScanning(), !row.endsScan);
+        EXPECT_EQ(changes > 0, row.endsScan);
+        EXPECT_EQ(panel.controls.Motor(3).option, row.putsToRest ? Rest : Forward);
+        EXPECT_EQ(panel.controls.Servo(2).option, row.putsToRest ? Rest : Back);
+        EXPECT_EQ(panel.controls.Action(2), !row.putsToRest);
+    }
 }
 
 TEST(ManualControls, ScanBringsTheScreenBack) {

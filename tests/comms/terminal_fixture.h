@@ -15,16 +15,21 @@ inline constexpr const char* kWriteError = "CommPort Write Error. Operating Syst
 /// A session, what it tells, and how often it raised what.
 struct Terminal {
     explicit Terminal(
-        Link& link, PortLister listPorts = [] { return std::vector<PortDescription>(); })
+        Link& link, PortLister listPorts = [] { return std::vector<PortDescription>(); },
+        std::chrono::milliseconds verdictLimit = kVerdictLimit)
         : session(
-              link, [this](const std::string& text) { told.push_back(text); },
-              std::move(listPorts)) {
+              link, [this](const std::string& text) { told.push_back(text); }, std::move(listPorts),
+              verdictLimit) {
         const auto count = [](int& counter) { return [&counter] { ++counter; }; };
         QObject::connect(&session, &TerminalSession::ConnectionInitOK, count(opened));
         QObject::connect(&session, &TerminalSession::ConnectionLost, count(lost));
         QObject::connect(&session, &TerminalSession::PortIsBack, count(back));
         QObject::connect(&session, &TerminalSession::FormClosing, count(closing));
-        QObject::connect(&session, &TerminalSession::DownloadFinished, count(finished));
+        QObject::connect(&session, &TerminalSession::DownloadFinished,
+                         [this](const DownloadResult& result) {
+                             ++finished;
+                             outcome = result.outcome;
+                         });
         QObject::connect(&session, &TerminalSession::CharsReceived,
                          [this](const std::string& text) { received += text; });
         QObject::connect(&session, &TerminalSession::SyncToCodeLine,
@@ -44,6 +49,7 @@ struct Terminal {
     int back = 0;
     int closing = 0;
     int finished = 0;
+    DownloadOutcome outcome = DownloadOutcome::None;  ///< of the last that finished
     TerminalSession session;
 };
 

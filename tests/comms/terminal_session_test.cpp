@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "comms/serial_link.h"
+#include "tests/comms/faulty_link.h"
 #include "tests/comms/terminal_fixture.h"
 
 namespace zentro {
@@ -66,6 +67,9 @@ TEST_F(TerminalSessionTest, DownloadsAndRunsAProgram) {
     Connect();
     EXPECT_EQ(terminal_.opened, 1);
     Download("5\r\n");
+    EXPECT_EQ(terminal_.outcome, DownloadOutcome::Whole);
+    EXPECT_EQ(session_.LastDownload().verdict, "Loaded 1 bytes");
+    EXPECT_EQ(session_.LastDownload().path, PathOf("program.obj"));
     ASSERT_TRUE(terminal_.Shows("Loaded 1 bytes"));
     EXPECT_THAT(terminal_.Shown(), HasSubstr("Downloading Program to Kinetron......"));
     EXPECT_THAT(terminal_.Shown(), HasSubstr("Download Complete. Sent 1 Lines in total. "));
@@ -108,6 +112,8 @@ TEST_P(PulledCableTest, TheSessionGoesOnWhenItIsBack) {
     if (GetParam().atLine > 0) {
         PullDuringDownload(GetParam().atLine);
         EXPECT_THAT(terminal_.Shown(), HasSubstr("Download Complete. Sent 6 Lines in total. "));
+        EXPECT_THAT(terminal_.Shown(), HasSubstr("The board does not hold the program."));
+        EXPECT_EQ(session_.LastDownload().outcome, DownloadOutcome::LineLost);
     } else {
         ClosePort();
         if (GetParam().whileWriting) session_.SendCmd("W\r");
@@ -124,7 +130,9 @@ TEST_P(PulledCableTest, TheSessionGoesOnWhenItIsBack) {
     ASSERT_TRUE(WaitUntil([&] { return terminal_.back == 1; }, seconds(5)));
     session_.Reopen();
     EXPECT_EQ(terminal_.opened, 2);
+    EXPECT_EQ(session_.LastDownload().MayLeavePart(), GetParam().atLine > 0);
     Download(kSixEnds);
+    EXPECT_TRUE(session_.LastDownload().IsWhole());
     EXPECT_TRUE(terminal_.Shows("Loaded 6 bytes"));
     session_.EndLog();
     EXPECT_THAT(Log(), HasSubstr("Log Started today\r\n]\r\nW\r\nKinetron\r\n"));
@@ -147,6 +155,7 @@ TEST_F(TerminalSessionTest, ADownloadKeepsOthersOutAndCanBeCancelled) {
     ASSERT_TRUE(terminal_.Shows("Downloading Program"));
     session_.CancelDownload();
     EXPECT_EQ(terminal_.finished, 1);
+    EXPECT_EQ(session_.LastDownload().outcome, DownloadOutcome::Cancelled);
     EXPECT_FALSE(session_.IsDownloading());
     EXPECT_THAT(terminal_.Shown(), HasSubstr("\r\nDownload Cancelled. Sent "));
     for (const char key : {'W', '\r'})
@@ -155,11 +164,51 @@ TEST_F(TerminalSessionTest, ADownloadKeepsOthersOutAndCanBeCancelled) {
     EXPECT_EQ(terminal_.Shown().find('Q'), std::string::npos);
 }
 
+/// A board behind a line that loses what the test orders.
+class FaultyLineTest : public TerminalSessionTest {
+  protected:
+    void SetUp() override {
+        Connect();
+        session_.CloseConnection();
+    }
+    void DownloadOver(FaultyLink& line, Terminal& terminal) {
+        terminal.session.OpenConnection(PathOf("board"));
+        ASSERT_TRUE(terminal.Shows("Kinetron\r\n"));
+        terminal.session.DownloadSource(FileWith(kSixEnds));
+        ASSERT_TRUE(WaitUntil([&] { return terminal.finished == 1; }));
+        line.Mend();
+    }
+    SerialLink serial_;
+    FaultyLink line_{&serial_};
+    Terminal faulty_{line_};
+};
+
+/// Before the program go "]" CR "W" CR CR, "X" CR "Z" CR and "L"; each line has three characters.
+constexpr std::size_t kBeforeProgram = 10;
+
+TEST_F(FaultyLineTest, ALostLineIsFoundByTheCountOfBytes) {
+    line_.DropByte(Direction::ToBoard, kBeforeProgram + 3);
+    DownloadOver(line_, faulty_);
+    EXPECT_EQ(faulty_.outcome, DownloadOutcome::WrongCount);
+    EXPECT_EQ(faulty_.session.LastDownload().bytesLoaded, 5U);
+    EXPECT_TRUE(faulty_.Shows("The board holds 5 bytes of the program's 6."));
+}
+
+TEST_F(FaultyLineTest, ACableThatIsCutBeforeTheVerdictIsALostLine) {
+    QObject::connect(&faulty_.session, &TerminalSession::DownloadProgress, [&] {
+        if (!faulty_.session.IsDownloading()) line_.FailAt(LinkStep::Read);
+    });
+    DownloadOver(line_, faulty_);
+    EXPECT_EQ(faulty_.outcome, DownloadOutcome::LineLost);
+    EXPECT_EQ(faulty_.lost, 1);
+    EXPECT_TRUE(faulty_.Shows("The connection was lost. The board does not hold the program."));
+}
+
 TEST_F(TerminalSessionTest, AFileThatIsMissingIsToldAndAsksNothingOfTheBoard) {
     Connect();
     const std::string before = terminal_.Shown();
     session_.DownloadSource(PathOf("none.obj"));
-    EXPECT_EQ(terminal_.finished, 1);
+    EXPECT_EQ(terminal_.outcome, DownloadOutcome::FileUnreadable);
     EXPECT_THAT(terminal_.told,
                 ElementsAre("Error Dowloading file. Error text is: No such file or directory"));
     EXPECT_EQ(terminal_.Shown(), before);

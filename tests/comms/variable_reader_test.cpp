@@ -128,6 +128,35 @@ TEST_F(VariableReaderTest, PutsALateReplyToNoOtherVariable) {
     EXPECT_EQ(reader_.Variables()[1].debugValue, "258\t(0102h)");
 }
 
+/// A reply of another place, a step's prompt that comes late, what a program says in between.
+TEST_F(VariableReaderTest, NeverShowsWhatStandsElsewhere) {
+    const std::string others[] = {
+        kSecondReply,
+        "[0020] 07 00 00 00 00 00 00 00\r\n" + kPrompt,
+        "\r\n[0003] MOVE BYTE [001A], [0020]\r\n" + kPrompt,
+        "[0003] MOVE BYTE [001A], [0020]\r\n" + kPrompt + "[0004] END\r\n" + kPrompt,
+    };
+    for (const std::string& other : others) {
+        for (const bool isWhole : {true, false}) {
+            finished_.clear();
+            link_.written.clear();
+            reader_.RefreshVariables();
+            const std::string line = other.substr(0, other.find("*Debug"));
+            emit session_->CharsReceived((isWhole ? other : line) + kFirstReply);
+            EXPECT_EQ(link_.written, "M001A\rM2ABC\r") << other;
+            emit session_->CharsReceived(kSecondReply);
+            EXPECT_THAT(finished_, ElementsAre(true)) << other;
+            EXPECT_EQ(reader_.Variables()[0].debugValue, "42\t(2Ah)") << other;
+        }
+    }
+    reader_.RefreshVariables();
+    emit session_->CharsReceived(kSecondReply);  // and nothing else comes
+    finished_.clear();
+    ASSERT_TRUE(Finishes());
+    EXPECT_THAT(finished_, ElementsAre(false));
+    EXPECT_EQ(reader_.Variables()[0].debugValue, "42\t(2Ah)");
+}
+
 TEST_F(VariableReaderTest, TakesAReplyThatNamesNoPlaceForTheAnswer) {
     const std::string end{kReplyEndMarker};
     for (const std::string reply : {"2A", "2A", "1A] 2A", "001A] 2A", "x001A] 2A", "[00G0] 2A"}) {

@@ -1,6 +1,7 @@
 // The real zentro-link with the real zentro-board on a pseudo-terminal.
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
@@ -165,6 +166,28 @@ TEST_F(ZentroLink, SaysThatTheBoardWentAwayHalfWay) {
     EXPECT_EQ(Finish(), 3);
     EXPECT_THAT(err_, HasSubstr("the connection to " + PortName() + " was lost\n"));
     EXPECT_EQ(out_, "");
+}
+
+TEST_F(ZentroLink, CallsAProgramLoadedOnlyWhenTheBoardHoldsAllOfIt) {
+    const std::string object = Write("a.obj", "53,0,3\r\n53,0,0\r\n");
+    const auto download = [&](const std::string& verdict) {
+        ScriptedBoard board;
+        std::string sent;
+        board.answer = [&](const std::string& received) -> std::string {
+            sent += received;
+            if (sent == "]\rW\r\r") return "Kinetron\r\n";
+            if (!sent.ends_with("0\r\n]\r")) return {};
+            if (verdict.empty()) QTimer::singleShot(0, [&] { board.HangUp(); });
+            return verdict;
+        };
+        return Run({board.PortName(), "download", object});
+    };
+    EXPECT_EQ(download("\r\nLoaded 6 bytes\r\n"), 0) << err_;
+    EXPECT_EQ(download("\r\nLoaded 5 bytes\r\n"), 1);
+    EXPECT_EQ(err_, "zentro-link: the board answers: Loaded 5 bytes, but the program has 6\n");
+    EXPECT_EQ(out_, "");
+    EXPECT_EQ(download({}), 3) << "the cable is cut before the board has answered";
+    EXPECT_THAT(err_, HasSubstr("was lost"));
 }
 
 TEST_F(ZentroLink, GivesUpABoardThatSaysNothing) {

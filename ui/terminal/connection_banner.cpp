@@ -60,11 +60,25 @@ void ConnectionBanner::ShowBack(const QString& portName) {
     Say(tr("The connection to %1 was lost. The port is there again.").arg(portName), true);
 }
 
+void ConnectionBanner::TellProgramLost(bool lost) {
+    programLost_ = lost;
+    if (isVisibleTo(parentWidget())) ShowText();
+}
+
 void ConnectionBanner::Say(const QString& text, bool canReopen) {
-    text_->setText(text);
+    said_ = text;
     openAgain_->setEnabled(canReopen);
-    setAccessibleName(text);
     show();
+    ShowText();
+}
+
+void ConnectionBanner::ShowText() {
+    QStringList sentences{said_};
+    if (programLost_)
+        sentences << tr("The board does not hold the program: please download it again.");
+    const QString text = sentences.join(u' ');
+    text_->setText(text);
+    setAccessibleName(text);
     QAccessibleEvent event(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
 }

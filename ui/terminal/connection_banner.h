@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QString>
 
 class QLabel;
 class QPushButton;
@@ -16,6 +17,8 @@ class ConnectionBanner : public QFrame {
 
     void ShowLost(const QString& portName);
     void ShowBack(const QString& portName);
+    /// Whether the loss ended a download, which is told beside it.
+    void TellProgramLost(bool lost);
 
   signals:
     void OpenAgainClicked();
@@ -25,11 +28,14 @@ class ConnectionBanner : public QFrame {
 
   private:
     void Say(const QString& text, bool canReopen);
+    void ShowText();
     void Colour();
 
     QLabel* icon_;
     QLabel* text_;
     QPushButton* openAgain_;
+    QString said_;
+    bool programLost_ = false;
 };
 
 }  // namespace zentro

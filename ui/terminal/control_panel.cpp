@@ -60,6 +60,7 @@ ControlPanel::ControlPanel(TerminalSession& session, ManualControls& controls, Q
     MakeDrives();
     groups_.push_back(MakeActions());
     groups_.push_back(MakeButtons());
+    connect(&controls, &ManualControls::Changed, this, &ControlPanel::Reflect);
     Reflect();
 }
 
@@ -127,7 +128,7 @@ QWidget* ControlPanel::MakeButtons() {
     QFont bold = stop_->font();
     bold.setBold(true);
     stop_->setFont(bold);
-    connect(run_, &QPushButton::clicked, this, [this] { controls_.Run(); });
+    connect(run_, &QPushButton::clicked, this, &ControlPanel::RunClicked);
     connect(stop_, &QPushButton::clicked, this, &ControlPanel::Stop);
     connect(scan_, &QPushButton::clicked, this, Then([this](bool) { controls_.ToggleScan(); }));
     connect(log_, &QPushButton::clicked, this, &ControlPanel::LogClicked);

@@ -30,6 +30,7 @@ class ControlPanel : public QWidget {
     void Reflect();
 
   signals:
+    void RunClicked();
     void LogClicked();
 
   private:

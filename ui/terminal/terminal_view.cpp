@@ -18,7 +18,10 @@ TerminalView::TerminalView(QWidget* parent) : QPlainTextEdit(parent), shown_(Sho
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);
     setTabChangesFocus(true);
-    setLineWrapMode(QPlainTextEdit::NoWrap);
+    // Never sideways, or a long prompt would take the addresses at the left out of sight.
+    setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    setWordWrapMode(QTextOption::WrapAnywhere);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setCursorWidth(2);
     connect(this, &QPlainTextEdit::cursorPositionChanged, this, [this] {
         if (!updating_) emit CaretMoved();

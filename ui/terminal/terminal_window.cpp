@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
+#include <QMdiSubWindow>
+#include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
 #include <algorithm>
@@ -39,6 +41,15 @@ struct PanelPlace {
 constexpr std::array kPanelPlaces{PanelPlace{true, 2}, PanelPlace{true, 4}, PanelPlace{false, 4},
                                   PanelPlace{false, 8}};
 
+bool IsFactoryPlace(const SettingsStore& settings, const PlaceSettings& place) {
+    const auto isFactory = [&](SettingNumber number) {
+        const Setting& setting = *std::ranges::find(Settings(), number, &Setting::number);
+        return AsInteger(settings.GetSetting(number)) == static_cast<int>(setting.defaultNumber);
+    };
+    return isFactory(place.left) && isFactory(place.top) && isFactory(place.width) &&
+           isFactory(place.height);
+}
+
 /// The longest line that the board sends while a program is looked at.
 constexpr int kPromptColumns = static_cast<int>(kDebugPrompt.size()) + 1;
 
@@ -65,6 +76,7 @@ TerminalWindow::TerminalWindow(Workbench& workbench, TerminalSession& session, Q
     ConnectView();
     ConnectSession();
     ConnectDownload();
+    connect(panel_, &ControlPanel::RunClicked, this, &TerminalWindow::Run);
     connect(panel_, &ControlPanel::LogClicked, this, &TerminalWindow::ToggleLog);
     SetFormColours();
     ShowConnection(session.IsConnected() ? portName_ : tr("not connected"));
@@ -118,7 +130,11 @@ void TerminalWindow::ConnectDownload() {
                 ShowDownload(session_.IsDownloading());
                 downloadBar_->ShowProgress(fraction, linesSent);
             });
-    connect(&session_, &TerminalSession::DownloadFinished, this, [this] { ShowDownload(false); });
+    connect(&session_, &TerminalSession::DownloadFinished, this,
+            [this](const DownloadResult& result) {
+                ShowDownload(false);
+                banner_->TellProgramLost(result.outcome == DownloadOutcome::LineLost);
+            });
     connect(downloadBar_, &DownloadBar::CancelClicked, &session_, &TerminalSession::CancelDownload);
 }
 
@@ -180,6 +196,16 @@ void TerminalWindow::ShowDownload(bool running) {
     panel_->Reflect();
 }
 
+/// Half a program may do anything with the motors.
+void TerminalWindow::Run() {
+    const bool asks = session_.LastDownload().MayLeavePart() && !session_.IsDebugging();
+    if (asks && !workbench_.dialogs.AskYesNo(
+                    this, tr("The last download did not arrive whole, so the board may hold only a "
+                             "part of the program. Run it all the same?")))
+        return;
+    controls_.Run();
+}
+
 void TerminalWindow::ToggleLog() {
     if (session_.IsLogging()) {
         session_.EndLog();
@@ -224,7 +250,20 @@ void TerminalWindow::SetFormColours(std::int32_t foreground, std::int32_t backgr
 
 void TerminalWindow::PositionForm() {
     RestorePlace(*this, workbench_.settings, kTerminalWindowPlace);
+    if (IsFactoryPlace(workbench_.settings, kTerminalWindowPlace)) MakeRoomForPrompt();
     formPositioned_ = true;
+}
+
+void TerminalWindow::MakeRoomForPrompt() {
+    const QMargins margins = body_->contentsMargins();
+    const int needed = txtTerminal_->SizeFor(kPromptColumns, kScreenLines).width() +
+                       margins.left() + margins.right();
+    auto* const child = qobject_cast<QMdiSubWindow*>(parentWidget());
+    QWidget& frame = child == nullptr ? static_cast<QWidget&>(*this) : *child;
+    const QRect place = frame.geometry().adjusted(0, 0, std::max(needed - width(), 0), 0);
+    const QRect area =
+        frame.isWindow() ? screen()->availableGeometry() : frame.parentWidget()->rect();
+    frame.setGeometry(KeepWithin(place, area));
 }
 
 void TerminalWindow::closeEvent(QCloseEvent* event) {

@@ -41,8 +41,9 @@ class TerminalWindow : public QWidget {
     /// Takes colours as the settings keep them.
     void SetFormColours(std::int32_t foreground, std::int32_t background);
 
-    /// Places the window, or the child window of the frame that holds it, where the settings say.
-    /// Only a window that was placed keeps its place when it is closed.
+    /// Places the window, or the child window of the frame that holds it, where the settings say;
+    /// at the factory's place it is made wide enough for the debug prompt. Only a window that was
+    /// placed keeps its place when it is closed.
     void PositionForm();
 
     TerminalSession& Session() { return session_; }
@@ -69,8 +70,10 @@ class TerminalWindow : public QWidget {
     void OfferPort();
     void Reopen();
     void ShowDownload(bool running);
+    void Run();
     void ToggleLog();
     void StartLog();
+    void MakeRoomForPrompt();
     double Visibility(const QSize& whole, const QSize& panel, bool beside) const;
     void ArrangePanel();
 

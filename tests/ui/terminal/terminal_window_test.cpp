@@ -207,6 +207,7 @@ TEST_F(TerminalWindowTest, KeepsALog) {
 }
 
 TEST_F(TerminalWindowTest, DebugModeStepsRefusesHardwareAndLeadsToTheSource) {
+    Click("Mtr1BCK");
     EnterDebugMode();
     Type("");
     EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("[0003]") && session.IsDebugging(); }));
@@ -219,7 +220,9 @@ TEST_F(TerminalWindowTest, DebugModeStepsRefusesHardwareAndLeadsToTheSource) {
     Click("Mtr1Fwd");
     Click("Action1");
     EXPECT_EQ(dialogs.shown, (QStringList{kRefused, kRefused}));
-    EXPECT_EQ(board.outputs, Outputs{});
+    EXPECT_TRUE(Find<>("Mtr1BCK").isChecked()) << "the board was told nothing else";
+    EXPECT_FALSE(Find<>("Action1").isChecked());
+    EXPECT_EQ(board.outputs.motors[0], (Drive{kBackward, 0}));
     auto& slider = Find<QSlider>("Mtr1SP");  // dragged, it would send at each step
     slider.setSliderDown(true);
     slider.setSliderPosition(50);
@@ -239,6 +242,32 @@ TEST_F(TerminalWindowTest, DebugModeStepsRefusesHardwareAndLeadsToTheSource) {
 
     Click("BtnStop");
     EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("Stopped at [0003]"); }));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Find<>("MTr1Off").isChecked(); }));
+    EXPECT_EQ(board.outputs, Outputs{});
+}
+
+TEST_F(TerminalWindowTest, ShowsThePromptAndTheAddressBesideEachOther) {
+    auto& view = Find<QPlainTextEdit>("txtTerminal");
+    const auto linesOf = [&](const QString& text) {
+        return view.document()->find(text).block().layout()->lineCount();
+    };
+    const auto isSeen = [&](const QTextCursor& cursor) {
+        return view.viewport()->rect().contains(view.cursorRect(cursor).center());
+    };
+    window->PositionForm();
+    EnterDebugMode();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return ShownText().contains("[0000]"); }));
+    EXPECT_EQ(linesOf("*Debug Mode*"), 1);
+    for (const int width : {900, 400, 300}) {
+        SCOPED_TRACE(width);
+        window->resize(width, window->height());
+        Type("");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return ShownText().endsWith("Step ->"); }));
+        QTextCursor address = view.document()->find("[0000]");
+        address.setPosition(address.selectionStart());
+        EXPECT_TRUE(isSeen(address));
+        EXPECT_TRUE(isSeen(view.textCursor()));
+    }
 }
 
 TEST_F(TerminalWindowTest, DownloadsWithProgressUntilCancelled) {
@@ -257,6 +286,8 @@ TEST_F(TerminalWindowTest, DownloadsWithProgressUntilCancelled) {
                window->cursor().shape() == Qt::ArrowCursor;
     };
     EXPECT_TRUE(isRestored());
+    Click("Action2");
+    Click("BtnScanAllInputs");
     view.setFocus();
     window->DownloadSource(FilePath("program.obj"));
     EXPECT_TRUE(isWaiting());
@@ -265,12 +296,21 @@ TEST_F(TerminalWindowTest, DownloadsWithProgressUntilCancelled) {
     Click("BtnCancelDownload");
     EXPECT_TRUE(isRestored());
     EXPECT_TRUE(view.hasFocus());
+    EXPECT_FALSE(Find<>("Action2").isChecked()) << "a download puts everything to rest";
+    EXPECT_EQ(Find<>("BtnScanAllInputs").text(), "Scan Inputs");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !board.serial.loader.active; }));
+    Click("BtnRun");  // asks whether to run half a program
+    EXPECT_EQ(dialogs.questions.size(), 1);
+    EXPECT_FALSE(board.processor.running);
 
     window->DownloadSource(FilePath("program.obj"));
     EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("Working.... 25  Lines Sent"); }));
     EXPECT_TRUE(isWaiting());
     EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("Loaded 180 bytes"); }));
     EXPECT_TRUE(isRestored());
+    Click("BtnRun");
+    EXPECT_EQ(dialogs.questions.size(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board.processor.steps > 0; }));
 
     window->DownloadSource(FilePath("program.obj"));
     Click("BtnStop");  // ends the download before it stops the board
@@ -305,6 +345,23 @@ TEST_F(TerminalWindowTest, OffersALostPortAgain) {
     PlugIn();
     EXPECT_TRUE(QTest::qWaitFor([&] { return !banner.isVisible(); }));
     EXPECT_TRUE(session.IsConnected());
+}
+
+TEST_F(TerminalWindowTest, SaysThatACutCableHasKeptTheProgramFromTheBoard) {
+    WriteFile("program.obj", QByteArray("56,0,250\n").repeated(60));
+    const auto text = [&] { return Find<QLabel>("connectionText").text(); };
+    window->DownloadSource(FilePath("program.obj"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("Working.... 25  Lines Sent"); }));
+    Unplug();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("Sent 60 Lines in total. "); }));
+    EXPECT_TRUE(Shows("The connection was lost. The board does not hold the program."));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text().contains("does not hold the program"); }));
+    PlugIn();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Find<>("BtnOpenAgain").isEnabled(); }));
+    EXPECT_TRUE(text().contains("does not hold the program"));
+    Click("BtnOpenAgain");
+    Click("BtnRun");
+    EXPECT_EQ(dialogs.questions.size(), 1);
 }
 
 TEST_F(TerminalWindowTest, TakesColoursAndPlaceFromTheSettings) {
