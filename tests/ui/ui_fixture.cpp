@@ -20,6 +20,11 @@ bool ScriptedDialogs::AskYesNo(QWidget*, const QString& question) {
     return yes;
 }
 
+YesNoAnswer ScriptedDialogs::AskYesNoOrNeither(QWidget*, const QString& question) {
+    questions += question;
+    return yesNoAnswer;
+}
+
 SaveAnswer ScriptedDialogs::AskSaveChanges(QWidget*, const QStringList& files) {
     savesAsked += files;
     return saveAnswer;

@@ -26,6 +26,7 @@ class ScriptedDialogs : public Dialogs {
     QStringList questions;  ///< yes/no questions and texts asked for
     FileChoice lastChoice;  ///< of a file dialog
     bool yes = false;
+    YesNoAnswer yesNoAnswer = YesNoAnswer::Neither;
     SaveAnswer saveAnswer = SaveAnswer::Cancel;
     QStringList savesAsked;
     std::optional<QString> text;
@@ -41,6 +42,7 @@ class ScriptedDialogs : public Dialogs {
     void ShowMessage(QWidget* parent, const QString& text) override;
     void ShowCritical(QWidget* parent, const QString& text) override;
     bool AskYesNo(QWidget* parent, const QString& question) override;
+    YesNoAnswer AskYesNoOrNeither(QWidget* parent, const QString& question) override;
     SaveAnswer AskSaveChanges(QWidget* parent, const QStringList& files) override;
     std::optional<QString> AskText(QWidget* parent, const QString& question,
                                    const QString& answer) override;

@@ -177,9 +177,7 @@ bool SourceFiles::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() == QEvent::Close) {
         auto* window = qobject_cast<SourceWindow*>(watched);
-        if (window != nullptr && window->SourceChanged() &&
-            workbench_.dialogs.AskYesNo(window, "Source File has changed. Save changes?") &&
-            !SaveWindow(*window)) {
+        if (window != nullptr && !MayCloseWindow(*window)) {
             event->ignore();
             return true;
         }
@@ -227,6 +225,13 @@ bool SourceFiles::SaveAll() {
         if (window->SourceChanged() || window->IsNewFile()) all = SaveWindow(*window) && all;
     }
     return all;
+}
+
+bool SourceFiles::MayCloseWindow(SourceWindow& window) {
+    if (!window.SourceChanged()) return true;
+    const YesNoAnswer answer =
+        workbench_.dialogs.AskYesNoOrNeither(&window, "Source File has changed. Save changes?");
+    return answer == YesNoAnswer::No || (answer == YesNoAnswer::Yes && SaveWindow(window));
 }
 
 bool SourceFiles::MayClose() {

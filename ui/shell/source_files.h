@@ -100,6 +100,8 @@ class SourceFiles : public QObject, public OpenFiles, public SearchTargets {
     void RememberFile(const SourceWindow& window);
     void NoteSaved(SourceWindow& window);
     bool SaveWindow(SourceWindow& window);
+    /// Asks about a changed file. False when its window must stay open.
+    bool MayCloseWindow(SourceWindow& window);
     void SaveFrontBy(SaveResult (SourceWindow::*save)(), const char* cancelled);
     int IndexOf(const SourceWindow* window) const;
 

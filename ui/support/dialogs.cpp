@@ -23,6 +23,15 @@ void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text) {
     box.exec();
 }
 
+/// Long names and texts in a question are never taken for markup.
+QMessageBox::StandardButton RunQuestion(QWidget* parent, const QString& question,
+                                        QMessageBox::StandardButtons buttons) {
+    QMessageBox box(QMessageBox::Question, kProgramTitle, question, buttons, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Yes);
+    return static_cast<QMessageBox::StandardButton>(box.exec());
+}
+
 std::optional<QString> RunFileDialog(QFileDialog& dialog, const FileChoice& choice) {
     dialog.setDefaultSuffix(choice.defaultSuffix);
     if (!choice.suggestedName.isEmpty()) dialog.selectFile(choice.suggestedName);
@@ -52,7 +61,16 @@ void DesktopDialogs::ShowCritical(QWidget* parent, const QString& text) {
 }
 
 bool DesktopDialogs::AskYesNo(QWidget* parent, const QString& question) {
-    return QMessageBox::question(parent, kProgramTitle, question) == QMessageBox::Yes;
+    return RunQuestion(parent, question, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+YesNoAnswer DesktopDialogs::AskYesNoOrNeither(QWidget* parent, const QString& question) {
+    switch (
+        RunQuestion(parent, question, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel)) {
+        case QMessageBox::Yes: return YesNoAnswer::Yes;
+        case QMessageBox::No: return YesNoAnswer::No;
+        default: return YesNoAnswer::Neither;
+    }
 }
 
 SaveAnswer DesktopDialogs::AskSaveChanges(QWidget* parent, const QStringList& files) {

@@ -26,8 +26,11 @@ struct FileChoice {
 
 enum class SaveAnswer { Save, Discard, Cancel };
 
-/// Every question that stops the user goes through here, so that a test can answer it. Parents may
-/// be null.
+enum class YesNoAnswer { Yes, No, Neither };
+
+/// Every question that stops the user goes through here, so that a test can answer it. Escape and
+/// the close button of its window answer none of them: the caller then leaves everything as it is.
+/// Parents may be null.
 class Dialogs {
   public:
     virtual ~Dialogs() = default;
@@ -36,7 +39,10 @@ class Dialogs {
     virtual void ShowMessage(QWidget* parent, const QString& text) = 0;
     /// The same for a failure that leaves nothing to go on with.
     virtual void ShowCritical(QWidget* parent, const QString& text) = 0;
+    /// For a question where No leaves everything as it is. True for Yes.
     virtual bool AskYesNo(QWidget* parent, const QString& question) = 0;
+    /// For a question where No does something too: the box has a Cancel button.
+    virtual YesNoAnswer AskYesNoOrNeither(QWidget* parent, const QString& question) = 0;
     /// One question for all changed files of which the names are given.
     virtual SaveAnswer AskSaveChanges(QWidget* parent, const QStringList& files) = 0;
     virtual std::optional<QString> AskText(QWidget* parent, const QString& question,
@@ -60,6 +66,7 @@ class DesktopDialogs : public Dialogs {
     void ShowMessage(QWidget* parent, const QString& text) override;
     void ShowCritical(QWidget* parent, const QString& text) override;
     bool AskYesNo(QWidget* parent, const QString& question) override;
+    YesNoAnswer AskYesNoOrNeither(QWidget* parent, const QString& question) override;
     SaveAnswer AskSaveChanges(QWidget* parent, const QStringList& files) override;
     std::optional<QString> AskText(QWidget* parent, const QString& question,
                                    const QString& answer) override;
