@@ -18,7 +18,7 @@ std::string MemoryReadCommand(std::uint32_t address) {
 /// The line of a reply that shows memory, or an instruction, from an address on.
 struct ShownPlace {
     std::size_t position;
-    std::uint32_t address;
+    std::uint16_t address;
 };
 
 bool IsLineEnd(char character) {
@@ -27,13 +27,12 @@ bool IsLineEnd(char character) {
 
 /// The next line that begins with "[001A]".
 std::optional<ShownPlace> FindPlace(std::string_view reply, std::size_t from) {
-    constexpr std::size_t kDigits = 4;
     for (std::size_t bracket = reply.find('[', from); bracket != std::string_view::npos;
          bracket = reply.find('[', bracket + 1)) {
         const bool beginsLine = bracket == 0 || IsLineEnd(reply[bracket - 1]);
-        if (!beginsLine || reply.substr(bracket + kDigits + 1, 1) != "]") continue;
-        const auto address = ParseAddress(reply.substr(bracket + 1, kDigits));
-        if (address) return ShownPlace{bracket, static_cast<std::uint32_t>(*address)};
+        if (!beginsLine || reply.substr(bracket + kAddressDigits + 1, 1) != "]") continue;
+        const auto address = ParseAddress(reply.substr(bracket + 1, kAddressDigits));
+        if (address) return ShownPlace{bracket, *address};
     }
     return std::nullopt;
 }
@@ -45,7 +44,7 @@ std::string_view PartOfPlace(std::string_view reply, std::uint32_t address) {
     if (!first) return reply;
     for (std::optional<ShownPlace> place = first; place;
          place = FindPlace(reply, place->position + 1)) {
-        if (place->address == (address & kAddressMask)) return reply.substr(place->position);
+        if (place->address == static_cast<std::uint16_t>(address)) return reply.substr(place->position);
     }
     return {};
 }

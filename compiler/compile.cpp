@@ -50,15 +50,6 @@ bool LoadSource(Compilation& compilation, const ProgramFiles& files) {
     return false;
 }
 
-/// A block that is still open is reported against the line that opened it.
-void CheckOpenBlock(Compilation& compilation) {
-    const CompileState state = compilation.states.Current();
-    if (state == CompileState::Outside || state == CompileState::Aborted) return;
-    const std::int32_t firstLineNo = compilation.states.Innermost().firstLineNo;
-    compilation.diagnostics.PostError(NotEndedMessage(state),
-                                      &compilation.GetSourceLine(firstLineNo));
-}
-
 bool ParseSource(Compilation& compilation) {
     Diagnostics& diagnostics = compilation.diagnostics;
     diagnostics.StartCompileStage(MessageCode::ParseStarts);
@@ -70,7 +61,7 @@ bool ParseSource(Compilation& compilation) {
         ParseSourceLine(compilation, line);
         compilation.environment.progress.LetEventsRun();
     }
-    CheckOpenBlock(compilation);
+    PostOpenBlock(compilation);
     if (!compilation.mainBlockSeen) diagnostics.PostError(MessageCode::NoProgram, nullptr);
     if (HasErrors(diagnostics)) diagnostics.PostInfo(MessageCode::StageFailed);
     diagnostics.EndCompileStage(MessageCode::ParseEnds);

@@ -84,7 +84,7 @@ class SourceLoader {
             return false;
         }
         const SourceFile& file = compilation_.files.emplace_back(
-            SourceFile{fileName, directory, DecodeText(std::move(*bytes))});
+            SourceFile{fileName, directory, DecodeText(std::move(*bytes)), includingLineNo});
         openPaths_.push_back(normalPath);
         LoadLines(file);
         openPaths_.pop_back();

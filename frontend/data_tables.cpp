@@ -14,6 +14,7 @@ namespace {
 constexpr std::int32_t kLargestReserve = 20000;
 
 std::vector<std::uint8_t>& CurrentBytes(Compilation& compilation) {
+    if (compilation.currentTable == nullptr) return compilation.undeclaredTable;
     return compilation.currentTable->table->bytes;
 }
 
@@ -39,7 +40,9 @@ std::optional<std::int64_t> CountFrom(const Compilation& compilation, std::strin
 void ParseTableHeader(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     ChangeCompileState(compilation, CompileState::Table, line);
     const SplitText split = SplitFirstWord(arguments);
-    compilation.currentTable = compilation.symbols.FindOwn(split.first, ParentId::Program);
+    Symbol* const declared = compilation.symbols.FindOwn(split.first, ParentId::Program);
+    const bool isTable = declared != nullptr && declared->table != nullptr;
+    compilation.currentTable = isTable ? declared : nullptr;
     compilation.currentTableHasErrors = false;
     if (split.rest.empty()) return;
     const SplitText symbol = SplitFirstWord(split.rest);

@@ -10,7 +10,8 @@ namespace {
 const LineElement* ReturnElement(Compilation& compilation, const SourceLine& line) {
     const Symbol* routine =
         compilation.symbols.FindOwn(compilation.symbols.NameOf(line.parent), ParentId::Program);
-    if (routine == nullptr) return nullptr;
+    // The header may have been refused, for a name that the compiler's own variables have.
+    if (routine == nullptr || routine->declareLineNo == 0) return nullptr;
     return compilation.GetElement(compilation.GetSourceLine(routine->declareLineNo),
                                   ElementUse::Written);
 }

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "compiler/compile.h"
+#include "compiler/editor_check.h"
 #include "compiler/object_file.h"
 #include "config/configuration.h"
 
@@ -106,5 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (written && compilation.diagnostics.ErrorCount() == 0) {
         CheckObjectFile(compilation, writer.content);
     }
+    Compilation edited(Language(), Environment{output, prompts, files, progress});
+    CheckForEditor(edited, program);
     return 0;
 }

@@ -140,4 +140,12 @@ void ContinueCompileState(Compilation& compilation, CompileState state, SourceLi
     ChangeCompileState(compilation, state, line);
 }
 
+void PostOpenBlock(Compilation& compilation) {
+    const CompileState state = compilation.states.Current();
+    if (state == CompileState::Outside || state == CompileState::Aborted) return;
+    const std::int32_t firstLineNo = compilation.states.Innermost().firstLineNo;
+    compilation.diagnostics.PostError(NotEndedMessage(state),
+                                      &compilation.GetSourceLine(firstLineNo));
+}
+
 }  // namespace zentro

@@ -60,6 +60,9 @@ bool ExitCompileState(Compilation& compilation, CompileState state, SourceLine& 
 /// Leaves the block with a line in its middle and goes on with it.
 void ContinueCompileState(Compilation& compilation, CompileState state, SourceLine& line);
 
+/// Posts that the innermost block, if one is open, was not ended, against the line that opened it.
+void PostOpenBlock(Compilation& compilation);
+
 /// The message for a block that should have been ended.
 MessageCode NotEndedMessage(CompileState state);
 

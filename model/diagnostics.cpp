@@ -187,6 +187,7 @@ void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message) {
         message.place.fileName = line.file->name;
         message.place.pathName = line.file->directory;
     }
+    if (filter_ != nullptr && filter_->HoldsBack(message, line)) return;
     PostMessage(message, LineTextColumn(line.parsedLine));
 }
 

@@ -18,6 +18,15 @@ struct RangeDescription {
     DataType type = DataType::Any;
 };
 
+/// Keeps messages against lines from being posted.
+class MessageFilter {
+  public:
+    virtual ~MessageFilter() = default;
+    /// True when the message must not be posted. The line counts as one with a mistake all the
+    /// same.
+    virtual bool HoldsBack(const PostedMessage& message, const SourceLine& line) = 0;
+};
+
 /// Turns message codes into lines of the log and counts them.
 class Diagnostics {
   public:
@@ -42,6 +51,9 @@ class Diagnostics {
     /// Posts a stage line: the message's text and, where there is one, a number.
     void PostInfo(MessageCode code, std::optional<std::int64_t> value = std::nullopt);
 
+    /// The filter is asked until another one, or none, is set.
+    void SetFilter(MessageFilter* filter) { filter_ = filter; }
+
     int ErrorCount() const { return errorCount_; }
     int WarningCount() const { return warningCount_; }
     /// False once a line has been refused, of whatever severity the language makes the message.
@@ -57,6 +69,7 @@ class Diagnostics {
     const MessageCatalogue& catalogue_;
     OutputSink& output_;
     Prompts& prompts_;
+    MessageFilter* filter_ = nullptr;
     int errorCount_ = 0;
     int warningCount_ = 0;
     bool headerWritten_ = false;

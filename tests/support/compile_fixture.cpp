@@ -125,6 +125,10 @@ bool Program::Check() {
     return SyntaxCheck(compilation, kFiles);
 }
 
+std::vector<IncludedMistakes> Program::CheckForEditor() {
+    return zentro::CheckForEditor(compilation, kFiles);
+}
+
 std::vector<std::string> Program::Messages() const {
     std::vector<std::string> texts;
     for (const PostedMessage& message : output.messages) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "compiler/compile.h"
+#include "compiler/editor_check.h"
 #include "config/configuration.h"
 #include "model/compilation.h"
 
@@ -78,6 +79,8 @@ struct Program {
     Program& WithFile(const std::string& name, std::string text);
     bool Compile();
     bool Check();
+    /// Returns what the included files hold.
+    std::vector<IncludedMistakes> CheckForEditor();
 
     /// Errors and warnings in the order of posting: "E24 main.txt:3", "E26" without a line.
     std::vector<std::string> Messages() const;

@@ -19,22 +19,28 @@ std::optional<int> ChooseMainFile(OpenFiles& files, const Workbench& workbench, 
     return chosen;
 }
 
-/// Whether the user wants the changed file saved.
-bool MaySave(const QString& fileName, const Workbench& workbench, QWidget* parent) {
-    if (AsBoolean(workbench.settings.GetSetting(SettingNumber::SaveWithoutAsking))) return true;
+/// What is to be done with a changed file.
+SaveWarningAnswer AskToSave(const QString& fileName, const Workbench& workbench, QWidget* parent) {
+    if (AsBoolean(workbench.settings.GetSetting(SettingNumber::SaveWithoutAsking)))
+        return SaveWarningAnswer::Save;
     SaveWarningDialog dialog(fileName, parent);
-    const bool mayBeSaved = workbench.dialogs.Run(dialog);
-    if (dialog.DontShowAgain()) {
+    workbench.dialogs.Run(dialog);
+    if (dialog.Answer() != SaveWarningAnswer::Neither && dialog.DontShowAgain()) {
         workbench.settings.SaveSetting(SettingNumber::SaveWithoutAsking, std::int16_t{1});
     }
-    return mayBeSaved;
+    return dialog.Answer();
 }
 
 /// False when there is nothing on disk to compile, or not what the user meant to compile.
 bool BringToDisk(int file, OpenFiles& files, const Workbench& workbench, QWidget* parent) {
-    if (!files.HasChanged(file)) return !files.WasNeverSaved(file) || files.Save(file);
-    if (MaySave(files.Names()[file].name, workbench, parent)) return files.Save(file);
-    return !files.WasNeverSaved(file);
+    const bool isOnDisk = !files.WasNeverSaved(file);
+    if (!files.HasChanged(file)) return isOnDisk || files.Save(file);
+    switch (AskToSave(files.Names()[file].name, workbench, parent)) {
+        case SaveWarningAnswer::Save: return files.Save(file);
+        case SaveWarningAnswer::CompileAsSaved: return isOnDisk;
+        case SaveWarningAnswer::Neither: break;
+    }
+    return false;
 }
 
 }  // namespace

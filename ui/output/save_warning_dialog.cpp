@@ -16,18 +16,21 @@ SaveWarningDialog::SaveWarningDialog(const QString& fileName, QWidget* parent)
     dontShow_->setObjectName("chkDontShow");
     auto* const icon = new QLabel(this);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(32, 32));
-    auto* const text = new QLabel("'" + fileName +
-                                      "' has changes that are not saved yet.\n\nOK saves it and "
-                                      "compiles it.\nCancel compiles it as it was last saved.",
-                                  this);
+    auto* const text =
+        new QLabel("'" + fileName +
+                       "' has changes that are not saved yet.\n\nOK saves it and "
+                       "compiles it.\nCancel compiles it as it was last saved.\nEscape stops "
+                       "here.",
+                   this);
     text->setTextFormat(Qt::PlainText);
     auto* const ok = new QPushButton("OK", this);
     ok->setObjectName("OKButton");
     ok->setDefault(true);
     auto* const cancel = new QPushButton("Cancel", this);
     cancel->setObjectName("CancelButton");
-    connect(ok, &QPushButton::clicked, this, &QDialog::accept);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(ok, &QPushButton::clicked, this, [this] { TakeAnswer(SaveWarningAnswer::Save); });
+    connect(cancel, &QPushButton::clicked, this,
+            [this] { TakeAnswer(SaveWarningAnswer::CompileAsSaved); });
 
     auto* const message = new QHBoxLayout;
     message->setSpacing(12);
@@ -44,6 +47,11 @@ SaveWarningDialog::SaveWarningDialog(const QString& fileName, QWidget* parent)
     setTabOrder(ok, cancel);
     setTabOrder(cancel, dontShow_);
     ok->setFocus();
+}
+
+void SaveWarningDialog::TakeAnswer(SaveWarningAnswer answer) {
+    answer_ = answer;
+    done(answer == SaveWarningAnswer::Save ? Accepted : Rejected);
 }
 
 bool SaveWarningDialog::DontShowAgain() const {

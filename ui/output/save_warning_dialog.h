@@ -6,18 +6,25 @@ class QCheckBox;
 
 namespace zentro {
 
-/// Warns that a changed file is going to be saved for a compile.
+enum class SaveWarningAnswer { Save, CompileAsSaved, Neither };
+
+/// Warns that a changed file is going to be saved for a compile. Escape and the close button stop
+/// the compile.
 class SaveWarningDialog : public QDialog {
     Q_OBJECT
 
   public:
     SaveWarningDialog(const QString& fileName, QWidget* parent);
 
-    bool OKPressed() const { return result() == Accepted; }
+    bool OKPressed() const { return answer_ == SaveWarningAnswer::Save; }
+    SaveWarningAnswer Answer() const { return answer_; }
     /// Whether the user wants no such warning any more, whichever button was pressed.
     bool DontShowAgain() const;
 
   private:
+    void TakeAnswer(SaveWarningAnswer answer);
+
+    SaveWarningAnswer answer_ = SaveWarningAnswer::Neither;
     QCheckBox* dontShow_;
 };
 

@@ -55,8 +55,9 @@ Control* Find(QDialog& dialog, const char* name) {
     return control;
 }
 
-void Press(QDialog& dialog, const char* button) {
-    QTest::mouseClick(Find<QPushButton>(dialog, button), Qt::LeftButton);
+void Press(QDialog& dialog, std::string_view button) {
+    if (button == "Escape") return QTest::keyClick(&dialog, Qt::Key_Escape);
+    QTest::mouseClick(Find<QPushButton>(dialog, button.data()), Qt::LeftButton);
 }
 
 void ClickRow(QDialog& dialog, int row) {
@@ -145,7 +146,7 @@ struct SaveCase {
     bool hasChanged;
     bool wasNeverSaved;
     int saveWithoutAsking;
-    const char* button;  ///< pressed in the warning; nullptr: there is to be none
+    const char* button;  ///< pressed in the warning, or the key; nullptr: there is to be none
     bool tick;
     bool canSave;
     bool goesOn;
@@ -160,6 +161,7 @@ constexpr SaveCase kSaveCases[]{
     {"no warning wanted", true, false, 1, nullptr, false, true, true, 1, 1},
     {"Cancel compiles what is on disk", true, false, 0, "CancelButton", false, true, true, 0, 0},
     {"Cancel and no more warnings", true, false, 0, "CancelButton", true, true, true, 0, 1},
+    {"Escape stops", true, false, 0, "Escape", true, true, false, 0, 0},
     {"a new file asks for its name", false, true, 0, nullptr, false, true, true, 1, 0},
     {"a new file without a name", false, true, 0, nullptr, false, false, false, 1, 0},
     {"a new file that is not saved", true, true, 0, "CancelButton", false, true, false, 0, 0},

@@ -218,7 +218,7 @@ TEST_F(CommandsTest, TheMakersPagesAreShownInTheHelpBrowser) {
 
 TEST_F(CommandsTest, ClosingAChangedFileAsks) {
     Write("a.txt", "; a\n")->SetText("; b\n");
-    dialogs.yes = true;
+    dialogs.yesNoAnswer = YesNoAnswer::Yes;
     Press(CommandId::CloseSource);
     EXPECT_EQ(dialogs.questions.last(), "Source File has changed. Save changes?");
     EXPECT_TRUE(ReadFile("a.txt").startsWith("; b"));
