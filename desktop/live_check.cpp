@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "compiler/compile.h"
+#include "compiler/editor_check.h"
 #include "desktop/program_files.h"
 
 namespace zentro {
@@ -50,6 +50,21 @@ class OpenTextReader : public FileReader {
     const Programs& programs_;
 };
 
+/// What stands at the line that includes the file.
+QString Describe(const IncludedMistakes& mistakes) {
+    const bool hasErrors = mistakes.errors > 0;
+    const int count = hasErrors ? mistakes.errors : mistakes.warnings;
+    const QString text = count == 1 && hasErrors ? LiveCheck::tr("%1 has a mistake in line %2: %3")
+                         : count == 1            ? LiveCheck::tr("%1 has a warning in line %2: %3")
+                         : hasErrors
+                             ? LiveCheck::tr("%1 has %4 mistakes, the first in line %2: %3")
+                             : LiveCheck::tr("%1 has %4 warnings, the first in line %2: %3");
+    return text.arg(QString::fromStdString(mistakes.fileName))
+        .arg(mistakes.first.place.sourceLineNo)
+        .arg(QString::fromStdString(mistakes.first.text))
+        .arg(count);
+}
+
 class NoProgress : public Progress {
   public:
     void LetEventsRun() override {}
@@ -67,8 +82,15 @@ ProgramReport CheckProgram(const InstructionConfiguration& configuration, const 
     for (const OpenFile& open : programs.Files())
         texts[open.key] = open.revision;
     Compilation compilation(configuration, {output, prompts, files, progress});
-    const bool succeeded = SyntaxCheck(compilation, ProgramFilesOf(file, settings));
-    return output.messages.Report(file.key, compilation, texts, succeeded);
+    const std::vector<IncludedMistakes> included =
+        CheckForEditor(compilation, ProgramFilesOf(file, settings));
+    for (const IncludedMistakes& mistakes : included) {
+        output.messages.Add(mistakes.place,
+                            mistakes.errors > 0 ? Severity::Error : Severity::Warning,
+                            Describe(mistakes));
+    }
+    return output.messages.Report(file.key, compilation, texts,
+                                  compilation.diagnostics.ErrorCount() == 0);
 }
 
 LiveCheck::LiveCheck(const InstructionConfiguration& configuration, SettingsStore& settings,

@@ -17,8 +17,11 @@ void MessageCollector::Add(const PostedMessage& message) {
     const bool counts =
         message.severity == Severity::Error || message.severity == Severity::Warning;
     if (!counts || message.place.fileName.empty() || message.place.sourceLineNo < 1) return;
-    messages_[{message.place.pathName, message.place.fileName}].push_back(
-        {message.place.sourceLineNo, message.severity, QString::fromStdString(message.text)});
+    Add(message.place, message.severity, QString::fromStdString(message.text));
+}
+
+void MessageCollector::Add(const LineXref& place, Severity severity, const QString& text) {
+    messages_[{place.pathName, place.fileName}].push_back({place.sourceLineNo, severity, text});
 }
 
 ProgramReport MessageCollector::Report(const QString& root, const Compilation& compilation,

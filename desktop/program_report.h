@@ -51,6 +51,8 @@ class MessageCollector {
   public:
     /// Errors and warnings about a line are kept.
     void Add(const PostedMessage& message);
+    /// Something else that is to be said of a line.
+    void Add(const LineXref& place, Severity severity, const QString& text);
     bool HasErrors() const { return hasErrors_; }
 
     /// The report about a run over the program that begins with `root`. `openTexts` tells what was

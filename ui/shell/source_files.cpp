@@ -211,13 +211,6 @@ bool SourceFiles::SaveAll() {
     return all;
 }
 
-bool SourceFiles::MayCloseWindow(SourceWindow& window) {
-    if (!window.SourceChanged()) return true;
-    const YesNoAnswer answer =
-        workbench_.dialogs.AskYesNoOrNeither(&window, "Source File has changed. Save changes?");
-    return answer == YesNoAnswer::No || (answer == YesNoAnswer::Yes && SaveWindow(window));
-}
-
 bool SourceFiles::MayClose() {
     QStringList names;
     QList<FileId> changed;
