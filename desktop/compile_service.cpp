@@ -40,10 +40,11 @@ class DiskReader : public FileReader {
 /// Tells the reason of a failure, which the log has no room for.
 class DiskWriter : public FileWriter {
   public:
-    explicit DiskWriter(Prompts& prompts) : prompts_(prompts) {}
+    DiskWriter(Prompts& prompts, std::string& written) : prompts_(prompts), written_(written) {}
 
     std::string Write(const std::string& path, std::string_view bytes) override {
         std::string problem = WriteWholeFile(path, bytes);
+        if (problem.empty()) written_ = bytes;
         if (!problem.empty())
             prompts_.ShowMessage("The object file '" + path + "' cannot be written: " + problem);
         return problem;
@@ -51,6 +52,7 @@ class DiskWriter : public FileWriter {
 
   private:
     Prompts& prompts_;
+    std::string& written_;
 };
 
 /// Keeps the windows alive. What the user types and clicks waits for the end of the run.
@@ -139,7 +141,7 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file,
         Environment{log, prompts_, program->outside->reader, program->outside->progress});
     {
         const QScopedValueRollback<OutputSink*> present(log.present, &output);
-        DiskWriter writer(prompts_);
+        DiskWriter writer(prompts_, program->objectText);
         program->succeeded = runStages(*program->compilation, writer) && !log.messages.HasErrors();
     }
     ProgramReport report =

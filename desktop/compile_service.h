@@ -25,6 +25,7 @@ struct CompiledProgram {
     QString name;                       ///< of that file
     QString objectFile;                 ///< path
     std::map<QString, Revision> texts;  ///< what it was compiled from, by the key of the file
+    std::string objectText;             ///< the content of the object file; empty: none was written
     bool succeeded = false;             ///< every stage did, and no error was counted
     std::unique_ptr<Outside> outside;
     std::unique_ptr<Compilation> compilation;  ///< refers to `outside`

@@ -111,21 +111,16 @@ void Programs::SetMain(std::optional<FileId> id) {
 void Programs::NoteEdited(FileId id) {
     OpenFile* file = Find(id);
     if (file == nullptr) return;
-    const bool wasChanged = file->IsChanged();
     file->revision = ++lastRevision_;
-    // Of many edits in a row the first is told at once and the others together.
-    if (wasChanged) {
-        later_.start();
-    } else {
-        emit Changed();
-    }
+    // An editor is in the middle of its work, and many edits may follow.
+    later_.start();
 }
 
 void Programs::NoteAtSavedText(FileId id) {
     OpenFile* file = Find(id);
     if (file == nullptr || file->revision == file->savedRevision) return;
     file->revision = file->savedRevision;
-    emit Changed();
+    later_.start();
 }
 
 void Programs::NoteSaved(FileId id, const QString& folder, const QString& name) {
@@ -202,6 +197,13 @@ void Programs::SetCompiled(std::shared_ptr<const CompiledProgram> program) {
 std::shared_ptr<const CompiledProgram> Programs::CompiledFrom(const QString& root) const {
     const auto found = compiled_.find(root);
     return found == compiled_.end() ? nullptr : found->second;
+}
+
+std::shared_ptr<const CompiledProgram> Programs::CompiledAs(const std::string& objectText) const {
+    for (const auto& [root, program] : compiled_) {
+        if (program->objectText == objectText) return program;
+    }
+    return nullptr;
 }
 
 bool Programs::IsUpToDate(const CompiledProgram& program) const {

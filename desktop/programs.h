@@ -79,7 +79,7 @@ class Programs : public QObject {
     void SetMain(std::optional<FileId> id);
 
     /// The text was edited, or an edit undone.
-    /// The revision is a new one at once; Changed may come a little later.
+    /// The revision is a new one at once; Changed comes when the editor is done.
     void NoteEdited(FileId id);
     /// Undoing or redoing has led back to the saved text.
     void NoteAtSavedText(FileId id);
@@ -108,6 +108,8 @@ class Programs : public QObject {
     void SetCompiled(std::shared_ptr<const CompiledProgram> program);
     /// The newest object code of the program that begins with this file; null: none of this run.
     std::shared_ptr<const CompiledProgram> CompiledFrom(const QString& root) const;
+    /// The program of this run whose object file has that content; null: none.
+    std::shared_ptr<const CompiledProgram> CompiledAs(const std::string& objectText) const;
     /// What was compiled last, of whichever program; null: nothing yet.
     std::shared_ptr<const CompiledProgram> LastCompiled() const { return last_; }
     /// Whether the texts of the program are those that it was compiled from.

@@ -6,6 +6,7 @@
 
 #include "comms/debug_address.h"
 #include "compiler/source_of_address.h"
+#include "model/address.h"
 #include "tests/comms/examples_support.h"
 
 namespace zentro {
@@ -19,16 +20,16 @@ using testing::ElementsAre;
 TEST(DebugAddressOn, IsTheLastInstructionShownAndNoMemory) {
     const struct {
         std::string screen;
-        std::string address;
+        std::optional<std::uint16_t> address;
     } rows[] = {
-        {"", ""},
-        {"Kinetron\r\n", ""},
-        {"[0000] INCREMENT BYTE [0010]\r\n*Debug Mode*", "0000"},
-        {"[0000] NOP\r\n[00a1] END\r\nM0010\r\n[0010] 2A 00 FF\r\n->", "00a1"},
-        {"[0000] ADD BYTE [0001]", "0000"},  // "AD" is a pair, "ADD" is not
-        {"x [0000] NOP\r\n[00G0] NOP\r\n[0000]", ""},
-        {"[0000]: NOP\r\n[0000x NOP", ""},
-        {"[00A0] OR", "00A0"},
+        {"", {}},
+        {"Kinetron\r\n", {}},
+        {"[0000] INCREMENT BYTE [0010]\r\n*Debug Mode*", 0},
+        {"[0000] NOP\r\n[00a1] END\r\nM0010\r\n[0010] 2A 00 FF\r\n->", 0xA1},
+        {"[0000] ADD BYTE [0001]", 0},  // "AD" is a pair, "ADD" is not
+        {"x [0000] NOP\r\n[00G0] NOP\r\n[0000]", {}},
+        {"[0000]: NOP\r\n[0000x NOP", {}},
+        {"[00A0] OR", 0xA0},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(DebugAddressOn(row.screen), row.address) << row.screen;
@@ -108,9 +109,8 @@ TEST(VariablesOf, NamesEachVariableWithItsPlace) {
                             std::to_string(variable.size));
         // The listing shows the label behind the address.
         const std::string label = variable.resolvedName.substr(0, 19) + ":";
-        char address[8];
-        std::snprintf(address, sizeof address, "%04X", variable.address);
-        const auto line = ListingLineOfAddress(program.compilation, address);
+        const auto line =
+            ListingLineOfAddress(program.compilation, static_cast<std::uint16_t>(variable.address));
         ASSERT_TRUE(line) << label;
         EXPECT_EQ(program.listing.lines.at(*line - 1).substr(12, label.size()), label);
     }
@@ -124,9 +124,9 @@ TEST(VariablesOf, GivesNoVariablesOfAProgramWithoutCode) {
     EXPECT_TRUE(VariablesOf(program.compilation).empty());
 }
 
-/// "00A0" of "[00A0]/0160".
-std::string ShownAddress(const std::string& listed) {
-    return listed.substr(1, 4);
+/// A0 of "[00A0]/0160".
+std::uint16_t ShownAddress(const std::string& listed) {
+    return ParseAddress(listed.substr(1, kAddressDigits)).value();
 }
 
 TEST(SourceOfAddress, FindsTheLineOfEveryInstructionOfTheExamples) {
@@ -137,7 +137,7 @@ TEST(SourceOfAddress, FindsTheLineOfEveryInstructionOfTheExamples) {
         const std::vector<std::string>& listed = program->listing.lines;
         ASSERT_EQ(listed.size(), compilation.objectLines.size());
         for (std::size_t i = 0; i < listed.size(); ++i) {
-            const std::string address = ShownAddress(listed[i]);
+            const std::uint16_t address = ShownAddress(listed[i]);
             EXPECT_EQ(ListingLineOfAddress(compilation, address), i + 1) << listed[i];
             const auto place = SourceOfAddress(compilation, address);
             const std::int32_t lineNumber = compilation.objectLines[i].sourceLineNo;
@@ -150,7 +150,7 @@ TEST(SourceOfAddress, FindsTheLineOfEveryInstructionOfTheExamples) {
             const SourceLine& line = compilation.GetSourceLine(lineNumber);
             EXPECT_EQ(place->fileName, line.file->name);
             EXPECT_EQ(place->sourceLineNo, line.fileLineNo) << listed[i];
-            EXPECT_EQ(place->address, std::stoi(address, nullptr, 16));
+            EXPECT_EQ(place->address, address);
             // Where the place leads in the file stands the text of that line.
             const auto texts =
                 test::Split(program->files.texts.at(place->pathName + "/" + place->fileName), '\n');
@@ -166,13 +166,21 @@ TEST(SourceOfAddress, FindsNothingBetweenInstructionsAndInNonsense) {
     Program program("DEFINE BYTE Count\nBEGIN PROGRAM\nCount = 7\nEND PROGRAM\n");
     ASSERT_TRUE(program.Compile());
     // NOP, two CLEAR WORD of three bytes each, then MOVE BYTE of five.
-    ASSERT_TRUE(SourceOfAddress(program.compilation, "0007"));
-    EXPECT_EQ(SourceOfAddress(program.compilation, "0007")->sourceLineNo, 3);
-    for (const char* wrong : {"0008", "7FFF", "", "1", "00001", "000G", "-007", "+007", "0x07"}) {
+    ASSERT_TRUE(SourceOfAddress(program.compilation, 7));
+    EXPECT_EQ(SourceOfAddress(program.compilation, 7)->sourceLineNo, 3);
+    for (const std::uint16_t wrong : {8, 0x7FFF, 0xFFFF}) {
         EXPECT_FALSE(SourceOfAddress(program.compilation, wrong)) << wrong;
         EXPECT_FALSE(ListingLineOfAddress(program.compilation, wrong)) << wrong;
     }
+}
+
+TEST(Address, IsFourHexadecimalDigitsWhereverItIsShownOrRead) {
+    EXPECT_EQ(FormatAddress(0xA0), "[00A0]");
+    EXPECT_EQ(AddressDigits(0x1ABCD), "ABCD");
     EXPECT_EQ(ParseAddress("00aF"), 0xAF);
+    EXPECT_EQ(ParseAddress("FFFF"), 0xFFFF);
+    for (const char* wrong : {"", "1", "00001", "000G", "-007", "+007", "0x07", " 007"})
+        EXPECT_FALSE(ParseAddress(wrong)) << wrong;
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ struct Terminal {
         QObject::connect(&session, &TerminalSession::CharsReceived,
                          [this](const std::string& text) { received += text; });
         QObject::connect(&session, &TerminalSession::SyncToCodeLine,
-                         [this](const std::string& address) { addresses.push_back(address); });
+                         [this](std::uint16_t address) { addresses.push_back(address); });
     }
 
     const std::string& Shown() const { return session.Screen().Text(); }
@@ -42,7 +42,7 @@ struct Terminal {
     }
 
     std::vector<std::string> told;
-    std::vector<std::string> addresses;
+    std::vector<std::uint16_t> addresses;
     std::string received;
     int opened = 0;
     int lost = 0;

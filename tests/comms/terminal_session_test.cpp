@@ -231,7 +231,7 @@ TEST_F(TerminalSessionTest, KnowsTheDebugMode) {
         session_.DoubleClickAt(position);
     }
     session_.DoubleClickAt(shown.size() + 9);
-    EXPECT_EQ(terminal_.addresses, std::vector<std::string>(6, "0006"));
+    EXPECT_EQ(terminal_.addresses, std::vector<std::uint16_t>(6, 6));
 
     session_.SetScreenOff(true);
     session_.SendCmd("M0006\r");

@@ -187,6 +187,7 @@ void SourceEditor::FitNumberMargin() {
 void SourceEditor::BeforeEdit(int position, int type) {
     if (isLoading_ || (type & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)) == 0) return;
     TellEdit();
+    emit EditBegins();
     editedLine_ = LineOf(*this, position);
     linesBefore_ = LineCount(*this);
     isUndoOrRedo_ = (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0;

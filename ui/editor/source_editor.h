@@ -51,6 +51,8 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
   signals:
     /// The text or the caret's place has changed.
     void StatsChanged();
+    /// The text is about to be edited, or an edit undone.
+    void EditBegins();
     /// The text was edited, or an edit was undone. Comes soon after the edit.
     void Edited();
     void FilesDropped(const QStringList& paths);

@@ -49,7 +49,7 @@ SourceWindow::SourceWindow(Workbench& workbench, Programs& programs, QWidget* pa
     connect(editor_, &SourceEditor::StatsChanged, this,
             [this] { emit DocStatsChanged(DocStats()); });
     connect(editor_, &SourceEditor::FilesDropped, this, &SourceWindow::FilesDropped);
-    connect(editor_, &QsciScintilla::textChanged, this, [this] { programs_.NoteEdited(id_); });
+    connect(editor_, &SourceEditor::EditBegins, this, [this] { programs_.NoteEdited(id_); });
     connect(editor_, &QsciScintilla::modificationChanged, this, [this](bool changed) {
         if (!changed) programs_.NoteAtSavedText(id_);
     });
@@ -68,6 +68,7 @@ const OpenFile& SourceWindow::File() const {
 }
 
 void SourceWindow::Open(const QString& folder, const QString& name) {
+    programs_.Remove(id_);  // what the window showed before
     id_ = programs_.Add(folder, name, [this] { return Text(); });
     Refresh();
 }

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "comms/virtual_board_link.h"
+#include "config/file.h"
+#include "desktop/text_file.h"
 #include "ui/board/virtual_board_window.h"
 #include "ui/support/dialogs.h"
 #include "ui/terminal/terminal_window.h"
@@ -83,7 +85,7 @@ bool BoardWindows::DownloadCurrent() {
         return refuse(
             tr("Please use the download saved when you have no source file open and compiled"));
     // Nobody need press RUN on a board that is on the screen.
-    Send(path, programs_.CompiledFrom(programs_.Main()->key), board_.Kind() == BoardKind::Virtual);
+    Send(path, board_.Kind() == BoardKind::Virtual);
     return true;
 }
 
@@ -99,13 +101,14 @@ void BoardWindows::DownloadSaved() {
         return workbench_.dialogs.ShowMessage(
             terminal_,
             tr("Please open a connection to the kinetron before attempting a download."));
-    Send(*path, nullptr, false);
+    Send(*path, false);
 }
 
-void BoardWindows::Send(const QString& path, std::shared_ptr<const CompiledProgram> compiled,
-                        bool runs) {
+void BoardWindows::Send(const QString& path, bool runs) {
     if (board_.Kind() == BoardKind::Port) surroundings_.bringToFront(terminal_);
-    board_.Send(path, std::move(compiled), runs);
+    // The file tells which program it is: another run may have written it since.
+    const FileContent file = ReadWholeFile(SystemPath(path));
+    board_.Send(path, programs_.CompiledAs(file.bytes), runs);
 }
 
 void BoardWindows::Follow() {

@@ -71,7 +71,7 @@ class BoardWindows : public QObject {
     void Follow();
     void ShowVariables();
     QString VariablesNote() const;
-    void Send(const QString& path, std::shared_ptr<const CompiledProgram> compiled, bool runs);
+    void Send(const QString& path, bool runs);
 
     Workbench& workbench_;
     Programs& programs_;

@@ -56,8 +56,8 @@ MainWindow::MainWindow(Workbench& workbench, PortLister listPorts)
 MainWindow::~MainWindow() {
     // What is left of the windows must not tell a frame that is half gone.
     area_->disconnect(this);
-    programs_->disconnect(this);
-    board_->disconnect(this);
+    programs_->disconnect();
+    board_->disconnect();
 }
 
 void MainWindow::MakeActions() {

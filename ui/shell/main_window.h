@@ -49,6 +49,7 @@ class MainWindow : public QMainWindow {
     QAction* Action(CommandId id) const { return actions_.at(id); }
     Programs& OpenPrograms() { return *programs_; }
     BoardState& Board() { return *board_; }
+    BoardWindows& Boards() { return *boards_; }
     SourceFiles& Files() { return *files_; }
     CompileCommands& Compiler() { return *compiler_; }
 

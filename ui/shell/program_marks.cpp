@@ -11,10 +11,19 @@ namespace zentro {
 
 ProgramMarks::ProgramMarks(Programs& programs, const BoardState& board, SourceFiles& files,
                            CompileCommands& compiler, QObject* parent)
-    : QObject(parent), board_(board), files_(files), compiler_(compiler) {
+    : QObject(parent), programs_(programs), board_(board), files_(files), compiler_(compiler) {
     connect(&board, &BoardState::Changed, this, &ProgramMarks::Follow);
     // A file that is opened gets its mark too.
     connect(&programs, &Programs::Changed, this, &ProgramMarks::Show);
+}
+
+/// What a board on a port holds from before may well be what was compiled last.
+const CompiledProgram* ProgramMarks::Program() const {
+    const HeldProgram& held = board_.Program();
+    const bool isUnknown = held.extent == HeldProgram::Extent::Unknown && held.name.isEmpty();
+    if (held.compiled == nullptr && isUnknown && board_.Kind() == BoardKind::Port)
+        return programs_.LastCompiled().get();
+    return held.compiled.get();
 }
 
 void ProgramMarks::Follow() {
@@ -22,7 +31,7 @@ void ProgramMarks::Follow() {
     const BoardActivity activity = board_.Activity();
     if (activity == activity_) return;
     const BoardActivity before = std::exchange(activity_, activity);
-    const CompiledProgram* program = board_.Program().compiled.get();
+    const CompiledProgram* program = Program();
     const bool stands = activity.state == State::Held || activity.state == State::Fault;
     if (stands && activity.address) compiler_.SelectInListing(program, *activity.address);
     if (activity.state == State::Fault && before.state != State::Fault && activity.address)
@@ -33,7 +42,7 @@ void ProgramMarks::Follow() {
 
 std::optional<ProgramMarks::Mark> ProgramMarks::MarkFor(const BoardActivity& activity) const {
     if (!activity.address) return std::nullopt;
-    const auto place = CompileCommands::PlaceOf(board_.Program().compiled.get(), *activity.address);
+    const auto place = CompileCommands::PlaceOf(Program(), *activity.address);
     if (!place) return std::nullopt;
     const QString path = QDir(QString::fromStdString(place->pathName))
                              .filePath(QString::fromStdString(place->fileName));

@@ -33,9 +33,11 @@ class ProgramMarks : public QObject {
     };
 
     void Follow();
+    const CompiledProgram* Program() const;
     std::optional<Mark> MarkFor(const BoardActivity& activity) const;
     void Show();
 
+    const Programs& programs_;
     const BoardState& board_;
     SourceFiles& files_;
     CompileCommands& compiler_;

@@ -3,10 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include "desktop/live_check.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/editor/block_words.h"
 #include "ui/editor/completion.h"
-#include "desktop/live_check.h"
 #include "ui/editor/source_text_format.h"
 #include "ui/editor/statement_help.h"
 #include "ui/editor/touched_lines.h"
@@ -162,27 +162,29 @@ TEST_F(SourceText, ExplainsTheArgumentAtTheCaret) {
 TEST_F(SourceText, ChecksOpenTextsBeforeFiles) {
     WriteFile("main.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
     WriteFile("drive.txt", "DEFINE BYTE Speed = 0\nDEFINE BYTE Speed = 0\n");
-    const std::string folder = folder_.path().toStdString();
-    const TextProvider open = [&](const std::string& path) -> std::optional<std::string> {
-        if (path != PathOf("main.txt")) return std::nullopt;
+    Programs programs;
+    const FileId id = programs.Add(folder_.path(), "main.txt", [] {
         return "INCLUDE \"drive.txt\"\nINCLUDE \"missing.txt\"\nDEFINE CONSTANT Fast = 90\n"
                "BEGIN PROGRAM\n    Speed = Nothing + 1\n    DISPLAY 3\nEND PROGRAM\n";
-    };
-    const CheckResult result = CheckProgram(configuration,
-                                            {.sourceDirectory = folder,
-                                             .sourceFileName = "main.txt",
-                                             .includeDirectory = folder,
-                                             .objectDirectory = {},
-                                             .objectFileName = {}},
-                                            open);
-    EXPECT_FALSE(result.succeeded);
-    ASSERT_EQ(result.messages.count(PathOf("drive.txt")), 1U);
-    EXPECT_EQ(result.messages.at(PathOf("drive.txt")).front().line, 2);
-    ASSERT_EQ(result.messages.count(PathOf("main.txt")), 1U);
-    EXPECT_EQ(result.messages.at(PathOf("main.txt")).front().line, 2);  // the missing file
-    ASSERT_EQ(result.names.size(), 2U);
-    EXPECT_EQ(result.names[0].declaration, "DEFINE CONSTANT Fast = 90");
-    EXPECT_EQ(result.names[1].name, "Speed");
+    });
+    const OpenFile& main = *programs.File(id);
+    const ProgramReport report = CheckProgram(configuration, main, *settings, programs);
+    EXPECT_FALSE(report.succeeded);
+    EXPECT_EQ(report.texts.at(main.key), main.revision);
+    const QString drive = FileKey(folder_.path(), "drive.txt");
+    EXPECT_EQ(report.texts.at(drive), kTextOnDisk);
+    ASSERT_TRUE(report.messages.contains(drive));
+    EXPECT_EQ(report.messages.at(drive).front().line, 2);
+    // The line that includes the file with the mistake is marked, the missing file, and the
+    // statement too.
+    QList<int> lines;
+    for (const LineMessage& message : report.messages.at(main.key))
+        lines += message.line;
+    std::ranges::sort(lines);
+    EXPECT_EQ(lines, (QList{1, 2, 5}));
+    ASSERT_EQ(report.names.size(), 2U);
+    EXPECT_EQ(report.names[0].declaration, "DEFINE CONSTANT Fast = 90");
+    EXPECT_EQ(report.names[1].name, "Speed");
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ using Sci = QsciScintillaBase;
 
 class SourceTyping : public UiTest {
   protected:
-    SourceTyping() : window(*workbench), editor(*window.Editor()) {
+    SourceTyping() : window(*workbench, programs), editor(*window.Editor()) {
         window.resize(700, 500);
         window.show();
         window.NewFile(1);
@@ -50,6 +50,7 @@ class SourceTyping : public UiTest {
     }
     std::string Line(int line) { return LineText(editor, line - 1); }
 
+    Programs programs;
     SourceWindow window;
     SourceEditor& editor;
 };
@@ -193,8 +194,8 @@ TEST_F(SourceTyping, FoldsFollowTheText) {
 }
 
 TEST_F(SourceTyping, OffersCompletionsWithoutTakingTheReturnKey) {
-    window.SetProgramNames({{"SpeedLimit", "DEFINE BYTE SpeedLimit = 0", false},
-                            {"Speedometer", "DEFINE BYTE Speedometer = 0", false}});
+    editor.Typing().SetProgramNames({{"SpeedLimit", "DEFINE BYTE SpeedLimit = 0", false},
+                                     {"Speedometer", "DEFINE BYTE Speedometer = 0", false}});
     Type("s");
     EXPECT_FALSE(editor.Typing().IsOffering());
     Type("p");

@@ -1,9 +1,9 @@
-#include "ui/output/compile_service.h"
+#include "desktop/compile_service.h"
 
 #include <QTimer>
 
-#include "tests/ui/ui_fixture.h"
 #include "desktop/program_files.h"
+#include "tests/ui/ui_fixture.h"
 
 namespace zentro {
 namespace {
@@ -32,17 +32,42 @@ class KeptListing : public ListingSink {
 constexpr const char* kProgram =
     "DEFINE BYTE Count = 0\r\nBEGIN PROGRAM\r\nCount = 1\r\nEND PROGRAM\r\n";
 
+/// Answers what the compiler asks, and keeps what it tells.
+class KeptPrompts : public Prompts {
+  public:
+    void ShowMessage(std::string_view text) override { shown.emplace_back(text); }
+    std::optional<std::string> FindMissingFile(std::string_view title, std::string_view directory,
+                                               std::string_view fileName) override {
+        asked = {std::string(title), std::string(directory), std::string(fileName)};
+        return fileInstead;
+    }
+
+    std::vector<std::string> shown;
+    std::vector<std::string> asked;
+    std::optional<std::string> fileInstead;
+};
+
 class Service : public UiTest {
   protected:
-    Service() : service(*workbench) {
+    Service() : service(configuration, *settings, programs, prompts) {
         settings->SaveSetting(SettingNumber::SourceFolder, folder_.path().toStdString());
         settings->SaveSetting(SettingNumber::ObjectFolder, folder_.path().toStdString() + "/");
     }
 
-    ProgramFiles FilesOf(const std::string& name) {
-        return ProgramFilesFor(folder_.path().toStdString(), name, *settings);
+    /// Opens a file with the text that lies on the disk.
+    OpenFile Open(const QString& name, const QByteArray& text) {
+        WriteFile(name, text);
+        const FileId id =
+            programs.Add(folder_.path(), name, [text] { return QString::fromUtf8(text); });
+        return *programs.File(id);
+    }
+    bool Compile(const OpenFile& file, OutputSink& log, ListingSink* list) {
+        const auto program = service.Compile(file, log, list);
+        return program != nullptr && program->succeeded;
     }
 
+    Programs programs;
+    KeptPrompts prompts;
     CompileService service;
     KeptOutput output;
     KeptListing listing;
@@ -51,7 +76,10 @@ class Service : public UiTest {
 TEST_F(Service, FindsThePlacesOfAProgramInTheSettings) {
     settings->SaveSetting(SettingNumber::SourceFolder, "/includes/");
     settings->SaveSetting(SettingNumber::ObjectFolder, "/objects");
-    ProgramFiles files = ProgramFilesFor("/mine", "line.follower.txt", *settings);
+    OpenFile file;
+    file.folder = "/mine";
+    file.name = "line.follower.txt";
+    ProgramFiles files = ProgramFilesOf(file, *settings);
     EXPECT_EQ(files.sourceDirectory, "/mine");
     EXPECT_EQ(files.sourceFileName, "line.follower.txt");
     EXPECT_EQ(files.includeDirectory, "/includes/");
@@ -59,99 +87,102 @@ TEST_F(Service, FindsThePlacesOfAProgramInTheSettings) {
     EXPECT_EQ(files.objectFileName, "line.obj");
     settings->SaveSetting(SettingNumber::SourceFolder, "");
     settings->SaveSetting(SettingNumber::ObjectFolder, "");
-    files = ProgramFilesFor("/mine", "blink", *settings);
+    file.name = "blink";
+    files = ProgramFilesOf(file, *settings);
     EXPECT_EQ(files.includeDirectory, "/mine");
     EXPECT_EQ(files.objectDirectory, "/mine");
     EXPECT_EQ(files.objectFileName, "blink.obj");
 }
 
-TEST_F(Service, KeepsTheLastRunWhenItsWindowsAreGone) {
-    WriteFile("main.txt", kProgram);
-    EXPECT_EQ(service.Last(), nullptr);
+TEST_F(Service, KeepsWhatItCompiledAsLongAsSomebodyNeedsIt) {
+    const OpenFile file = Open("main.txt", kProgram);
+    std::shared_ptr<const CompiledProgram> first;
     {
         KeptOutput closedSoon;
-        EXPECT_TRUE(service.Compile(FilesOf("main.txt"), closedSoon, &listing));
+        first = service.Compile(file, closedSoon, &listing);
     }
-    ASSERT_NE(service.Last(), nullptr);
-    EXPECT_EQ(static_cast<int>(service.Last()->objectLines.size()), listing.lines);
-    EXPECT_EQ(service.Last()->diagnostics.ErrorCount(), 0);
-    std::vector<bool> present;
-    QObject::connect(&service, &CompileService::LastChanged,
-                     [&] { present.push_back(service.Last() != nullptr); });
-    EXPECT_TRUE(service.Check(FilesOf("main.txt"), output));
-    EXPECT_EQ(present, (std::vector{false, true}));
+    ASSERT_NE(first, nullptr);
+    EXPECT_TRUE(first->succeeded);
+    EXPECT_EQ(programs.CompiledFrom(file.key), first);
+    EXPECT_EQ(static_cast<int>(first->compilation->objectLines.size()), listing.lines);
+    EXPECT_TRUE(programs.IsUpToDate(*first));
+    // Another run, and one that fails, leave it whole.
+    EXPECT_TRUE(service.Check(file, output));
+    programs.NoteEdited(file.id);
+    EXPECT_FALSE(programs.IsUpToDate(*first));
+    WriteFile("main.txt", "x");
+    EXPECT_FALSE(Compile(file, output, nullptr));
+    EXPECT_EQ(programs.CompiledFrom(file.key), first);
+    EXPECT_EQ(first->compilation->sourceLines.size(), 4U);
 }
 
 TEST_F(Service, FillsTheListingWhenTheSettingsWantIt) {
-    WriteFile("main.txt", kProgram);
-    EXPECT_TRUE(service.Compile(FilesOf("main.txt"), output, &listing));
+    const OpenFile file = Open("main.txt", kProgram);
+    EXPECT_TRUE(Compile(file, output, &listing));
     EXPECT_GT(listing.lines, 0);
     const QByteArray object = ReadFile("main.obj");
     listing.lines = 0;
     ASSERT_TRUE(QFile::remove(FilePath("main.obj")));
     settings->SaveSetting(SettingNumber::ShowObjectCode, 0);
-    EXPECT_TRUE(service.Compile(FilesOf("main.txt"), output, &listing));
+    EXPECT_TRUE(Compile(file, output, &listing));
     EXPECT_EQ(listing.lines, 0);
     EXPECT_EQ(ReadFile("main.obj"), object);
 }
 
 TEST_F(Service, AsksForAMissingFile) {
-    WriteFile("main.txt", QByteArray("INCLUDE \"gone.txt\"\r\n") + kProgram);
-    EXPECT_FALSE(service.Compile(FilesOf("main.txt"), output, nullptr));
-    EXPECT_EQ(dialogs.lastChoice.title, "Cannot Find gone.txt");
-    EXPECT_EQ(dialogs.lastChoice.folder, folder_.path());
-    EXPECT_EQ(dialogs.lastChoice.suggestedName, "gone.txt");
+    const OpenFile file = Open("main.txt", QByteArray("INCLUDE \"gone.txt\"\r\n") + kProgram);
+    EXPECT_FALSE(Compile(file, output, nullptr));
+    EXPECT_EQ(prompts.asked, (std::vector<std::string>{"Cannot Find gone.txt",
+                                                       folder_.path().toStdString(), "gone.txt"}));
     EXPECT_EQ(output.errors, std::vector{MessageCode::FileNotOpened});
 
     WriteFile("found.txt", "DEFINE BYTE Found = 0\r\n");
-    dialogs.fileToOpen = FilePath("found.txt");
+    prompts.fileInstead = PathOf("found.txt");
     output.errors.clear();
-    EXPECT_TRUE(service.Compile(FilesOf("main.txt"), output, nullptr));
+    EXPECT_TRUE(Compile(file, output, nullptr));
     EXPECT_TRUE(output.errors.empty());
 }
 
 TEST_F(Service, TellsWhyTheObjectFileCannotBeWritten) {
-    WriteFile("main.txt", kProgram);
+    const OpenFile file = Open("main.txt", kProgram);
     settings->SaveSetting(SettingNumber::ObjectFolder, PathOf("nowhere"));
-    EXPECT_FALSE(service.Compile(FilesOf("main.txt"), output, &listing));
+    EXPECT_FALSE(Compile(file, output, &listing));
     EXPECT_EQ(output.errors, std::vector{MessageCode::OutsideFailure});
-    ASSERT_EQ(dialogs.shown.size(), 1);
-    EXPECT_TRUE(dialogs.shown[0].contains(FilePath("nowhere/main.obj")));
-    EXPECT_TRUE(dialogs.shown[0].contains("No such file or directory"));
+    ASSERT_EQ(prompts.shown.size(), 1U);
+    EXPECT_TRUE(prompts.shown[0].find(PathOf("nowhere/main.obj")) != std::string::npos);
+    EXPECT_TRUE(prompts.shown[0].find("No such file or directory") != std::string::npos);
 }
 
 TEST_F(Service, DoesNotReplaceTheSourceByItsObjectFile) {
-    WriteFile("main.obj", kProgram);
-    EXPECT_FALSE(service.Compile(FilesOf("main.obj"), output, nullptr));
+    const OpenFile file = Open("main.obj", kProgram);
+    EXPECT_EQ(service.Compile(file, output, nullptr), nullptr);
     EXPECT_EQ(ReadFile("main.obj"), kProgram);
     EXPECT_EQ(output.text, "");
-    EXPECT_EQ(dialogs.shown.size(), 1);
+    EXPECT_EQ(prompts.shown.size(), 1U);
 }
 
 TEST_F(Service, LetsTheWindowsLiveDuringARunButRefusesASecondOne) {
-    WriteFile("main.txt", kProgram);
-    const ProgramFiles files = FilesOf("main.txt");
+    const OpenFile file = Open("main.txt", kProgram);
     KeptOutput second;
     bool ranMeanwhile = false;
     QTimer meanwhile;
     meanwhile.setSingleShot(true);
     QObject::connect(&meanwhile, &QTimer::timeout, [&] {
         ranMeanwhile = service.IsRunning();
-        EXPECT_EQ(service.Last(), nullptr);
-        EXPECT_FALSE(service.Compile(files, second, &listing));
-        EXPECT_FALSE(service.Check(files, second));
+        EXPECT_FALSE(service.Compile(file, second, &listing) != nullptr);
+        EXPECT_FALSE(service.Check(file, second));
     });
     output.atFirst = [&] {
         meanwhile.start(0);
         QTest::qSleep(30);  // long enough for the next line to let events run
     };
-    EXPECT_TRUE(service.Compile(files, output, nullptr));
+    EXPECT_TRUE(Compile(file, output, nullptr));
     EXPECT_TRUE(ranMeanwhile);
     EXPECT_EQ(second.text, "");
     EXPECT_EQ(listing.lines, 0);
-    EXPECT_EQ(dialogs.shown.size(), 2);
+    EXPECT_EQ(prompts.shown.size(), 2U);
     EXPECT_FALSE(service.IsRunning());
-    EXPECT_TRUE(service.Check(files, second));
+    EXPECT_TRUE(service.Check(file, second));
 }
 
 }  // namespace

@@ -6,11 +6,11 @@
 #include <QProgressBar>
 #include <QTextBlock>
 
+#include "desktop/compile_service.h"
+#include "model/address.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/output/compile_service.h"
 #include "ui/output/compiler_output_window.h"
 #include "ui/output/object_code_window.h"
-#include "desktop/program_files.h"
 #include "ui/support/colours.h"
 
 namespace zentro {
@@ -33,9 +33,21 @@ QColor ColourOfLine(const QPlainTextEdit& text, int line) {
     return cursor.charFormat().foreground().color();
 }
 
+class NoPrompts : public Prompts {
+  public:
+    void ShowMessage(std::string_view) override {}
+    std::optional<std::string> FindMissingFile(std::string_view, std::string_view,
+                                               std::string_view) override {
+        return std::nullopt;
+    }
+};
+
 class CompileWindows : public UiTest {
   protected:
-    CompileWindows() : service(*workbench), output(*workbench), listing(*workbench) {
+    CompileWindows()
+        : service(configuration, *settings, programs, prompts),
+          output(*workbench),
+          listing(*workbench) {
         settings->SaveSetting(SettingNumber::SourceFolder, folder_.path().toStdString());
         settings->SaveSetting(SettingNumber::ObjectFolder, folder_.path().toStdString());
         output.resize(700, 400);
@@ -50,17 +62,18 @@ class CompileWindows : public UiTest {
 
     bool Compile(const QString& folder, const QString& name, ListingSink* sink = nullptr) {
         output.InitFile(folder, name);
-        const ProgramFiles files =
-            ProgramFilesFor(folder.toStdString(), name.toStdString(), *settings);
-        const bool succeeded = service.Compile(files, output, sink);
+        const FileId id = programs.Add(folder, name, [] { return QString(); });
+        const auto program = service.Compile(*programs.File(id), output, sink);
         output.FinishCompile();
-        return succeeded;
+        return program != nullptr && !program->objectText.empty();
     }
     QString MessageText(MessageCode code) {
         const std::string_view text = configuration.messages.GetMessageText(code);
         return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     }
 
+    Programs programs;
+    NoPrompts prompts;
     CompileService service;
     CompilerOutputWindow output;
     ObjectCodeWindow listing;
@@ -262,32 +275,32 @@ TEST_F(CompileWindows, TheListingIsWholeAndFoundByAddress) {
         for (qsizetype i = 0; i < kept.lines.size(); i += step) {
             const QString& line = kept.lines[i];
             if (!line.startsWith('[')) continue;
-            ASSERT_TRUE(window.SelectLineByAddresss(line.mid(1, 4).toLower()));
+            ASSERT_TRUE(window.SelectLineByAddresss(
+                *ParseAddress(line.mid(1, kAddressDigits).toStdString())));
             EXPECT_EQ(TextOf(window).textCursor().selectedText(), line);
         }
         window.CopySelectedText();
         const QString selected = TextOf(window).textCursor().selectedText();
         EXPECT_EQ(QGuiApplication::clipboard()->text(), selected);
-        EXPECT_FALSE(window.SelectLineByAddresss("FFFF"));
-        EXPECT_FALSE(window.SelectLineByAddresss(""));
+        EXPECT_FALSE(window.SelectLineByAddresss(0xFFFF));
         EXPECT_EQ(TextOf(window).textCursor().selectedText(), selected);
     }
 }
 
 TEST_F(CompileWindows, ALineOfTheListingLeadsToItsAddress) {
-    QStringList addresses;
+    QList<int> addresses;
     QObject::connect(&listing, &ObjectCodeWindow::AddressActivated,
-                     [&](const QString& address) { addresses += address; });
+                     [&](std::uint16_t address) { addresses += address; });
     listing.AddCodeLine("[00A0]/0160                      NOP");
     listing.AddCodeLine("            Table:               1,2,3");
     listing.AddCodeLine("[01FF]/0511                      NOP\t\t\tsee [00A0]");
-    ASSERT_TRUE(listing.SelectLineByAddresss("01ff"));
+    ASSERT_TRUE(listing.SelectLineByAddresss(0x1FF));
     const QPalette colours = TextOf(listing).palette();
     EXPECT_EQ(colours.color(QPalette::Inactive, QPalette::Highlight),
               colours.color(QPalette::Active, QPalette::Highlight));
     for (int line = 0; line < 3; ++line)
         DoubleClick(TextOf(listing), line);
-    EXPECT_EQ(addresses, (QStringList{"00A0", "01FF"}));
+    EXPECT_EQ(addresses, (QList<int>{0xA0, 0x1FF}));
 }
 
 }  // namespace

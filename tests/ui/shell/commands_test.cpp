@@ -18,7 +18,7 @@
 #include "ui/editor/source_editor.h"
 #include "ui/editor/source_window.h"
 #include "ui/shell/arrange_windows.h"
-#include "ui/shell/board_connection.h"
+#include "ui/shell/board_windows.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/print_source.h"
 #include "ui/shell/source_files.h"
@@ -62,6 +62,7 @@ TEST_F(CommandsTest, TheEditCommandsWorkOnTheWindowInFront) {
     Press(CommandId::SaveSourceAs);
     EXPECT_EQ(LastShown(), "File Save As Cancelled as requested");
     Type("alpha beta");
+    QApplication::processEvents();
     EXPECT_EQ(Child<QLabel>("panelChanged")->text(), "Changed");
     Press(CommandId::SelectAll);
     Press(CommandId::Copy);
@@ -123,7 +124,7 @@ TEST_F(CommandsTest, DownloadsAreRefusedUntilThereIsSomethingToSend) {
     Press(CommandId::DownloadCurrent);
     EXPECT_EQ(LastShown(), "Nothing Compiled to Download!");
     Write("some.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
-    window->Files().SetMainFile(0);
+    ChooseMain(0);
     Press(CommandId::DownloadCurrent);
     EXPECT_EQ(LastShown(),
               "Please use the download saved when you have no source file open and compiled");
@@ -231,7 +232,7 @@ TEST_F(CommandsTest, ARightClickOnATabChoosesTheFileToCompile) {
     Write("b.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
     auto* tabs = Child<QTabBar>("TabStripFiles");
     QTest::mouseClick(tabs, Qt::RightButton, {}, tabs->tabRect(0).center());
-    EXPECT_EQ(window->Files().MainFile(), 0);
+    EXPECT_EQ(window->OpenPrograms().Main()->name, "a.txt");
     EXPECT_FALSE(tabs->tabIcon(0).isNull());
     EXPECT_TRUE(tabs->tabIcon(1).isNull());
     EXPECT_EQ(FrontSource()->FileName(), "a.txt");

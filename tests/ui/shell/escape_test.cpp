@@ -176,13 +176,13 @@ TEST_F(EscapeTest, ChangesNothingWhateverIsAsked) {
         {"may it be saved",
          [this] {
              OpenChanged();
-             window->Files().SetMainFile(0);
+             window->OpenPrograms().SetMain(window->OpenPrograms().Files()[0].id);
          },
          press(CommandId::CompileSource)},
         {"may it be saved before a check",
          [this] {
              NeverSaved();
-             window->Files().SetMainFile(0);
+             window->OpenPrograms().SetMain(window->OpenPrograms().Files()[0].id);
          },
          press(CommandId::SyntaxCheck)},
         {"load a file again that was changed outside", changed,

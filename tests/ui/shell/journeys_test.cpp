@@ -7,12 +7,13 @@
 #include <QPlainTextEdit>
 #include <QTabBar>
 
-#include "tests/ui/shell/main_window_fixture.h"
+#include "desktop/board_state.h"
 #include "desktop/virtual_board_host.h"
+#include "model/address.h"
+#include "tests/ui/shell/main_window_fixture.h"
 #include "ui/editor/source_editor.h"
 #include "ui/editor/source_window.h"
 #include "ui/output/compiler_output_window.h"
-#include "ui/shell/board_connection.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/source_files.h"
 
@@ -20,7 +21,7 @@ namespace zentro {
 
 class JourneyTest : public MainWindowTest {
   protected:
-    const Board& TheBoard() { return window->Boards().Host().State(); }
+    const Board& TheBoard() { return window->Board().VirtualBoard().State(); }
     QString ScreenText() { return Child<QPlainTextEdit>("txtTerminal")->toPlainText(); }
     bool WaitForScreen(const QString& text) {
         return QTest::qWaitFor([&] { return ScreenText().contains(text); });
@@ -99,9 +100,10 @@ TEST_F(JourneyTest, StepsThroughAProgramAndReadsItsVariables) {
     ASSERT_TRUE(ScreenText().contains("INCREMENT BYTE"));
     const QString address = ScreenText().section("] INCREMENT", 0, 0).right(4);
     // The source follows the board, and an address leads to its line.
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return window->Files().Current()->Editor()->markersAtLine(2) != 0; }));
-    window->Compiler().ShowAddress(address);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return window->Files().Front()->Editor()->markersAtLine(2) != 0; }));
+    window->Compiler().ShowAddress(window->OpenPrograms().LastCompiled().get(),
+                                   *ParseAddress(address.toStdString()));
     EXPECT_EQ(FrontSource()->DocStats(), "Line 3/6");
 
     Press(CommandId::Variables);
@@ -138,7 +140,7 @@ TEST_F(JourneyTest, AProgramOfThreeFilesIsSearchedReplacedAndKept) {
           "INCLUDE \"one.txt\"\nINCLUDE \"two.txt\"\nBEGIN PROGRAM\n    CALL Go()\nEND PROGRAM\n");
     Write("one.txt", "DEFINE ROUTINE Go()\n    WAIT 1\nEND ROUTINE\n");
     Write("two.txt", "; Go is called from main\n");
-    window->Files().SetMainFile(0);
+    ChooseMain(0);
     EXPECT_FALSE(Child<QTabBar>("TabStripFiles")->tabIcon(0).isNull());
     Press(CommandId::Find);
     auto* find = Child<QDialog>("frmFind");
@@ -148,7 +150,7 @@ TEST_F(JourneyTest, AProgramOfThreeFilesIsSearchedReplacedAndKept) {
     find->findChild<QAbstractButton*>("OptionOpenSource")->click();
     find->findChild<QAbstractButton*>("CheckWholeWord")->click();
     find->findChild<QAbstractButton*>("BtnFind")->click();
-    EXPECT_EQ(window->Files().Current()->FileName(), "main.txt");
+    EXPECT_EQ(window->Files().Front()->FileName(), "main.txt");
     for (int i = 0; i < 3; ++i) {
         find->findChild<QAbstractButton*>("BtnReplace")->click();
     }
@@ -227,7 +229,7 @@ TEST_F(JourneyTest, APulledCableKeepsTheTerminalAndComesBack) {
     Press(CommandId::OpenVirtualBoard);
     Press(CommandId::OpenComms);
     ASSERT_TRUE(WaitForScreen("Kinetron"));
-    window->Boards().Host().Link().Unplug();
+    window->Board().VirtualBoard().Link().Unplug();
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return !window->Action(CommandId::DownloadCurrent)->isEnabled(); }));
     EXPECT_NE(Child("frmTerminal"), nullptr);

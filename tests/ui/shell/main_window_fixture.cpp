@@ -5,9 +5,9 @@
 #include <QDialog>
 #include <QTreeWidget>
 
+#include "ui/dialogs/recovery_dialog.h"
 #include "ui/editor/source_editor.h"
 #include "ui/editor/source_window.h"
-#include "ui/dialogs/recovery_dialog.h"
 #include "ui/shell/recovery_keeper.h"
 #include "ui/shell/source_files.h"
 
@@ -72,6 +72,10 @@ void MainWindowTest::Press(CommandId id) {
 
 SourceWindow* MainWindowTest::FrontSource() const {
     return window->Files().Front();
+}
+
+void MainWindowTest::ChooseMain(std::size_t tab) {
+    window->OpenPrograms().SetMain(window->OpenPrograms().Files().at(tab).id);
 }
 
 void MainWindowTest::Type(const QString& text) {

@@ -30,6 +30,8 @@ class MainWindowTest : public UiTest {
     /// A new source window with the text, saved under the name.
     SourceWindow* Write(const QString& name, const QString& text);
     SourceWindow* FrontSource() const;
+    /// Makes the file of a tab, from 0, the one to compile.
+    void ChooseMain(std::size_t tab);
 
     /// The child window with this object name; null when it is not open.
     template <typename Widget = QWidget>

@@ -238,7 +238,7 @@ TEST_F(TerminalWindowTest, DebugModeStepsRefusesHardwareAndLeadsToTheSource) {
     QTest::mouseDClick(view.viewport(), Qt::LeftButton, {}, PlaceOf("INCREMENT", 3));
     ASSERT_EQ(sync.count(), 3);
     for (const QList<QVariant>& arguments : sync)
-        EXPECT_EQ(arguments[0].value<std::string>(), "0003");
+        EXPECT_EQ(arguments[0].value<std::uint16_t>(), 3);
 
     Click("BtnStop");
     EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("Stopped at [0003]"); }));
