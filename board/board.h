@@ -18,6 +18,7 @@ inline constexpr unsigned kFalse = 0;
 inline constexpr unsigned kTrue = 255;
 inline constexpr std::uint64_t kTicksPerSecond = 100;
 inline constexpr std::size_t kEepromSize = 256;
+inline constexpr std::uint32_t kFirstRandom = 1;  ///< each program's random numbers start here
 
 /// The whole virtual board. A copy is a snapshot that can be run on and compared. It has no clock,
 /// no thread and no file of its own: its host lets time pass, feeds it characters and inputs, and
@@ -36,8 +37,9 @@ struct Board {
     Devices devices;
     SerialLine serial;
     std::array<std::uint8_t, kEepromSize> eeprom = ErasedEeprom();
-    std::uint64_t clock = 0;   ///< ticks of 1/100 second since the board was made
-    std::uint32_t random = 1;  ///< state of the generator of RANDOMIZE BYTE: a host may seed it
+    std::uint64_t clock = 0;  ///< ticks of 1/100 second since the board was made
+    /// State of the generator of RANDOMIZE BYTE: a host may seed it once a program is loaded.
+    std::uint32_t random = kFirstRandom;
     std::uint32_t droppedEvents = 0;    ///< since the start of the program, because too many waited
     std::string output;                 ///< characters not yet taken by the host
     std::vector<OutputChange> changes;  ///< the same of changes, the oldest first

@@ -55,6 +55,13 @@ void TakeCharacter(Board& board, char character) {
     loader.atLineStart = IsLineEnd(character);
 }
 
+/// A program finds the board as if it were the first one, but for the EEPROM and the clock.
+void ForgetFormerPrograms(Board& board) {
+    board.memory.Clear();
+    board.random = kFirstRandom;
+    board.devices.stickRest = {};
+}
+
 /// What is wrong with what was loaded. Only a good program is left to run.
 std::string FinishLoading(Board& board) {
     StoreNumber(board);
@@ -76,6 +83,7 @@ void StartLoader(Board& board) {
     board.serial.loader = {};
     board.serial.loader.active = true;
     board.processor.programSize = 0;
+    ForgetFormerPrograms(board);
 }
 
 void LoadCharacter(Board& board, char character) {

@@ -19,6 +19,12 @@ bool LiesInMemory(OperandRole role, std::uint32_t address) {
 
 }  // namespace
 
+void Memory::Clear() {
+    bytes_.fill(0);
+    isCode_.fill(0);
+    decoded_.fill({});
+}
+
 void Memory::Decode(std::uint32_t address) {
     DecodedInstruction& entry = decoded_[address];
     if (address >= kMemorySize) {

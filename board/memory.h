@@ -77,6 +77,9 @@ class Memory {
         }
     }
 
+    /// Every byte is 0 again.
+    void Clear();
+
     /// What was decoded at an address, kNotDecoded if nothing was. Running on from the last byte of
     /// memory leads at most kMaxInstructionSize bytes further.
     const DecodedInstruction& DecodedAt(std::uint32_t address) const { return decoded_[address]; }

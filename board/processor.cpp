@@ -74,6 +74,7 @@ void StartProgram(Board& board, DebugState debug) {
     processor.fault = Fault::None;
     processor.steps = 0;
     board.droppedEvents = 0;
+    board.serial.received = 0;
     ForgetInputHistory(board);
 }
 

@@ -33,7 +33,7 @@ struct Loader {
 struct SerialLine {
     bool off = false;           ///< after POWER OFF: nothing is answered until "W"
     std::string line;           ///< the command typed so far
-    std::uint8_t received = 0;  ///< the last character, for RECEIVE; 0 when it was taken
+    std::uint8_t received = 0;  ///< the last character, for RECEIVE; 0: none since
     Loader loader;
     bool reporting = false;        ///< the inputs are reported
     bool reportOnScreen = false;   ///< nothing was written below the last report

@@ -1,11 +1,9 @@
 #include "desktop/board_state.h"
 
 #include <QFileInfo>
-#include <map>
 #include <utility>
 
 #include "comms/debug_address.h"
-#include "comms/debug_variables.h"
 #include "comms/virtual_board_link.h"
 
 namespace zentro {
@@ -150,17 +148,10 @@ void BoardState::FinishSending(const DownloadResult& result) {
     emit Changed();
 }
 
-/// What faults call the addresses of the program's variables.
+/// What faults call the things of the program.
 void BoardState::NameAddresses() {
-    std::map<std::uint32_t, std::string> names;
-    if (virtualProgram_.compiled != nullptr) {
-        for (const DebugVariable& variable : VariablesOf(*virtualProgram_.compiled->compilation))
-            names.emplace(variable.address, variable.resolvedName);
-    }
-    host_->SetNames([names = std::move(names)](std::uint32_t address) {
-        const auto found = names.find(address);
-        return found == names.end() ? std::string() : found->second;
-    });
+    const auto& compiled = virtualProgram_.compiled;
+    host_->SetWords(compiled == nullptr ? ProgramWords() : WordsOf(*compiled->compilation));
 }
 
 std::string BoardState::ReadNow(std::uint32_t address, std::size_t count) {
@@ -207,7 +198,7 @@ BoardActivity BoardState::VirtualActivity() const {
         return activity;
     }
     if (processor.end == EndReason::Fault) {
-        const FaultReport report = DescribeFault(host_->State(), host_->Names());
+        const FaultReport report = DescribeFault(host_->State(), host_->Words());
         return {State::Fault, AsAddress(report.address), QString::fromStdString(report.text)};
     }
     if (processor.end != EndReason::None) return {State::Ended, {}, {}};

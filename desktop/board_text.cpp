@@ -24,7 +24,7 @@ std::string DescribeWait(const Board& board, bool paused) {
     return start + text.data();
 }
 
-std::string DescribeEnd(const Board& board, const NameOfAddress& nameOf) {
+std::string DescribeEnd(const Board& board, const ProgramWords& words) {
     const Processor& processor = board.processor;
     const std::string place = " at " + FormatAddress(processor.instruction);
     switch (processor.end) {
@@ -34,7 +34,7 @@ std::string DescribeEnd(const Board& board, const NameOfAddress& nameOf) {
         case EndReason::PowerOff: return "stopped: Power off" + place;
         case EndReason::Escape: return "stopped: Escape" + place;
         case EndReason::Stopped: return "stopped at " + FormatAddress(processor.address);
-        case EndReason::Fault: return "stopped: " + DescribeFault(board, nameOf).text;
+        case EndReason::Fault: return "stopped: " + DescribeFault(board, words).text;
     }
     if (processor.programSize == 0) return "no program loaded";
     return "ready, " + std::to_string(processor.programSize) + " bytes loaded";
@@ -46,10 +46,10 @@ std::string DescribeDirection(char direction) {
 
 }  // namespace
 
-std::string DescribeState(const Board& board, bool paused, const NameOfAddress& nameOf) {
+std::string DescribeState(const Board& board, bool paused, const ProgramWords& words) {
     const Processor& processor = board.processor;
     if (board.serial.loader.active) return "a program is being loaded";
-    if (!processor.running) return DescribeEnd(board, nameOf);
+    if (!processor.running) return DescribeEnd(board, words);
     if (processor.wait.kind != Wait::Kind::None) return DescribeWait(board, paused);
     if (paused) return "paused";
     if (processor.debug == DebugState::AtPrompt) return "debug mode, waiting for a command";

@@ -11,7 +11,7 @@ namespace zentro {
 // What the virtual board's window says, UTF-8.
 
 /// "running", "waiting, 1.5 seconds left", "stopped: End at [0010]", a fault in plain words.
-std::string DescribeState(const Board& board, bool paused, const NameOfAddress& nameOf);
+std::string DescribeState(const Board& board, bool paused, const ProgramWords& words);
 
 /// "45 % forward", "at rest"
 std::string DescribeMotor(const Drive& motor);

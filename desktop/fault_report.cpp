@@ -14,19 +14,21 @@ namespace {
 /// The instruction that failed, as its bytes stand in memory.
 struct FailedInstruction {
     const Board& board;
-    const NameOfAddress& nameOf;
+    const ProgramWords& words;
     std::uint32_t address;
     const Instruction* instruction = nullptr;  ///< null when the byte is no instruction
     std::array<std::uint32_t, kMaxArguments> operands{};
+    const InstructionWords* compiled = nullptr;  ///< as the compiler made it, if it still is so
+    bool isOverwritten = false;                  ///< the compiler had made another one
 
     std::string Name() const {
         return instruction == nullptr ? "" : std::string(instruction->name);
     }
 
-    /// "Count", or "[0010]" when it has no name.
-    std::string Place(std::uint32_t place) const {
-        const std::string name = nameOf ? nameOf(place) : std::string();
-        return name.empty() ? FormatAddress(place) : name;
+    /// "Count", or "[0010]" when the user has not named it.
+    std::string Operand(std::size_t slot) const {
+        const bool isNamed = compiled != nullptr && !compiled->operands[slot].empty();
+        return isNamed ? compiled->operands[slot] : FormatAddress(operands[slot]);
     }
 };
 
@@ -38,8 +40,19 @@ std::uint8_t ByteAt(const Board& board, std::uint32_t address) {
     return IsInMemory(address, 1) ? board.memory.Byte(address) : kNothingThere;
 }
 
-FailedInstruction FindInstruction(const Board& board, const NameOfAddress& nameOf) {
-    FailedInstruction failed{board, nameOf, board.processor.instruction};
+bool IsAsCompiled(const Board& board, std::uint32_t address, const InstructionWords& words) {
+    for (std::size_t i = 0; i < words.bytes.size(); ++i) {
+        if (ByteAt(board, address + static_cast<std::uint32_t>(i)) != words.bytes[i]) return false;
+    }
+    return true;
+}
+
+FailedInstruction FindInstruction(const Board& board, const ProgramWords& words) {
+    FailedInstruction failed{board, words, board.processor.instruction};
+    if (const InstructionWords* known = words.InstructionAt(failed.address)) {
+        failed.isOverwritten = !IsAsCompiled(board, failed.address, *known);
+        if (!failed.isOverwritten) failed.compiled = known;
+    }
     if (!IsInMemory(failed.address, 1)) return failed;
     const std::uint8_t opcode = board.memory.Byte(failed.address);
     if (opcode >= kInstructionCount) return failed;
@@ -58,8 +71,13 @@ std::string EndOfMemory() {
 }
 
 std::string DescribeUnknownOpcode(const FailedInstruction& failed) {
-    return "the byte there is " + std::to_string(ByteAt(failed.board, failed.address)) +
-           ", and instructions have the numbers 0 to " + std::to_string(kInstructionCount - 1);
+    const std::string byte = std::to_string(ByteAt(failed.board, failed.address));
+    const auto variable = failed.words.variables.find(failed.address);
+    if (variable != failed.words.variables.end())
+        return "the program ran on into the variable " + variable->second + ", and its value " +
+               byte + " is no instruction";
+    return "the byte there is " + byte + ", and instructions have the numbers 0 to " +
+           std::to_string(kInstructionCount - 1);
 }
 
 /// The operand that does not lie in memory with all that is used there.
@@ -72,6 +90,18 @@ std::optional<std::uint32_t> OperandOutside(const FailedInstruction& failed) {
     return std::nullopt;
 }
 
+/// The user reads a pointer's value in the variables window, in decimal.
+std::string DescribePointer(const FailedInstruction& failed) {
+    const std::uint16_t target = failed.board.memory.Word(failed.operands[0]);
+    if (failed.compiled == nullptr)
+        return failed.Name() + " follows the pointer " + failed.Operand(0) + ", which leads to " +
+               FormatAddress(target) + ", but " + EndOfMemory();
+    const std::string leads = failed.Operand(0) + " points to " + std::to_string(target);
+    const std::string last = std::to_string(kMemorySize - 1);
+    if (IsInMemory(target, 1)) return leads + ", and a word takes two bytes, but memory ends there";
+    return leads + ", but memory ends at " + last;
+}
+
 std::string DescribeAddress(const FailedInstruction& failed) {
     if (failed.instruction == nullptr) return "the program ran on there, but " + EndOfMemory();
     if (!IsInMemory(failed.address, static_cast<std::uint32_t>(failed.instruction->Size())))
@@ -79,9 +109,7 @@ std::string DescribeAddress(const FailedInstruction& failed) {
     if (const auto outside = OperandOutside(failed))
         return failed.Name() + " uses the address " + FormatAddress(*outside) + ", but " +
                EndOfMemory();
-    const std::uint32_t pointer = failed.operands[0];
-    return failed.Name() + " follows the pointer " + failed.Place(pointer) + ", which leads to " +
-           FormatAddress(failed.board.memory.Word(pointer)) + ", but " + EndOfMemory();
+    return DescribePointer(failed);
 }
 
 std::string BytesOnStack(const Board& board) {
@@ -90,32 +118,59 @@ std::string BytesOnStack(const Board& board) {
 }
 
 std::string DescribeFullStack(const FailedInstruction& failed) {
-    return failed.Name() + " finds no room for " + failed.Place(failed.operands[0]) + ", because " +
-           BytesOnStack(failed.board) + ", down to the program, which ends before " +
-           FormatAddress(failed.board.processor.programSize);
+    const std::string bytes = BytesOnStack(failed.board);
+    if (failed.compiled == nullptr)
+        return failed.Name() + " finds no room for " + failed.Operand(0) + ", because " + bytes +
+               ", down to the program, which ends before " +
+               FormatAddress(failed.board.processor.programSize);
+    const std::string text = "there is no room for " + failed.Operand(0) + ", because " + bytes +
+                             " and the program takes the rest of the memory";
+    return failed.compiled->preparesCall ? text + ". Perhaps a routine calls itself without end"
+                                         : text;
 }
 
 std::string DescribeEmptyStack(const FailedInstruction& failed) {
-    return failed.Name() + " wants a value for " + failed.Place(failed.operands[0]) + ", but " +
-           BytesOnStack(failed.board);
+    if (failed.compiled == nullptr)
+        return failed.Name() + " wants a value for " + failed.Operand(0) + ", but " +
+               BytesOnStack(failed.board);
+    const bool isWord = failed.instruction->opcode == Opcode::PopWord;
+    return failed.Operand(0) + " is to get " + (isWord ? "a word" : "a byte") +
+           " from the stack, but " + BytesOnStack(failed.board);
 }
 
 std::string DescribeDivision(const FailedInstruction& failed) {
-    return failed.Name() + " by " + failed.Place(failed.operands[1]) + ", which holds 0";
+    if (failed.compiled == nullptr)
+        return failed.Name() + " divides by " + failed.Operand(1) + ", which holds 0";
+    return failed.Operand(1) + " is 0 when " + failed.Operand(0) + " is divided by it";
 }
 
 std::string DescribeCalls(const FailedInstruction& failed) {
-    return std::to_string(kReturnStackSize) + " calls inside each other are the most, and " +
-           failed.Name() + " " + failed.Place(failed.operands[0]) +
-           " would be one more. Perhaps a routine calls itself without end";
+    const std::string most =
+        std::to_string(kReturnStackSize) + " calls inside each other are the most, and ";
+    if (failed.compiled == nullptr)
+        return most + failed.Name() + " " + failed.Operand(0) +
+               " would be one more. Perhaps a routine calls itself without end";
+    return most + "this would be one more. Perhaps " + failed.Operand(0) +
+           " calls itself without end";
 }
 
-std::string DescribeReturn(const FailedInstruction&) {
-    return "RETURN without a CALL before it has nowhere to go";
+std::string DescribeReturn(const FailedInstruction& failed) {
+    if (failed.compiled == nullptr) return "RETURN without a CALL before it has nowhere to go";
+    return "the routine was not called, so there is nowhere to go back to";
 }
 
-std::string DescribeComplete(const FailedInstruction&) {
-    return "COMPLETE EVENT ends the handler of an event, and none is running";
+std::string DescribeComplete(const FailedInstruction& failed) {
+    if (failed.compiled == nullptr)
+        return "COMPLETE EVENT ends the handler of an event, and none is running";
+    return "this ends the handler of an event, and none is running";
+}
+
+/// In which statement, or at which address.
+std::string PlaceOf(const FailedInstruction& failed) {
+    const InstructionWords* known = failed.words.InstructionAt(failed.address);
+    if (known == nullptr) return " at " + FormatAddress(failed.address);
+    const StatementWords& statement = failed.words.statements[known->statement];
+    return " in " + statement.place + ", " + statement.text;
 }
 
 struct FaultWords {
@@ -137,13 +192,16 @@ constexpr std::array kFaultWords{
 
 }  // namespace
 
-FaultReport DescribeFault(const Board& board, const NameOfAddress& nameOf) {
-    const FailedInstruction failed = FindInstruction(board, nameOf);
+FaultReport DescribeFault(const Board& board, const ProgramWords& words) {
+    const FailedInstruction failed = FindInstruction(board, words);
     FaultReport report{board.processor.fault, failed.address, ByteAt(board, failed.address), {}};
-    for (const FaultWords& words : kFaultWords) {
-        if (words.fault == report.fault)
-            report.text = std::string(words.title) + " at " + FormatAddress(failed.address) + ": " +
-                          words.describe(failed);
+    for (const FaultWords& row : kFaultWords) {
+        if (row.fault != report.fault) continue;
+        report.text = row.title + PlaceOf(failed) + ": ";
+        if (failed.isOverwritten)
+            report.text += "the program has written over this line at " +
+                           FormatAddress(failed.address) + ", and now ";
+        report.text += row.describe(failed);
     }
     return report;
 }

@@ -1,18 +1,14 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 #include "board/memory.h"
+#include "desktop/program_words.h"
 
 namespace zentro {
 
 struct Board;
-
-/// What stands at an address of the program: "Count". Empty when nothing is known; the function
-/// itself may be empty.
-using NameOfAddress = std::function<std::string(std::uint32_t address)>;
 
 /// Why the board stopped a program.
 struct FaultReport {
@@ -23,7 +19,9 @@ struct FaultReport {
 };
 
 /// Puts the last fault of the board into plain words, with the values that led to it: "Division by
-/// zero at [0010]: DIVIDE BYTE by Count, which holds 0".
-FaultReport DescribeFault(const Board& board, const NameOfAddress& nameOf);
+/// zero in line 14, Mean = Total / Count: Count is 0 when Total is divided by it". Of a program
+/// that the words are not about it names the instruction: "Division by zero at [0010]: DIVIDE BYTE
+/// divides by [0020], which holds 0".
+FaultReport DescribeFault(const Board& board, const ProgramWords& words);
 
 }  // namespace zentro

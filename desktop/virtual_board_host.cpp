@@ -234,7 +234,7 @@ void VirtualBoardHost::LookAround() {
         laterChange_.start(static_cast<int>(kMillisecondsPerChange - sinceChange_.elapsed()));
     }
     if (!ended) return;
-    if (processor.end == EndReason::Fault) emit FaultHappened(DescribeFault(State(), nameOf_));
+    if (processor.end == EndReason::Fault) emit FaultHappened(DescribeFault(State(), words_));
     emit ProgramEnded();
 }
 

@@ -75,13 +75,13 @@ class VirtualBoardHost : public QObject {
     /// The instruction carried out last with its effect, "[0014] INCREMENT BYTE [0020] : [0020] =
     /// 7"; empty when it was not a single step or a slow one.
     const std::string& LastStep() const { return lastStep_; }
-    const NameOfAddress& Names() const { return nameOf_; }
+    const ProgramWords& Words() const { return words_; }
 
     void SetSpeed(const BoardSpeed& speed);
     const BoardSpeed& Speed() const { return speed_; }
 
-    /// Names for fault reports; what the last compilation knows.
-    void SetNames(NameOfAddress nameOf) { nameOf_ = std::move(nameOf); }
+    /// What the user calls the things of the loaded program, for fault reports.
+    void SetWords(ProgramWords words) { words_ = std::move(words); }
 
     /// Bytes of memory as they are now. Behind the end of memory each is FF.
     std::string ReadMemory(std::uint32_t address, std::size_t count) const;
@@ -112,7 +112,7 @@ class VirtualBoardHost : public QObject {
     std::unique_ptr<BoardWorld> world_;
     History history_;
     std::unique_ptr<RecordingLink> link_;
-    NameOfAddress nameOf_;
+    ProgramWords words_;
     std::string lastStep_;
     BoardSpeed speed_;
     bool paused_ = false;

@@ -188,6 +188,38 @@ TEST(BoardLoader, ABrokenLoadIsMendedByTheNextOne) {
     }
 }
 
+/// A program that reads what others may have left, and then runs on where nothing was loaded.
+TEST(BoardLoader, ANewProgramFindsNothingOfTheOneBefore) {
+    // RANDOMIZE [0200], CALIBRATE JOYSTICK 1, PUSH WORD, MOVE BYTE to behind the program, END
+    const std::string leaves =
+        "59,2,0\r\n29,1,200,0,16\r\n25,0,0\r\n11,0,0,1,0\r\n11,0,0,127,255\r\n5\r\n]";
+    // RECEIVE [0080], RANDOMIZE [0081], READ JOYSTICK ONE X [0082], MOVE BYTE [0100] and [7FFF],
+    // JUMP [0100]
+    const std::string finds =
+        "14,0,128\r\n59,0,129\r\n27,88,0,130,0,131\r\n11,1,0,0,132\r\n11,127,255,0,133\r\n"
+        "53,1,0\r\n]";
+    Board first;
+    Say(first, "L" + finds + "\rG\r");
+    ASSERT_EQ(Peek(first, 128, 6), (Bytes{0, 0x3C, 128, 0, 0, 0}));
+    for (const bool bySerialLine : {true, false}) {
+        Board second;
+        Say(second, "L" + leaves + "\rG\r");
+        ASSERT_EQ(second.memory.Byte(0x100), 59);
+        if (bySerialLine) {
+            Say(second, "L" + finds + "\rG\r");
+        } else {
+            ASSERT_EQ(LoadObjectText(second, finds.substr(0, finds.size() - 1)), "");
+            StartProgram(second);
+            RunInstructions(second, 100'000);
+        }
+        RunInstructions(first, 100'000);
+        RunInstructions(second, 100'000);
+        EXPECT_EQ(second.processor, first.processor);
+        EXPECT_TRUE(second.memory == first.memory);
+        EXPECT_EQ(second.processor.fault, Fault::AddressOutsideMemory);
+    }
+}
+
 TEST(BoardDebugMode, ShowsEachInstructionBeforeItsStep) {
     Board board = Loaded();
     EXPECT_EQ(Say(board, "D\r"), "D\r\n[0000] INCREMENT BYTE [0010]\r\n" + kPrompt);

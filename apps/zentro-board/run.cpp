@@ -171,8 +171,8 @@ ExitStatus RunProgram(const RunOptions& options) {
     std::ios::sync_with_stdio(false);
     const auto run = std::make_unique<Run>();
     run->options = options;
-    run->board.random = options.seed;
     if (!ReadFiles(*run)) return ExitStatus::BadUsage;
+    run->board.random = options.seed;
     RunToEnd(*run);
     PrintResults(*run);
     std::cout.flush();

@@ -161,7 +161,7 @@ void RunControls::ShowState() {
     const Processor& processor = host_.State().processor;
     const bool faulty = !processor.running && processor.end == EndReason::Fault;
     QString text =
-        QString::fromStdString(DescribeState(host_.State(), host_.IsPaused(), host_.Names()));
+        QString::fromStdString(DescribeState(host_.State(), host_.IsPaused(), host_.Words()));
     if (!text.isEmpty()) text[0] = text[0].toUpper();
     if (faulty) text.prepend(QString::fromUtf8("⚠ "));
     if (state_->text() == text) return;

@@ -154,11 +154,10 @@ TEST_F(HostTest, TellsOfFaultsAndEnds) {
     FaultReport last;
     QObject::connect(&host, &VirtualBoardHost::FaultHappened,
                      [&](const FaultReport& report) { last = report; });
-    host.SetNames([](std::uint32_t) { return "Share"; });
     Load(ObjectOf({46, 0, 0x10, 0, 0x12}, 32));
     host.Run();
     host.Advance(10);
-    EXPECT_EQ(last.text, "Division by zero at [0000]: DIVIDE BYTE by Share, which holds 0");
+    EXPECT_EQ(last.text, "Division by zero at [0000]: DIVIDE BYTE divides by [0012], which holds 0");
     EXPECT_EQ(ends.count(), 1);
     ASSERT_TRUE(host.StepBack());
     EXPECT_TRUE(host.State().processor.running);
