@@ -5,23 +5,21 @@
 #include "tests/ui/ui_fixture.h"
 #include "tools/handbook/manuscript.h"
 #include "ui/editor/source_editor.h"
-#include "ui/editor/source_window.h"
 
 namespace zentro {
 namespace {
 
 class TypedPrograms : public UiTest {
   protected:
-    TypedPrograms() : window_(*workbench) {
-        window_.resize(700, 500);
-        window_.show();
-        window_.NewFile(1);
+    TypedPrograms() : editor_(configuration, nullptr) {
+        editor_.resize(700, 500);
+        editor_.show();
     }
 
     /// Types the program key by key; `tabs`: the tab key for each four blanks at the head of a
     /// line.
     QString Typed(const Block& program, bool tabs) {
-        window_.Editor()->LoadText("", false);
+        editor_.LoadText("", false);
         for (std::size_t line = 0; line < program.lines.size(); ++line) {
             if (line > 0) Press(Qt::Key_Return);
             std::string_view text = program.lines[line];
@@ -30,13 +28,13 @@ class TypedPrograms : public UiTest {
                 text.remove_prefix(4);
             }
             for (const char c : text)
-                QTest::keyClick(window_.Editor(), c);
+                QTest::keyClick(&editor_, c);
         }
-        return window_.Text() + '\n';
+        return editor_.text() + '\n';
     }
-    void Press(Qt::Key key) { QTest::keyClick(window_.Editor(), key); }
+    void Press(Qt::Key key) { QTest::keyClick(&editor_, key); }
 
-    SourceWindow window_;
+    SourceEditor editor_;
 };
 
 // The first lesson and the chapters that are read like it.
