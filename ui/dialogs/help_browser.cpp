@@ -87,6 +87,10 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, OpenOutside openOutside, QWidget* par
     connect(&loading_, &QTimer::timeout, this, &HelpBrowser::Load);
     connect(page_, &QTextBrowser::anchorClicked, this, &HelpBrowser::FollowLink);
     connect(page_, &QTextBrowser::sourceChanged, this, &HelpBrowser::ShowLoaded);
+    connect(search_, &HelpSearch::TextEdited, this, [this] {
+        searching_->clear();
+        status_->clear();
+    });
     connect(search_, &HelpSearch::PlaceNamed, this, &HelpBrowser::GoToPlace);
     connect(address_, &QComboBox::textActivated, this,
             [this](const QString& text) { Navigate(AddressFromText(text)); });

@@ -30,6 +30,7 @@ HelpSearch::HelpSearch(QTextBrowser& page, QWidget* parent)
     AddButton("SearchPrevious", tr("Previous"), &HelpSearch::FindPrevious);
     AddButton("SearchNext", tr("Next"), &HelpSearch::FindNext);
     layout->addWidget(count_);
+    connect(field_, &QLineEdit::textEdited, this, &HelpSearch::TextEdited);
     connect(field_, &QLineEdit::textChanged, this, &HelpSearch::FindMatches);
     // Once the new page is complete.
     connect(page_.document(), &QTextDocument::contentsChanged, this, &HelpSearch::FindMatches,

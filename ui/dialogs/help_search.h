@@ -29,6 +29,8 @@ class HelpSearch : public QWidget {
     /// The text names a place of the page: its name as the page has it. Whoever shows the page goes
     /// there.
     void PlaceNamed(const QString& name);
+    /// The user looks for something else.
+    void TextEdited();
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -162,6 +162,8 @@ TEST_F(HelpTest, TopicsOpenTheFirstPlaceThatThereIs) {
     ASSERT_TRUE(WaitFor("One"));
     EXPECT_EQ(Label("lblStatus"), "There is no page for \"Speed\" in this book.");
     EXPECT_EQ(field_.text(), "Speed");
+    QTest::keyClicks(&field_, "Motor");
+    EXPECT_EQ(Label("lblStatus"), "") << "that was about another word";
     browser_.ShowTopic({});
     ASSERT_TRUE(WaitFor("One"));
     EXPECT_EQ(page_.verticalScrollBar()->value(), 0);
