@@ -77,8 +77,8 @@ TEST_F(SettingsStoreTest, FirstStartWritesEveryDefault) {
                             R"(16,"",6300|17,"",0|18,"",6300|19,"",6000|20,"",0|21,"",6000|)"
                             R"(22,"",12600|23,"",3000|24,"",2000|25,"",1000|26,"",7000|)"
                             R"(27,"",10000|28,"",0|29,"",0|30,"","/opt/zentro/ZentroCodeHelp.htm"|)"
-                            R"(31,"","https://zentro.example/"|)"
-                            R"(33,"","https://zentro.example/sources.html"|)"
+                            R"(31,"",""|)"
+                            R"(33,"",""|)"
                             R"(34,"","Courier New"|35,"",9.75|36,"",-1|37,"",1|38,"",0|)"));
     EXPECT_THAT(Names(), ElementsAre(kFile));
 }

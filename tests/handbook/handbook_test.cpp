@@ -249,6 +249,9 @@ TEST(Manuscripts, ThatAreWrongNameThePlace) {
              {"@ E78\n", "a.txt:1: the configuration has no message E78"},
              {"@ s18\n@args motor\n", "a.txt:1: STOP MOTORS takes 0 values, but @args names 1"},
              {"@ s19\n", "a.txt:1: SET MOTOR takes 3 values, but @args names 0"},
+             {"@other-words\n| print | it |\n",
+              "a.txt:1: a row needs a `word` and a text: print | it |"},
+             {"# Lines\n\n@other-words\n| `lines` | none |\n", "a.txt:3: lines is a title as well"},
              {"@unheard of\n", "a.txt:1: @unheard is not known"},
          }) {
         Manuscript manuscript;

@@ -39,9 +39,10 @@ class Page {
         : language_(language),
           blocks_(manuscript.blocks),
           references_(language, manuscript),
-          places_(WordPlaces(language.commands)),
           keywords_(KeywordsOf(language.commands)) {
         handbook_.problems = manuscript.problems;
+        otherWords_ = OtherWords(language.commands, manuscript, handbook_.problems);
+        places_ = WordPlaces(language.commands, otherWords_);
     }
 
     Handbook Make() {
@@ -70,8 +71,10 @@ class Page {
                       EscapeHtml(block.name) + "</a></li>\n");
         }
         Write(
-            "</ul>\n<p>Press F1 on a word in your program, and this book opens at that word."
-            "</p>\n");
+            "</ul>\n<p>Press F1 on a word in your program or on a message, and this book opens at "
+            "its page. "
+            "At the foot of this window you can look for any word, for those of other languages "
+            "too.</p>\n");
     }
 
     void WriteBlock(std::size_t index) {
@@ -90,6 +93,7 @@ class Page {
             case Kind::Words: return WriteWords(index);
             case Kind::Message: return WriteMessage(block);
             case Kind::Arguments: return WriteArguments(block);
+            case Kind::OtherWords: return WriteOtherWords(block);
             case Kind::WordIndex: return Write(WordIndexHtml(places_, references_));
             case Kind::MessageTable: return WriteMessageTable(block);
             case Kind::InstructionTable: return Write(InstructionTableHtml());
@@ -223,6 +227,18 @@ class Page {
               "</h3>\n<p><i>" + EscapeHtml(ToUtf8(message->errorMsg)) + "</i></p>\n");
     }
 
+    /// F1 on a word and the search for it lead to its row; for a word of this language to its page.
+    void WriteOtherWords(const Block& block) {
+        Rows rows{{"Elsewhere", "Here"}};
+        for (const OtherWord& other : otherWords_) {
+            if (other.place != block.place) continue;
+            if (references_.HasPlace(other.word)) Report(block, other.word + " is a title as well");
+            const std::string anchors = other.isOwn ? "" : WordAnchorsHtml(other.word);
+            rows.push_back({anchors + CodeHtml(other.word), TextOf(block, other.text)});
+        }
+        Write(TableHtml(rows));
+    }
+
     void WriteMessageTable(const Block& block) {
         if (block.lines.size() != 2) return Report(block, "@messages needs two codes");
         Write(MessageTableHtml(language_.messages, block.lines[0], block.lines[1]));
@@ -231,6 +247,7 @@ class Page {
     const InstructionConfiguration& language_;
     std::span<const Block> blocks_;
     References references_;
+    std::vector<OtherWord> otherWords_;
     std::vector<WordPlace> places_;
     Keywords keywords_;
     std::map<std::string, std::string> includable_;  ///< files of the manuscript so far

@@ -1,6 +1,7 @@
 #include "tools/handbook/html.h"
 
 #include <algorithm>
+#include <set>
 
 #include "config/encoding.h"
 #include "config/text.h"
@@ -37,6 +38,12 @@ std::string LinkTo(std::string_view place, std::string_view shownHtml) {
 
 }  // namespace
 
+std::string InCapitals(std::string_view word) {
+    std::string text(word);
+    std::ranges::transform(text, text.begin(), FoldCase);
+    return text;
+}
+
 std::string EscapeHtml(std::string_view text) {
     std::string html;
     for (const char c : text) {
@@ -56,12 +63,10 @@ std::string AnchorHtml(std::string_view name) {
 }
 
 std::string WordAnchorsHtml(std::string_view word) {
-    std::string html = AnchorHtml(word);
-    const std::string small = InSmallLetters(word);
-    if (small == word) return html;
-    html += AnchorHtml(small);
-    const std::string capital = WithCapitals(word);
-    if (capital != word) html += AnchorHtml(capital);
+    std::string html;
+    for (const std::string& spelling :
+         std::set<std::string>{InCapitals(word), InSmallLetters(word), WithCapitals(word)})
+        html += AnchorHtml(spelling);
     return html;
 }
 

@@ -10,13 +10,16 @@
 
 namespace zentro {
 
+/// The word in capitals; letters beyond A to Z stay.
+std::string InCapitals(std::string_view word);
+
 /// A text with the characters that mean something in HTML written as entities.
 std::string EscapeHtml(std::string_view text);
 
 /// A place that links lead to.
 std::string AnchorHtml(std::string_view name);
 
-/// A word as F1 may send it: as the configuration spells it, in small letters, and with a capital.
+/// A word as it may be asked for: in capitals, in small letters, and with a capital.
 std::string WordAnchorsHtml(std::string_view word);
 
 /// The name of the place of a title: "The number display" is "the-number-display".
@@ -39,6 +42,11 @@ class References {
 
     /// A link to the page of a token or message code; only its words when it has none.
     std::string LinkHtml(std::string_view token) const;
+
+    /// Whether a title has that place.
+    bool HasPlace(std::string_view place) const {
+        return shown_.contains("#" + std::string(place));
+    }
 
     /// The words of the language that a token stands for, UTF-8.
     std::string Words(std::string_view token) const;

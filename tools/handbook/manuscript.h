@@ -20,6 +20,7 @@ struct Block {
         Words,    ///< the page of one or more entries of the configuration
         Message,  ///< the page of a message
         Arguments,
+        OtherWords,  ///< words of other languages, each in a row with what is said here
         WordIndex,
         MessageTable,
         InstructionTable,

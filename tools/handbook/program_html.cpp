@@ -12,12 +12,6 @@ bool IsWordCharacter(char c) {
     return IsLetter(c) || IsDigit(c) || c == '_';
 }
 
-std::string InCapitals(std::string_view word) {
-    std::string text(word);
-    std::ranges::transform(text, text.begin(), FoldCase);
-    return text;
-}
-
 /// The length of the word, text in quotes, comment or single character that the line begins with.
 std::size_t PieceLength(std::string_view line) {
     if (line.front() == ';') return line.size();

@@ -68,7 +68,8 @@ std::string WordIndexHtml(std::span<const WordPlace> places, const References& r
             if (!links.empty()) links += ", ";
             links += references.LinkHtml(entry->token);
         }
-        const std::string anchors = place.page == nullptr ? WordAnchorsHtml(place.word) : "";
+        const bool isHere = place.page == nullptr && !place.isOtherWord;
+        const std::string anchors = isHere ? WordAnchorsHtml(place.word) : "";
         rows.push_back({anchors + CodeHtml(place.word), links});
     }
     return TableHtml(rows);

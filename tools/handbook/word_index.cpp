@@ -40,7 +40,32 @@ std::vector<std::string> KeywordsOf(const CommandCatalogue& commands) {
     return words;
 }
 
-std::vector<WordPlace> WordPlaces(const CommandCatalogue& commands) {
+std::vector<OtherWord> OtherWords(const CommandCatalogue& commands, const Manuscript& manuscript,
+                                  std::vector<std::string>& problems) {
+    std::vector<OtherWord> words;
+    for (const Block& block : manuscript.blocks) {
+        if (block.kind != Block::Kind::OtherWords) continue;
+        for (const std::string& row : block.lines) {
+            const std::size_t end = row.find('`', 1);
+            const std::size_t bar = row.find('|', std::min(end, row.size()));
+            if (!row.starts_with('`') || bar == std::string::npos) {
+                problems.push_back(block.place + ": a row needs a `word` and a text: " + row);
+                continue;
+            }
+            OtherWord word{row.substr(1, end - 1), {}, block.place, false};
+            word.text = Trim(std::string_view(row).substr(bar + 1));
+            if (word.text.ends_with('|')) word.text.pop_back();
+            word.isOwn = std::ranges::any_of(commands.Entries(), [&](const Command& entry) {
+                return EqualsIgnoreCase(entry.command, word.word);
+            });
+            words.push_back(std::move(word));
+        }
+    }
+    return words;
+}
+
+std::vector<WordPlace> WordPlaces(const CommandCatalogue& commands,
+                                  const std::vector<OtherWord>& otherWords) {
     std::vector<WordPlace> places;
     for (std::string& word : KeywordsOf(commands)) {
         WordPlace place;
@@ -51,7 +76,10 @@ std::vector<WordPlace> WordPlaces(const CommandCatalogue& commands) {
         std::ranges::sort(place.entries, {}, [&](const Command* entry) {
             return std::pair(entry->command != place.word, entry->command);
         });
-        place.page = PageOf(place);
+        place.isOtherWord = std::ranges::any_of(otherWords, [&](const OtherWord& other) {
+            return !other.isOwn && EqualsIgnoreCase(other.word, place.word);
+        });
+        if (!place.isOtherWord) place.page = PageOf(place);
         places.push_back(std::move(place));
     }
     return places;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "config/command_catalogue.h"
+#include "tools/handbook/manuscript.h"
 
 namespace zentro {
 
@@ -15,9 +16,24 @@ struct WordPlace {
     std::vector<const Command*>
         entries;  ///< all whose words contain it: the word itself, then by letters
     const Command* page = nullptr;  ///< the one that it leads to; nothing when none stands out
+    bool isOtherWord = false;       ///< it leads to its row among other languages' words
 };
 
+/// A word of other languages, and what the handbook says about it.
+struct OtherWord {
+    std::string word;
+    std::string text;    ///< as in the manuscript
+    std::string place;   ///< of the row's table in the manuscript
+    bool isOwn = false;  ///< it is a word of this language as well, which has a page
+};
+
+/// The rows of all tables of other languages' words. What is wrong with them is appended to the
+/// problems.
+std::vector<OtherWord> OtherWords(const CommandCatalogue& commands, const Manuscript& manuscript,
+                                  std::vector<std::string>& problems);
+
 /// A row for each word that the editor colours, in the order of that list.
-std::vector<WordPlace> WordPlaces(const CommandCatalogue& commands);
+std::vector<WordPlace> WordPlaces(const CommandCatalogue& commands,
+                                  const std::vector<OtherWord>& otherWords);
 
 }  // namespace zentro

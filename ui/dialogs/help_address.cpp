@@ -61,13 +61,18 @@ QString WebAddressPage(const QUrl& address) {
         QString("<p><a href=\"%1\">%2</a></p>").arg(link, AddressText(address).toHtmlEscaped()));
 }
 
-bool HasAnchor(const QTextDocument& page, const QString& name) {
+std::optional<PagePlace> FindPlace(const QTextDocument& page, const QString& name) {
+    std::optional<PagePlace> found;
     for (QTextBlock block = page.begin(); block.isValid(); block = block.next()) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
-            if (it.fragment().charFormat().anchorNames().contains(name)) return true;
+            for (const QString& anchor : it.fragment().charFormat().anchorNames()) {
+                if (anchor == name) return PagePlace{anchor, it.fragment().position()};
+                if (!found && anchor.compare(name, Qt::CaseInsensitive) == 0)
+                    found = PagePlace{anchor, it.fragment().position()};
+            }
         }
     }
-    return false;
+    return found;
 }
 
 }  // namespace zentro

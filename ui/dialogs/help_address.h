@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QUrl>
+#include <optional>
 
 class QTextDocument;
 
@@ -28,7 +29,13 @@ QString MissingPage(const QUrl& address, const QString& reason);
 /// A page that says that `address` is shown elsewhere, with a link to it.
 QString WebAddressPage(const QUrl& address);
 
-/// Whether the page has a place of that name.
-bool HasAnchor(const QTextDocument& page, const QString& name);
+/// A place of a page that links lead to.
+struct PagePlace {
+    QString name;      ///< as the page spells it
+    int position = 0;  ///< in its text
+};
+
+/// The place of that name, whose letter case does not matter unless two places differ by it.
+std::optional<PagePlace> FindPlace(const QTextDocument& page, const QString& name);
 
 }  // namespace zentro

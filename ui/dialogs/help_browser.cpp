@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTextBrowser>
@@ -13,6 +14,7 @@
 
 #include "settings/utf8_text.h"
 #include "ui/dialogs/help_address.h"
+#include "ui/dialogs/help_search.h"
 
 namespace zentro {
 
@@ -55,6 +57,12 @@ QComboBox* MakeAddressBox() {
     return box;
 }
 
+bool IsSearchKey(const QKeyEvent& key) {
+    const bool isFindNext =
+        key.key() == Qt::Key_F3 && (key.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    return isFindNext || key.matches(QKeySequence::Find);
+}
+
 }  // namespace
 
 HelpBrowser::HelpBrowser(Dialogs& dialogs, OpenOutside openOutside, QWidget* parent)
@@ -62,6 +70,7 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, OpenOutside openOutside, QWidget* par
       dialogs_(dialogs),
       openOutside_(openOutside ? std::move(openOutside) : &QDesktopServices::openUrl),
       page_(new PageView),
+      search_(new HelpSearch(*page_)),
       address_(MakeAddressBox()),
       searching_(new QLabel),
       status_(new QLabel) {
@@ -78,6 +87,11 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, OpenOutside openOutside, QWidget* par
     connect(&loading_, &QTimer::timeout, this, &HelpBrowser::Load);
     connect(page_, &QTextBrowser::anchorClicked, this, &HelpBrowser::FollowLink);
     connect(page_, &QTextBrowser::sourceChanged, this, &HelpBrowser::ShowLoaded);
+    connect(search_, &HelpSearch::TextEdited, this, [this] {
+        searching_->clear();
+        status_->clear();
+    });
+    connect(search_, &HelpSearch::PlaceNamed, this, &HelpBrowser::GoToPlace);
     connect(address_, &QComboBox::textActivated, this,
             [this](const QString& text) { Navigate(AddressFromText(text)); });
     connect(address_->lineEdit(), &QLineEdit::returnPressed, this,
@@ -89,6 +103,7 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, OpenOutside openOutside, QWidget* par
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(MakeToolBar());
     layout->addWidget(page_, 1);
+    layout->addWidget(search_);
     layout->addLayout(messages);
     resize(720, 560);
 }
@@ -102,7 +117,7 @@ QWidget* HelpBrowser::MakeToolBar() {
     stop_ = AddButton(*bar, "Stop", [this] { Stop(); });
     AddButton(*bar, "Refresh", [this] { Begin([this] { page_->reload(); }); });
     AddButton(*bar, "Home", [this] { Navigate(AddressFromText(startingAddress_)); });
-    AddButton(*bar, "Search", [this] { AskForTopic(); });
+    AddButton(*bar, "Search", [this] { search_->Open(); });
     auto* label = new QLabel("Add&ress");
     label->setBuddy(address_);
     layout->addWidget(label);
@@ -137,13 +152,13 @@ void HelpBrowser::SearchForHelp(const QString& topic) {
     QUrl address = AddressFromText(startingAddress_);
     address.setFragment(topic, QUrl::DecodedMode);
     Navigate(address);
-    searching_->setText("Searching for: " + topic);
-    topic_ = topic;
+    searching_->setText(tr("Searching for: %1").arg(topic));
+    topic_ = {topic.toStdString(), {topic.toStdString()}};
 }
 
-void HelpBrowser::AskForTopic() {
-    const auto topic = dialogs_.AskText(this, "Topic to search for?", {});
-    if (topic && !topic->isEmpty()) SearchForHelp(*topic);
+void HelpBrowser::ShowTopic(const HelpTopic& topic) {
+    Navigate(AddressFromText(startingAddress_));
+    topic_ = topic;
 }
 
 void HelpBrowser::Navigate(const QUrl& address) {
@@ -171,7 +186,7 @@ bool HelpBrowser::OpenWebAddress(const QUrl& address) {
 
 void HelpBrowser::Begin(std::function<void()> load) {
     pending_ = std::move(load);
-    topic_.clear();
+    topic_ = {};
     searching_->clear();
     status_->clear();
     setWindowTitle("Working...");
@@ -207,9 +222,40 @@ void HelpBrowser::ShowLoaded() {
 }
 
 void HelpBrowser::FindTopic() {
-    if (topic_.isEmpty() || HasAnchor(*page_->document(), topic_)) return;
-    page_->moveCursor(QTextCursor::Start);
-    if (!page_->find(topic_)) status_->setText("\"" + topic_ + "\" was not found on this page.");
+    for (const std::string& page : topic_.pages) {
+        const std::optional<PagePlace> place =
+            FindPlace(*page_->document(), QString::fromStdString(page));
+        if (!place) continue;
+        searching_->setText(tr("Searching for: %1").arg(place->name));
+        return GoToPlace(place->name);
+    }
+    const QString word = QString::fromStdString(topic_.word);
+    if (word.isEmpty()) return;
+    status_->setText(tr("There is no page for \"%1\" in this book.").arg(word));
+    search_->Open(word);
+}
+
+void HelpBrowser::GoToPlace(const QString& name) {
+    QUrl address = page_->source();
+    address.setFragment(name, QUrl::DecodedMode);
+    page_->setSource(address, QTextDocument::HtmlResource);
+    page_->scrollToAnchor(name);  // an address spells some signs in its own way
+    ShowLoaded();
+}
+
+bool HelpBrowser::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && IsSearchKey(*static_cast<QKeyEvent*>(event)))
+        event->accept();
+    return QWidget::event(event);
+}
+
+void HelpBrowser::keyPressEvent(QKeyEvent* event) {
+    if (!IsSearchKey(*event)) return QWidget::keyPressEvent(event);
+    if (event->key() != Qt::Key_F3)
+        return search_->Open(
+            page_->textCursor().selectedText().section(QChar::ParagraphSeparator, 0, 0));
+    if (event->modifiers() == Qt::NoModifier) return search_->FindNext();
+    search_->FindPrevious();
 }
 
 }  // namespace zentro

@@ -7,6 +7,7 @@
 
 #include "ui/dialogs/text_history.h"
 #include "ui/support/dialogs.h"
+#include "ui/support/help_topic.h"
 
 class QComboBox;
 class QLabel;
@@ -14,6 +15,8 @@ class QTextBrowser;
 class QToolButton;
 
 namespace zentro {
+
+class HelpSearch;
 
 /// Shows help pages, which are files of this computer. Web addresses are handed to the desktop.
 class HelpBrowser : public QWidget {
@@ -31,11 +34,19 @@ class HelpBrowser : public QWidget {
     QString StartingAddress() const { return startingAddress_; }
     void SetStartingAddress(const QString& address);
 
-    /// Shows the place of that name on the starting page; where it has none, the topic's first
-    /// mention.
+    /// Shows the place of that name on the starting page.
     void SearchForHelp(const QString& topic);
+    /// Shows the first of the topic's places that the starting page has, its top for a topic
+    /// without anything. Where it has none of them, that is said and the search is ready to look
+    /// for the word.
+    void ShowTopic(const HelpTopic& topic);
 
     QSize sizeHint() const override { return {760, 560}; }
+
+  protected:
+    /// The frame has the search's keys for its own search.
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     QWidget* MakeToolBar();
@@ -48,16 +59,17 @@ class HelpBrowser : public QWidget {
     void Stop();
     void ShowLoaded();
     void FindTopic();
-    void AskForTopic();
+    void GoToPlace(const QString& name);
 
     Dialogs& dialogs_;
     OpenOutside openOutside_;
     QString startingAddress_;
-    QString topic_;  ///< to be found on the page that is being loaded
+    HelpTopic topic_;  ///< to be found on the page that is being loaded
     TextHistory visited_;
     std::function<void()> pending_;  ///< the loading that is to begin
     QTimer loading_;
     QTextBrowser* page_;
+    HelpSearch* search_;
     QComboBox* address_;
     QLabel* searching_;
     QLabel* status_;

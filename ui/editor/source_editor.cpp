@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "ui/editor/scintilla_text.h"
+#include "ui/editor/statement_help.h"
 
 namespace zentro {
 
@@ -31,6 +32,7 @@ QStringList DroppedFiles(const QMimeData* data) {
 
 SourceEditor::SourceEditor(const InstructionConfiguration& configuration, QWidget* parent)
     : QsciScintilla(parent),
+      commands_(configuration.commands),
       keywords_(configuration.commands.GetCommandText(Token::KeywordList)),
       lexer_(new SourceLexer(keywords_, this)),
       respeller_(*this, *lexer_, keywords_),
@@ -280,11 +282,11 @@ void SourceEditor::SelectRange(long begin, long end) {
     Send(*this, Sci::SCI_SCROLLCARET);
 }
 
-QString SourceEditor::WordAtCaret() {
+HelpTopic SourceEditor::TopicAtCaret() {
     const long caret = CaretPosition(*this);
-    return QString::fromStdString(TextBetween(*this,
-                                              Send(*this, Sci::SCI_WORDSTARTPOSITION, caret, 1),
-                                              Send(*this, Sci::SCI_WORDENDPOSITION, caret, 1)));
+    const int line = LineOf(*this, caret);
+    return HelpTopicAt(commands_, typing_.ProgramNames(), LineText(*this, line),
+                       static_cast<std::size_t>(caret - LineBegin(*this, line)));
 }
 
 int SourceEditor::CaretLine() {

@@ -13,6 +13,7 @@
 #include "ui/editor/respeller.h"
 #include "ui/editor/source_lexer.h"
 #include "ui/editor/typing_help.h"
+#include "ui/support/help_topic.h"
 
 namespace zentro {
 
@@ -45,8 +46,8 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
 
     /// Selects the text between two positions (bytes) and unfolds and shows it.
     void SelectRange(long begin, long end);
-    QString WordAtCaret();
-    int CaretLine();  ///< from 1
+    HelpTopic TopicAtCaret();  ///< for the handbook
+    int CaretLine();           ///< from 1
 
   signals:
     /// The text or the caret's place has changed.
@@ -80,6 +81,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void Settle();
     QString HoverText(const QPoint& point);
 
+    const CommandCatalogue& commands_;
     KeywordList keywords_;
     SourceLexer* lexer_;
     Respeller respeller_;

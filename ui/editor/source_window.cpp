@@ -289,8 +289,8 @@ QString SourceWindow::DocStats() const {
     return QString("Line %1/%2").arg(editor_->CaretLine()).arg(editor_->lines());
 }
 
-QString SourceWindow::WordAtCursor() const {
-    return editor_->WordAtCaret();
+HelpTopic SourceWindow::TopicAtCursor() const {
+    return editor_->TopicAtCaret();
 }
 
 void SourceWindow::SetText(const QString& text) {

@@ -10,6 +10,7 @@
 #include "desktop/file_text.h"
 #include "desktop/programs.h"
 #include "ui/editor/source_search.h"
+#include "ui/support/help_topic.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {
@@ -83,8 +84,8 @@ class SourceWindow : public QWidget {
     bool SourceChanged() const { return File().IsChanged(); }
     /// Whether a save asks for a name.
     bool IsNewFile() const;
-    QString DocStats() const;  ///< "Line 3/40"
-    QString WordAtCursor() const;
+    QString DocStats() const;         ///< "Line 3/40"
+    HelpTopic TopicAtCursor() const;  ///< for the handbook
     SourceEditor* Editor() const { return editor_; }
 
     /// Replaces the whole text as an edit, which can be undone and counts as a change.

@@ -173,7 +173,142 @@ CallTip TipOf(const CommandCatalogue& commands, const std::vector<ProgramName>& 
     return TipOfRoutine(commands, *own, call.argument);
 }
 
+/// A word, a number, a run of signs, a text in quotes or a separator of a line. Positions are
+/// bytes.
+struct Piece {
+    enum class Kind : std::uint8_t { Word, Number, Signs, Other };
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    Kind kind = Kind::Other;
+
+    bool IsName() const { return kind == Kind::Word || kind == Kind::Number; }
+};
+
+Piece::Kind KindOf(char c) {
+    constexpr std::string_view kSeparators = "(),\"";
+    if (IsDigit(c)) return Piece::Kind::Number;
+    if (IsNameCharacter(c)) return Piece::Kind::Word;
+    const bool isSign = !IsBlank(c) && kSeparators.find(c) == std::string_view::npos;
+    return isSign ? Piece::Kind::Signs : Piece::Kind::Other;
+}
+
+std::size_t EndOfPiece(std::string_view line, const Piece& piece) {
+    std::size_t end = piece.begin + 1;
+    if (line[piece.begin] == '"') return std::min(line.find('"', end), line.size() - 1) + 1;
+    if (piece.kind == Piece::Kind::Other) return end;
+    while (end < line.size() &&
+           (piece.IsName() ? IsNameCharacter(line[end]) : KindOf(line[end]) == piece.kind))
+        ++end;
+    return end;
+}
+
+std::vector<Piece> PiecesOf(std::string_view line) {
+    std::vector<Piece> pieces;
+    for (std::size_t i = 0; i < line.size();) {
+        Piece piece{i, i, KindOf(line[i])};
+        piece.end = EndOfPiece(line, piece);
+        i = piece.end;
+        if (!IsBlank(line[piece.begin])) pieces.push_back(piece);
+    }
+    return pieces;
+}
+
+/// The phrases of neighbouring words with the word at `index` in them, the longest first.
+std::vector<std::string> PhrasesAround(std::string_view line, const std::vector<Piece>& pieces,
+                                       std::size_t index) {
+    constexpr std::size_t kMostWords = 4;
+    std::size_t first = index;
+    std::size_t end = index + 1;
+    while (first > 0 && pieces[first - 1].IsName())
+        --first;
+    while (end < pieces.size() && pieces[end].IsName())
+        ++end;
+    std::vector<std::string> phrases;
+    for (std::size_t count = std::min(kMostWords, end - first); count > 0; --count) {
+        for (std::size_t from = first; from <= index && from + count <= end; ++from) {
+            if (from + count <= index) continue;
+            std::string phrase;
+            for (const Piece& piece : std::span(pieces).subspan(from, count))
+                phrase.append(phrase.empty() ? "" : " ")
+                    .append(line.substr(piece.begin, piece.end - piece.begin));
+            phrases.push_back(std::move(phrase));
+        }
+    }
+    return phrases;
+}
+
+/// The runs of neighbouring signs with the one at the column in them, the longest first.
+std::vector<std::string> SignsAround(std::string_view signs, std::size_t column) {
+    constexpr std::size_t kMostSigns = 4;
+    std::vector<std::string> runs;
+    const std::size_t at = std::min(column, signs.size() - 1);
+    for (std::size_t count = std::min(kMostSigns, signs.size()); count > 0; --count) {
+        for (std::size_t from = 0; from <= at && from + count <= signs.size(); ++from)
+            if (from + count > at) runs.emplace_back(signs.substr(from, count));
+    }
+    return runs;
+}
+
+const Command* EntryNamed(const CommandCatalogue& commands, std::string_view words) {
+    const auto found = std::ranges::find_if(commands.Entries(), [&](const Command& entry) {
+        return entry.id != Token::KeywordList && EqualsIgnoreCase(entry.command, words);
+    });
+    return found == commands.Entries().end() ? nullptr : &*found;
+}
+
+/// The places of those texts: that of an entry, or of the word as the handbook has it.
+std::vector<std::string> PagesOf(const CommandCatalogue& commands,
+                                 const std::vector<std::string>& texts, bool onlyEntries) {
+    std::vector<std::string> pages;
+    for (const std::string& text : texts) {
+        if (const Command* entry = EntryNamed(commands, text)) {
+            pages.push_back(ToUtf8(entry->command));
+        } else if (!onlyEntries) {
+            pages.push_back(text);
+        }
+    }
+    return pages;
+}
+
+/// The function in whose call the column stands, or the statement of the line, or its first word.
+std::vector<std::string> PagesAround(const CommandCatalogue& commands,
+                                     const std::vector<ProgramName>& names, std::string_view line,
+                                     std::size_t column) {
+    const std::string start = CollapsedStart(line);
+    const Command* entry = nullptr;
+    if (const auto call = InnermostCall(line.substr(0, column)))
+        entry = EntryNamed(commands, call->name);
+    if (entry == nullptr) entry = commands.FindCommand(start);
+    if (entry != nullptr) return {ToUtf8(entry->command)};
+    const std::string word = start.substr(0, start.find(' '));  // perhaps of another language
+    if (word.empty() || FindName(names, word) != nullptr) return {};
+    return {word};
+}
+
 }  // namespace
+
+HelpTopic HelpTopicAt(const CommandCatalogue& commands, const std::vector<ProgramName>& names,
+                      std::string_view line, std::size_t column) {
+    const std::vector<Piece> pieces = PiecesOf(line);
+    const auto touched = [&](Piece::Kind kind) {
+        return std::ranges::find_if(pieces, [&](const Piece& piece) {
+            return piece.kind == kind && piece.begin <= column && column <= piece.end;
+        });
+    };
+    HelpTopic topic;
+    if (const auto word = touched(Piece::Kind::Word); word != pieces.end()) {
+        topic.word = line.substr(word->begin, word->end - word->begin);
+        const bool isOwn = FindName(names, topic.word) != nullptr;
+        const auto index = static_cast<std::size_t>(word - pieces.begin());
+        topic.pages = PagesOf(commands, PhrasesAround(line, pieces, index), isOwn);
+    } else if (const auto signs = touched(Piece::Kind::Signs); signs != pieces.end()) {
+        topic.word = line.substr(signs->begin, signs->end - signs->begin);
+        topic.pages = PagesOf(commands, SignsAround(topic.word, column - signs->begin), false);
+    } else {
+        topic.pages = PagesAround(commands, names, line, column);
+    }
+    return topic;
+}
 
 CallTip StatementHelp(const InstructionConfiguration& configuration,
                       const std::vector<ProgramName>& names, std::string_view line,

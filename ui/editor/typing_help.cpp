@@ -39,6 +39,7 @@ bool TypingHelp::HandleKey(const QKeyEvent& event) {
         ShowCompletions();
         return true;
     }
+    if (SwallowBlank(event)) return true;
     if (!IsOffering()) return false;
     switch (event.key()) {
         case Qt::Key_Up:
@@ -53,6 +54,29 @@ bool TypingHelp::HandleKey(const QKeyEvent& event) {
         default: break;
     }
     return false;
+}
+
+/// Who copies a program from paper types the blanks at the head of its lines too. As far as the
+/// editor has put them there already, they are not put there again.
+bool TypingHelp::SwallowBlank(const QKeyEvent& event) {
+    if (indentedLine_ < 0) return false;
+    const bool isPlain = (event.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    const bool isBlank = isPlain && event.key() == Qt::Key_Space;
+    const bool isTab = event.modifiers() == Qt::NoModifier && event.key() == Qt::Key_Tab;
+    if (event.key() == Qt::Key_Shift) return false;
+    const long indented = Send(editor_, Sci::SCI_GETLINEINDENTATION, indentedLine_);
+    if ((!isBlank && !isTab) || !IsAtNewIndentation() || swallowed_ >= indented) {
+        indentedLine_ = -1;
+        return false;
+    }
+    swallowed_ = isTab ? (swallowed_ / kStep + 1) * kStep : swallowed_ + 1;
+    return true;
+}
+
+bool TypingHelp::IsAtNewIndentation() const {
+    return Send(editor_, Sci::SCI_GETSELECTIONEMPTY) != 0 &&
+           CaretPosition(editor_) ==
+               Send(editor_, Sci::SCI_GETLINEINDENTPOSITION, indentedLine_);
 }
 
 void TypingHelp::CharacterAdded(int character) {
@@ -73,6 +97,7 @@ void TypingHelp::ShowCompletions() {
 }
 
 void TypingHelp::CaretMoved() {
+    if (indentedLine_ >= 0 && !IsAtNewIndentation()) indentedLine_ = -1;
     if (tipLine_ == -1 || LineOf(editor_, CaretPosition(editor_)) == tipLine_) return;
     Send(editor_, Sci::SCI_CALLTIPCANCEL);
     tipLine_ = -1;
@@ -149,6 +174,8 @@ void TypingHelp::IndentNewLine(int line) {
     if (word != nullptr && word->role != BlockRole::Ends) columns += kStep;
     SetIndentation(line, columns);
     IndentBlockWord(line);
+    indentedLine_ = line;
+    swallowed_ = 0;
 }
 
 /// Puts a line that ends a block, or goes on with it, below the line that opened the block.

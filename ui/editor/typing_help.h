@@ -35,6 +35,8 @@ class TypingHelp {
     bool IsOffering() const;
 
   private:
+    bool SwallowBlank(const QKeyEvent& event);
+    bool IsAtNewIndentation() const;
     bool Offer(std::size_t leastTyped);
     bool IsOnScreen(long position) const;
     void IndentNewLine(int line);
@@ -49,6 +51,8 @@ class TypingHelp {
     std::vector<ProgramName> names_;
     bool hasChosen_ = false;  ///< the list of completions was asked for or walked through
     int tipLine_ = -1;        ///< the line whose statement is explained
+    int indentedLine_ = -1;   ///< the line that was just indented, while its text has not begun
+    long swallowed_ = 0;      ///< how many columns of its indentation were typed once more
 };
 
 }  // namespace zentro

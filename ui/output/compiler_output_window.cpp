@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
+#include <QRegularExpression>
 #include <QTextBlock>
 #include <algorithm>
 #include <chrono>
@@ -189,6 +190,18 @@ void CompilerOutputWindow::ShowLineOf(int logLine) {
         place.pathName = path_.toStdString();
     }
     emit ShowLineWithError(place);
+}
+
+/// A message that is about no source line is told by its code, which stands in the log as well.
+HelpTopic CompilerOutputWindow::TopicAtCursor() const {
+    static const QRegularExpression kCode("\\b(E\\d+): ");
+    const QTextBlock line = View().textCursor().block();
+    const PostedMessage* message = log_.MessageInLine(line.blockNumber());
+    const std::string code = message != nullptr
+                                 ? MessageCodeText(message->code)
+                                 : kCode.match(line.text()).captured(1).toStdString();
+    if (code.empty()) return {};
+    return {code, {code}};
 }
 
 void CompilerOutputWindow::ShowNextMessage() {

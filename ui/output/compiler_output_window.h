@@ -5,6 +5,7 @@
 #include "model/environment.h"
 #include "desktop/compile_log.h"
 #include "ui/output/compiler_text_window.h"
+#include "ui/support/help_topic.h"
 
 class QLabel;
 class QProgressBar;
@@ -27,6 +28,8 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
     int GetErrorCount() const { return log_.ErrorCount(); }
     /// The messages about a source line, in the order of the log.
     std::vector<PostedMessage> Messages() const { return log_.Messages(); }
+    /// The message at the caret, for the handbook.
+    HelpTopic TopicAtCursor() const;
 
     void Write(std::string_view text, LogColour colour, const PostedMessage* message) override;
     void Clear() override;

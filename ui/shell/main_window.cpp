@@ -78,6 +78,7 @@ void MainWindow::MakeActions() {
         addAction(action);
         actions_[row.id] = action;
     }
+    ShowWebCommands();
     Action(CommandId::CheckWhileTyping)->setCheckable(true);
     downloadKey_ = new QShortcut(Action(CommandId::DownloadCurrent)->shortcut(), this);
     connect(downloadKey_, &QShortcut::activated, this, &MainWindow::TellWhyNoDownload);

@@ -9,6 +9,7 @@
 #include "desktop/programs.h"
 #include "desktop/source_search.h"
 #include "ui/shell/commands.h"
+#include "ui/support/help_topic.h"
 #include "ui/support/workbench.h"
 
 class QLabel;
@@ -87,7 +88,9 @@ class MainWindow : public QMainWindow {
     void TellSearchResult(SearchResult result);
     void GotoLine();
     void ShowOptions();
-    void ShowHelp(const QString& address, const QString& topic);
+    HelpTopic TopicInFront() const;
+    void ShowHelp(const QString& address, const HelpTopic& topic);
+    void ShowWebCommands();
     void ApplySettings();
     void OfferVirtualBoard();
 

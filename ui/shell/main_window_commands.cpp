@@ -131,8 +131,7 @@ void MainWindow::BindHelpCommands() {
                 SettingNumber::HelpFile,
                 (workbench_.programFolder / "ZentroCodeHelp.htm").string());
         }
-        const SourceWindow* source = files_->Front();
-        ShowHelp(Setting(SettingNumber::HelpFile), source == nullptr ? "" : source->WordAtCursor());
+        ShowHelp(Setting(SettingNumber::HelpFile), TopicInFront());
     };
     handlers_[CommandId::Examples] = [this] { OpenExample(); };
     handlers_[CommandId::Cogwright] = [this] {
@@ -261,20 +260,33 @@ void MainWindow::ApplySettings() {
         window->SetFont();
         window->SetFormColours();
     }
+    ShowWebCommands();
     compiler_->ApplySettings();
     boards_->ApplySettings();
     checks_->ReadSetting();
     Action(CommandId::CheckWhileTyping)->setChecked(checks_->IsOn());
 }
 
-void MainWindow::ShowHelp(const QString& address, const QString& topic) {
+/// A command that shows a web page is there when the page is known.
+void MainWindow::ShowWebCommands() {
+    Action(CommandId::GetFromWeb)->setVisible(!Setting(SettingNumber::SourcesWebPage).isEmpty());
+    Action(CommandId::Cogwright)->setVisible(!Setting(SettingNumber::MakerWebSite).isEmpty());
+}
+
+HelpTopic MainWindow::TopicInFront() const {
+    if (const auto* source = qobject_cast<SourceWindow*>(Front())) return source->TopicAtCursor();
+    const auto* output = qobject_cast<CompilerOutputWindow*>(Front());
+    return output == nullptr ? HelpTopic{} : output->TopicAtCursor();
+}
+
+void MainWindow::ShowHelp(const QString& address, const HelpTopic& topic) {
     if (browser_ == nullptr) {
         browser_ = new HelpBrowser(workbench_.dialogs);
         AddChild(browser_);
     }
     BringToFront(browser_);
     browser_->SetStartingAddress(address);
-    if (!topic.isEmpty()) browser_->SearchForHelp(topic);
+    browser_->ShowTopic(topic);
 }
 
 }  // namespace zentro

@@ -122,7 +122,7 @@ TEST_F(OptionsTest, WhatTheUserChangesIsSavedAndNothingElse) {
                                      {"Courier New", "Monospace"},
                                      {"9.75", "13.0"},
                                      {FilePath("ZentroCodeHelp.htm").toUtf8(), "/x/other.htm"},
-                                     {"https://zentro.example/\"", "https://b.example/\""}};
+                                     {"\n31,\"\",\"\"", "\n31,\"\",\"https://b.example/\""}};
     for (const auto& [old, changed] : changes) {
         EXPECT_EQ(expected.count(old), 1) << old.toStdString();
         expected.replace(old, changed);

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QToolButton>
 
@@ -113,6 +114,7 @@ class HelpTest : public UiTest {
     HelpBrowser browser_;
     QTextBrowser& page_ = *browser_.findChild<QTextBrowser*>();
     QComboBox& address_ = *browser_.findChild<QComboBox*>("cboAddress");
+    QLineEdit& field_ = *browser_.findChild<QLineEdit*>("txtSearch");
 };
 
 TEST_F(HelpTest, PagesLinksHistoryAndTopics) {
@@ -140,13 +142,109 @@ TEST_F(HelpTest, PagesLinksHistoryAndTopics) {
     EXPECT_EQ(Label("lblStatus"), "");
     browser_.SearchForHelp("caf");
     ASSERT_TRUE(WaitFor("One"));
-    EXPECT_EQ(page_.textCursor().selectedText(), "caf") << "no such place: the first mention";
-    dialogs.text = "gearbox";
-    Press("Search");
+    EXPECT_EQ(Label("lblStatus"), "There is no page for \"caf\" in this book.");
+    EXPECT_EQ(field_.text(), "caf");
+    EXPECT_EQ(field_.selectedText(), "caf");
+    EXPECT_EQ(QApplication::focusWidget(), &field_);
+    EXPECT_EQ(address_.count(), 4) << "every address once";
+    EXPECT_EQ(address_.itemText(3), FilePath("two.htm"));
+}
+
+TEST_F(HelpTest, TopicsOpenTheFirstPlaceThatThereIs) {
+    browser_.SetStartingAddress(FilePath("one.htm"));
     ASSERT_TRUE(WaitFor("One"));
-    EXPECT_EQ(Label("lblStatus"), "\"gearbox\" was not found on this page.");
-    EXPECT_EQ(address_.count(), 5) << "every address once";
-    EXPECT_EQ(address_.itemText(4), FilePath("two.htm"));
+    browser_.ShowTopic({"motor", {"SET MOTOR 1", "motor 1", "line"}});
+    ASSERT_TRUE(WaitFor("One"));
+    EXPECT_EQ(address_.currentText(), FilePath("one.htm#Motor 1"));
+    EXPECT_EQ(Label("lblSearching"), "Searching for: Motor 1");
+    EXPECT_GT(page_.verticalScrollBar()->value(), 0);
+    browser_.ShowTopic({"Speed", {}});
+    ASSERT_TRUE(WaitFor("One"));
+    EXPECT_EQ(Label("lblStatus"), "There is no page for \"Speed\" in this book.");
+    EXPECT_EQ(field_.text(), "Speed");
+    QTest::keyClicks(&field_, "Motor");
+    EXPECT_EQ(Label("lblStatus"), "") << "that was about another word";
+    browser_.ShowTopic({});
+    ASSERT_TRUE(WaitFor("One"));
+    EXPECT_EQ(page_.verticalScrollBar()->value(), 0);
+    EXPECT_EQ(Label("lblStatus"), "");
+}
+
+TEST_F(HelpTest, TheSearchCountsAndGoesRound) {
+    WriteFile("song.htm", "<title>Song</title><p>One bottle</p>" +
+                              QByteArray("<p>filler</p>").repeated(100) +
+                              "<p>two Bottles</p><p><a name='LAST'></a>the last bottle</p>");
+    browser_.SetStartingAddress(FilePath("song.htm"));
+    ASSERT_TRUE(WaitFor("Song"));
+    const auto selected = [&] { return page_.textCursor().block().text(); };
+    page_.setFocus();
+    QTest::keyClick(&page_, Qt::Key_F, Qt::ControlModifier);
+    ASSERT_EQ(QApplication::focusWidget(), &field_);
+    QTest::keyClicks(&field_, "bottle");
+    EXPECT_EQ(Label("lblMatches"), "3 found");
+    // What is pressed, what is selected then, and what the count says.
+    struct Step {
+        QWidget* focus;
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        QString block;
+        QString count;
+    };
+    for (const Step& step : std::vector<Step>{
+             {&field_, Qt::Key_Return, Qt::NoModifier, "One bottle", "1 of 3"},
+             {&field_, Qt::Key_Return, Qt::NoModifier, "two Bottles", "2 of 3"},
+             {&page_, Qt::Key_F3, Qt::NoModifier, "the last bottle", "3 of 3"},
+             {&page_, Qt::Key_F3, Qt::NoModifier, "One bottle", "1 of 3, again from the top"},
+             {address_.lineEdit(), Qt::Key_F3, Qt::ShiftModifier, "the last bottle",
+              "3 of 3, again from the bottom"},
+             {&field_, Qt::Key_F3, Qt::ShiftModifier, "two Bottles", "2 of 3"},
+             {&field_, Qt::Key_Enter, Qt::ShiftModifier, "One bottle", "1 of 3"},
+         }) {
+        step.focus->setFocus();
+        QTest::keyClick(step.focus, step.key, step.modifiers);
+        EXPECT_EQ(selected(), step.block);
+        EXPECT_EQ(Label("lblMatches"), step.count) << step.block.toStdString();
+        EXPECT_TRUE(page_.viewport()->rect().intersects(page_.cursorRect()));
+    }
+    Press("SearchNext");
+    EXPECT_EQ(selected(), "two Bottles");
+    Press("SearchPrevious");
+    EXPECT_EQ(selected(), "One bottle");
+    EXPECT_EQ(page_.extraSelections().size(), 3);
+    field_.setFocus();
+    QTest::keyClick(&field_, Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget(), &page_);
+    EXPECT_TRUE(page_.extraSelections().isEmpty());
+    EXPECT_EQ(Label("lblMatches"), "");
+    QTest::keyClick(&page_, Qt::Key_F3);
+    EXPECT_EQ(QApplication::focusWidget(), &field_) << "nothing to look for yet";
+}
+
+TEST_F(HelpTest, TheSearchGoesToAPlaceBeforeItGoesToMentions) {
+    WriteFile("words.htm", "<title>Words</title><p>print this</p>" +
+                               QByteArray("<p>filler</p>").repeated(100) +
+                               "<p><a name='PRINT'></a>print</p><p><a name='s19'></a>motors</p>" +
+                               QByteArray("<p>filler</p>").repeated(100));
+    browser_.SetStartingAddress(FilePath("words.htm"));
+    ASSERT_TRUE(WaitFor("Words"));
+    Press("Search");
+    QTest::keyClicks(&field_, "print\r");
+    EXPECT_EQ(page_.textCursor().block().text(), "print");
+    EXPECT_EQ(Label("lblMatches"), "2 of 2");
+    EXPECT_EQ(address_.currentText(), FilePath("words.htm#PRINT"));
+    QTest::keyClick(&field_, Qt::Key_Return);
+    EXPECT_EQ(page_.textCursor().block().text(), "print this");
+    field_.clear();
+    QTest::keyClicks(&field_, "S19\r");
+    EXPECT_EQ(address_.currentText(), FilePath("words.htm#s19"));
+    EXPECT_EQ(Label("lblMatches"), "") << "the place is there, the text is not";
+    field_.clear();
+    QTest::keyClicks(&field_, "gearbox\r");
+    EXPECT_EQ(Label("lblMatches"), "Not found");
+    EXPECT_TRUE(field_.hasFocus());
+    Press("Home");
+    ASSERT_TRUE(WaitFor("Words"));
+    EXPECT_EQ(field_.text(), "gearbox") << "the text stays for the next page";
 }
 
 TEST_F(HelpTest, StopRefreshAndWhatCannotBeShown) {

@@ -170,6 +170,40 @@ TEST_F(SourceTyping, BlocksIndentThemselves) {
               "    ");
 }
 
+// A printed program brings its own blanks; "^" is a key that is none of them, "\t" the tab key.
+TEST_F(SourceTyping, BlanksThatAnIndentedLineHasAreNotTypedTwice) {
+    struct Row {
+        const char* typed;
+        const char* text;
+    };
+    for (const auto& [typed, text] : std::vector<Row>{
+             {"LOOP\n    WAIT 1\n", "LOOP\n    WAIT 1\n    "},
+             {"LOOP\nWAIT 1", "LOOP\n    WAIT 1"},
+             {"LOOP\n\tWAIT 1", "LOOP\n    WAIT 1"},
+             {"LOOP\n  WAIT 1", "LOOP\n    WAIT 1"},
+             {"LOOP\n      WAIT 1", "LOOP\n      WAIT 1"},
+             {"LOOP\n\t\tWAIT 1", "LOOP\n        WAIT 1"},
+             {"LOOP\n  \tWAIT 1", "LOOP\n    WAIT 1"},
+             {"LOOP\nLOOP\n    \tWAIT  1", "LOOP\n    LOOP\n        WAIT  1"},
+             {"LOOP\n    END LOOP\n  x", "LOOP\nEND LOOP\n  x"},
+             {"LOOP\n^    WAIT 1", "LOOP\n        WAIT 1"},
+             {"x\n    y", "x\n    y"},
+         }) {
+        editor.LoadText("", false);
+        for (const char* key = typed; *key != '\0'; ++key) {
+            if (*key == '\t') {
+                Press(Qt::Key_Tab);
+            } else if (*key == '^') {
+                Press(Qt::Key_Left);
+                Press(Qt::Key_Right);
+            } else {
+                Type(QByteArray(1, *key));
+            }
+        }
+        EXPECT_EQ(window.Text(), text) << typed;
+    }
+}
+
 TEST_F(SourceTyping, FoldsFollowTheText) {
     const auto depths = [&] {
         editor.Folds().Finish();

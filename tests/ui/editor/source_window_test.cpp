@@ -168,7 +168,7 @@ TEST_F(SourceWindowTest, GoesToLines) {
     EXPECT_EQ(window.Editor()->selectedText(), "three");
     window.GotoLine(-1);
     EXPECT_EQ(window.Editor()->selectedText(), "one");
-    EXPECT_EQ(window.WordAtCursor(), "one");
+    EXPECT_EQ(window.TopicAtCursor().word, "one");
 }
 
 TEST_F(SourceWindowTest, MarksMoveWithTheirLinesAndSayWhy) {

@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QTabBar>
+#include <QTextBrowser>
 #include <QToolBar>
 #include <set>
 #include <stdexcept>
@@ -204,10 +205,19 @@ TEST_F(CommandsTest, WindowsAreArrangedListedAndClosed) {
 }
 
 TEST_F(CommandsTest, TheMakersPagesAreShownInTheHelpBrowser) {
+    EXPECT_FALSE(window->Action(CommandId::Cogwright)->isVisible()) << "no page is known yet";
+    EXPECT_FALSE(window->Action(CommandId::GetFromWeb)->isVisible());
     WriteFile("maker.htm", "<title>The maker</title><p>Welcome</p>");
     settings->SaveSetting(SettingNumber::MakerWebSite, PathOf("maker.htm"));
     WriteFile("sources.htm", "<title>Programs</title><p>Many of them</p>");
     settings->SaveSetting(SettingNumber::SourcesWebPage, PathOf("sources.htm"));
+    dialogs.run = [](QDialog& dialog) {
+        QTest::mouseClick(dialog.findChild<QAbstractButton*>("cmdOK"), Qt::LeftButton);
+        return true;
+    };
+    Press(CommandId::Options);
+    EXPECT_TRUE(window->Action(CommandId::Cogwright)->isVisible());
+    EXPECT_TRUE(window->Action(CommandId::GetFromWeb)->isVisible());
     Press(CommandId::Cogwright);
     ASSERT_NE(Child("frmBrowser"), nullptr);
     EXPECT_TRUE(QTest::qWaitFor([&] { return Child("frmBrowser")->windowTitle() == "The maker"; }));
@@ -215,6 +225,56 @@ TEST_F(CommandsTest, TheMakersPagesAreShownInTheHelpBrowser) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return Child("frmBrowser")->windowTitle() == "Programs"; }));
     Press(CommandId::Exit);
     EXPECT_FALSE(window->isVisible());
+}
+
+TEST_F(CommandsTest, HelpOpensAtWhatIsInFront) {
+    WriteFile("book.htm",
+              "<title>Book</title><p>Contents</p><p><a name='SET MOTOR'></a>motors</p>"
+              "<p><a name='E33'></a>a sign too many</p>");
+    settings->SaveSetting(SettingNumber::HelpFile, PathOf("book.htm"));
+    const auto place = [&] {
+        auto* book = Child("frmBrowser");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return book->windowTitle() == "Book"; }));
+        return book->findChild<QTextBrowser*>()->source().fragment(QUrl::FullyDecoded);
+    };
+    SourceWindow* source = Write("a.txt",
+                                 "DEFINE BYTE Speed = 1\nBEGIN PROGRAM\n"
+                                 "SET MOTOR 1, FORWARD, Speed\nSpeed = -1\nEND PROGRAM\n");
+    source->GotoLine(3);
+    QTest::keyClick(source->Editor(), Qt::Key_Home);
+    Press(CommandId::Help);
+    EXPECT_EQ(place(), "SET MOTOR");
+
+    Press(CommandId::CompileSource);
+    auto* output = Child<QPlainTextEdit>("txtOutput");
+    output->setFocus();
+    QTest::keyClick(output, Qt::Key_F4);  // shows the line in the source
+    auto* area = window->findChild<QMdiArea*>();
+    area->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(output->parentWidget()->parentWidget()));
+    output->setFocus();
+    Press(CommandId::Help);
+    EXPECT_EQ(place(), "E33");
+
+    // In the book its own search has the keys, wherever the focus is.
+    auto* field = Child("frmBrowser")->findChild<QLineEdit*>("txtSearch");
+    auto* page = Child("frmBrowser")->findChild<QTextBrowser*>();
+    page->setFocus();
+    Press(CommandId::Find);
+    EXPECT_EQ(QApplication::focusWidget(), field);
+    QTest::keyClicks(field, "o");
+    Press(CommandId::FindNext);
+    Press(CommandId::FindNext);
+    EXPECT_EQ(Child("frmBrowser")->findChild<QLabel*>("lblMatches")->text().left(6), "2 of 5");
+    EXPECT_EQ(Child("frmFind"), nullptr);
+    EXPECT_TRUE(dialogs.shown.isEmpty());
+
+    source->Editor()->setFocus();
+    source->GotoLine(4);
+    QTest::keyClick(source->Editor(), Qt::Key_Home);
+    Press(CommandId::Help);
+    EXPECT_EQ(place(), "");
+    EXPECT_EQ(field->selectedText(), "Speed");
+    EXPECT_EQ(QApplication::focusWidget(), field);
 }
 
 TEST_F(CommandsTest, ClosingAChangedFileAsks) {
