@@ -28,6 +28,12 @@ enum class Durability : std::uint8_t {
     PowerCut,    ///< takes as long as the disk does: for what cannot be made again
 };
 
+/// Who may read a file that is new.
+enum class Readers : std::uint8_t {
+    AsUsual,  ///< as the user wants it for files
+    Owner,    ///< the user alone
+};
+
 /// Writes a file whole, or leaves what was there. A regular file is replaced through a temporary
 /// file beside it and a rename; it keeps its permissions, its owner, and the links that lead to it.
 /// Where that cannot be, as in a folder that takes no new file, its content is overwritten, and put
@@ -35,6 +41,11 @@ enum class Durability : std::uint8_t {
 /// written to directly. The path is in the system's own encoding.
 /// Returns the system's text for the failure, empty on success.
 std::string WriteWholeFile(const std::string& path, std::string_view bytes,
-                           Durability durability = Durability::TheProgram);
+                           Durability durability = Durability::TheProgram,
+                           Readers readers = Readers::AsUsual);
+
+/// Makes those folders of the path that are missing, for the user alone. They are on the disk when
+/// this returns. Returns the system's text for the failure, empty on success.
+std::string MakePrivateFolders(const std::string& path);
 
 }  // namespace zentro

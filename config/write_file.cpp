@@ -15,6 +15,18 @@ namespace {
 
 constexpr mode_t kPermissions = 07777;
 constexpr mode_t kUsualPermissions = 0666;  // less what the user's umask takes away
+constexpr mode_t kOwnersPermissions = 0600;
+constexpr mode_t kOwnersFolder = 0700;
+
+/// How a file is to be written.
+struct Manner {
+    Durability durability;
+    Readers readers;
+};
+
+mode_t PermissionsOfNew(Readers readers) {
+    return readers == Readers::Owner ? kOwnersPermissions : kUsualPermissions;
+}
 
 /// An open file of the system. The functions below give an error number of the system, 0 for none.
 class OpenFile {
@@ -85,32 +97,32 @@ void FinishFolder(const std::string& target) {
 /// A new file, like the old one, which is null where there is none. Leaves nothing behind when it
 /// fails, and leaves alone a file that has the name already (EEXIST).
 int WriteNew(const std::string& path, std::string_view bytes, const struct stat* old,
-             Durability durability) {
+             Manner manner) {
     OpenFile file(path, O_WRONLY | O_CREAT | O_EXCL,
-                  old != nullptr ? old->st_mode & kPermissions : kUsualPermissions);
+                  old != nullptr ? old->st_mode & kPermissions : PermissionsOfNew(manner.readers));
     if (!file.IsOpen()) return errno;
     int error = old == nullptr || MakeLike(file, *old) ? 0 : EPERM;
     if (error == 0) error = WriteAll(file, bytes);
-    if (error == 0) error = Finish(file, durability);
+    if (error == 0) error = Finish(file, manner.durability);
     if (const int closeError = file.Close(); error == 0) error = closeError;
     if (error != 0) static_cast<void>(std::remove(path.c_str()));
     return error;
 }
 
 int Replace(const std::string& target, std::string_view bytes, const struct stat* old,
-            Durability durability) {
+            Manner manner) {
     // Two programs may write the same file at once, each through a temporary file of its own; one
     // that was killed may have left its file under the name that this process has now.
     std::string temporary = target + ".new" + std::to_string(getpid());
-    int error = WriteNew(temporary, bytes, old, durability);
+    int error = WriteNew(temporary, bytes, old, manner);
     while (error == EEXIST) {
         temporary += '0';
-        error = WriteNew(temporary, bytes, old, durability);
+        error = WriteNew(temporary, bytes, old, manner);
     }
     if (error != 0) return error;
     error = MoveInPlace(temporary, target);
     if (error != 0) static_cast<void>(std::remove(temporary.c_str()));
-    if (error == 0 && durability == Durability::PowerCut) FinishFolder(target);
+    if (error == 0 && manner.durability == Durability::PowerCut) FinishFolder(target);
     return error;
 }
 
@@ -149,7 +161,7 @@ std::string BehindLinks(std::filesystem::path path) {
     return path.string();
 }
 
-int Write(const std::string& path, std::string_view bytes, Durability durability) {
+int Write(const std::string& path, std::string_view bytes, Manner manner) {
     if (path.find('\0') != std::string::npos) return EINVAL;
     OpenFile existing(path, O_WRONLY);
     if (!existing.IsOpen() && errno != ENOENT) return errno;
@@ -160,17 +172,36 @@ int Write(const std::string& path, std::string_view bytes, Durability durability
         const int closeError = existing.Close();
         return error != 0 ? error : closeError;
     }
-    const int error =
-        Replace(BehindLinks(path), bytes, existing.IsOpen() ? &old : nullptr, durability);
+    const int error = Replace(BehindLinks(path), bytes, existing.IsOpen() ? &old : nullptr, manner);
     if (!existing.IsOpen() || !OnlyInPlace(error)) return error;
-    return OverwriteOrPutBack(existing, path, bytes, durability);
+    return OverwriteOrPutBack(existing, path, bytes, manner.durability);
+}
+
+int MakeFolder(const std::string& path) {
+    int error = mkdir(path.c_str(), kOwnersFolder) == 0 ? 0 : errno;
+    const std::string parent = std::filesystem::path(path).parent_path().string();
+    if (error == ENOENT && !parent.empty() && parent != path) {
+        error = MakeFolder(parent);
+        if (error == 0) error = mkdir(path.c_str(), kOwnersFolder) == 0 ? 0 : errno;
+    }
+    if (error == 0) FinishFolder(path);
+    std::error_code unknown;
+    return error == EEXIST && std::filesystem::is_directory(path, unknown) ? 0 : error;
+}
+
+std::string TextOf(int error) {
+    return error == 0 ? std::string() : std::generic_category().message(error);
 }
 
 }  // namespace
 
-std::string WriteWholeFile(const std::string& path, std::string_view bytes, Durability durability) {
-    const int error = Write(path, bytes, durability);
-    return error == 0 ? std::string() : std::generic_category().message(error);
+std::string WriteWholeFile(const std::string& path, std::string_view bytes, Durability durability,
+                           Readers readers) {
+    return TextOf(Write(path, bytes, {durability, readers}));
+}
+
+std::string MakePrivateFolders(const std::string& path) {
+    return TextOf(MakeFolder(path));
 }
 
 }  // namespace zentro

@@ -24,11 +24,24 @@ QRegularExpressionMatch MatchName(const QString& fileName) {
     return kName.match(fileName);
 }
 
+QString ChecksumOf(const QByteArray& text) {
+    return QString::fromLatin1(QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex());
+}
+
+/// Copies of earlier versions of this program have no checksum.
+bool IsWhole(const QJsonObject& header, const QByteArray& text) {
+    return header["bytes"].toInteger(-1) == text.size() &&
+           (!header.contains("sha256") || header["sha256"].toString() == ChecksumOf(text));
+}
+
 }  // namespace
 
 std::string EncodeCopy(const RecoveryCopy& copy) {
     const QByteArray text = copy.text.toUtf8();
-    const QJsonObject header{{"title", copy.title}, {"path", copy.path}, {"bytes", text.size()}};
+    const QJsonObject header{{"title", copy.title},
+                             {"path", copy.path},
+                             {"bytes", text.size()},
+                             {"sha256", ChecksumOf(text)}};
     return (QJsonDocument(header).toJson(QJsonDocument::Compact) + '\n' + text).toStdString();
 }
 
@@ -41,7 +54,7 @@ std::optional<RecoveryCopy> ReadCopy(const QString& file) {
     const QByteArray bytes = QByteArray::fromStdString(content.bytes);
     const QJsonObject header = QJsonDocument::fromJson(bytes.left(headerSize)).object();
     const QByteArray text = bytes.mid(headerSize + 1);
-    if (header["bytes"].toInteger(-1) != text.size()) return std::nullopt;
+    if (!IsWhole(header, text)) return std::nullopt;
     RecoveryCopy copy;
     copy.title = header["title"].toString();
     copy.path = header["path"].toString();

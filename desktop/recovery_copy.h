@@ -6,8 +6,8 @@
 
 namespace zentro {
 
-/// A copy of a text as it was at a moment. On disk: a line of JSON with title, path and the number
-/// of bytes that follow, then the text in UTF-8.
+/// A copy of a text as it was at a moment. On disk: a line of JSON with title, path, and the number
+/// and the SHA-256 of the bytes that follow, then the text in UTF-8.
 struct RecoveryCopy {
     QString title;
     QString path;  ///< of the file; empty when it was never saved

@@ -6,7 +6,6 @@
 #include <QFileInfo>
 #include <QRandomGenerator>
 #include <QRegularExpression>
-#include <QSet>
 #include <algorithm>
 
 #include "config/file.h"
@@ -20,8 +19,14 @@ constexpr const char* kLockName = "lock";
 constexpr const char* kFailure =
     "Could not keep a recovery copy. System returned the following error: ";
 
-bool MakeEmptyFile(const QString& path) {
-    return QFile(path).open(QIODevice::WriteOnly | QIODevice::Append);
+/// On the disk when it returns. Returns the system's text for the failure, empty on success.
+QString Write(const QString& path, const std::string& bytes) {
+    return QString::fromLocal8Bit(
+        WriteWholeFile(SystemPath(path), bytes, Durability::PowerCut, Readers::Owner));
+}
+
+bool MakeFolder(const QString& path) {
+    return MakePrivateFolders(SystemPath(path)).empty();
 }
 
 bool IsMarker(const QString& path) {
@@ -66,7 +71,7 @@ bool RecoveryStore::BeginSession() {
         const QString session = QString("%1-%2")
                                     .arg(QCoreApplication::applicationPid())
                                     .arg(QRandomGenerator::system()->generate(), 8, 16, QChar('0'));
-        if (!QDir().mkpath(SessionFolder(session))) return false;
+        if (!MakeFolder(SessionFolder(session))) return false;
         if (!lock_.Acquire(SessionFolder(session) + '/' + kLockName)) continue;
         session_ = session;
         return true;
@@ -83,7 +88,7 @@ QString RecoveryStore::Keep(const QString& document, const QString& pathOrTitle,
     const bool isRenamed = before.folderName != kept.folderName;
     if (isRenamed) kept = {kept.folderName, {}, {}, false, !QDir::isAbsolutePath(pathOrTitle)};
     const QString marker = SessionFolder(session_) + '/' + kept.folderName;
-    if (!kept.unsaved) kept.unsaved = MakeEmptyFile(marker);
+    if (!kept.unsaved) kept.unsaved = QFile::exists(marker) || Write(marker, {}).isEmpty();
     if (!kept.unsaved) return kFailure + ("cannot write to " + marker);
     QString problem;
     if (kept.lastCopy.isEmpty() || kept.lastText != text || !QFile::exists(kept.lastCopy)) {
@@ -102,7 +107,7 @@ QString RecoveryStore::Keep(const QString& document, const QString& pathOrTitle,
 QString RecoveryStore::WriteCopy(KeptDocument& document, const QString& pathOrTitle,
                                  const QString& text) {
     const QString folder = CopyFolder(document.folderName);
-    if (!QDir().mkpath(folder)) return "cannot make the folder " + folder;
+    if (!MakeFolder(folder)) return "cannot make the folder " + folder;
     const bool isPath = QDir::isAbsolutePath(pathOrTitle);
     RecoveryCopy copy;
     copy.title = isPath ? QFileInfo(pathOrTitle).fileName() : pathOrTitle;
@@ -112,8 +117,7 @@ QString RecoveryStore::WriteCopy(KeptDocument& document, const QString& pathOrTi
     const QDateTime now = QDateTime::currentDateTimeUtc();
     lastTime_ = lastTime_.isValid() ? std::max(lastTime_, now) : now;
     const QString file = folder + '/' + CopyFileName(lastTime_, ++copiesMade_, session_);
-    const std::string problem = WriteWholeFile(SystemPath(file), EncodeCopy(copy));
-    if (!problem.empty()) return QString::fromLocal8Bit(problem);
+    if (QString problem = Write(file, EncodeCopy(copy)); !problem.isEmpty()) return problem;
     document.lastCopy = file;
     document.lastText = text;
     RemoveOldCopies(document.folderName);
@@ -167,15 +171,14 @@ void RecoveryStore::RemoveOldCopies(const QString& folderName) const {
     QStringList files = CopyFiles(folderName);
     if (files.size() <= kMostCopies) return;
     std::ranges::reverse(files);
-    // The last copy of a text that is unsaved somewhere stays, however old it is.
-    const QStringList unsaved = SessionsWithUnsaved(folderName);
-    QSet<QString> seen;
+    // The last whole copy of a text that is unsaved somewhere stays, however old it is.
+    QStringList wanted = SessionsWithUnsaved(folderName);
     for (qsizetype i = 0; i < files.size(); ++i) {
+        const QString file = CopyFolder(folderName) + '/' + files[i];
         const QString session = SessionOfCopy(files[i]).value_or(QString());
-        const bool isLastOfItsSession = !seen.contains(session);
-        seen.insert(session);
-        if (i < kMostCopies || (isLastOfItsSession && unsaved.contains(session))) continue;
-        QFile::remove(CopyFolder(folderName) + '/' + files[i]);
+        const bool isWanted = wanted.contains(session) && ReadCopy(file);
+        if (isWanted) wanted.removeAll(session);
+        if (i >= kMostCopies && !isWanted) QFile::remove(file);
     }
 }
 
@@ -257,9 +260,11 @@ void RecoveryStore::RemoveUnreachable() const {
         QDir(folder_ + "/copies").entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString& folderName : folders) {
         const QString folder = CopyFolder(folderName);
-        // All copies in a folder are of one text, so one tells whether it had a file.
-        const QStringList copies = CopyFiles(folderName);
-        const auto copy = copies.isEmpty() ? std::nullopt : ReadCopy(folder + '/' + copies.last());
+        // All copies in a folder are of one text, so any whole one tells whether it had a file.
+        std::optional<RecoveryCopy> copy;
+        for (const QString& file : CopyFiles(folderName)) {
+            if (!copy) copy = ReadCopy(folder + '/' + file);
+        }
         const bool isUntitled = copy && copy->path.isEmpty();
         bool removed = false;
         for (const QString& file : FilesIn(folder)) {

@@ -27,10 +27,11 @@ struct UnsavedText {
 ///     sessions/SESSION/lock                       held while that run of the program lasts
 ///     sessions/SESSION/NAME-HASH                  empty; that file has unsaved changes there
 ///
-/// Files that are damaged or not ours are left alone.
+/// Copies are on the disk when Keep returns, and only the user can read them. Files that are
+/// damaged or not ours are left alone.
 class RecoveryStore {
   public:
-    /// The folder is made when the first copy is.
+    /// The folder is made when the first copy is. The calls wait for the disk; see RecoveryService.
     explicit RecoveryStore(QString folder);
     ~RecoveryStore();
     RecoveryStore(const RecoveryStore&) = delete;

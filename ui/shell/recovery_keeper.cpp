@@ -39,7 +39,10 @@ RecoveryKeeper::RecoveryKeeper(Workbench& workbench, Programs& programs, SourceF
     connect(&programs_, &Programs::Changed, this, &RecoveryKeeper::Follow);
     connect(&programs_, &Programs::Closing, this, &RecoveryKeeper::Forget);
     connect(&watcher_, &FileWatcher::ChangedOnDisk, this, &RecoveryKeeper::LookAtDisk);
-    connect(&timer_, &QTimer::timeout, this, &RecoveryKeeper::KeepAll);
+    connect(&store_, &RecoveryService::Finished, this, &RecoveryKeeper::TellOnce);
+    connect(&timer_, &QTimer::timeout, this, [this] {
+        if (!store_.IsBusy()) KeepAll();  // a disk that does not keep up gets no queue
+    });
     timer_.start(kInterval);
     connect(qApp, &QGuiApplication::applicationStateChanged, this,
             [this](Qt::ApplicationState state) {
@@ -56,7 +59,12 @@ void RecoveryKeeper::KeepAll() {
 }
 
 void RecoveryKeeper::Keep(const OpenFile& file) {
-    TellOnce(store_.Keep(DocumentOf(file.id), PathOrTitle(file), programs_.Text(file.id)));
+    store_.Keep(DocumentOf(file.id), PathOrTitle(file), programs_.Text(file.id));
+}
+
+QString RecoveryKeeper::KeepNow() {
+    KeepAll();
+    return store_.Flush();
 }
 
 /// A full disk is told once, not every ten seconds.
@@ -100,6 +108,7 @@ void RecoveryKeeper::EndSession() {
     timer_.stop();
     for (const OpenFile& file : programs_.Files())
         Forget(file.id);
+    TellOnce(store_.Flush());
 }
 
 void RecoveryKeeper::OfferUnsaved(QWidget* parent) {
@@ -143,8 +152,7 @@ void RecoveryKeeper::TakeBack(const UnsavedText& unsaved) {
                                ? windows_.NewFile()
                                : windows_.OpenFile(file.absolutePath(), file.fileName());
     if (window == nullptr) window = windows_.NewFile();
-    const QString problem = store_.Restore(unsaved, DocumentOf(window->Id()), window->Text());
-    if (!problem.isEmpty()) return workbench_.dialogs.ShowMessage(window, problem);
+    store_.Restore(unsaved, DocumentOf(window->Id()), window->Text());
     window->SetText(unsaved.copy.text);
 }
 

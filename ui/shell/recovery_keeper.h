@@ -6,7 +6,7 @@
 
 #include "desktop/file_watcher.h"
 #include "desktop/programs.h"
-#include "desktop/recovery_store.h"
+#include "desktop/recovery_service.h"
 #include "ui/support/workbench.h"
 
 class QWidget;
@@ -25,8 +25,11 @@ class RecoveryKeeper : public QObject {
     RecoveryKeeper(Workbench& workbench, Programs& programs, SourceFiles& windows, QObject* parent);
     ~RecoveryKeeper() override;
 
-    /// Copies every changed text now.
+    /// Copies every changed text now; it is on the disk some time later.
     void KeepAll();
+    /// The same, and it is on the disk when this returns. Returns the message for the user when it
+    /// is not.
+    QString KeepNow();
     /// Offers what runs of the program left that ended without saving, if there is any.
     void OfferUnsaved(QWidget* parent);
     /// Shows the copies of the file in front and takes one back.
@@ -53,7 +56,7 @@ class RecoveryKeeper : public QObject {
     Workbench& workbench_;
     Programs& programs_;
     SourceFiles& windows_;
-    RecoveryStore store_;
+    RecoveryService store_;
     FileWatcher watcher_;
     QTimer timer_;
     std::map<FileId, Followed> followed_;

@@ -2,6 +2,7 @@
 #include <QDirIterator>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTreeWidget>
 #include <algorithm>
 #include <gmock/gmock.h>
@@ -250,6 +251,54 @@ TEST_F(RecoveryTest, DamagedAndForeignFilesDoNoHarm) {
         EXPECT_EQ(ReadFile(name), "{\"bytes\":") << name.toStdString();
     }
     EXPECT_TRUE(QFileInfo::exists(store_ + "/sessions/foreign"));
+}
+
+/// What a power cut leaves of a file whose bytes were still on their way to the disk.
+TEST_F(RecoveryTest, OfSpoiltCopiesTheNewestWholeOneIsOffered) {
+    const std::vector<std::function<QByteArray(QByteArray)>> spoil{
+        [](const QByteArray&) { return QByteArray(); },
+        [](const QByteArray& whole) { return whole.left(whole.size() / 2); },
+        [](const QByteArray& whole) { return QByteArray(whole.size(), '\0'); },
+        [](const QByteArray& whole) { return whole.left(whole.size() - 4) + QByteArray(4, '\0'); },
+        [](const QByteArray& whole) { return whole + '\0'; },
+    };
+    Crash(path_, {"whole"});
+    Crash("NewFile1", {"whole too"});
+    for (std::size_t i = 0; i < spoil.size(); ++i) {
+        for (const QString& file : {CopyFiles().first(), CopyFiles().last()}) {
+            // A newer copy of the same text by the same run.
+            QString newer = file;
+            newer.replace(QRegularExpression("Z-\\d{6}"), QString("Z-%1").arg(i + 100, 6));
+            newer.replace(QRegularExpression("/\\d{8}T"), "/29990101T").replace(' ', '0');
+            const QByteArray whole = ReadFile(QDir(folder_.path()).relativeFilePath(file));
+            WriteFile(QDir(folder_.path()).relativeFilePath(newer), spoil[i](whole));
+        }
+    }
+    ASSERT_EQ(CopyFiles().size(), 2 + 2 * static_cast<int>(spoil.size()));
+    {
+        RecoveryStore store(store_);
+        EXPECT_THAT(TextsOf(store.Unsaved()),
+                    ::testing::UnorderedElementsAre("whole", "whole too"));
+        // Not even the history of another run pushes it out.
+        for (int i = 0; i < kMostCopies + 5; ++i) {
+            EXPECT_EQ(store.Keep("1", path_, QString::number(i)), "");
+        }
+        store.Forget("1");
+    }
+    EXPECT_THAT(TextsOf(RecoveryStore(store_).Unsaved()),
+                ::testing::UnorderedElementsAre("whole", "whole too"));
+    // Of a text without a file nothing stays, spoilt or whole, once nobody can ask for it.
+    QDir(store_ + "/sessions").removeRecursively();
+    EXPECT_THAT(RecoveryStore(store_).Unsaved(), IsEmpty());
+    EXPECT_EQ(QDir(store_ + "/copies").entryList({"NewFile1-*"}, QDir::Dirs), QStringList());
+}
+
+TEST_F(RecoveryTest, ACopyOfAnEarlierVersionHasNoChecksum) {
+    Crash(path_, {"old"});
+    const QString copy = QDir(folder_.path()).relativeFilePath(CopyFiles().at(0));
+    WriteFile(copy, R"({"bytes":5,"path":")" + path_.toUtf8() + R"(","title":"robot.txt"})" + "\n" +
+                        "older");
+    EXPECT_THAT(TextsOf(RecoveryStore(store_).Unsaved()), ElementsAre("older"));
 }
 
 TEST_F(RecoveryTest, AFullDiskIsToldAndCostsNoCopy) {
