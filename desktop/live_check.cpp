@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "compiler/editor_check.h"
 #include "compiler/paths.h"
 
 namespace zentro {
@@ -58,6 +59,26 @@ class OpenTextReader : public FileReader {
     const TextProvider& openTexts_;
 };
 
+/// What a line that includes a file with mistakes is marked with.
+QString IncludedText(const IncludedMistakes& mistakes) {
+    const LineXref& place = mistakes.first.place;
+    const QString first = QString::fromStdString(place.fileName);
+    const QString line = QString::number(place.sourceLineNo);
+    const QString text = QString::fromStdString(mistakes.first.text);
+    const bool hasErrors = mistakes.errors > 0;
+    const int count = hasErrors ? mistakes.errors : mistakes.warnings;
+    if (count == 1) {
+        const QString one = hasErrors ? LiveCheck::tr("There is a mistake in %1, line %2: %3")
+                                      : LiveCheck::tr("There is a warning in %1, line %2: %3");
+        return one.arg(first, line, text);
+    }
+    const QString several =
+        hasErrors ? LiveCheck::tr("There are %1 mistakes in %2, the first one in %3, line %4: %5")
+                  : LiveCheck::tr("There are %1 warnings in %2, the first one in %3, line %4: %5");
+    return several.arg(QString::number(count), QString::fromStdString(mistakes.fileName), first,
+                       line, text);
+}
+
 class NoProgress : public Progress {
   public:
     void LetEventsRun() override {}
@@ -73,7 +94,11 @@ CheckResult CheckProgram(const InstructionConfiguration& configuration, const Pr
     OpenTextReader files(openTexts);
     NoProgress progress;
     Compilation compilation(configuration, {output, prompts, files, progress});
-    result.succeeded = SyntaxCheck(compilation, program);
+    for (const IncludedMistakes& mistakes : CheckForEditor(compilation, program)) {
+        result.messages[PathOf(mistakes.place.pathName, mistakes.place.fileName)].push_back(
+            {mistakes.place.sourceLineNo, mistakes.first.severity, IncludedText(mistakes)});
+    }
+    result.succeeded = compilation.diagnostics.ErrorCount() == 0;
     result.names = NamesOf(compilation);
     result.lines = compilation.sourceLines.size();
     return result;

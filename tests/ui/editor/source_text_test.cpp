@@ -3,10 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include "desktop/live_check.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/editor/block_words.h"
 #include "ui/editor/completion.h"
-#include "desktop/live_check.h"
 #include "ui/editor/source_text_format.h"
 #include "ui/editor/statement_help.h"
 #include "ui/editor/touched_lines.h"
@@ -166,7 +166,7 @@ TEST_F(SourceText, ChecksOpenTextsBeforeFiles) {
     const TextProvider open = [&](const std::string& path) -> std::optional<std::string> {
         if (path != PathOf("main.txt")) return std::nullopt;
         return "INCLUDE \"drive.txt\"\nINCLUDE \"missing.txt\"\nDEFINE CONSTANT Fast = 90\n"
-               "BEGIN PROGRAM\n    Speed = Nothing + 1\n    DISPLAY 3\nEND PROGRAM\n";
+               "BEGIN PROGRAM\n    Speed = Nothing + 1\n    DISPLAY 300\nEND PROGRAM\n";
     };
     const CheckResult result = CheckProgram(configuration,
                                             {.sourceDirectory = folder,
@@ -179,7 +179,13 @@ TEST_F(SourceText, ChecksOpenTextsBeforeFiles) {
     ASSERT_EQ(result.messages.count(PathOf("drive.txt")), 1U);
     EXPECT_EQ(result.messages.at(PathOf("drive.txt")).front().line, 2);
     ASSERT_EQ(result.messages.count(PathOf("main.txt")), 1U);
-    EXPECT_EQ(result.messages.at(PathOf("main.txt")).front().line, 2);  // the missing file
+    const std::vector<LineMessage>& main = result.messages.at(PathOf("main.txt"));
+    ASSERT_EQ(main.size(), 3U);
+    EXPECT_EQ(main[0].line, 2);  // the missing file
+    EXPECT_EQ(main[1].line, 6);  // found although the declarations have mistakes
+    EXPECT_EQ(main[2].line, 1);
+    EXPECT_TRUE(main[2].text.startsWith("There is a mistake in drive.txt, line 2: Speed - "))
+        << main[2].text.toStdString();
     ASSERT_EQ(result.names.size(), 2U);
     EXPECT_EQ(result.names[0].declaration, "DEFINE CONSTANT Fast = 90");
     EXPECT_EQ(result.names[1].name, "Speed");
