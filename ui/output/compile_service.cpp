@@ -144,7 +144,7 @@ bool CompileService::Run(OutputSink& output, const std::function<bool(Compilatio
     auto compilation = std::make_unique<Compilation>(
         workbench_.configuration,
         Environment{outside_->output, outside_->prompts, outside_->reader, outside_->progress});
-    const bool succeeded = run(*compilation);
+    const bool succeeded = run(*compilation) && compilation->diagnostics.ErrorCount() == 0;
     last_ = std::move(compilation);
     emit LastChanged();
     return succeeded;

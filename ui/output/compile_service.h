@@ -23,7 +23,8 @@ class CompileService : public QObject {
     ~CompileService() override;
 
     /// Compiles a program. The listing is filled when the settings want one. True when every stage
-    /// succeeded. While another run is on, or when the object file would replace the source file,
+    /// succeeded and no error was counted, also by the stages that an error does not end. While
+    /// another run is on, or when the object file would replace the source file,
     /// nothing happens but a message. The sinks are used during the call only.
     bool Compile(const ProgramFiles& files, OutputSink& output, ListingSink* listing);
     /// Reads and parses a program. True when it has no errors.

@@ -2,8 +2,8 @@
 
 #include <QTimer>
 
-#include "tests/ui/ui_fixture.h"
 #include "desktop/program_files.h"
+#include "tests/ui/ui_fixture.h"
 
 namespace zentro {
 namespace {
@@ -108,6 +108,16 @@ TEST_F(Service, AsksForAMissingFile) {
     output.errors.clear();
     EXPECT_TRUE(service.Compile(FilesOf("main.txt"), output, nullptr));
     EXPECT_TRUE(output.errors.empty());
+}
+
+// The object file is written, but an error is an error.
+TEST_F(Service, AProgramThatDoesNotFitTheBoardHasFailed) {
+    WriteFile("main.txt",
+              "DEFINE TABLE First\r\nRESERVE 20000\r\nEND TABLE\r\n"
+              "DEFINE TABLE Second\r\nRESERVE 20000\r\nEND TABLE\r\n"
+              "BEGIN PROGRAM\r\nEND PROGRAM\r\n");
+    EXPECT_FALSE(service.Compile(FilesOf("main.txt"), output, nullptr));
+    EXPECT_EQ(output.errors, std::vector{MessageCode::ProgramTooLarge});
 }
 
 TEST_F(Service, TellsWhyTheObjectFileCannotBeWritten) {

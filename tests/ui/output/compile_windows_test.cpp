@@ -239,7 +239,7 @@ class KeptListing : public ListingSink {
 
 TEST_F(CompileWindows, TheListingIsWholeAndFoundByAddress) {
     QByteArray large = "DEFINE BYTE Count = 0\r\nBEGIN PROGRAM\r\n";
-    for (int i = 0; i < 5997; ++i)
+    for (int i = 0; i < 4500; ++i)
         large += "Count = Count + 1\r\n";
     WriteFile("large.txt", large + "END PROGRAM\r\n");
     settings->SaveSetting(SettingNumber::SourceFolder, ZENTRO_EXAMPLES_FOLDER);
