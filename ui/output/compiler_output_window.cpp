@@ -103,7 +103,7 @@ void CompilerOutputWindow::Write(std::string_view text, LogColour colour,
 }
 
 void CompilerOutputWindow::Clear() {
-    log_ = {};
+    log_ = CompileLog(fileName_.toStdString());
     View().clear();
     hasBegun_ = true;
     summary_->setText("Compiling...");

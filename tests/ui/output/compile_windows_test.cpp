@@ -6,11 +6,11 @@
 #include <QProgressBar>
 #include <QTextBlock>
 
+#include "desktop/program_files.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/output/compile_service.h"
 #include "ui/output/compiler_output_window.h"
 #include "ui/output/object_code_window.h"
-#include "desktop/program_files.h"
 #include "ui/support/colours.h"
 
 namespace zentro {
@@ -85,6 +85,8 @@ TEST_F(CompileWindows, EachMessageLeadsToItsOwnLine) {
     for (qsizetype i = 0; i < clicked.size(); ++i) {
         EXPECT_EQ(clicked[i].section(':', 1), expected[i]);
     }
+    EXPECT_EQ(text.toPlainText().count("\nIn 'part.txt':\n0003\tERROR: "), 1);
+    EXPECT_EQ(text.toPlainText().count("\nIn 'main.txt':\n0003\tERROR: "), 1);
     EXPECT_TRUE(clicked.contains("part.txt:3"));
     EXPECT_TRUE(clicked.contains("main.txt:3"));
     ASSERT_EQ(output.Messages().size(), static_cast<std::size_t>(clicked.size()));
