@@ -33,7 +33,10 @@ void CompileLog::Write(std::string_view text, LogColour colour, const PostedMess
         messages_.push_back(*message);
         messageLines_.push_back(line_);
     }
-    if (message != nullptr && message->severity == Severity::Error) ++errorCount_;
+    if (message != nullptr && message->severity == Severity::Error) {
+        ++errorCount_;
+        if (!firstErrorLine_) firstErrorLine_ = line_;
+    }
     if (message != nullptr && message->severity == Severity::Warning) ++warningCount_;
     Append(text, colour);
 }

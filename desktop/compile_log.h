@@ -43,6 +43,9 @@ class CompileLog {
     std::optional<int> NextMessage(int line) const;
     std::optional<int> PreviousMessage(int line) const;
 
+    /// The line of the first error, whether or not it is about a source line; nothing without one.
+    std::optional<int> FirstErrorLine() const { return firstErrorLine_; }
+
     int ErrorCount() const { return errorCount_; }
     int WarningCount() const { return warningCount_; }
 
@@ -55,6 +58,7 @@ class CompileLog {
     int line_ = 0;  ///< the one that the next piece goes to
     std::vector<PostedMessage> messages_;
     std::vector<int> messageLines_;  ///< the line of each message
+    std::optional<int> firstErrorLine_;
     int errorCount_ = 0;
     int warningCount_ = 0;
 };

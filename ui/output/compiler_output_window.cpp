@@ -129,6 +129,8 @@ void CompilerOutputWindow::FinishCompile() {
     progress_->hide();
     summary_->setText(hasBegun_ ? CountsText(log_.ErrorCount(), log_.WarningCount())
                                 : "Nothing was compiled");
+    unvisited_ = log_.FirstErrorLine();
+    if (unvisited_) View().SelectLine(*unvisited_);
     Announce();
 }
 
@@ -180,6 +182,7 @@ void CompilerOutputWindow::Recolour() {
 }
 
 void CompilerOutputWindow::ShowLineOf(int logLine) {
+    unvisited_.reset();
     const PostedMessage* message = log_.MessageInLine(logLine);
     if (message == nullptr) return;
     LineXref place = message->place;
@@ -192,7 +195,9 @@ void CompilerOutputWindow::ShowLineOf(int logLine) {
 }
 
 void CompilerOutputWindow::ShowNextMessage() {
-    GoTo(log_.NextMessage(View().textCursor().blockNumber()));
+    const int line = View().textCursor().blockNumber();
+    const bool isUnvisited = unvisited_ == line && log_.MessageInLine(line) != nullptr;
+    GoTo(isUnvisited ? line : log_.NextMessage(line));
 }
 
 void CompilerOutputWindow::ShowPreviousMessage() {

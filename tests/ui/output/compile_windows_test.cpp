@@ -101,6 +101,22 @@ TEST_F(CompileWindows, EachMessageLeadsToItsOwnLine) {
     EXPECT_EQ(shown, (QStringList{clicked.last(), clicked.last()}));
 }
 
+TEST_F(CompileWindows, TheFirstErrorIsInViewWhenTheRunIsOver) {
+    QByteArray program = "DEFINE BYTE Count = 0\r\nBEGIN PROGRAM\r\nIF Count = 0 THEN 5\r\n";
+    WriteFile("main.txt", program + QByteArray("    Wrong = 1\r\n").repeated(60));
+    QPlainTextEdit& text = TextOf(output);
+    for (const auto& key : {Qt::Key_Return, Qt::Key_F4}) {
+        EXPECT_FALSE(Compile(folder_.path(), "main.txt"));
+        const QString selected = text.textCursor().selectedText();
+        EXPECT_TRUE(selected.startsWith("0003\tERROR: ")) << selected.toStdString();
+        EXPECT_TRUE(text.viewport()->rect().contains(text.cursorRect()));
+        QTest::keyClick(&text, key);
+        EXPECT_EQ(std::exchange(shown, {}), QStringList{"main.txt:3"});
+    }
+    QTest::keyClick(&text, Qt::Key_F4);
+    EXPECT_EQ(shown, QStringList{"main.txt:4"});
+}
+
 TEST_F(CompileWindows, TheEndOfTheProgramIsThatOfTheMainFile) {
     WriteFile("main.txt", "DEFINE ROUTINE Open()\r\n");
     EXPECT_FALSE(Compile(folder_.path(), "main.txt"));
