@@ -185,6 +185,9 @@ bool SourceWindow::ReplaceIfSelected(const QString& text, const QString& replace
 void SourceWindow::GotoLine(int line) {
     SelectLine(*editor_, line);
 }
+void SourceWindow::ShowLine(int line) {
+    PutCaretInLine(*editor_, line);
+}
 
 void SourceWindow::SetFormColours() {
     const auto colour = [&](SettingNumber number) {

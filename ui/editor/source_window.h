@@ -56,6 +56,8 @@ class SourceWindow : public QWidget {
     void EndUndoGroup();
     /// Selects a line (from 1) and gives the text the focus.
     void GotoLine(int line);
+    /// Puts the caret into a line and gives the text the focus, without selecting anything.
+    void ShowLine(int line);
 
     /// Take the settings as they are now.
     void SetFormColours();

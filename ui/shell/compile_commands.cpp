@@ -112,7 +112,7 @@ void CompileCommands::ShowMessages() {
 SourceWindow* CompileCommands::ShowLine(const LineXref& line) {
     SourceWindow* window = files_.OpenFile(QString::fromStdString(line.pathName),
                                            QString::fromStdString(line.fileName));
-    if (window != nullptr) window->GotoLine(line.sourceLineNo);
+    if (window != nullptr) window->ShowLine(line.sourceLineNo);
     return window;
 }
 
