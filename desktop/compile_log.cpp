@@ -27,12 +27,21 @@ QString LogText(std::string_view utf8) {
 }  // namespace
 
 void CompileLog::Write(std::string_view text, LogColour colour, const PostedMessage* message) {
+    const std::string heading = message == nullptr ? std::string() : headings_.Before(*message);
+    if (!heading.empty()) Append(heading + '\n', LogColour::Green);
     if (message != nullptr && message->place.sourceLineNo > 0) {
         messages_.push_back(*message);
         messageLines_.push_back(line_);
     }
-    if (message != nullptr && message->severity == Severity::Error) ++errorCount_;
+    if (message != nullptr && message->severity == Severity::Error) {
+        ++errorCount_;
+        if (!firstErrorLine_) firstErrorLine_ = line_;
+    }
     if (message != nullptr && message->severity == Severity::Warning) ++warningCount_;
+    Append(text, colour);
+}
+
+void CompileLog::Append(std::string_view text, LogColour colour) {
     if (pending_.empty() || pending_.back().colour != colour) pending_.push_back({{}, colour});
     pending_.back().text += LogText(text);
     line_ += static_cast<int>(std::ranges::count(text, '\n'));

@@ -2,8 +2,12 @@
 
 #include <QString>
 #include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "compiler/file_headings.h"
 #include "model/environment.h"
 
 namespace zentro {
@@ -18,6 +22,10 @@ struct LogRun {
 /// line. Lines count from 0.
 class CompileLog {
   public:
+    /// The file that is compiled, whose messages need no heading. The name, UTF-8, may be empty.
+    explicit CompileLog(std::string mainFileName = {}) : headings_(std::move(mainFileName)) {}
+
+    /// Before a message about another file than the one before comes a line that names the file.
     void Write(std::string_view text, LogColour colour, const PostedMessage* message);
 
     /// What was written since the last call.
@@ -35,15 +43,22 @@ class CompileLog {
     std::optional<int> NextMessage(int line) const;
     std::optional<int> PreviousMessage(int line) const;
 
+    /// The line of the first error, whether or not it is about a source line; nothing without one.
+    std::optional<int> FirstErrorLine() const { return firstErrorLine_; }
+
     int ErrorCount() const { return errorCount_; }
     int WarningCount() const { return warningCount_; }
 
   private:
+    void Append(std::string_view text, LogColour colour);
+
+    FileHeadings headings_;
     std::vector<LogRun> pending_;
     std::vector<LogColour> lineColours_;
     int line_ = 0;  ///< the one that the next piece goes to
     std::vector<PostedMessage> messages_;
     std::vector<int> messageLines_;  ///< the line of each message
+    std::optional<int> firstErrorLine_;
     int errorCount_ = 0;
     int warningCount_ = 0;
 };

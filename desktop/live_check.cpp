@@ -50,19 +50,24 @@ class OpenTextReader : public FileReader {
     const Programs& programs_;
 };
 
-/// What stands at the line that includes the file.
-QString Describe(const IncludedMistakes& mistakes) {
+/// What a line that includes a file with mistakes is marked with.
+QString IncludedText(const IncludedMistakes& mistakes) {
+    const LineXref& place = mistakes.first.place;
+    const QString first = QString::fromStdString(place.fileName);
+    const QString line = QString::number(place.sourceLineNo);
+    const QString text = QString::fromStdString(mistakes.first.text);
     const bool hasErrors = mistakes.errors > 0;
     const int count = hasErrors ? mistakes.errors : mistakes.warnings;
-    const QString text = count == 1 && hasErrors ? LiveCheck::tr("%1 has a mistake in line %2: %3")
-                         : count == 1            ? LiveCheck::tr("%1 has a warning in line %2: %3")
-                         : hasErrors
-                             ? LiveCheck::tr("%1 has %4 mistakes, the first in line %2: %3")
-                             : LiveCheck::tr("%1 has %4 warnings, the first in line %2: %3");
-    return text.arg(QString::fromStdString(mistakes.fileName))
-        .arg(mistakes.first.place.sourceLineNo)
-        .arg(QString::fromStdString(mistakes.first.text))
-        .arg(count);
+    if (count == 1) {
+        const QString one = hasErrors ? LiveCheck::tr("There is a mistake in %1, line %2: %3")
+                                      : LiveCheck::tr("There is a warning in %1, line %2: %3");
+        return one.arg(first, line, text);
+    }
+    const QString several =
+        hasErrors ? LiveCheck::tr("There are %1 mistakes in %2, the first one in %3, line %4: %5")
+                  : LiveCheck::tr("There are %1 warnings in %2, the first one in %3, line %4: %5");
+    return several.arg(QString::number(count), QString::fromStdString(mistakes.fileName), first,
+                       line, text);
 }
 
 class NoProgress : public Progress {
@@ -87,7 +92,7 @@ ProgramReport CheckProgram(const InstructionConfiguration& configuration, const 
     for (const IncludedMistakes& mistakes : included) {
         output.messages.Add(mistakes.place,
                             mistakes.errors > 0 ? Severity::Error : Severity::Warning,
-                            Describe(mistakes));
+                            IncludedText(mistakes));
     }
     return output.messages.Report(file.key, compilation, texts,
                                   compilation.diagnostics.ErrorCount() == 0);

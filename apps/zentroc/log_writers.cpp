@@ -38,28 +38,18 @@ bool IsMistake(const PostedMessage* message) {
 }  // namespace
 
 TextLog::TextLog(StandardOutput& output, std::string mainFileName, bool inColour, bool quiet)
-    : output_(output),
-      currentFileName_(std::move(mainFileName)),
-      inColour_(inColour),
-      quiet_(quiet) {}
+    : output_(output), headings_(std::move(mainFileName)), inColour_(inColour), quiet_(quiet) {}
 
 void TextLog::Write(std::string_view text, LogColour colour, const PostedMessage* message) {
     if (quiet_ && !IsMistake(message)) return;
-    if (IsMistake(message)) NameOtherFile(*message);
+    const std::string heading = message == nullptr ? std::string() : headings_.Before(*message);
+    if (!heading.empty()) output_.Write(heading + "\n");
     const bool endsLine = text.ends_with('\n');
     if (endsLine) text.remove_suffix(1);
     if (inColour_) output_.Write(ColourSequence(colour));
     output_.Write(text);
     if (inColour_ && !ColourSequence(colour).empty()) output_.Write(kPlain);
     output_.Write("\n");
-}
-
-/// A line number alone does not say which of several files is meant.
-void TextLog::NameOtherFile(const PostedMessage& message) {
-    const std::string& fileName = message.place.fileName;
-    if (fileName.empty() || fileName == currentFileName_) return;
-    currentFileName_ = fileName;
-    output_.Write("In '" + fileName + "':\n");
 }
 
 void JsonLog::Write(std::string_view, LogColour, const PostedMessage* message) {

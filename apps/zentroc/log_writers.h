@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "apps/zentroc/console.h"
+#include "compiler/file_headings.h"
 #include "model/environment.h"
 
 namespace zentro {
@@ -15,10 +16,8 @@ class TextLog : public OutputSink {
     void Write(std::string_view text, LogColour colour, const PostedMessage* message) override;
 
   private:
-    void NameOtherFile(const PostedMessage& message);
-
     StandardOutput& output_;
-    std::string currentFileName_;
+    FileHeadings headings_;
     bool inColour_;
     bool quiet_;
 };

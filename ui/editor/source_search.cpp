@@ -19,6 +19,11 @@ bool IsSelected(SourceEditor& editor, const QString& text) {
     return !text.isEmpty() && editor.selectedText().compare(text, Qt::CaseInsensitive) == 0;
 }
 
+/// From 0, of the nearest line that there is.
+int IndexOf(SourceEditor& editor, int line) {
+    return std::clamp(line, 1, LineCount(editor)) - 1;
+}
+
 }  // namespace
 
 int FindInSource(SourceEditor& editor, const QString& text, bool continueFromSelection,
@@ -47,9 +52,15 @@ bool ReplaceSelection(SourceEditor& editor, const QString& text, const QString& 
 }
 
 void SelectLine(SourceEditor& editor, int line) {
-    const int index = std::clamp(line, 1, LineCount(editor)) - 1;
+    const int index = IndexOf(editor, line);
     editor.setFocus();
     editor.SelectRange(LineBegin(editor, index), LineEnd(editor, index));
+}
+
+void PutCaretInLine(SourceEditor& editor, int line) {
+    const long place = Send(editor, Sci::SCI_GETLINEINDENTPOSITION, IndexOf(editor, line));
+    editor.setFocus();
+    editor.SelectRange(place, place);
 }
 
 }  // namespace zentro

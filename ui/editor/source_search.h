@@ -21,4 +21,8 @@ bool ReplaceSelection(SourceEditor& editor, const QString& text, const QString& 
 /// Selects a line (from 1) up to its line end. A number that no line has stands for the nearest.
 void SelectLine(SourceEditor& editor, int line);
 
+/// Brings a line into view and puts the caret before its first word, so that the next key only adds
+/// to it.
+void PutCaretInLine(SourceEditor& editor, int line);
+
 }  // namespace zentro

@@ -230,7 +230,6 @@ bool SourceWindow::ReplaceIfSelected(const QString& text, const QString& replace
 void SourceWindow::GotoLine(int line) {
     SelectLine(*editor_, line);
 }
-
 void SourceWindow::PutCaretAt(int line) {
     const int index = std::clamp(line, 1, editor_->lines()) - 1;
     const long begin = editor_->SendScintilla(QsciScintilla::SCI_GETLINEINDENTPOSITION, index);

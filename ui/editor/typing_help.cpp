@@ -75,8 +75,7 @@ bool TypingHelp::SwallowBlank(const QKeyEvent& event) {
 
 bool TypingHelp::IsAtNewIndentation() const {
     return Send(editor_, Sci::SCI_GETSELECTIONEMPTY) != 0 &&
-           CaretPosition(editor_) ==
-               Send(editor_, Sci::SCI_GETLINEINDENTPOSITION, indentedLine_);
+           CaretPosition(editor_) == Send(editor_, Sci::SCI_GETLINEINDENTPOSITION, indentedLine_);
 }
 
 void TypingHelp::CharacterAdded(int character) {

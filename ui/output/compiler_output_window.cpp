@@ -104,7 +104,7 @@ void CompilerOutputWindow::Write(std::string_view text, LogColour colour,
 }
 
 void CompilerOutputWindow::Clear() {
-    log_ = {};
+    log_ = CompileLog(fileName_.toStdString());
     View().clear();
     hasBegun_ = true;
     summary_->setText("Compiling...");
@@ -130,6 +130,8 @@ void CompilerOutputWindow::FinishCompile() {
     progress_->hide();
     summary_->setText(hasBegun_ ? CountsText(log_.ErrorCount(), log_.WarningCount())
                                 : "Nothing was compiled");
+    unvisited_ = log_.FirstErrorLine();
+    if (unvisited_) View().SelectLine(*unvisited_);
     Announce();
 }
 
@@ -181,6 +183,7 @@ void CompilerOutputWindow::Recolour() {
 }
 
 void CompilerOutputWindow::ShowLineOf(int logLine) {
+    unvisited_.reset();
     const PostedMessage* message = log_.MessageInLine(logLine);
     if (message == nullptr) return;
     LineXref place = message->place;
@@ -205,7 +208,9 @@ HelpTopic CompilerOutputWindow::TopicAtCursor() const {
 }
 
 void CompilerOutputWindow::ShowNextMessage() {
-    GoTo(log_.NextMessage(View().textCursor().blockNumber()));
+    const int line = View().textCursor().blockNumber();
+    const bool isUnvisited = unvisited_ == line && log_.MessageInLine(line) != nullptr;
+    GoTo(isUnvisited ? line : log_.NextMessage(line));
 }
 
 void CompilerOutputWindow::ShowPreviousMessage() {

@@ -2,8 +2,8 @@
 
 #include <QTimer>
 
-#include "model/environment.h"
 #include "desktop/compile_log.h"
+#include "model/environment.h"
 #include "ui/output/compiler_text_window.h"
 #include "ui/support/help_topic.h"
 
@@ -21,7 +21,8 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
 
     /// The file to be compiled, for the caption. Does nothing without a name.
     void InitFile(const QString& path, const QString& fileName);
-    /// The run is over: shows all of the log and what came of it, and ends the animation.
+    /// The run is over: shows all of the log and what came of it, with the first error in view and
+    /// selected, and ends the animation.
     void FinishCompile();
     void SetFormColours() override;
 
@@ -37,7 +38,7 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
 
   public slots:
     /// Selects the next or the previous message about a source line, from the caret on, and raises
-    /// ShowLineWithError for it.
+    /// ShowLineWithError for it. The first error, selected when the run was over, is the first one.
     void ShowNextMessage();
     void ShowPreviousMessage();
 
@@ -67,6 +68,7 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
     QTimer animation_;
     QTimer showTimer_;
     bool hasBegun_ = false;
+    std::optional<int> unvisited_;  ///< the line of the log that is selected but was not shown
 };
 
 }  // namespace zentro

@@ -237,7 +237,9 @@ void MainWindow::TellSearchResult(SearchResult result) {
     // Without a text there is something to ask first.
     if (result == SearchResult::NothingToFind) return ShowFindDialog(false);
     const QString text = SearchResultText(result);
-    if (!text.isEmpty()) workbench_.dialogs.ShowMessage(this, text);
+    const bool isToolInFront = findDialog_ != nullptr && findDialog_->isActiveWindow();
+    QWidget* parent = isToolInFront ? static_cast<QWidget*>(findDialog_) : this;
+    if (!text.isEmpty()) workbench_.dialogs.ShowMessage(parent, text);
 }
 
 void MainWindow::GotoLine() {

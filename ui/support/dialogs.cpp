@@ -1,6 +1,7 @@
 #include "ui/support/dialogs.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QColorDialog>
 #include <QDialog>
 #include <QDir>
@@ -8,6 +9,7 @@
 #include <QFontDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPushButton>
 
@@ -17,7 +19,23 @@ namespace zentro {
 
 namespace {
 
+/// While it lives, a box may be shown. Then the window that was active before is so again: a
+/// desktop would choose the box's parent, behind the tool that raised the box.
+class FocusReturn {
+  public:
+    FocusReturn() = default;
+    ~FocusReturn() {
+        if (window_ != nullptr && window_->isVisible()) window_->activateWindow();
+    }
+    FocusReturn(const FocusReturn&) = delete;
+    FocusReturn& operator=(const FocusReturn&) = delete;
+
+  private:
+    QPointer<QWidget> window_ = QApplication::activeWindow();
+};
+
 void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text) {
+    const FocusReturn focus;
     QMessageBox box(icon, kProgramTitle, text, QMessageBox::Ok, parent);
     box.setTextFormat(Qt::PlainText);
     box.exec();
@@ -26,6 +44,7 @@ void ShowBox(QWidget* parent, QMessageBox::Icon icon, const QString& text) {
 /// Long names and texts in a question are never taken for markup.
 QMessageBox::StandardButton RunQuestion(QWidget* parent, const QString& question,
                                         QMessageBox::StandardButtons buttons) {
+    const FocusReturn focus;
     QMessageBox box(QMessageBox::Question, kProgramTitle, question, buttons, parent);
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(QMessageBox::Yes);
@@ -33,6 +52,7 @@ QMessageBox::StandardButton RunQuestion(QWidget* parent, const QString& question
 }
 
 std::optional<QString> RunFileDialog(QFileDialog& dialog, const FileChoice& choice) {
+    const FocusReturn focus;
     dialog.setDefaultSuffix(choice.defaultSuffix);
     if (!choice.suggestedName.isEmpty()) dialog.selectFile(choice.suggestedName);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
@@ -74,6 +94,7 @@ YesNoAnswer DesktopDialogs::AskYesNoOrNeither(QWidget* parent, const QString& qu
 }
 
 SaveAnswer DesktopDialogs::AskSaveChanges(QWidget* parent, const QStringList& files) {
+    const FocusReturn focus;
     QMessageBox box(QMessageBox::Warning, kProgramTitle,
                     "These files have changes that are not saved:\n\n" + files.join('\n') +
                         "\n\nSave them before closing?",
@@ -90,6 +111,7 @@ SaveAnswer DesktopDialogs::AskSaveChanges(QWidget* parent, const QStringList& fi
 
 std::optional<QString> DesktopDialogs::AskText(QWidget* parent, const QString& question,
                                                const QString& answer) {
+    const FocusReturn focus;
     bool accepted = false;
     const QString text = QInputDialog::getText(parent, kProgramTitle, question, QLineEdit::Normal,
                                                answer, &accepted);
@@ -105,6 +127,7 @@ std::optional<QString> DesktopDialogs::ChooseFileToOpen(QWidget* parent, const F
 
 std::optional<QString> DesktopDialogs::ChooseFolder(QWidget* parent, const QString& title,
                                                     const QString& present) {
+    const FocusReturn focus;
     const QString folder = QFileDialog::getExistingDirectory(parent, title, present);
     if (folder.isEmpty()) return std::nullopt;
     return folder;
@@ -117,12 +140,14 @@ std::optional<QString> DesktopDialogs::ChooseFileToSave(QWidget* parent, const F
 }
 
 std::optional<QColor> DesktopDialogs::ChooseColour(QWidget* parent, const QColor& present) {
+    const FocusReturn focus;
     const QColor chosen = QColorDialog::getColor(present, parent);
     if (!chosen.isValid()) return std::nullopt;
     return chosen;
 }
 
 std::optional<QFont> DesktopDialogs::ChooseFont(QWidget* parent, const QFont& present) {
+    const FocusReturn focus;
     bool accepted = false;
     const QFont chosen = QFontDialog::getFont(&accepted, present, parent);
     if (!accepted) return std::nullopt;
@@ -130,10 +155,12 @@ std::optional<QFont> DesktopDialogs::ChooseFont(QWidget* parent, const QFont& pr
 }
 
 bool DesktopDialogs::SetUpPrinter(QWidget* parent, QPrinter& printer) {
+    const FocusReturn focus;
     return QPrintDialog(&printer, parent).exec() == QDialog::Accepted;
 }
 
 bool DesktopDialogs::Run(QDialog& dialog) {
+    const FocusReturn focus;
     return dialog.exec() == QDialog::Accepted;
 }
 

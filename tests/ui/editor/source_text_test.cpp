@@ -165,7 +165,7 @@ TEST_F(SourceText, ChecksOpenTextsBeforeFiles) {
     Programs programs;
     const FileId id = programs.Add(folder_.path(), "main.txt", [] {
         return "INCLUDE \"drive.txt\"\nINCLUDE \"missing.txt\"\nDEFINE CONSTANT Fast = 90\n"
-               "BEGIN PROGRAM\n    Speed = Nothing + 1\n    DISPLAY 3\nEND PROGRAM\n";
+               "BEGIN PROGRAM\n    Speed = Nothing + 1\n    DISPLAY 300\nEND PROGRAM\n";
     });
     const OpenFile& main = *programs.File(id);
     const ProgramReport report = CheckProgram(configuration, main, *settings, programs);
@@ -178,10 +178,14 @@ TEST_F(SourceText, ChecksOpenTextsBeforeFiles) {
     // The line that includes the file with the mistake is marked, the missing file, and the
     // statement too.
     QList<int> lines;
-    for (const LineMessage& message : report.messages.at(main.key))
+    for (const LineMessage& message : report.messages.at(main.key)) {
         lines += message.line;
+        const bool isIncluded =
+            message.text.startsWith("There is a mistake in drive.txt, line 2: ");
+        EXPECT_EQ(isIncluded, message.line == 1) << message.text.toStdString();
+    }
     std::ranges::sort(lines);
-    EXPECT_EQ(lines, (QList{1, 2, 5}));
+    EXPECT_EQ(lines, (QList{1, 2, 6}));
     ASSERT_EQ(report.names.size(), 2U);
     EXPECT_EQ(report.names[0].declaration, "DEFINE CONSTANT Fast = 90");
     EXPECT_EQ(report.names[1].name, "Speed");

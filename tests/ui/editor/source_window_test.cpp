@@ -171,6 +171,15 @@ TEST_F(SourceWindowTest, GoesToLines) {
     EXPECT_EQ(window.TopicAtCursor().word, "one");
 }
 
+TEST_F(SourceWindowTest, AKeyTypedInAShownLineOnlyAddsToIt) {
+    Load("one\n    two\nthree\n");
+    window.ShowLine(2);
+    Type("x");
+    EXPECT_EQ(window.Text(), "one\n    xtwo\nthree");
+    window.ShowLine(99);
+    EXPECT_EQ(window.DocStats(), "Line 3/3");
+}
+
 TEST_F(SourceWindowTest, MarksMoveWithTheirLinesAndSayWhy) {
     Load("one\ntwo\nthree\n");
     Report({{2, Severity::Warning, "careful"}, {99, Severity::Error, "at the end"}});

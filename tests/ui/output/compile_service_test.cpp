@@ -143,6 +143,16 @@ TEST_F(Service, AsksForAMissingFile) {
     EXPECT_TRUE(output.errors.empty());
 }
 
+// The object file is written, but an error is an error.
+TEST_F(Service, AProgramThatDoesNotFitTheBoardHasFailed) {
+    WriteFile("main.txt",
+              "DEFINE TABLE First\r\nRESERVE 20000\r\nEND TABLE\r\n"
+              "DEFINE TABLE Second\r\nRESERVE 20000\r\nEND TABLE\r\n"
+              "BEGIN PROGRAM\r\nEND PROGRAM\r\n");
+    EXPECT_FALSE(service.Compile(FilesOf("main.txt"), output, nullptr));
+    EXPECT_EQ(output.errors, std::vector{MessageCode::ProgramTooLarge});
+}
+
 TEST_F(Service, TellsWhyTheObjectFileCannotBeWritten) {
     const OpenFile file = Open("main.txt", kProgram);
     settings->SaveSetting(SettingNumber::ObjectFolder, PathOf("nowhere"));

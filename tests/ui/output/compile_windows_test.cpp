@@ -98,6 +98,8 @@ TEST_F(CompileWindows, EachMessageLeadsToItsOwnLine) {
     for (qsizetype i = 0; i < clicked.size(); ++i) {
         EXPECT_EQ(clicked[i].section(':', 1), expected[i]);
     }
+    EXPECT_EQ(text.toPlainText().count("\nIn 'part.txt':\n0003\tERROR: "), 1);
+    EXPECT_EQ(text.toPlainText().count("\nIn 'main.txt':\n0003\tERROR: "), 1);
     EXPECT_TRUE(clicked.contains("part.txt:3"));
     EXPECT_TRUE(clicked.contains("main.txt:3"));
     ASSERT_EQ(output.Messages().size(), static_cast<std::size_t>(clicked.size()));
@@ -110,6 +112,22 @@ TEST_F(CompileWindows, EachMessageLeadsToItsOwnLine) {
     QTest::keyClick(&text, Qt::Key_F4, Qt::ShiftModifier);
     QTest::keyClick(&text, Qt::Key_Return);
     EXPECT_EQ(shown, (QStringList{clicked.last(), clicked.last()}));
+}
+
+TEST_F(CompileWindows, TheFirstErrorIsInViewWhenTheRunIsOver) {
+    QByteArray program = "DEFINE BYTE Count = 0\r\nBEGIN PROGRAM\r\nIF Count = 0 THEN 5\r\n";
+    WriteFile("main.txt", program + QByteArray("    Wrong = 1\r\n").repeated(60));
+    QPlainTextEdit& text = TextOf(output);
+    for (const auto& key : {Qt::Key_Return, Qt::Key_F4}) {
+        EXPECT_FALSE(Compile(folder_.path(), "main.txt"));
+        const QString selected = text.textCursor().selectedText();
+        EXPECT_TRUE(selected.startsWith("0003\tERROR: ")) << selected.toStdString();
+        EXPECT_TRUE(text.viewport()->rect().contains(text.cursorRect()));
+        QTest::keyClick(&text, key);
+        EXPECT_EQ(std::exchange(shown, {}), QStringList{"main.txt:3"});
+    }
+    QTest::keyClick(&text, Qt::Key_F4);
+    EXPECT_EQ(shown, QStringList{"main.txt:4"});
 }
 
 TEST_F(CompileWindows, TheEndOfTheProgramIsThatOfTheMainFile) {
@@ -252,7 +270,7 @@ class KeptListing : public ListingSink {
 
 TEST_F(CompileWindows, TheListingIsWholeAndFoundByAddress) {
     QByteArray large = "DEFINE BYTE Count = 0\r\nBEGIN PROGRAM\r\n";
-    for (int i = 0; i < 5997; ++i)
+    for (int i = 0; i < 4500; ++i)
         large += "Count = Count + 1\r\n";
     WriteFile("large.txt", large + "END PROGRAM\r\n");
     settings->SaveSetting(SettingNumber::SourceFolder, ZENTRO_EXAMPLES_FOLDER);

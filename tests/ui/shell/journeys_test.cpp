@@ -53,6 +53,7 @@ TEST_F(JourneyTest, FromAnEmptyFileToARobotThatMoves) {
     output->ShowNextMessage();
     EXPECT_EQ(FrontSource()->DocStats(), "Line 3/6");
     SourceEditor* editor = FrontSource()->Editor();
+    EXPECT_FALSE(editor->hasSelectedText()) << "the next key would delete it";
     QTest::keyClick(editor, Qt::Key_End);
     QTest::keyClick(editor, Qt::Key_Backspace);
     Type("ed");

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QTabBar>
 #include <QTimer>
@@ -19,7 +20,7 @@ namespace zentro {
 namespace {
 
 /// How a user leaves a box without an answer.
-enum class Leave : std::uint8_t { Escape, CloseButton };
+enum class Leave : std::uint8_t { Escape, CloseButton, Return };
 
 /// The desktop's own dialogs. A log file can be named beforehand, since only then comes the
 /// question whether to create it.
@@ -36,10 +37,10 @@ bool IsPlaceOfWindow(SettingNumber number) {
            (number >= SettingNumber{12} && number <= SettingNumber{27});
 }
 
-/// The whole program with the desktop's own dialogs, none of which is given an answer.
-class EscapeTest : public UiTest {
+/// The whole program with the desktop's own dialogs.
+class BoxesTest : public UiTest {
   protected:
-    EscapeTest() {
+    BoxesTest() {
         const std::string folder = folder_.path().toStdString() + "/";
         settings->SaveSetting(SettingNumber::SourceFolder, folder);
         settings->SaveSetting(SettingNumber::ObjectFolder, folder);
@@ -47,7 +48,7 @@ class EscapeTest : public UiTest {
         leave_.setInterval(10);
         QObject::connect(&leave_, &QTimer::timeout, [this] { LeaveBox(); });
     }
-    ~EscapeTest() override { Quit(); }
+    ~BoxesTest() override { Quit(); }
 
     void Start() {
         bench_ = std::make_unique<Workbench>(Workbench{
@@ -129,7 +130,8 @@ class EscapeTest : public UiTest {
         } else {
             QWidget* focus = QApplication::focusWidget();
             const bool isInside = focus != nullptr && box->isAncestorOf(focus);
-            QTest::keyClick(isInside ? focus : box, Qt::Key_Escape);
+            QTest::keyClick(isInside ? focus : box,
+                            how_ == Leave::Return ? Qt::Key_Return : Qt::Key_Escape);
         }
         ASSERT_FALSE(box == QApplication::activeModalWidget() && box->isVisible())
             << "stays open: " << left_.last().toStdString();
@@ -140,7 +142,7 @@ class EscapeTest : public UiTest {
     Leave how_ = Leave::Escape;
 };
 
-TEST_F(EscapeTest, ChangesNothingWhateverIsAsked) {
+TEST_F(BoxesTest, EscapeChangesNothingWhateverIsAsked) {
     struct Question {
         const char* what;
         std::function<void()> prepare;
@@ -233,6 +235,56 @@ TEST_F(EscapeTest, ChangesNothingWhateverIsAsked) {
             desktop_.fileToSave.reset();
             QFile::remove(FilePath("a.txt"));
         }
+    }
+}
+
+/// A key for whatever has the focus, as a keyboard sends it.
+void PressKey(Qt::Key key) {
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    QTest::keyClick(QApplication::focusWidget(), key);
+}
+
+// Who presses Return once more after a box must not write into the program.
+TEST_F(BoxesTest, TheFocusGoesBackToTheToolThatRaisedTheBox) {
+    struct Raised {
+        const char* what;
+        std::function<void()> open;
+        const char* tool;
+        std::function<void()> raise;
+    };
+    const auto find = [this](const char* button) {
+        return [this, button] {
+            window->findChild<QLineEdit*>("TxtToFind")->setText("Total");
+            window->findChild<QAbstractButton*>(button)->setFocus();
+            for (int i = 0; i < 3 && left_.isEmpty(); ++i)
+                PressKey(Qt::Key_Space);
+        };
+    };
+    const std::vector<Raised> boxes{
+        {"Find with Return", [this] { Trigger(CommandId::Find); }, "frmFind",
+         [this] {
+             QTest::keyClicks(QApplication::focusWidget(), "Total");
+             for (int i = 0; i < 3 && left_.isEmpty(); ++i)
+                 PressKey(Qt::Key_Return);
+         }},
+        {"Find", [this] { Trigger(CommandId::Find); }, "frmFind", find("BtnFind")},
+        {"Replace", [this] { Trigger(CommandId::Replace); }, "frmFind", find("BtnReplace")},
+        {"Replace All", [this] { Trigger(CommandId::Replace); }, "frmFind", find("BtnReplaceAll")},
+    };
+    for (const Raised& row : boxes) {
+        SCOPED_TRACE(row.what);
+        Start();
+        Open("a.txt", "Total = Total + 1\n");
+        row.open();
+        auto* tool = window->findChild<QWidget*>(row.tool);
+        ASSERT_NE(tool, nullptr);
+        ASSERT_TRUE(QTest::qWaitFor([tool] { return QApplication::activeWindow() == tool; }));
+        EXPECT_EQ(LeaveAll(row.raise, Leave::Return), 1);
+        EXPECT_TRUE(QTest::qWaitFor([tool] { return QApplication::activeWindow() == tool; }));
+        const QWidget* focus = QApplication::focusWidget();
+        ASSERT_NE(focus, nullptr);
+        EXPECT_TRUE(tool->isAncestorOf(focus)) << focus->objectName().toStdString();
+        Quit();
     }
 }
 
