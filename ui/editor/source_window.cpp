@@ -231,10 +231,7 @@ void SourceWindow::GotoLine(int line) {
     SelectLine(*editor_, line);
 }
 void SourceWindow::PutCaretAt(int line) {
-    const int index = std::clamp(line, 1, editor_->lines()) - 1;
-    const long begin = editor_->SendScintilla(QsciScintilla::SCI_GETLINEINDENTPOSITION, index);
-    editor_->setFocus();
-    editor_->SelectRange(begin, begin);
+    PutCaretInLine(*editor_, line);
 }
 
 void SourceWindow::SetFormColours() {

@@ -176,7 +176,8 @@ void TerminalWindow::DownloadSource(const QString& path) {
 }
 
 void TerminalWindow::ShowDownload(bool running) {
-    if (running == downloadBar_->isVisibleTo(this)) return;
+    // What the controls may do changes also when a download was too short for the bar.
+    if (running == downloadBar_->isVisibleTo(this)) return panel_->Reflect();
     downloadBar_->ShowProgress(0, 0);
     // The focus goes to the bar and back, but never away from another window.
     QWidget* const focus = QApplication::focusWidget();
