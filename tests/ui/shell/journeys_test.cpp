@@ -130,8 +130,7 @@ TEST_F(JourneyTest, ADivisionByZeroIsToldInPlainWordsAtItsLine) {
     Press(CommandId::DownloadCurrent);
     ASSERT_TRUE(QTest::qWaitFor([&] { return TheBoard().processor.fault == Fault::DivisionByZero; },
                                 10'000));
-    ASSERT_TRUE(QTest::qWaitFor([&] { return FrontSource() != nullptr; }));
-    EXPECT_EQ(FrontSource()->DocStats(), "Line 4/6");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return FrontSource()->DocStats() == "Line 4/6"; }));
     EXPECT_TRUE(FrontSource()->MessageAtCursor().contains("Division by zero"))
         << FrontSource()->MessageAtCursor().toStdString();
 }
