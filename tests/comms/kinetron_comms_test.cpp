@@ -351,7 +351,7 @@ TEST_F(SerialPortTest, APortIsUsedByOneAtATime) {
     EXPECT_THAT(message, HasSubstr("Failed to open '" + PortName() +
                                    "' - Specified port was not found\n\n" + PortName()));
     EXPECT_THAT(message,
-                HasSubstr("in use by kinetron_comms_ (process " + std::to_string(getpid()) + ")"));
+                HasSubstr("in use by comms_tests (process " + std::to_string(getpid()) + ")"));
     // The first one goes on, and when it has closed the second gets the port.
     port_.Write("W\r");
     EXPECT_EQ(port_.ReadBytes(13, false), "W\r\nKinetron\r\n");

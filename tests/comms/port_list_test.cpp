@@ -157,7 +157,7 @@ TEST(PortAdviceTest, TellsWhoHasThePortOpen) {
     EXPECT_EQ(AdviceForPort(board.PortName()), "");
     const int held = open(board.PortName().c_str(), O_RDWR | O_NOCTTY);
     EXPECT_EQ(AdviceForPort(board.PortName()),
-              board.PortName() + " is present, but in use by port_list_test (process " +
+              board.PortName() + " is present, but in use by comms_tests (process " +
                   std::to_string(getpid()) + "). Close the connection there first.");
     const pid_t second = fork();
     if (second == 0) {

@@ -1,0 +1,1 @@
+// Has nothing of its own: its target translates the headers that others share.
