@@ -5,6 +5,7 @@ namespace zentro {
 namespace {
 
 void LookAtFloor(BoardWorld& world) {
+    if (!world.robotSees) return;
     const auto eyes = EyesOf(world.robot);
     Inputs inputs = world.board.inputs;
     inputs.analog[0] = BrightnessAt(eyes[0]);
@@ -14,10 +15,26 @@ void LookAtFloor(BoardWorld& world) {
 
 }  // namespace
 
+std::unique_ptr<BoardWorld> MakeBoardWorld() {
+    auto world = std::make_unique<BoardWorld>();
+    LookAtFloor(*world);
+    return world;
+}
+
+void PutRobotAtStart(BoardWorld& world) {
+    world.robot = {};
+    LookAtFloor(world);
+}
+
+void LetRobotSee(BoardWorld& world, bool sees) {
+    world.robotSees = sees;
+    LookAtFloor(world);
+}
+
 void PassTick(BoardWorld& world) {
     AdvanceTick(world.board);
     DriveRobot(world.robot, world.board.outputs.motors[0], world.board.outputs.motors[1]);
-    if (world.robotSees) LookAtFloor(world);
+    LookAtFloor(world);
 }
 
 }  // namespace zentro

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "board/board.h"
 #include "desktop/robot_model.h"
 
@@ -9,10 +11,16 @@ namespace zentro {
 struct BoardWorld {
     Board board;
     RobotModel robot;
-    bool robotSees = false;  ///< analogue inputs 1 and 2 are the robot's left and right eye
+    bool robotSees = true;  ///< analogue inputs 1 and 2 are the robot's left and right eye
 
     bool operator==(const BoardWorld&) const = default;
 };
+
+/// A board at rest whose robot stands at its start and sees the line.
+std::unique_ptr<BoardWorld> MakeBoardWorld();
+
+void PutRobotAtStart(BoardWorld& world);
+void LetRobotSee(BoardWorld& world, bool sees);
 
 /// Lets 1/100 second pass for the board and the robot.
 void PassTick(BoardWorld& world);

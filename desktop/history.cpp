@@ -112,12 +112,13 @@ void History::CarryOut(const Happening& happening) {
     Board& board = world_.board;
     switch (happening.kind) {
         case Kind::ChangeInputs: SetInputs(board, happening.inputs); break;
-        case Kind::LetRobotSee: world_.robotSees = happening.flag; break;
+        case Kind::LetRobotSee: zentro::LetRobotSee(world_, happening.flag); break;
         case Kind::StopProgram: EndProgram(board, EndReason::Stopped); break;
         case Kind::PutAllToRest:
             StopEverything(board);
-            world_.robot = {};
+            zentro::PutRobotAtStart(world_);
             break;
+        case Kind::PutRobotAtStart: zentro::PutRobotAtStart(world_); break;
         case Kind::Running:
         case Kind::Receive:
         case Kind::TakeOutput: break;
@@ -139,6 +140,11 @@ void History::LetRobotSee(bool sees) {
 
 void History::StopProgram() {
     Append({.kind = Kind::StopProgram});
+    CarryOut(happenings_.back());
+}
+
+void History::PutRobotAtStart() {
+    Append({.kind = Kind::PutRobotAtStart});
     CarryOut(happenings_.back());
 }
 
@@ -172,6 +178,7 @@ std::size_t History::Receive(std::string_view characters, const Deliver& deliver
             ++receive->times;
         }
         Settle();
+        if (!isLoad && board.serial.loader.active) zentro::PutRobotAtStart(world_);
         isLoad = isLoad || board.serial.loader.active;
         const bool restarted = board.processor.steps < before.steps;
         if (board.processor.running && (!before.running || restarted)) Forget();

@@ -39,15 +39,17 @@ class History {
     using Deliver = std::function<bool(char)>;
 
     /// Characters arrive on the serial line. `deliver` hands each of them over. Returns how many
-    /// arrived. The start of a program, or of a load, forgets what was before.
+    /// arrived. The start of a program, or of a load, forgets what was before; a load begins with
+    /// the robot at its start.
     std::size_t Receive(std::string_view characters, const Deliver& deliver);
 
     /// Of the board's output the first so many characters have been taken.
     void NoteOutputTaken(std::size_t count);
 
     void StopProgram();
-    void
-    PutAllToRest();  ///< the program is stopped, all outputs are off, the robot is at its start
+    void PutRobotAtStart();
+    /// The program is stopped, all outputs are off, the robot is at its start.
+    void PutAllToRest();
 
     /// Takes back the last instruction and all that happened since: the world is then what it was
     /// right before it. False when nothing is remembered.
@@ -65,6 +67,7 @@ class History {
         Receive,  ///< `characters`
         TakeOutput,
         StopProgram,
+        PutRobotAtStart,
         PutAllToRest,
     };
 

@@ -84,7 +84,7 @@ class VirtualBoardHost::RecordingLink : public VirtualBoardLink {
 
 VirtualBoardHost::VirtualBoardHost(QObject* parent)
     : QObject(parent),
-      world_(std::make_unique<BoardWorld>()),
+      world_(MakeBoardWorld()),
       history_(*world_),
       link_(std::make_unique<RecordingLink>(*this)) {
     using namespace std::chrono_literals;
@@ -109,6 +109,7 @@ bool VirtualBoardHost::SomebodyListens() const {
 std::string VirtualBoardHost::LoadProgram(std::string_view objectText) {
     Stop();
     std::string problem = LoadObjectText(world_->board, objectText);
+    zentro::PutRobotAtStart(*world_);
     history_.Forget();
     LookAround();
     return problem;
@@ -176,6 +177,11 @@ bool VirtualBoardHost::StepBack() {
 void VirtualBoardHost::Reset() {
     history_.PutAllToRest();
     SetPaused(false);
+    LookAround();
+}
+
+void VirtualBoardHost::PutRobotAtStart() {
+    history_.PutRobotAtStart();
     LookAround();
 }
 

@@ -45,7 +45,8 @@ class VirtualBoardHost : public QObject {
     const Board& State() const { return world_->board; }
     const BoardWorld& World() const { return *world_; }
 
-    /// Loads the text of an object file. Returns what is wrong with it; empty: it was loaded.
+    /// Loads the text of an object file and puts the robot at its start. Returns what is wrong with
+    /// it; empty: it was loaded.
     std::string LoadProgram(std::string_view objectText);
     bool HasProgram() const { return State().processor.programSize > 0; }
 
@@ -68,8 +69,11 @@ class VirtualBoardHost : public QObject {
     /// Ends the program, switches everything off and puts the robot at its start.
     void Reset();
 
+    /// By hand: whatever the program and the motors are doing, they go on.
+    void PutRobotAtStart();
+
     void SetInputs(const Inputs& inputs);
-    /// Whether analogue inputs 1 and 2 are what the robot's eyes see of the floor.
+    /// Whether analogue inputs 1 and 2 are what the robot's eyes see of the floor: at first, yes.
     void LetRobotSee(bool sees);
 
     /// The instruction carried out last with its effect, "[0014] INCREMENT BYTE [0020] : [0020] =

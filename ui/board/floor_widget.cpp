@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QPushButton>
 #include <algorithm>
 #include <cmath>
 
@@ -16,6 +17,7 @@ constexpr qsizetype kLongestTrail = 1500;
 constexpr double kTrailStep = 0.015;  // metres
 constexpr double kGrid = 0.25;        // metres
 constexpr double kMargin = 6;         // pixels
+constexpr int kButtonMargin = 4;
 const QColor kTrail(0xE0, 0x6C, 0x1F);
 const QColor kLedOn(0xFF, 0xC4, 0x2E);
 const QColor kLedOff(0x6A, 0x5A, 0x30);
@@ -34,12 +36,26 @@ QPainterPath TrackPath() {
 
 }  // namespace
 
-FloorWidget::FloorWidget(QWidget* parent) : QWidget(parent) {
+FloorWidget::FloorWidget(QWidget* parent)
+    : QWidget(parent), putBack_(new QPushButton(tr("Back to Start"), this)) {
     setObjectName("Floor");
     setAccessibleName(tr("Robot on the floor"));
     setToolTip(tr("Motor 1 is the left wheel, motor 2 the right one"));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    putBack_->setObjectName("BtnRobotToStart");
+    putBack_->setToolTip(tr("Put the robot back at its start; the program goes on"));
+    putBack_->setAutoDefault(false);
+    connect(putBack_, &QPushButton::clicked, this, &FloorWidget::PutBackClicked);
     FollowRobot();
+}
+
+/// In a corner of the floor, where the line does not go.
+void FloorWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const QRect floor = FromMetres().mapRect(FloorRect()).toRect();
+    putBack_->adjustSize();
+    putBack_->move(floor.right() - putBack_->width() - kButtonMargin,
+                   floor.bottom() - putBack_->height() - kButtonMargin);
 }
 
 void FloorWidget::Show(const RobotModel& robot, const Outputs& outputs) {

@@ -7,6 +7,8 @@
 #include "board/devices.h"
 #include "desktop/robot_model.h"
 
+class QPushButton;
+
 namespace zentro {
 
 /// The floor seen from above, with its dark line, the robot and the way that it has come.
@@ -21,7 +23,12 @@ class FloorWidget : public QWidget {
     QSize sizeHint() const override { return {480, 300}; }
     QSize minimumSizeHint() const override { return {240, 150}; }
 
+  signals:
+    /// The user wants the robot back at its start.
+    void PutBackClicked();
+
   protected:
+    void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
   private:
@@ -30,6 +37,7 @@ class FloorWidget : public QWidget {
     void PaintRobot(QPainter& painter) const;
     void FollowRobot();
 
+    QPushButton* putBack_;
     RobotModel robot_;
     std::array<bool, 2> leds_{};
     QPolygonF trail_;  ///< in metres

@@ -54,6 +54,7 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
         edit(inputs);
         host_.SetInputs(inputs);
     });
+    connect(floor_, &FloorWidget::PutBackClicked, &host, &VirtualBoardHost::PutRobotAtStart);
     connect(inputs_, &InputsPanel::RobotSeesToggled, &host, &VirtualBoardHost::LetRobotSee);
 }
 

@@ -39,7 +39,7 @@ class HistoryTest : public ::testing::TestWithParam<const char*> {
     }
 
     void LetSomethingHappen() {
-        switch (Below(7)) {
+        switch (Below(8)) {
             case 0: TurnSomeInput(); break;
             case 1: {
                 const unsigned ticks = 1 + Below(30);
@@ -49,7 +49,8 @@ class HistoryTest : public ::testing::TestWithParam<const char*> {
             case 2: Type("m2b0"); break;
             case 3: Type("45\rR\r"); break;
             case 4: history.LetRobotSee(Below(2) == 1); break;
-            case 5:
+            case 5: history.PutRobotAtStart(); break;
+            case 6:
                 if (world->board.output.empty()) break;
                 world->board.output.erase(0, 1);
                 history.NoteOutputTaken(1);

@@ -157,7 +157,8 @@ TEST_F(HostTest, TellsOfFaultsAndEnds) {
     Load(ObjectOf({46, 0, 0x10, 0, 0x12}, 32));
     host.Run();
     host.Advance(10);
-    EXPECT_EQ(last.text, "Division by zero at [0000]: DIVIDE BYTE divides by [0012], which holds 0");
+    EXPECT_EQ(last.text,
+              "Division by zero at [0000]: DIVIDE BYTE divides by [0012], which holds 0");
     EXPECT_EQ(ends.count(), 1);
     ASSERT_TRUE(host.StepBack());
     EXPECT_TRUE(host.State().processor.running);
@@ -220,8 +221,8 @@ TEST_F(HostTest, StepsInDebugModeAsTheTerminalDoes) {
 }
 
 TEST_F(HostTest, TheRobotFollowsTheLineWithItsEyes) {
+    EXPECT_LT(host.State().inputs.analog[0], 50) << "it sees from the start";
     Load(CompiledExample("line_follower"));
-    host.LetRobotSee(true);
     host.Run();
     host.Advance(100);
     Turn([](Inputs& inputs) { inputs.buttons[0] = true; });
@@ -237,6 +238,41 @@ TEST_F(HostTest, TheRobotFollowsTheLineWithItsEyes) {
         reachedFarSide = reachedFarSide || place.y > kTrackRadius - 0.05;
     }
     EXPECT_TRUE(reachedFarSide);
+}
+
+TEST_F(HostTest, TheRobotIsBackAtItsStartWithEachProgramResetAndByHand) {
+    const auto eyes = [this] {
+        return std::pair(host.State().inputs.analog[0], host.State().inputs.analog[1]);
+    };
+    const auto start = eyes();
+    // SET MOTOR 1, FORWARD, 100 and a loop: the robot turns off its line.
+    const std::string program = ObjectOf({21, 1, 70, 0, 9, 53, 0, 5, 0, 100});
+    ASSERT_EQ(host.Link().Open(kVirtualBoardPort).handle, 1);
+    const std::function<void()> waysBack[] = {
+        [&] { Load(program); }, [&] { Say("L" + program + "]\r"); }, [&] { host.Reset(); },
+        [&] { host.PutRobotAtStart(); }};
+    for (const auto& putBack : waysBack) {
+        Load(program);
+        host.Run();
+        host.Advance(400);
+        ASSERT_NE(host.World().robot, RobotModel{});
+        ASSERT_NE(eyes(), start);
+        putBack();
+        EXPECT_EQ(host.World().robot, RobotModel{});
+        EXPECT_EQ(eyes(), start);
+    }
+    EXPECT_TRUE(host.State().processor.running) << "by hand nothing else changes";
+    host.Step();
+    host.PutRobotAtStart();
+    ASSERT_TRUE(host.StepBack());
+    EXPECT_EQ(host.World().robot, RobotModel{}) << "it was there before the step, too";
+
+    host.LetRobotSee(false);
+    Turn([](Inputs& inputs) { inputs.analog[0] = 77; });
+    host.Reset();
+    EXPECT_EQ(host.State().inputs.analog[0], 77) << "a hand on the input";
+    host.LetRobotSee(true);
+    EXPECT_EQ(eyes(), start);
 }
 
 }  // namespace

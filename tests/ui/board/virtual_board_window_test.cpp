@@ -56,6 +56,8 @@ struct BoardWindowTest : UiTest {
 
 TEST_F(BoardWindowTest, LineFollowerReactsToItsEyes) {
     LoadExample("line_follower");
+    EXPECT_FALSE(Find("Analog2")->isEnabled()) << "the robot's eye";
+    Find<QCheckBox>("RobotSees")->click();
     Click("BtnBoardRun");
     ASSERT_TRUE(Becomes("LeftLed", "on"));
     EXPECT_EQ(Said("Sounder"), "C4");
@@ -89,6 +91,9 @@ TEST_F(BoardWindowTest, JoystickDrivesByMouseAndKeysAndSpringsBack) {
     QTest::mouseRelease(stick, Qt::LeftButton, {}, middle);
     ASSERT_TRUE(QTest::qWaitFor([&] { return Out().motors[0].value == 0; }));
     EXPECT_GT(host.World().robot.place.x, RobotModel{}.place.x);
+    Click("BtnRobotToStart");
+    EXPECT_EQ(host.World().robot, RobotModel{});
+    EXPECT_TRUE(host.State().processor.running);
 
     stick->setFocus();
     QTest::keyPress(stick, Qt::Key_Down);
@@ -180,6 +185,8 @@ TEST_F(BoardWindowTest, ATerminalLoadsAProgramRunsItAndComesBackAfterThePulledCa
 }
 
 TEST_F(BoardWindowTest, EveryInputReachesTheBoardAndIsShownAgain) {
+    host.LetRobotSee(false);
+    host.SetInputs({});
     Find<QCheckBox>("ButtonsStay")->click();
     Click("Button6");
     Click("Digital4");
