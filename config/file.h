@@ -35,14 +35,21 @@ enum class Readers : std::uint8_t {
 };
 
 /// Writes a file whole, or leaves what was there. A regular file is replaced through a temporary
-/// file beside it and a rename; it keeps its permissions, its owner, and the links that lead to it.
-/// Where that cannot be, as in a folder that takes no new file, its content is overwritten, and put
-/// back when that fails. A file that may not be written is left alone, a device or a pipe is
-/// written to directly. The path is in the system's own encoding.
-/// Returns the system's text for the failure, empty on success.
+/// file beside it and a rename; it keeps its owner, its permissions, its access control list and
+/// other extended attributes, and the symbolic links that lead to it. Where that cannot be, as for
+/// a file that has other names (hard links), is another user's, or lies in a folder that takes no
+/// new file, its content is overwritten, and put back when that fails; meanwhile the old content
+/// is kept beside it where the folder takes it. A file that may not be written is left alone, a
+/// device or a pipe is written to directly. The path is in the system's own encoding; `readers`
+/// counts for a file that is new. Returns the system's text for the failure, empty on success.
 std::string WriteWholeFile(const std::string& path, std::string_view bytes,
                            Durability durability = Durability::TheProgram,
                            Readers readers = Readers::AsUsual);
+
+/// Tidies a folder up after writes of processes that were killed: removes the temporary files that
+/// they left, and gives a file that was being overwritten its old content back. True when there was
+/// such a file and it is gone now.
+bool MendUnfinishedWrites(const std::string& folder);
 
 /// Makes those folders of the path that are missing, for the user alone. They are on the disk when
 /// this returns. Returns the system's text for the failure, empty on success.

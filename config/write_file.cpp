@@ -2,76 +2,31 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <utility>
 
 #include "config/file.h"
+#include "config/system_file.h"
+#include "config/unfinished_write.h"
 
 namespace zentro {
 
 namespace {
 
-constexpr mode_t kPermissions = 07777;
 constexpr mode_t kUsualPermissions = 0666;  // less what the user's umask takes away
 constexpr mode_t kOwnersPermissions = 0600;
 constexpr mode_t kOwnersFolder = 0700;
 
-/// How a file is to be written.
+/// How a file is to be written. Functions here give an error number of the system, 0 for none.
 struct Manner {
     Durability durability;
     Readers readers;
 };
 
-mode_t PermissionsOfNew(Readers readers) {
-    return readers == Readers::Owner ? kOwnersPermissions : kUsualPermissions;
-}
-
-/// An open file of the system. The functions below give an error number of the system, 0 for none.
-class OpenFile {
-  public:
-    OpenFile(const std::string& path, int flags, mode_t permissions = 0)
-        : descriptor_(open(path.c_str(), flags | O_CLOEXEC, permissions)) {}
-    ~OpenFile() {
-        if (IsOpen()) close(descriptor_);
-    }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    bool IsOpen() const { return descriptor_ >= 0; }
-    int Descriptor() const { return descriptor_; }
-    /// Some failures to write show only here.
-    int Close() { return close(std::exchange(descriptor_, -1)) == 0 ? 0 : errno; }
-
-  private:
-    int descriptor_;
-};
-
-int WriteAll(const OpenFile& file, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = write(file.Descriptor(), bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return errno;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return 0;
-}
-
-int Finish(const OpenFile& file, Durability durability) {
-    if (durability == Durability::TheProgram) return 0;
-    return fsync(file.Descriptor()) == 0 ? 0 : errno;
-}
-
-/// Gives a new file the owner and the permissions of the old one.
-bool MakeLike(const OpenFile& file, const struct stat& old) {
-    struct stat made {};
-    if (fstat(file.Descriptor(), &made) != 0) return false;
-    const bool isSameOwner = made.st_uid == old.st_uid && made.st_gid == old.st_gid;
-    if (!isSameOwner && fchown(file.Descriptor(), old.st_uid, old.st_gid) != 0) return false;
-    const mode_t permissions = old.st_mode & kPermissions;
-    if (isSameOwner && (made.st_mode & kPermissions) == permissions) return true;
-    return fchmod(file.Descriptor(), permissions) == 0;
+void Remove(const std::string& path) {
+    static_cast<void>(std::remove(path.c_str()));
 }
 
 /// Puts the finished file in the place of the target, in one step.
@@ -80,7 +35,7 @@ int MoveInPlace(const std::string& finished, const std::string& target) {
     // Where there is an old file the two change places: a rename over it would have this system
     // write out the new one before it goes on.
     if (renameat2(AT_FDCWD, finished.c_str(), AT_FDCWD, target.c_str(), RENAME_EXCHANGE) == 0) {
-        static_cast<void>(std::remove(finished.c_str()));
+        Remove(finished);
         return 0;
     }
 #endif
@@ -88,41 +43,56 @@ int MoveInPlace(const std::string& finished, const std::string& target) {
 }
 
 /// The rename itself; file systems that cannot do this for a folder need it for none.
-void FinishFolder(const std::string& target) {
+void FinishFolder(const std::string& target, Durability durability) {
     const std::filesystem::path folder = std::filesystem::path(target).parent_path();
-    const OpenFile opened(folder.empty() ? "." : folder.string(), O_RDONLY | O_DIRECTORY);
-    if (opened.IsOpen()) static_cast<void>(fsync(opened.Descriptor()));
+    const SystemFile opened(folder.empty() ? "." : folder.string(), O_RDONLY | O_DIRECTORY);
+    if (opened.IsOpen()) static_cast<void>(opened.WriteThrough(durability));
 }
 
 /// A new file, like the old one, which is null where there is none. Leaves nothing behind when it
 /// fails, and leaves alone a file that has the name already (EEXIST).
-int WriteNew(const std::string& path, std::string_view bytes, const struct stat* old,
+int WriteNew(const std::string& path, std::string_view bytes, const SystemFile* old,
              Manner manner) {
-    OpenFile file(path, O_WRONLY | O_CREAT | O_EXCL,
-                  old != nullptr ? old->st_mode & kPermissions : PermissionsOfNew(manner.readers));
+    // Nobody else reads it before it is as closed to others as the old one.
+    const bool isUsual = old == nullptr && manner.readers == Readers::AsUsual;
+    SystemFile file(path, O_WRONLY | O_CREAT | O_EXCL,
+                    isUsual ? kUsualPermissions : kOwnersPermissions);
     if (!file.IsOpen()) return errno;
     int error = old == nullptr || MakeLike(file, *old) ? 0 : EPERM;
-    if (error == 0) error = WriteAll(file, bytes);
-    if (error == 0) error = Finish(file, manner.durability);
+    if (error == 0) error = file.WriteAll(bytes);
+    if (error == 0) error = file.WriteThrough(manner.durability);
     if (const int closeError = file.Close(); error == 0) error = closeError;
-    if (error != 0) static_cast<void>(std::remove(path.c_str()));
+    if (error != 0) Remove(path);
     return error;
 }
 
-int Replace(const std::string& target, std::string_view bytes, const struct stat* old,
-            Manner manner) {
-    // Two programs may write the same file at once, each through a temporary file of its own; one
-    // that was killed may have left its file under the name that this process has now.
-    std::string temporary = target + ".new" + std::to_string(getpid());
-    int error = WriteNew(temporary, bytes, old, manner);
-    while (error == EEXIST) {
-        temporary += '0';
-        error = WriteNew(temporary, bytes, old, manner);
+/// WriteNew under a name of its own beside the target, which `path` becomes: two programs may write
+/// the same file at once, and one that was killed may have left its file under the name that this
+/// process has now.
+int WriteBeside(const std::string& target, std::string_view bytes, const SystemFile* old,
+                Manner manner, std::string& path) {
+    int error = EEXIST;
+    for (unsigned number = 0; error == EEXIST; ++number) {
+        path = Beside(target, NameOfNewContent(getpid(), number));
+        error = WriteNew(path, bytes, old, manner);
     }
-    if (error != 0) return error;
-    error = MoveInPlace(temporary, target);
-    if (error != 0) static_cast<void>(std::remove(temporary.c_str()));
-    if (error == 0 && manner.durability == Durability::PowerCut) FinishFolder(target);
+    return error;
+}
+
+int Replace(const std::string& target, std::string_view bytes, const SystemFile* old,
+            Manner manner) {
+    int error = ENOENT;
+    // Somebody on another machine who tidies up a shared folder may take this file for one that was
+    // left behind.
+    constexpr int kTries = 3;
+    for (int i = 0; i < kTries && error == ENOENT; ++i) {
+        std::string temporary;
+        error = WriteBeside(target, bytes, old, manner, temporary);
+        if (error != 0) return error;
+        error = MoveInPlace(temporary, target);
+        if (error != 0) Remove(temporary);
+    }
+    if (error == 0) FinishFolder(target, manner.durability);
     return error;
 }
 
@@ -131,20 +101,39 @@ bool OnlyInPlace(int error) {
     return error == EACCES || error == EPERM || error == EBUSY;
 }
 
-int Overwrite(const OpenFile& file, std::string_view bytes) {
-    if (lseek(file.Descriptor(), 0, SEEK_SET) != 0) return errno;
-    if (const int error = WriteAll(file, bytes); error != 0) return error;
-    return ftruncate(file.Descriptor(), static_cast<off_t>(bytes.size())) == 0 ? 0 : errno;
+/// Keeps the old content beside the file, as `kept`.
+int KeepOld(const std::string& target, const std::string& bytes, ino_t file, Manner manner,
+            std::string& kept) {
+    std::string temporary;
+    manner.readers = Readers::Owner;
+    int error = WriteBeside(target, bytes, nullptr, manner, temporary);
+    if (error != 0) return error;
+    kept = Beside(target, NameOfOldContent(getpid(), file));
+    error = std::rename(temporary.c_str(), kept.c_str()) == 0 ? 0 : errno;
+    if (error != 0) Remove(temporary);
+    if (error == 0) FinishFolder(target, manner.durability);
+    return error;
 }
 
-int OverwriteOrPutBack(const OpenFile& file, const std::string& path, std::string_view bytes,
-                       Durability durability) {
-    const FileContent old = ReadWholeFile(path);
+int OverwriteOrPutBack(const SystemFile& file, const std::string& target, std::string_view bytes,
+                       Manner manner) {
+    const FileContent old = ReadWholeFile(target);
+    struct stat status {};
     if (old.status != FileContent::Status::Read) return EACCES;
-    int error = Overwrite(file, bytes);
-    if (error == 0) error = Finish(file, durability);
+    if (fstat(file.Descriptor(), &status) != 0) return errno;
+    // For those who tidy up on another machine; not everywhere can a file be locked.
+    static_cast<void>(flock(file.Descriptor(), LOCK_EX | LOCK_NB));
+    std::string kept;
+    int error = KeepOld(target, old.bytes, status.st_ino, manner, kept);
+    // Where the folder takes no file there is only the old content in this process's memory.
+    if (error != 0 && !OnlyInPlace(error)) return error;
+    error = file.Overwrite(bytes);
+    if (error == 0) error = file.WriteThrough(manner.durability);
+    bool isWhole = error == 0;
     // The first failure is the one to tell; the old content needs no room that it does not have.
-    if (error != 0) static_cast<void>(Overwrite(file, old.bytes));
+    if (!isWhole)
+        isWhole = file.Overwrite(old.bytes) == 0 && file.WriteThrough(manner.durability) == 0;
+    if (isWhole && !kept.empty()) Remove(kept);
     return error;
 }
 
@@ -163,18 +152,20 @@ std::string BehindLinks(std::filesystem::path path) {
 
 int Write(const std::string& path, std::string_view bytes, Manner manner) {
     if (path.find('\0') != std::string::npos) return EINVAL;
-    OpenFile existing(path, O_WRONLY);
+    SystemFile existing(path, O_WRONLY);
     if (!existing.IsOpen() && errno != ENOENT) return errno;
+    const std::string target = BehindLinks(path);
+    if (!existing.IsOpen()) return Replace(target, bytes, nullptr, manner);
     struct stat old {};
-    if (existing.IsOpen() && fstat(existing.Descriptor(), &old) != 0) return errno;
-    if (existing.IsOpen() && !S_ISREG(old.st_mode)) {
-        const int error = WriteAll(existing, bytes);
+    if (fstat(existing.Descriptor(), &old) != 0) return errno;
+    if (!S_ISREG(old.st_mode)) {
+        const int error = existing.WriteAll(bytes);
         const int closeError = existing.Close();
         return error != 0 ? error : closeError;
     }
-    const int error = Replace(BehindLinks(path), bytes, existing.IsOpen() ? &old : nullptr, manner);
-    if (!existing.IsOpen() || !OnlyInPlace(error)) return error;
-    return OverwriteOrPutBack(existing, path, bytes, manner.durability);
+    // A file with several names has the new content under all of them.
+    const int error = old.st_nlink > 1 ? EPERM : Replace(target, bytes, &existing, manner);
+    return OnlyInPlace(error) ? OverwriteOrPutBack(existing, target, bytes, manner) : error;
 }
 
 int MakeFolder(const std::string& path) {
@@ -184,7 +175,7 @@ int MakeFolder(const std::string& path) {
         error = MakeFolder(parent);
         if (error == 0) error = mkdir(path.c_str(), kOwnersFolder) == 0 ? 0 : errno;
     }
-    if (error == 0) FinishFolder(path);
+    if (error == 0) FinishFolder(path, Durability::PowerCut);
     std::error_code unknown;
     return error == EEXIST && std::filesystem::is_directory(path, unknown) ? 0 : error;
 }

@@ -78,11 +78,6 @@ std::optional<QString> SessionOfCopy(const QString& fileName) {
     return name.captured(2);
 }
 
-QString FinishedCopyName(const QString& fileName) {
-    static const QRegularExpression kTemporary(R"((?<=\.copy)\.new\d+$)");
-    return QString(fileName).remove(kTemporary);
-}
-
 QString CopyFolderName(const QString& pathOrTitle, const QString& untitledId) {
     const bool isPath = QDir::isAbsolutePath(pathOrTitle);
     const QString identity =

@@ -28,10 +28,6 @@ QString CopyFileName(const QDateTime& time, unsigned number, const QString& sess
 /// The session in the name of a copy's file; nothing when it is no such name.
 std::optional<QString> SessionOfCopy(const QString& fileName);
 
-/// The name that a file will have as a whole copy while it is still written under a temporary one;
-/// any other name as it is.
-QString FinishedCopyName(const QString& fileName);
-
 /// The folder of a file's copies: a name that every file system takes, one for each path.
 /// `untitledId` tells unsaved texts with one title apart.
 QString CopyFolderName(const QString& pathOrTitle, const QString& untitledId);

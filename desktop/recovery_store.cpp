@@ -143,7 +143,7 @@ void RecoveryStore::Forget(const QString& document) {
 void RecoveryStore::RemoveCopies(const QString& folderName, const QString& session) const {
     const QString folder = CopyFolder(folderName);
     for (const QString& file : FilesIn(folder)) {
-        if (SessionOfCopy(FinishedCopyName(file)) == session) QFile::remove(folder + '/' + file);
+        if (SessionOfCopy(file) == session) QFile::remove(folder + '/' + file);
     }
     QDir().rmdir(folder);  // stays when something is in it
 }
@@ -209,9 +209,12 @@ std::vector<UnsavedText> RecoveryStore::Unsaved() {
     const QDir sessions(folder_ + "/sessions");
     for (const QString& session : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
         if (!Adopt(session)) continue;
+        MendUnfinishedWrites(SystemPath(SessionFolder(session)));
         for (const QString& folderName : FilesIn(SessionFolder(session))) {
             const QString marker = SessionFolder(session) + '/' + folderName;
             if (auto copy = NewestCopy(folderName, session)) {
+                if (!copy->path.isEmpty())
+                    MendUnfinishedWrites(SystemPath(QFileInfo(copy->path).path()));
                 found.push_back({*std::move(copy), marker});
             } else if (IsMarker(marker) && !HasCopies(folderName, session)) {
                 QFile::remove(marker);  // the crash came before the first copy
@@ -266,11 +269,11 @@ void RecoveryStore::RemoveUnreachable() const {
             if (!copy) copy = ReadCopy(folder + '/' + file);
         }
         const bool isUntitled = copy && copy->path.isEmpty();
-        bool removed = false;
+        bool removed = MendUnfinishedWrites(SystemPath(folder));
         for (const QString& file : FilesIn(folder)) {
-            const auto session = SessionOfCopy(FinishedCopyName(file));
-            if (!session || QFileInfo::exists(SessionFolder(*session))) continue;
-            if (isUntitled || !SessionOfCopy(file)) removed |= QFile::remove(folder + '/' + file);
+            const auto session = SessionOfCopy(file);
+            if (!isUntitled || !session || QFileInfo::exists(SessionFolder(*session))) continue;
+            removed |= QFile::remove(folder + '/' + file);
         }
         if (removed) QDir().rmdir(folder);  // stays when something is in it
     }

@@ -83,7 +83,7 @@ class RecoveryStore {
     /// Unless another document of the same file needs it.
     void RemoveMarker(const KeptDocument& document) const;
     void RemoveCopies(const QString& folderName, const QString& session) const;
-    /// Of sessions that are over: texts without a file, and what a crash left half-written.
+    /// Texts without a file, of sessions that are over, and what a crash left half-written.
     void RemoveUnreachable() const;
     /// A session of this run of the program, which holds its lock.
     bool RemoveEmptySession(const QString& session, SessionLock& lock) const;

@@ -9,10 +9,11 @@
 #include <iterator>
 #include <sys/mman.h>
 
+#include "config/unfinished_write.h"
+#include "desktop/recovery_store.h"
 #include "tests/ui/files/child_process.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/dialogs/recovery_dialog.h"
-#include "desktop/recovery_store.h"
 
 namespace zentro {
 namespace {
@@ -136,18 +137,29 @@ TEST_F(RecoveryTest, WhatEarlierRunsLeftBehindIsRemoved) {
     QStringList files = CopyFiles();
     files.removeIf([&](const QString& file) { return left.contains(file); });
     ASSERT_EQ(files.size(), 1);
-    const QString beingWritten = files[0] + ".new1";
-    for (const QString& file : {left[0] + ".new1", left[1] + ".new2", beingWritten}) {
-        WriteFile(QDir(folder_.path()).relativeFilePath(file), "half");
-    }
+    const auto temporaryBeside = [](const QString& file, pid_t process) {
+        return QString::fromStdString(Beside(file.toStdString(), NameOfNewContent(process, 0)));
+    };
     const QString crashedAtOnce = store_ + "/sessions/1-0000000a";
     QDir().mkpath(crashedAtOnce);
+    const QString onlyBegun = store_ + "/copies/begun-0123456789abcdef";
+    QDir().mkpath(onlyBegun);
     WriteFile("recovery/sessions/1-0000000a/NewFile1-0123456789abcdef", "");
+    const QString beingWritten = temporaryBeside(files[0], getpid());
+    const QStringList halfWritten{temporaryBeside(left[0], EndedProcess()),
+                                  temporaryBeside(left[1], EndedProcess()),
+                                  temporaryBeside(crashedAtOnce + "/x", EndedProcess()),
+                                  temporaryBeside(onlyBegun + "/x", EndedProcess())};
+    for (const QString& file : halfWritten + QStringList(beingWritten)) {
+        WriteFile(QDir(folder_.path()).relativeFilePath(file), "half");
+    }
     EXPECT_THAT(RecoveryStore(store_).Unsaved(), IsEmpty());
     EXPECT_FALSE(QFileInfo::exists(crashedAtOnce));
     EXPECT_FALSE(QFileInfo::exists(QFileInfo(left[0]).path()));
-    EXPECT_EQ(CopyFiles().size(), 3);
-    EXPECT_TRUE(CopyFiles().contains(left[1]));
+    EXPECT_FALSE(QFileInfo::exists(onlyBegun));
+    EXPECT_EQ(CopyFiles(), QStringList({files[0], left[1]}));
+    for (const QString& file : halfWritten)
+        EXPECT_FALSE(QFileInfo::exists(file)) << file.toStdString();
     EXPECT_TRUE(QFileInfo::exists(beingWritten));
 }
 
