@@ -278,6 +278,10 @@ QList<OpenFileName> SourceFiles::Names() const {
     return names;
 }
 
+std::optional<int> SourceFiles::FrontFile() const {
+    return Current() == nullptr ? std::nullopt : std::optional(tabs_.currentIndex());
+}
+
 std::optional<int> SourceFiles::MainFile() const {
     const int index = IndexOf(main_);
     if (main_ == nullptr || index < 0) return std::nullopt;

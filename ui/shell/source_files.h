@@ -64,6 +64,7 @@ class SourceFiles : public QObject, public OpenFiles, public SearchTargets {
 
     // The choice of the file to compile.
     QList<OpenFileName> Names() const override;
+    std::optional<int> FrontFile() const override;
     std::optional<int> MainFile() const override;
     void SetMainFile(int file) override;
     std::optional<int> OpenFromDisk(const QString& folder, const QString& name) override;
