@@ -149,6 +149,7 @@ void SourceFiles::UpdateTab(SourceWindow* window) {
     if (index < 0) return;
     tabs_.setTabText(index, window->FileTitle() + (window->SourceChanged() ? "*" : ""));
     tabs_.setTabToolTip(index, window->IsNewFile() ? QString("Not saved yet") : PathOf(*window));
+    UpdateKeys();
     emit FilesChanged();
 }
 
@@ -157,8 +158,9 @@ void SourceFiles::UpdateKeys() {
         const bool isMain = windows_[i] == main_;
         tabs_.setTabIcon(i, isMain ? ThemedIcon("key") : QIcon());
         tabs_.setTabWhatsThis(i, isMain ? "The file to compile" : "");
-        tabs_.setAccessibleTabName(
-            i, windows_[i]->FileTitle() + (isMain ? ", the file to compile" : ""));
+        tabs_.setAccessibleTabName(i, windows_[i]->FileTitle() +
+                                          (windows_[i]->SourceChanged() ? ", changed" : "") +
+                                          (isMain ? ", the file to compile" : ""));
     }
 }
 
