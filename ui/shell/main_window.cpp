@@ -29,6 +29,7 @@
 #include "ui/shell/tool_bar_layout.h"
 #include "ui/support/child_windows.h"
 #include "ui/support/icons.h"
+#include "ui/support/message_bar.h"
 
 namespace zentro {
 
@@ -129,6 +130,7 @@ void MainWindow::MakeCentre() {
 }
 
 void MainWindow::MakeStatusBar() {
+    setStatusBar(new MessageBar(this));
     linePanel_ = new QLabel(this);
     linePanel_->setObjectName("panelLine");
     changedPanel_ = new QLabel(this);
