@@ -147,6 +147,9 @@ void SourceEditor::ReplaceText(std::string text, bool isLastLineEnded) {
     Send(*this, Sci::SCI_SETTARGETEND, TextLength(*this));
     SendScintilla(Sci::SCI_REPLACETARGET, static_cast<unsigned long>(text.size()), text.data());
     Send(*this, Sci::SCI_ENDUNDOACTION);
+    TellEdit();
+    respeller_.Forget();
+    lexer_->SetEndComplete();
 }
 
 std::string SourceEditor::TextBytes() {
@@ -190,6 +193,7 @@ void SourceEditor::TellEdit() {
     lexer_->Touch(editedLine_, linesAdded);
     folds_.Edited(editedLine_, linesAdded);
     respeller_.Edited(editedLine_, linesAdded, isUndoOrRedo_);
+    if (isUndoOrRedo_) lexer_->SetEndComplete();
     editedLine_ = -1;
 }
 
