@@ -154,6 +154,9 @@ void SourceEditor::ReplaceText(std::string text, bool isLastLineEnded) {
     Send(*this, Sci::SCI_SETTARGETEND, TextLength(*this));
     SendScintilla(Sci::SCI_REPLACETARGET, static_cast<unsigned long>(text.size()), text.data());
     Send(*this, Sci::SCI_ENDUNDOACTION);
+    TellEdit();
+    respeller_.Forget();
+    lexer_->SetEndComplete();
     line = std::min(line, lines() - 1);
     setCursorPosition(
         line,
@@ -204,6 +207,7 @@ void SourceEditor::TellEdit() {
     lexer_->Touch(editedLine_, linesAdded);
     folds_.Edited(editedLine_, linesAdded);
     respeller_.Edited(editedLine_, linesAdded, isUndoOrRedo_);
+    if (isUndoOrRedo_) lexer_->SetEndComplete();
     editedLine_ = -1;
 }
 

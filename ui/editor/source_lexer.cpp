@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "ui/editor/scintilla_text.h"
 
@@ -73,7 +74,9 @@ void SourceLexer::styleText(int start, int end) {
     });
     const std::size_t lastWord = LastWordBegin(text);
     const std::size_t lastLength = text.size() - lastWord;
-    if (isOn_ && lastLength != 0 && WasKeyword(begin + static_cast<long>(lastWord), lastLength) &&
+    const bool isComplete = std::exchange(isEndComplete_, false) ||
+                            WasKeyword(begin + static_cast<long>(lastWord), lastLength);
+    if (isOn_ && lastLength != 0 && isComplete &&
         !keywords_.Find(std::string_view(text).substr(lastWord)).empty()) {
         runs.push_back({lastWord, lastLength, TextKind::Keyword, {}});
     }

@@ -42,6 +42,10 @@ class SourceLexer : public QsciLexerCustom {
     /// The lines are to be coloured again though no edit touched them.
     void Restyle(int firstLine, int lastLine);
 
+    /// The last word of the text is complete although nothing follows it: it came with a whole
+    /// text, or came back, rather than being typed.
+    void SetEndComplete() { isEndComplete_ = true; }
+
     /// The position of a word that is being typed, which is plain until it is complete; -1: none.
     void SetOpenWord(long position) { openWord_ = position; }
 
@@ -57,6 +61,7 @@ class SourceLexer : public QsciLexerCustom {
     const KeywordList& keywords_;
     TouchedLines touched_;
     long openWord_ = -1;
+    bool isEndComplete_ = false;  ///< until the text is coloured next
     bool isOn_ = true;
 };
 

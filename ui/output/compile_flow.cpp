@@ -9,7 +9,7 @@ namespace {
 
 std::optional<int> ChooseMainFile(OpenFiles& files, const Workbench& workbench, QWidget* parent) {
     if (const std::optional<int> present = files.MainFile()) return present;
-    CompileSelectDialog dialog(workbench, files.Names(), parent);
+    CompileSelectDialog dialog(workbench, files.Names(), files.FrontFile(), parent);
     if (!workbench.dialogs.Run(dialog)) return std::nullopt;
     const std::optional<int> chosen =
         dialog.IsAlreadyOpen()
@@ -20,10 +20,11 @@ std::optional<int> ChooseMainFile(OpenFiles& files, const Workbench& workbench, 
 }
 
 /// What is to be done with a changed file.
-SaveWarningAnswer AskToSave(const QString& fileName, const Workbench& workbench, QWidget* parent) {
+SaveWarningAnswer AskToSave(const QString& fileName, bool isOnDisk, const Workbench& workbench,
+                            QWidget* parent) {
     if (AsBoolean(workbench.settings.GetSetting(SettingNumber::SaveWithoutAsking)))
         return SaveWarningAnswer::Save;
-    SaveWarningDialog dialog(fileName, parent);
+    SaveWarningDialog dialog(fileName, isOnDisk, parent);
     workbench.dialogs.Run(dialog);
     if (dialog.Answer() != SaveWarningAnswer::Neither && dialog.DontShowAgain()) {
         workbench.settings.SaveSetting(SettingNumber::SaveWithoutAsking, std::int16_t{1});
@@ -35,7 +36,7 @@ SaveWarningAnswer AskToSave(const QString& fileName, const Workbench& workbench,
 bool BringToDisk(int file, OpenFiles& files, const Workbench& workbench, QWidget* parent) {
     const bool isOnDisk = !files.WasNeverSaved(file);
     if (!files.HasChanged(file)) return isOnDisk || files.Save(file);
-    switch (AskToSave(files.Names()[file].name, workbench, parent)) {
+    switch (AskToSave(files.Names()[file].name, isOnDisk, workbench, parent)) {
         case SaveWarningAnswer::Save: return files.Save(file);
         case SaveWarningAnswer::CompileAsSaved: return isOnDisk;
         case SaveWarningAnswer::Neither: break;

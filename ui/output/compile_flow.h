@@ -17,6 +17,8 @@ class OpenFiles {
     virtual ~OpenFiles() = default;
 
     virtual QList<OpenFileName> Names() const = 0;
+    /// The file in front; nothing when no file is open.
+    virtual std::optional<int> FrontFile() const = 0;
     /// The file to compile; nothing when none is chosen yet.
     virtual std::optional<int> MainFile() const = 0;
     /// Remembers the file to compile and marks its tab.

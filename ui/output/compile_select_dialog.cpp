@@ -14,7 +14,8 @@
 namespace zentro {
 
 CompileSelectDialog::CompileSelectDialog(const Workbench& workbench,
-                                         const QList<OpenFileName>& openFiles, QWidget* parent)
+                                         const QList<OpenFileName>& openFiles,
+                                         std::optional<int> front, QWidget* parent)
     : QDialog(parent),
       workbench_(workbench),
       openFiles_(openFiles),
@@ -35,8 +36,8 @@ CompileSelectDialog::CompileSelectDialog(const Workbench& workbench,
     ok_->setDefault(true);
     connect(list_, &QListWidget::itemSelectionChanged, this,
             [this] { ok_->setEnabled(!list_->selectedItems().isEmpty()); });
-    // With one file there is nothing to choose: Enter takes it.
-    if (list_->count() == 1) list_->setCurrentRow(0);
+    // Enter takes the likely file at once. With one file there is nothing to choose.
+    if (front || list_->count() == 1) list_->setCurrentRow(front.value_or(0));
     connect(list_, &QListWidget::itemActivated, this, &CompileSelectDialog::TakeFromList);
     connect(ok_, &QPushButton::clicked, this, &CompileSelectDialog::TakeFromList);
     connect(fromDisk_, &QPushButton::clicked, this, &CompileSelectDialog::SelectFromDisk);
@@ -57,6 +58,15 @@ void CompileSelectDialog::FillList() {
 void CompileSelectDialog::BuildLayout() {
     auto* const label = new QLabel("Please select the file to begin with (Key)", this);
     label->setBuddy(list_);
+    auto* const key = new QLabel(
+        tr("The program begins in this file, which may include others. Its tab gets a key, and "
+           "from "
+           "then on it is compiled without this question. To choose again, use \"Reset File To "
+           "Compile\" in the Compile menu, or press the right mouse button on another tab."),
+        this);
+    key->setObjectName("lblKey");
+    key->setWordWrap(true);
+    list_->setAccessibleDescription(key->text());
     auto* const buttons = new QHBoxLayout;
     buttons->addWidget(fromDisk_);
     buttons->addStretch();
@@ -64,9 +74,10 @@ void CompileSelectDialog::BuildLayout() {
     buttons->addWidget(cancel_);
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(label);
-    layout->addWidget(list_);
+    layout->addWidget(list_, 1);
+    layout->addWidget(key);
     layout->addLayout(buttons);
-    resize(420, 260);
+    resize(440, 320);
 }
 
 void CompileSelectDialog::TakeFromList() {

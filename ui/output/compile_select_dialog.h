@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QString>
 #include <QStringList>
+#include <optional>
 
 #include "ui/support/workbench.h"
 
@@ -23,9 +24,9 @@ class CompileSelectDialog : public QDialog {
     Q_OBJECT
 
   public:
-    /// The files in the order of their tabs.
+    /// The files in the order of their tabs. The file in front, if there is one, is selected.
     CompileSelectDialog(const Workbench& workbench, const QList<OpenFileName>& openFiles,
-                        QWidget* parent);
+                        std::optional<int> front, QWidget* parent);
 
     bool OKPressed() const { return result() == Accepted; }
     const QString& ChosenFileName() const { return chosen_.name; }

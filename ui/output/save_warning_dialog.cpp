@@ -9,19 +9,19 @@
 
 namespace zentro {
 
-SaveWarningDialog::SaveWarningDialog(const QString& fileName, QWidget* parent)
+SaveWarningDialog::SaveWarningDialog(const QString& fileName, bool isOnDisk, QWidget* parent)
     : QDialog(parent), dontShow_(new QCheckBox("Dont Show this warning again", this)) {
     setObjectName("frmSaveWarning");
     setWindowTitle("Warning!");
     dontShow_->setObjectName("chkDontShow");
     auto* const icon = new QLabel(this);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(32, 32));
-    auto* const text =
-        new QLabel("'" + fileName +
-                       "' has changes that are not saved yet.\n\nOK saves it and "
-                       "compiles it.\nCancel compiles it as it was last saved.\nEscape stops "
-                       "here.",
-                   this);
+    const QString explanation =
+        isOnDisk ? tr("'%1' has changes that are not saved yet.\n\nOK saves it and compiles "
+                      "it.\nCancel compiles it as it was last saved.\nEscape stops here.")
+                 : tr("'%1' was never saved.\n\nOK asks for its name, saves it and compiles "
+                      "it.\nCancel or Escape stops here: there is nothing to compile yet.");
+    auto* const text = new QLabel(explanation.arg(fileName), this);
     text->setTextFormat(Qt::PlainText);
     auto* const ok = new QPushButton("OK", this);
     ok->setObjectName("OKButton");

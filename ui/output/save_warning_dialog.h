@@ -14,7 +14,8 @@ class SaveWarningDialog : public QDialog {
     Q_OBJECT
 
   public:
-    SaveWarningDialog(const QString& fileName, QWidget* parent);
+    /// `isOnDisk`: the file was saved before, so that there is something to compile without saving.
+    SaveWarningDialog(const QString& fileName, bool isOnDisk, QWidget* parent);
 
     bool OKPressed() const { return answer_ == SaveWarningAnswer::Save; }
     SaveWarningAnswer Answer() const { return answer_; }

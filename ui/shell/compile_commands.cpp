@@ -56,6 +56,7 @@ class CompileCommands::FilesToCompile : public OpenFiles {
             names += {file.name, file.folder};
         return names;
     }
+    std::optional<int> FrontFile() const override { return IndexOf(programs_.Front()); }
     std::optional<int> MainFile() const override { return IndexOf(programs_.Main()); }
     void SetMainFile(int file) override {
         programs_.SetMain(At(file).id);

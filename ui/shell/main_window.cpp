@@ -33,6 +33,7 @@
 #include "ui/support/child_windows.h"
 #include "ui/support/dialogs.h"
 #include "ui/support/icons.h"
+#include "ui/support/message_bar.h"
 
 namespace zentro {
 
@@ -137,6 +138,7 @@ void MainWindow::MakeCentre() {
 }
 
 void MainWindow::MakeStatusBar() {
+    setStatusBar(new MessageBar(this));
     linePanel_ = new QLabel(this);
     linePanel_->setObjectName("panelLine");
     changedPanel_ = new QLabel(this);

@@ -134,8 +134,8 @@ void SourceFiles::ShowTab(int index, const zentro::OpenFile& file) {
                                    : file.Path());
     tabs_.setTabIcon(index, isMain ? ThemedIcon("key") : QIcon());
     tabs_.setTabWhatsThis(index, isMain ? tr("The file to compile") : QString());
-    tabs_.setAccessibleTabName(index,
-                               isMain ? tr("%1, the file to compile").arg(file.name) : file.name);
+    tabs_.setAccessibleTabName(index, file.name + (file.IsChanged() ? tr(", changed") : QString()) +
+                                          (isMain ? tr(", the file to compile") : QString()));
     if (programs_.Front() == &file) tabs_.setCurrentIndex(index);
 }
 

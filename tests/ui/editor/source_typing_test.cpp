@@ -108,6 +108,20 @@ TEST_F(SourceTyping, PastedTextIsSpeltToo) {
     EXPECT_EQ(window.Text(), "");
 }
 
+TEST_F(SourceTyping, TheLastWordKeepsItsColourWhenAWholeTextComesOrComesBack) {
+    Load("LOOP\nEND PROGRAM\n");
+    EXPECT_EQ(ColoursOf(2), "KKK.KKKKKKK");
+    WriteFile("line.txt", "WAIT 1\nEND PROGRAM\n");
+    EXPECT_TRUE(window.Reload());
+    EXPECT_EQ(ColoursOf(2), "KKK.KKKKKKK");
+    window.SetText("WAIT 2\nEND LOOP");
+    EXPECT_EQ(ColoursOf(2), "KKK.KKKK");
+    window.Undo();
+    EXPECT_EQ(ColoursOf(2), "KKK.KKKKKKK");
+    window.Redo();
+    EXPECT_EQ(ColoursOf(2), "KKK.KKKK");
+}
+
 TEST_F(SourceTyping, OnlyTouchedLinesAreColouredAgain) {
     Load("loop\ndisplay \"a\n; end\nend loop\nEND PROGRAM");
     EXPECT_EQ(window.Text(), "LOOP\nDISPLAY \"a\n; end\nend loop\nEND PROGRAM");

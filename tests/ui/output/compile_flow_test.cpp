@@ -24,6 +24,7 @@ class FakeFiles : public OpenFiles {
             names += file.name;
         return names;
     }
+    std::optional<int> FrontFile() const override { return front; }
     std::optional<int> MainFile() const override { return mainFile; }
     void SetMainFile(int file) override { mainFile = file; }
     std::optional<int> OpenFromDisk(const QString& folder, const QString& name) override {
@@ -39,6 +40,7 @@ class FakeFiles : public OpenFiles {
     }
 
     std::vector<FakeFile> files{{{"one.txt", "/a"}}, {{"two.txt", "/a"}}, {{"one.txt", "/b"}}};
+    std::optional<int> front;
     std::optional<int> mainFile;
     bool canOpen = true;
     bool canSave = true;
@@ -107,6 +109,16 @@ TEST_F(CompileFlow, AsksOnceForTheMainFileAmongTheOpenOnes) {
     files.mainFile.reset();
     EXPECT_EQ(Prepare(), 1);
     EXPECT_EQ(asked, 2);
+}
+
+TEST_F(CompileFlow, EnterTakesTheFileInFront) {
+    files.front = 2;
+    WhenAsked([](QDialog& dialog) {
+        EXPECT_EQ(Find<QListWidget>(dialog, "FileList")->selectedItems().size(), 1);
+        QTest::keyClick(Find<QListWidget>(dialog, "FileList"), Qt::Key_Return);
+    });
+    EXPECT_EQ(Prepare(), 2);
+    EXPECT_EQ(files.mainFile, 2);
 }
 
 TEST_F(CompileFlow, TakesAFileFromDisk) {
@@ -183,6 +195,10 @@ TEST_F(CompileFlow, SavesBeforeACompile) {
             EXPECT_EQ(dialog.windowTitle(), "Warning!");
             auto* const box = dialog.findChild<QCheckBox*>();
             EXPECT_EQ(box->text(), "Dont Show this warning again");
+            bool saysSo = false;
+            for (const QLabel* label : dialog.findChildren<QLabel*>())
+                saysSo = saysSo || label->text().contains("was never saved");
+            EXPECT_EQ(saysSo, row.wasNeverSaved);
             if (row.tick) QTest::keyClick(box, Qt::Key_Space);
             Press(dialog, row.button);
         });

@@ -287,6 +287,19 @@ TEST_F(CommandsTest, ClosingAChangedFileAsks) {
     EXPECT_EQ(Child<QTabBar>("TabStripFiles")->count(), 0);
 }
 
+// What a screen reader says of a tab.
+TEST_F(CommandsTest, TheNameOfATabFollowsItsFile) {
+    Press(CommandId::NewSource);
+    auto* tabs = Child<QTabBar>("TabStripFiles");
+    EXPECT_EQ(tabs->accessibleTabName(0), "NewFile1");
+    Type("x");
+    EXPECT_EQ(tabs->accessibleTabName(0), "NewFile1, changed");
+    window->Files().SetMainFile(0);
+    dialogs.fileToSave = FilePath("first.txt");
+    Press(CommandId::Save);
+    EXPECT_EQ(tabs->accessibleTabName(0), "first.txt, the file to compile");
+}
+
 TEST_F(CommandsTest, ARightClickOnATabChoosesTheFileToCompile) {
     Write("a.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
     Write("b.txt", "BEGIN PROGRAM\nEND PROGRAM\n");

@@ -1,9 +1,14 @@
+#include <QHelpEvent>
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QTextDocument>
+#include <QToolTip>
 
 #include "tests/ui/ui_fixture.h"
 #include "ui/support/colours.h"
 #include "ui/support/icons.h"
+#include "ui/support/message_bar.h"
 #include "ui/support/window_place.h"
 
 namespace zentro {
@@ -72,6 +77,34 @@ TEST_F(SupportTest, IconsTakeTheColourOfTheText) {
     EXPECT_GT(reddest, 200);
     EXPECT_EQ(DesktopFilters("Source (Text) Files|*.txt|All Files (*.*)|*.*"),
               "Source (Text) Files (*.txt);;All Files (*.*)");
+}
+
+TEST_F(SupportTest, ALongMessageEndsBeforeThePanelsAndIsWholeInItsToolTip) {
+    MessageBar bar;
+    auto* panel = new QLabel("Line 1/9", &bar);
+    bar.addPermanentWidget(panel);
+    bar.resize(300, 24);
+    bar.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&bar));
+    bar.showMessage("short");
+    EXPECT_EQ(bar.ShownMessage(), "short");
+    const QString whole =
+        "Error: IF <Count> has a value that does not come from a byte\nWarning: two";
+    bar.showMessage(whole);
+    const QString shown = bar.ShownMessage();
+    EXPECT_TRUE(shown.startsWith("Error: IF <")) << shown.toStdString();
+    EXPECT_TRUE(shown.endsWith(QChar(0x2026))) << shown.toStdString();
+    EXPECT_LT(6 + bar.fontMetrics().horizontalAdvance(shown), panel->x() - 6);
+    // Nothing is painted between the message and the panel.
+    const QImage image = bar.grab().toImage();
+    for (int x = panel->x() - 8; x < panel->x(); ++x)
+        EXPECT_EQ(image.pixel(x, 12), image.pixel(panel->x() - 8, 12));
+
+    QHelpEvent help(QEvent::ToolTip, QPoint(20, 10), bar.mapToGlobal(QPoint(20, 10)));
+    QApplication::sendEvent(&bar, &help);
+    QTextDocument tip;
+    tip.setHtml(QToolTip::text());
+    EXPECT_EQ(tip.toPlainText(), whole);
 }
 
 }  // namespace zentro
