@@ -49,7 +49,9 @@ void ReadDigitalInput(Board& board, const DecodedInstruction& instruction) {
 }
 
 void ReadButton(Board& board, const DecodedInstruction& instruction) {
-    board.memory.StoreByte(instruction.b, FromFlag(Reading(board.inputs.buttons, instruction.a)));
+    const bool isDown = Reading(board.inputs.buttons, instruction.a) != 0;
+    if (isDown) board.devices.buttonsSeen[instruction.a - 1U] = true;
+    board.memory.StoreByte(instruction.b, FromFlag(isDown));
 }
 
 void ReadAnalogInput(Board& board, const DecodedInstruction& instruction) {

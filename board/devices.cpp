@@ -95,8 +95,9 @@ void SetInputs(Board& board, const Inputs& inputs) {
             HappenEvent(board, NumberOf(EventNumber::DigitalInput1, index));
     }
     for (std::size_t index = 0; index < inputs.buttons.size(); ++index) {
-        if (inputs.buttons[index] && !before.buttons[index])
-            HappenEvent(board, NumberOf(EventNumber::Button1, index));
+        if (!inputs.buttons[index] || before.buttons[index]) continue;
+        board.devices.buttonsSeen[index] = false;
+        HappenEvent(board, NumberOf(EventNumber::Button1, index));
     }
     for (std::size_t index = 0; index < inputs.analog.size(); ++index) {
         NoticeAnalogChange(board, index);

@@ -85,8 +85,9 @@ struct Devices {
     std::array<std::uint16_t, 4> pulsesAtStart{};    ///< of the program
     std::array<std::uint16_t, 4> pulsesAtSecond{};   ///< when the present second began
     std::array<std::uint8_t, 4> pulsesLastSecond{};  ///< at most 255
-    std::uint64_t noteEnd = 0;                       ///< the tick at which the note ends
-    std::optional<std::uint32_t> tune;               ///< where the tune goes on
+    std::array<bool, 6> buttonsSeen{};  ///< the program has read it since it was pressed
+    std::uint64_t noteEnd = 0;          ///< the tick at which the note ends
+    std::optional<std::uint32_t> tune;  ///< where the tune goes on
 
     bool operator==(const Devices&) const = default;
 };

@@ -190,6 +190,31 @@ void VirtualBoardHost::SetInputs(const Inputs& inputs) {
     LookAround();
 }
 
+void VirtualBoardHost::SetButton(std::size_t button, bool down) {
+    Inputs inputs = State().inputs;
+    inputs.buttons[button] = down;
+    history_.ChangeInputs(inputs);
+}
+
+void VirtualBoardHost::PressButton(std::size_t button) {
+    if (presses_.IsDown(button)) SetButton(button, false);  // each press is one for the program
+    presses_.Begin(State(), button);
+    SetButton(button, true);
+    LookAround();
+}
+
+void VirtualBoardHost::LetButtonGo(std::size_t button) {
+    presses_.End(button);
+    LookAround();
+}
+
+void VirtualBoardHost::LetButtonsUp() {
+    const auto comingUp = presses_.TakeThoseThatComeUp(State(), WantsTime());
+    for (std::size_t button = 0; button < comingUp.size(); ++button) {
+        if (comingUp[button]) SetButton(button, false);
+    }
+}
+
 void VirtualBoardHost::LetRobotSee(bool sees) {
     history_.LetRobotSee(sees);
     LookAround();
@@ -223,6 +248,7 @@ void VirtualBoardHost::SendDebugCommand(std::string_view command) {
 
 /// After anything that may have changed the board.
 void VirtualBoardHost::LookAround() {
+    LetButtonsUp();
     const Processor& processor = State().processor;
     const bool ended = wasRunning_ && !processor.running;
     wasRunning_ = processor.running;
@@ -306,8 +332,10 @@ void VirtualBoardHost::PassSlowMotion(std::uint64_t ticks) {
 void VirtualBoardHost::RunAtFullSpeed() {
     QElapsedTimer working;
     working.start();
-    while (State().processor.running && working.elapsed() < kWorkPerWakeUp)
+    while (State().processor.running && working.elapsed() < kWorkPerWakeUp) {
         PassRealTime(kTicksBetweenLooks);
+        LetButtonsUp();
+    }
 }
 
 /// In debug mode the instruction was asked for on the serial line, and time has to pass for it.

@@ -11,6 +11,7 @@
 
 #include "comms/virtual_board_link.h"
 #include "desktop/board_world.h"
+#include "desktop/button_presses.h"
 #include "desktop/fault_report.h"
 #include "desktop/history.h"
 
@@ -73,6 +74,10 @@ class VirtualBoardHost : public QObject {
     void PutRobotAtStart();
 
     void SetInputs(const Inputs& inputs);
+    /// Somebody presses a button, counted from 0, and lets it go, however quickly: it stays down
+    /// until the program has had a chance to look.
+    void PressButton(std::size_t button);
+    void LetButtonGo(std::size_t button);
     /// Whether analogue inputs 1 and 2 are what the robot's eyes see of the floor: at first, yes.
     void LetRobotSee(bool sees);
 
@@ -110,12 +115,15 @@ class VirtualBoardHost : public QObject {
     void RunAtFullSpeed();
     void StepInstruction();
     void SendDebugCommand(std::string_view command);
+    void SetButton(std::size_t button, bool down);
+    void LetButtonsUp();
     void LookAround();
     void TellChange();
 
     std::unique_ptr<BoardWorld> world_;
     History history_;
     std::unique_ptr<RecordingLink> link_;
+    ButtonPresses presses_;
     ProgramWords words_;
     std::string lastStep_;
     BoardSpeed speed_;

@@ -67,16 +67,15 @@ QLayout* InputsPanel::MakeButtons() {
         buttons_[index] = button;
         button->setText(QString("&%1").arg(number));
         button->setMinimumWidth(button->fontMetrics().horizontalAdvance("00000"));
-        const auto press = [this, index](bool down) {
+        connect(button, &QPushButton::pressed, this, [=, this] {
+            if (!button->isCheckable()) emit ButtonPressed(index);
+        });
+        connect(button, &QPushButton::released, this, [=, this] {
+            if (!button->isCheckable()) emit ButtonLetGo(index);
+        });
+        connect(button, &QPushButton::toggled, this, [this, index](bool down) {
             emit Edited([=](Inputs& inputs) { inputs.buttons[index] = down; });
-        };
-        connect(button, &QPushButton::pressed, this, [=] {
-            if (!button->isCheckable()) press(true);
         });
-        connect(button, &QPushButton::released, this, [=] {
-            if (!button->isCheckable()) press(false);
-        });
-        connect(button, &QPushButton::toggled, this, press);
         grid->addWidget(button, 0, static_cast<int>(index));
     }
     buttonsStay_ = new QCheckBox(tr("Buttons sta&y down"), this);

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 #include <array>
+#include <cstddef>
 #include <functional>
 
 #include "desktop/board_world.h"
@@ -33,6 +34,8 @@ class InputsPanel : public QWidget {
   signals:
     /// The user has done something to the inputs.
     void Edited(const zentro::InputsPanel::Edit& edit);
+    void ButtonPressed(std::size_t button);
+    void ButtonLetGo(std::size_t button);
     void RobotSeesToggled(bool sees);
 
   private:

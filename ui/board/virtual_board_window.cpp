@@ -55,6 +55,8 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
         host_.SetInputs(inputs);
     });
     connect(floor_, &FloorWidget::PutBackClicked, &host, &VirtualBoardHost::PutRobotAtStart);
+    connect(inputs_, &InputsPanel::ButtonPressed, &host, &VirtualBoardHost::PressButton);
+    connect(inputs_, &InputsPanel::ButtonLetGo, &host, &VirtualBoardHost::LetButtonGo);
     connect(inputs_, &InputsPanel::RobotSeesToggled, &host, &VirtualBoardHost::LetRobotSee);
 }
 

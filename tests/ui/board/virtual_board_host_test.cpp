@@ -275,5 +275,106 @@ TEST_F(HostTest, TheRobotIsBackAtItsStartWithEachProgramResetAndByHand) {
     EXPECT_EQ(eyes(), start);
 }
 
+/// Programs that count the presses of button 2 on the display.
+const char* const kPolling =
+    "DEFINE BYTE Count = 0\nDEFINE BYTE Pressed = 0\nBEGIN PROGRAM\nLOOP\n"
+    "REPEAT\nPressed = BUTTON(2)\nUNTIL Pressed <> 0\nINCREMENT Count\nDISPLAY Count\n"
+    "REPEAT\nPressed = BUTTON(2)\nUNTIL Pressed = 0\nEND LOOP\nEND PROGRAM\n";
+const char* const kLookingNowAndThen =
+    "DEFINE BYTE Count = 0\nDEFINE BYTE Pressed = 0\nBEGIN PROGRAM\nLOOP\nWAIT 90\n"
+    "Pressed = BUTTON(2)\nIF Pressed <> 0 THEN\nINCREMENT Count\nDISPLAY Count\nEND IF\n"
+    "END LOOP\nEND PROGRAM\n";
+const char* const kWatching =
+    "DEFINE BYTE Count = 0\nDEFINE BYTE Pressed = 0\nDEFINE EVENT Press()\nPressed = BUTTON(2)\n"
+    "IF Pressed <> 0 THEN\nINCREMENT Count\nDISPLAY Count\nEND IF\nEND EVENT\n"
+    "BEGIN PROGRAM\nSET EVENT 10, Press\nENABLE EVENTS\nLOOP\nEND LOOP\nEND PROGRAM\n";
+
+struct ClickTest : HostTest, ::testing::WithParamInterface<std::tuple<const char*, int>> {
+    static constexpr std::size_t kButton = 1;
+
+    void Click() {
+        host.PressButton(kButton);
+        host.LetButtonGo(kButton);
+    }
+    bool IsDown() const { return host.State().inputs.buttons[kButton]; }
+    int Counted() const { return host.State().outputs.display.value; }
+    void Pass(int seconds) {
+        for (int tenth = 0; tenth < 10 * seconds; ++tenth)
+            host.Advance(100);
+    }
+};
+
+TEST_P(ClickTest, IsSeenOnceByAProgramHoweverShort) {
+    const auto [source, speed] = GetParam();
+    const BoardSpeed speeds[] = {{}, {BoardSpeed::Kind::SlowMotion, 30}, fast};
+    host.SetSpeed(speeds[speed]);
+    Load(Compiled(source));
+    host.Run();
+    Pass(5);
+    for (int click = 1; click <= 3; ++click) {
+        Click();
+        EXPECT_TRUE(IsDown()) << "no time has passed";
+        Pass(5);
+        EXPECT_EQ(Counted(), click);
+        EXPECT_FALSE(IsDown());
+    }
+    host.Pause();
+    Click();
+    Pass(5);
+    EXPECT_TRUE(IsDown()) << "the program is held and cannot look";
+    host.Resume();
+    Pass(5);
+    EXPECT_EQ(Counted(), 4);
+    EXPECT_FALSE(IsDown());
+    host.Pause();
+    Click();
+    for (int step = 0; step < 30; ++step)
+        host.Step();
+    EXPECT_EQ(Counted(), 5) << "stepped";
+    EXPECT_FALSE(IsDown());
+}
+INSTANTIATE_TEST_SUITE_P(Programs, ClickTest,
+                         ::testing::Combine(::testing::Values(kPolling, kLookingNowAndThen,
+                                                              kWatching),
+                                            ::testing::Values(0, 1, 2)));
+
+TEST_F(ClickTest, OfSomebodyQuickerThanTheProgramIsAnEventEachTime) {
+    Load(Compiled(kWatching));
+    host.Run();
+    Pass(1);
+    Click();
+    Click();
+    Click();
+    Pass(1);
+    EXPECT_EQ(Counted(), 3);
+}
+
+TEST_F(ClickTest, EndsAlsoWhenNobodyLooks) {
+    Click();
+    EXPECT_FALSE(IsDown()) << "nothing runs, and nobody listens";
+    ASSERT_EQ(host.Link().Open(kVirtualBoardPort).handle, 1);
+    Say("R\r");
+    Click();
+    Pass(1);
+    EXPECT_THAT(Say(""), HasSubstr("Buttons    0 1 0 0 0 0")) << "a report has shown it";
+    EXPECT_FALSE(IsDown());
+
+    Load(kCounting);
+    for (const BoardSpeed& speed : {BoardSpeed{}, BoardSpeed{BoardSpeed::Kind::SlowMotion, 100}}) {
+        host.SetSpeed(speed);
+        host.Run();
+        Click();
+        Pass(1);
+        EXPECT_TRUE(IsDown());
+        Pass(12);
+        EXPECT_FALSE(IsDown());
+    }
+    host.PressButton(kButton);
+    Pass(20);
+    EXPECT_TRUE(IsDown()) << "it is held";
+    host.LetButtonGo(kButton);
+    EXPECT_FALSE(IsDown());
+}
+
 }  // namespace
 }  // namespace zentro

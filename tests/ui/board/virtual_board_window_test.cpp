@@ -107,9 +107,7 @@ TEST_F(BoardWindowTest, ReactionGameIsPlayedWithAKey) {
     Click("BtnBoardRun");
     QWidget* button = Find("Button1");
     const auto press = [&] {
-        QTest::keyPress(button, Qt::Key_Space);
-        QTest::qWait(40);
-        QTest::keyRelease(button, Qt::Key_Space);
+        QTest::keyClick(button, Qt::Key_Space);
     };
     QTest::qWait(30);
     press();
