@@ -14,6 +14,7 @@
 #include "desktop/board_text.h"
 #include "ui/support/colours.h"
 #include "ui/support/icons.h"
+#include "ui/support/spoken_label.h"
 
 namespace zentro {
 
@@ -119,15 +120,12 @@ QLayout* RunControls::MakeButtons() {
 QLayout* RunControls::MakeStatus() {
     auto* row = new QHBoxLayout;
     state_->setObjectName("BoardState");
-    state_->setAccessibleName(tr("State of the board"));
     state_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     state_->setWordWrap(true);
     instruction_->setObjectName("BoardInstruction");
-    instruction_->setAccessibleName(tr("Present instruction"));
     instruction_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     instruction_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     steps_->setObjectName("BoardSteps");
-    steps_->setAccessibleName(tr("Instructions carried out"));
     steps_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     for (QLabel* label : {state_, instruction_, steps_})
         label->setMinimumHeight(2 * fontMetrics().height() + 2);
@@ -171,6 +169,7 @@ void RunControls::ShowState() {
                          ReadableOn(QColor(0xC6, 0x28, 0x28), colours.color(QPalette::Window)));
     state_->setPalette(colours);
     state_->setText(text);
+    SayWithCaption(*state_, tr("State of the board"));
 }
 
 /// Whether the instruction that is shown changes too fast to be read.
@@ -188,6 +187,7 @@ void RunControls::ShowInstruction() {
             : tr("%1 instructions").arg(QLocale().toString(qulonglong{processor.steps})));
     if (InstructionFlickers()) return;
     sinceInstruction_.start();
+    SayWithCaption(*steps_, tr("Instructions carried out"));
     QString text;
     if (!host_.LastStep().empty())
         text = tr("done  %1\n").arg(QString::fromStdString(host_.LastStep()));
@@ -196,6 +196,7 @@ void RunControls::ShowInstruction() {
                     .arg(QString::fromStdString(
                         FormatInstruction(host_.State().memory, processor.address)));
     instruction_->setText(text);
+    SayWithCaption(*instruction_, tr("Present instruction"));
     instruction_->setVisible(!text.isEmpty());  // a fault takes the whole line
 }
 

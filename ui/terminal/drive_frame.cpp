@@ -7,6 +7,8 @@
 #include <QSignalBlocker>
 #include <QSlider>
 
+#include "ui/support/spoken_label.h"
+
 namespace zentro {
 
 namespace {
@@ -50,7 +52,6 @@ void DriveFrame::AddSlider(const DriveFrameNames& names) {
     slider_->setMinimumHeight(fontMetrics().height() * kSliderRows);
     value_ = new QLabel(this);
     value_->setObjectName(names.label);
-    value_->setAccessibleName(slider_->accessibleName());
     value_->setAlignment(Qt::AlignCenter);
     value_->setMinimumWidth(fontMetrics().horizontalAdvance("100"));
     auto* measure = new QLabel(names.measure, this);
@@ -60,7 +61,7 @@ void DriveFrame::AddSlider(const DriveFrameNames& names) {
     grid->addWidget(measure, kSliderRows, 0);
     grid->addWidget(value_, kSliderRows, 1);
     connect(slider_, &QSlider::valueChanged, this, &DriveFrame::ValueChanged);
-    connect(slider_, &QSlider::sliderMoved, value_, qOverload<int>(&QLabel::setNum));
+    connect(slider_, &QSlider::sliderMoved, this, &DriveFrame::ShowValue);
     connect(slider_, &QSlider::sliderPressed, this, &DriveFrame::DragBegun);
 }
 
@@ -71,7 +72,12 @@ void DriveFrame::Show(const DriveControl& control) {
         option->setFocusPolicy(option->isChecked() ? Qt::StrongFocus : Qt::ClickFocus);
     const QSignalBlocker blocker(slider_);
     slider_->setValue(control.value);
-    value_->setNum(control.value);
+    ShowValue(control.value);
+}
+
+void DriveFrame::ShowValue(int value) {
+    value_->setNum(value);
+    SayWithCaption(*value_, slider_->accessibleName());
 }
 
 void DriveFrame::SetFollowing(bool following) {

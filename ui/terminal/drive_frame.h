@@ -46,6 +46,7 @@ class DriveFrame : public QGroupBox {
     void AddOption(const DriveFrameNames& names, const char* name, const char* caption,
                    const char* spoken, DriveOption option);
     void AddSlider(const DriveFrameNames& names);
+    void ShowValue(int value);
 
     QButtonGroup* options_;
     QSlider* slider_ = nullptr;

@@ -1,6 +1,7 @@
 // The window as a pupil uses it: mouse and keys on the board's picture, in real time.
 #include "ui/board/virtual_board_window.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
@@ -40,6 +41,10 @@ struct BoardWindowTest : UiTest {
     void Press(const char* name) { QTest::mousePress(Find(name), Qt::LeftButton); }
     void Release(const char* name) { QTest::mouseRelease(Find(name), Qt::LeftButton); }
     QString Said(const char* name) { return Find(name)->accessibleDescription(); }
+    /// What a screen reader says.
+    QString Spoken(const char* name) {
+        return QAccessible::queryAccessibleInterface(Find(name))->text(QAccessible::Name);
+    }
     QString Text(const char* name) { return Find<QLabel>(name)->text(); }
 
     bool Becomes(const char* name, const QString& value) {
@@ -106,9 +111,7 @@ TEST_F(BoardWindowTest, ReactionGameIsPlayedWithAKey) {
     LoadExample("reaction_game");
     Click("BtnBoardRun");
     QWidget* button = Find("Button1");
-    const auto press = [&] {
-        QTest::keyClick(button, Qt::Key_Space);
-    };
+    const auto press = [&] { QTest::keyClick(button, Qt::Key_Space); };
     QTest::qWait(30);
     press();
     ASSERT_TRUE(Becomes("LeftLed", "on"));
@@ -129,7 +132,10 @@ TEST_F(BoardWindowTest, StepsShowWhereTheProgramStands) {
     };
     step("BtnBoardStep");
     EXPECT_EQ(Text("BoardState"), "Paused");
+    EXPECT_EQ(Spoken("BoardState"), "State of the board: Paused");
     EXPECT_EQ(Text("BoardInstruction"), "next  [0000] INCREMENT BYTE [0010]");
+    EXPECT_EQ(Spoken("BoardInstruction"), "Present instruction: next [0000] INCREMENT BYTE [0010]");
+    EXPECT_EQ(Spoken("BoardSteps"), "Instructions carried out: 0 instructions");
     step("BtnBoardStep");
     EXPECT_EQ(Text("BoardInstruction"),
               "done  [0000] INCREMENT BYTE [0010] : [0010] = 1\nnext  [0003] JUMP [0000]");
@@ -145,9 +151,9 @@ TEST_F(BoardWindowTest, StepsShowWhereTheProgramStands) {
 TEST_F(BoardWindowTest, AFaultIsToldInWords) {
     Load(ObjectOf({0, 0, 52}, 16));
     Click("BtnBoardRun");
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return Text("BoardState").contains("Return without a call at [0002]: "); }))
-        << Text("BoardState").toStdString();
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+        return Text("BoardState").contains("Return without a call at [0002]: ");
+    })) << Text("BoardState").toStdString();
 }
 
 TEST_F(BoardWindowTest, ATerminalLoadsAProgramRunsItAndComesBackAfterThePulledCable) {

@@ -122,6 +122,9 @@ TEST_F(TerminalWindowTest, DrivesTheOutputsFromThePanel) {
         Slide(row.slider, ++value);
         EXPECT_EQ(row.output, (Drive{kForward, value}));
         EXPECT_EQ(Find<QLabel>(row.label).text().toInt(), value);
+        const QString spoken =
+            Find<QSlider>(row.slider).accessibleName() + ": " + QString::number(value);
+        EXPECT_EQ(Find<QLabel>(row.label).accessibleName(), spoken) << "name and value both";
         Click(row.back);
         EXPECT_EQ(row.output, (Drive{kBackward, value}));
     }

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+class QLabel;
+
+namespace zentro {
+
+/// Lets a screen reader say what a label shows together with what that is, which the eye sees from
+/// its place: "State of the board: Paused". A name alone would hide the text.
+void SayWithCaption(QLabel& label, const QString& caption);
+
+}  // namespace zentro
