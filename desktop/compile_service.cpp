@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QScopedValueRollback>
+#include <filesystem>
 #include <utility>
 
 #include "compiler/paths.h"
@@ -43,6 +44,7 @@ class DiskWriter : public FileWriter {
     DiskWriter(Prompts& prompts, std::string& written) : prompts_(prompts), written_(written) {}
 
     std::string Write(const std::string& path, std::string_view bytes) override {
+        MendUnfinishedWrites(std::filesystem::path(path).parent_path().string());
         std::string problem = WriteWholeFile(path, bytes);
         if (problem.empty()) written_ = bytes;
         if (!problem.empty())

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -38,6 +39,23 @@ QStringList FilesIn(const QString& folder) {
     return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
 }
 
+/// Earlier versions of this program let others read the copies.
+void CloseToOthers(const QString& folder) {
+    constexpr QFile::Permissions kOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                           QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    constexpr QFile::Permissions kFile = QFile::ReadOwner | QFile::WriteOwner;
+    if (!(QFile::permissions(folder) & kOthers)) return;
+    QDirIterator entry(folder, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                       QDirIterator::Subdirectories);
+    while (entry.hasNext()) {
+        const QFileInfo file(entry.next());
+        if (file.isSymLink()) continue;
+        QFile::setPermissions(file.filePath(), file.isDir() ? kFile | QFile::ExeOwner : kFile);
+    }
+    // The last, so that it is done again if this is cut short.
+    QFile::setPermissions(folder, kFile | QFile::ExeOwner);
+}
+
 }  // namespace
 
 RecoveryStore::RecoveryStore(QString folder) : folder_(std::move(folder)) {}
@@ -66,6 +84,7 @@ QString RecoveryStore::CopyFolder(const QString& folderName) const {
 
 bool RecoveryStore::BeginSession() {
     if (!session_.isEmpty()) return true;
+    CloseToOthers(folder_);
     constexpr int kTries = 5;
     for (int i = 0; i < kTries; ++i) {
         const QString session = QString("%1-%2")
@@ -205,6 +224,7 @@ bool RecoveryStore::Adopt(const QString& session) {
 }
 
 std::vector<UnsavedText> RecoveryStore::Unsaved() {
+    CloseToOthers(folder_);
     std::vector<UnsavedText> found;
     const QDir sessions(folder_ + "/sessions");
     for (const QString& session : sessions.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {

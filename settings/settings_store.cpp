@@ -87,6 +87,7 @@ SettingsStore::SettingsStore(const fs::path& settingsFolder, const fs::path& pro
     // A link is followed, so that saving replaces the file behind it and not the link.
     std::error_code error;
     if (fs::path target = fs::canonical(file_, error); !error) file_ = std::move(target);
+    MendUnfinishedWrites(file_.parent_path().string());
     LoadConfig(programFolder);
 }
 

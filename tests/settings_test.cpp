@@ -16,6 +16,7 @@
 
 #include "settings/settings_file.h"
 #include "settings/settings_store.h"
+#include "tests/ui/files/child_process.h"
 
 namespace zentro {
 namespace {
@@ -162,6 +163,17 @@ TEST_F(SettingsStoreTest, AFailedSaveLeavesTheOldFile) {
     EXPECT_EQ(error, "Error Saving Config: File too large");
     EXPECT_EQ(lastFailure_, error);
     EXPECT_EQ(Read(), old);
+    EXPECT_THAT(Names(), ElementsAre(kFile));
+}
+
+TEST_F(SettingsStoreTest, WhatAKilledSaveLeftIsRemoved) {
+    Write("0,\"\",\"/dev/tty\"\n");
+    EXPECT_TRUE(KillAtFileSize(50, [this] {
+        Open().SaveSetting(SerialPort, std::string(1000, 'x'));
+        static_cast<void>(store_->SaveSettings());
+    }));
+    EXPECT_THAT(Names(), testing::SizeIs(2));
+    EXPECT_EQ(Open().GetSetting(SerialPort), SettingValue{"/dev/tty"});
     EXPECT_THAT(Names(), ElementsAre(kFile));
 }
 

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "compiler/paths.h"
+#include "config/file.h"
 #include "desktop/text_file.h"
 #include "ui/editor/source_editor.h"
 #include "ui/support/colours.h"
@@ -121,6 +122,7 @@ std::optional<FileText> SourceWindow::ReadSource(const QString& folder, const QS
 }
 
 bool SourceWindow::LoadFile(const QString& folder, const QString& fileName) {
+    MendUnfinishedWrites(SystemPath(folder));
     std::optional<FileText> file = ReadSource(folder, fileName);
     if (!file) return false;
     lineEnd_ = file->lineEnd;

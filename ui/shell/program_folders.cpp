@@ -51,7 +51,10 @@ ProgramFolders FindProgramFolders(const fs::path& executable) {
     folders.settings = IsPortable(folders, executable)
                            ? ChooseSettingsFolder(folders.program, userFolder)
                            : userFolder;
-    folders.data = Standard(QStandardPaths::AppLocalDataLocation);
+    // Whoever carries a copy about leaves no text behind.
+    folders.data = folders.settings == folders.program
+                       ? folders.program
+                       : Standard(QStandardPaths::AppLocalDataLocation);
     folders.documents = Standard(QStandardPaths::DocumentsLocation) / "ZentroCompiler";
     return folders;
 }

@@ -2,6 +2,7 @@
 
 #include "ui/editor/source_window.h"
 
+#include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QHelpEvent>
@@ -11,6 +12,8 @@
 #include <QUrl>
 
 #include "desktop/live_check.h"
+#include "desktop/text_file.h"
+#include "tests/ui/files/child_process.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/source_editor.h"
@@ -101,6 +104,22 @@ TEST_F(SourceWindowTest, AFailureKeepsTheTextAndItsFile) {
     EXPECT_TRUE(window.SourceChanged());
     EXPECT_EQ(window.Text(), "xBEGIN PROGRAM");
     EXPECT_EQ(ReadFile("line.txt"), "BEGIN PROGRAM\n");
+}
+
+TEST_F(SourceWindowTest, AFileWhoseSaveWasKilledIsOpenedWhole) {
+    const QByteArray old = QByteArray(1000, ';') + '\n';
+    WriteFile("line.txt", old);
+    // A file with two names is overwritten where it is.
+    ASSERT_EQ(link(PathOf("line.txt").c_str(), PathOf("same.txt").c_str()), 0);
+    EXPECT_TRUE(KillAtFileSize(2000, [this] {
+        static_cast<void>(SaveText(FilePath("line.txt"), {std::string(5000, 'x'), "\n"}));
+    }));
+    EXPECT_NE(ReadFile("line.txt"), old);
+    EXPECT_TRUE(window.LoadFile(folder_.path(), "line.txt"));
+    EXPECT_EQ(window.Text().size(), 1000);
+    EXPECT_EQ(ReadFile("same.txt"), old);
+    EXPECT_EQ(QDir(folder_.path()).entryList({".zentro-*"}, QDir::Files | QDir::Hidden),
+              QStringList());
 }
 
 TEST_F(SourceWindowTest, ANewFileAsksForItsName) {

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <iterator>
 #include <sys/mman.h>
+#include <sys/stat.h>
 
 #include "config/unfinished_write.h"
 #include "desktop/recovery_store.h"
@@ -161,6 +162,36 @@ TEST_F(RecoveryTest, WhatEarlierRunsLeftBehindIsRemoved) {
     for (const QString& file : halfWritten)
         EXPECT_FALSE(QFileInfo::exists(file)) << file.toStdString();
     EXPECT_TRUE(QFileInfo::exists(beingWritten));
+}
+
+TEST_F(RecoveryTest, OnlyTheUserCanReadTheCopies) {
+    const auto openToOthers = [&] {
+        QStringList open;
+        QDirIterator entry(store_ + "/..", {"recovery"}, QDir::Dirs);
+        QDirIterator inside(store_, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                            QDirIterator::Subdirectories);
+        for (QDirIterator* found : {&entry, &inside}) {
+            while (found->hasNext()) {
+                const QFileInfo file(found->next());
+                const int rights = static_cast<int>(file.permissions()) & 0x777;
+                if (rights != (file.isDir() ? 0x700 : 0x600)) open += file.filePath();
+            }
+        }
+        return open;
+    };
+    const mode_t usual = umask(022);
+    Crash(path_, {"text"});
+    Crash("NewFile1", {"text"});
+    EXPECT_EQ(openToOthers(), QStringList());
+    // As an earlier version left them.
+    for (const QString& file : CopyFiles())
+        ASSERT_EQ(chmod(file.toUtf8().constData(), 0644), 0);
+    for (const char* name : {"/copies", "/sessions", ""})
+        ASSERT_EQ(chmod((store_ + name).toUtf8().constData(), 0755), 0);
+    ASSERT_EQ(openToOthers().size(), 5);
+    EXPECT_EQ(RecoveryStore(store_).Unsaved().size(), 2U);
+    EXPECT_EQ(openToOthers(), QStringList());
+    umask(usual);
 }
 
 TEST_F(RecoveryTest, EqualTextsMakeOneCopyAndAreUnsavedAgain) {
