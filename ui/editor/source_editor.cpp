@@ -231,6 +231,7 @@ void SourceEditor::Settle() {
 }
 
 void SourceEditor::keyPressEvent(QKeyEvent* event) {
+    QToolTip::hideText();  // it would stand over what is typed
     if (!typing_.HandleKey(*event)) QsciScintilla::keyPressEvent(event);
 }
 

@@ -222,6 +222,9 @@ TEST_F(SourceWindowTest, MarksMoveWithTheirLinesAndSayWhy) {
     QHelpEvent hover(QEvent::ToolTip, third, window.mapToGlobal(third));
     QApplication::sendEvent(window.Editor()->viewport(), &hover);
     EXPECT_TRUE(QToolTip::text().contains("careful"));
+    EXPECT_TRUE(QToolTip::isVisible());
+    Type("x");  // what is typed is not covered
+    EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 2000));
 
     window.MarkLine(std::nullopt);
     Report({});
