@@ -57,7 +57,7 @@ class RecoveryKeeper : public QObject {
     Programs& programs_;
     SourceFiles& windows_;
     RecoveryService store_;
-    FileWatcher watcher_;
+    FileWatcher watcher_{this};
     QTimer timer_;
     std::map<FileId, Followed> followed_;
     bool problemTold_ = false;
