@@ -91,9 +91,3 @@ void ScriptedBoard::SendWaiting(std::size_t limit) {
 }
 
 }  // namespace zentro
-
-int main(int argc, char** argv) {
-    ::testing::InitGoogleTest(&argc, argv);
-    const QCoreApplication application(argc, argv);
-    return RUN_ALL_TESTS();
-}

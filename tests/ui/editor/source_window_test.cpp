@@ -192,10 +192,10 @@ TEST_F(SourceWindowTest, GoesToLines) {
 
 TEST_F(SourceWindowTest, AKeyTypedInAShownLineOnlyAddsToIt) {
     Load("one\n    two\nthree\n");
-    window.ShowLine(2);
+    window.PutCaretAt(2);
     Type("x");
     EXPECT_EQ(window.Text(), "one\n    xtwo\nthree");
-    window.ShowLine(99);
+    window.PutCaretAt(99);
     EXPECT_EQ(window.DocStats(), "Line 3/3");
 }
 

@@ -145,11 +145,11 @@ TEST_F(Service, AsksForAMissingFile) {
 
 // The object file is written, but an error is an error.
 TEST_F(Service, AProgramThatDoesNotFitTheBoardHasFailed) {
-    WriteFile("main.txt",
-              "DEFINE TABLE First\r\nRESERVE 20000\r\nEND TABLE\r\n"
-              "DEFINE TABLE Second\r\nRESERVE 20000\r\nEND TABLE\r\n"
-              "BEGIN PROGRAM\r\nEND PROGRAM\r\n");
-    EXPECT_FALSE(service.Compile(FilesOf("main.txt"), output, nullptr));
+    const OpenFile file = Open("main.txt",
+                               "DEFINE TABLE First\r\nRESERVE 20000\r\nEND TABLE\r\n"
+                               "DEFINE TABLE Second\r\nRESERVE 20000\r\nEND TABLE\r\n"
+                               "BEGIN PROGRAM\r\nEND PROGRAM\r\n");
+    EXPECT_FALSE(Compile(file, output, nullptr));
     EXPECT_EQ(output.errors, std::vector{MessageCode::ProgramTooLarge});
 }
 

@@ -97,7 +97,7 @@ void AgreementTest::RunOnBoard(const QString& name) {
     Trigger(CommandId::CompileSource);
     Trigger(CommandId::OpenVirtualBoard);
     Trigger(CommandId::DownloadCurrent);
-    QTest::qWaitFor([&] { return !window->Board().IsSending(); });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window->Board().IsSending(); }));
 }
 
 std::vector<AgreementTest::Step> AgreementTest::Steps() {
@@ -228,7 +228,7 @@ void AgreementTest::ExpectTabsAgree() {
             EXPECT_TRUE(paths.insert(source.File().Path()).second) << "two tabs of one file";
         }
         EXPECT_EQ(Tabs().tabText(i), source.FileName() + (differs ? "*" : ""));
-        EXPECT_EQ(source.isWindowModified(), differs) << source.FileName();
+        EXPECT_EQ(source.isWindowModified(), differs) << source.FileName().toStdString();
         EXPECT_TRUE(source.windowTitle().startsWith(source.FileName()));
         if (!Tabs().tabIcon(i).isNull()) ++keys;
     }
@@ -236,7 +236,7 @@ void AgreementTest::ExpectTabsAgree() {
     EXPECT_EQ(keys, main == nullptr ? 0 : 1);
     if (keys == 1) {
         const int tab = static_cast<int>(windows.indexOf(window->Files().WindowOf(main->id)));
-        EXPECT_FALSE(Tabs().tabIcon(tab).isNull()) << main->name;
+        EXPECT_FALSE(Tabs().tabIcon(tab).isNull()) << main->name.toStdString();
     }
 }
 
@@ -257,7 +257,9 @@ void AgreementTest::ExpectFrontAgrees() {
     EXPECT_EQ(changed != "Saved", Tabs().tabText(tab).endsWith('*'));
     const QMdiSubWindow* active = window->findChild<QMdiArea*>()->activeSubWindow();
     auto* source = active == nullptr ? nullptr : qobject_cast<SourceWindow*>(active->widget());
-    if (source != nullptr) EXPECT_EQ(source, front);
+    if (source != nullptr) {
+        EXPECT_EQ(source, front);
+    }
 }
 
 /// The marks of the file in front are those of its text as it stands, in its program.
@@ -323,7 +325,9 @@ void AgreementTest::ExpectValuesAgree() {
     if (list == nullptr) return;
     const auto named = window->Boards().NamedProgram();
     const auto held = window->Board().Program().compiled;
-    if (held != nullptr) EXPECT_EQ(named, held);
+    if (held != nullptr) {
+        EXPECT_EQ(named, held);
+    }
     const std::vector<DebugVariable> variables =
         named == nullptr ? std::vector<DebugVariable>{} : VariablesOf(*named->compilation);
     ASSERT_EQ(list->count(), static_cast<int>(variables.size()));
@@ -349,15 +353,19 @@ void AgreementTest::ExpectBoardAgrees() {
     const TerminalSession* session = window->Board().Session();
     const bool isConnected = session != nullptr && session->IsConnected();
     EXPECT_EQ(session != nullptr, Child("frmTerminal") != nullptr);
-    for (const CommandId id : {CommandId::DownloadCurrent, CommandId::DownloadSaved})
+    for (const CommandId id : {CommandId::DownloadCurrent, CommandId::DownloadSaved}) {
         EXPECT_EQ(window->Action(id)->isEnabled(), isConnected);
+    }
     EXPECT_EQ(window->Action(CommandId::CancelDownload)->isEnabled(),
               session != nullptr && session->IsDownloading());
     const QString panel = Child<QLabel>("panelConnection")->text();
     EXPECT_EQ(panel.startsWith("Connected to "), isConnected) << panel.toStdString();
-    if (session == nullptr) EXPECT_EQ(panel, "Not connected");
-    if (const auto* run = Child<QAbstractButton>("BtnRun"))
+    if (session == nullptr) {
+        EXPECT_EQ(panel, "Not connected");
+    }
+    if (const auto* run = Child<QAbstractButton>("BtnRun")) {
         EXPECT_EQ(run->isEnabled(), !session->IsDownloading());
+    }
     const auto* pause = Child<QAbstractButton>("BtnBoardPause");
     if (!window->Board().HasVirtualBoard()) return;
     const VirtualBoardHost& host = window->Board().VirtualBoard();

@@ -293,8 +293,9 @@ TEST_F(CommandsTest, TheNameOfATabFollowsItsFile) {
     auto* tabs = Child<QTabBar>("TabStripFiles");
     EXPECT_EQ(tabs->accessibleTabName(0), "NewFile1");
     Type("x");
+    QApplication::processEvents();
     EXPECT_EQ(tabs->accessibleTabName(0), "NewFile1, changed");
-    window->Files().SetMainFile(0);
+    ChooseMain(0);
     dialogs.fileToSave = FilePath("first.txt");
     Press(CommandId::Save);
     EXPECT_EQ(tabs->accessibleTabName(0), "first.txt, the file to compile");

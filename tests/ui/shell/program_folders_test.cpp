@@ -78,7 +78,7 @@ TEST(SettingsPlace, IsTheUsersForAnInstalledProgramAndTheFolderOfAPortableCopy) 
     EXPECT_EQ(installed.program, root / "usr/share/zentrocompiler");
     EXPECT_TRUE(isUsers(installed.settings)) << installed.settings;
     EXPECT_TRUE(isUsers(FindProgramFolders(root / "damaged/bin").settings));
-    EXPECT_FALSE(installed.data.string().starts_with(root / "usr")) << installed.data;
+    EXPECT_FALSE(installed.data.string().starts_with((root / "usr").string())) << installed.data;
     EXPECT_EQ(FindProgramFolders(root / "stick").settings, root / "stick");
     EXPECT_EQ(FindProgramFolders(root / "stick").data, root / "stick");
     EXPECT_EQ(FindProgramFolders(root / "own").settings, root / "own");
