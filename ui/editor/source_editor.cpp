@@ -285,6 +285,8 @@ void SourceEditor::SelectRange(long begin, long end) {
     ensureLineVisible(LineOf(*this, begin));
     Send(*this, Sci::SCI_SETSEL, begin, end);
     Send(*this, Sci::SCI_SCROLLCARET);
+    // The component tells of a new place only when it draws it.
+    settle_.start(0);
 }
 
 HelpTopic SourceEditor::TopicAtCaret() {

@@ -65,7 +65,7 @@ TEST_F(SourceWindowTest, KeepsAFileAsItWas) {
     QTest::keyClick(window.Editor(), Qt::Key_Return);
     Type("; more");
     EXPECT_TRUE(window.SourceChanged());
-    EXPECT_TRUE(window.isWindowModified());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.isWindowModified(); }));
     EXPECT_TRUE(
         QTest::qWaitFor([&] { return stats.count() > 0 && stats.last()[0] == "Line 5/5"; }));
     EXPECT_EQ(window.SaveFile(), SaveResult::Saved);

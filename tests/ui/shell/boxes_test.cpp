@@ -209,8 +209,6 @@ TEST_F(BoxesTest, EscapeChangesNothingWhateverIsAsked) {
              desktop_.fileToSave = FilePath("session.Log");
          },
          [this] { window->findChild<QAbstractButton*>("BtnLog")->click(); }},
-        {"a topic of the handbook", [this] { Trigger(CommandId::Help); },
-         [this] { window->findChild<QAbstractButton*>("Search")->click(); }},
     };
     // What a user has ticked or chosen before leaving counts for nothing either.
     beforeLeaving = [](QWidget& box) {
