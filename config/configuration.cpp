@@ -153,4 +153,13 @@ std::vector<std::string> MissingEntries(const InstructionConfiguration& configur
     return missing;
 }
 
+std::string TellMissingEntries(const InstructionConfiguration& configuration) {
+    const std::vector<std::string> missing = MissingEntries(configuration);
+    if (missing.empty()) return {};
+    const std::string start = "the configuration file is cut short or made for another version: ";
+    if (missing.size() == 1) return start + "the entry " + missing[0] + " is missing";
+    return start + std::to_string(missing.size()) + " entries are missing, the first is " +
+           missing[0];
+}
+
 }  // namespace zentro

@@ -27,4 +27,7 @@ std::string ParseInstructionConfig(std::string bytes, InstructionConfiguration& 
 /// configuration lacks: a file cut short, or one made for another version.
 std::vector<std::string> MissingEntries(const InstructionConfiguration& configuration);
 
+/// The same as a sentence for the user; empty when nothing is missing.
+std::string TellMissingEntries(const InstructionConfiguration& configuration);
+
 }  // namespace zentro

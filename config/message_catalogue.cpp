@@ -23,4 +23,9 @@ std::string_view MessageCatalogue::GetMessageText(MessageCode code) const {
     return message == nullptr ? std::string_view() : std::string_view(message->errorMsg);
 }
 
+std::string TextNotFound(MessageCode code) {
+    return "Could not retrieve Error Message '" + MessageCodeText(code) +
+           "'. ZentroCode.cfg may be an old version or corrupted";
+}
+
 }  // namespace zentro

@@ -42,4 +42,7 @@ class MessageCatalogue {
     std::unordered_map<std::string, ErrorMessage, FoldedHash, FoldedEqual> messages_;
 };
 
+/// What the user is told instead of a message whose text is not in the catalogue.
+std::string TextNotFound(MessageCode code);
+
 }  // namespace zentro

@@ -122,6 +122,7 @@ constexpr auto kMessageCodes = std::to_array<MessageCode>({
     MessageCode::FoundEvent,
     MessageCode::FoundLiteral,
     MessageCode::FoundConstant,
+    MessageCode::AlreadyOpen,
     MessageCode::OutsideFailure,
 });
 

@@ -125,6 +125,7 @@ enum class MessageCode : std::uint16_t {
     FoundEvent = 2015,
     FoundLiteral = 2016,
     FoundConstant = 2017,
+    AlreadyOpen = 3002,     ///< a source file is opened a second time
     OutsideFailure = 3003,  ///< something outside the program failed: a disk, a folder
 };
 
@@ -134,7 +135,7 @@ constexpr bool PreventsObjectCode(MessageCode code) {
     return code < MessageCode::NoInitialValue;
 }
 
-/// Every code that the compiler posts.
+/// Every code of which the program needs the text.
 std::span<const MessageCode> MessageCodes();
 
 /// The code as the configuration file writes it: "E24".

@@ -172,10 +172,7 @@ void Diagnostics::PostInfo(MessageCode code, std::optional<std::int64_t> value) 
 
 const ErrorMessage* Diagnostics::Find(MessageCode code) {
     const ErrorMessage* entry = catalogue_.Find(code);
-    if (entry == nullptr) {
-        prompts_.ShowMessage("Could not retrieve Error Message '" + MessageCodeText(code) +
-                             "'. ZentroCode.cfg may be an old version or corrupted");
-    }
+    if (entry == nullptr) prompts_.ShowMessage(TextNotFound(code));
     return entry;
 }
 

@@ -316,6 +316,7 @@ TEST_F(Zentroc, BadConfigurationsGetOneMessage) {
                                         {"5s/\"D4\"/\"D4/", "line 5"},
                                         {"s/^\\(\"E26\".*\\)\"0\"$/\\1\"none\"/", "not a number"},
                                         {"40q", "entries are missing"},
+                                        {"/^\"E3002\"/d", "the entry E3002 is missing"},
                                         {"1,$d", "entries are missing"}}) {
         Configure(row.change);
         const Result result = Run("--config changed.cfg main.txt");

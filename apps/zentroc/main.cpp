@@ -50,11 +50,9 @@ bool LoadLanguage(const std::string& path, InstructionConfiguration& configurati
         TellFailure(path + ": " + problem);
         return false;
     }
-    const std::vector<std::string> missing = MissingEntries(configuration);
+    const std::string missing = TellMissingEntries(configuration);
     if (missing.empty()) return true;
-    TellFailure(path + ": the configuration file is cut short or made for another version: " +
-                std::to_string(missing.size()) + " entries are missing, the first is " +
-                missing[0]);
+    TellFailure(path + ": " + missing);
     return false;
 }
 

@@ -1,6 +1,7 @@
 // What the debug windows show: values, variables, and the source of an address.
 #include "comms/debug_variables.h"
 
+#include <array>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -168,7 +169,7 @@ TEST(SourceOfAddress, FindsNothingBetweenInstructionsAndInNonsense) {
     // NOP, two CLEAR WORD of three bytes each, then MOVE BYTE of five.
     ASSERT_TRUE(SourceOfAddress(program.compilation, 7));
     EXPECT_EQ(SourceOfAddress(program.compilation, 7)->sourceLineNo, 3);
-    for (const std::uint16_t wrong : {8, 0x7FFF, 0xFFFF}) {
+    for (const auto wrong : std::to_array<std::uint16_t>({8, 0x7FFF, 0xFFFF})) {
         EXPECT_FALSE(SourceOfAddress(program.compilation, wrong)) << wrong;
         EXPECT_FALSE(ListingLineOfAddress(program.compilation, wrong)) << wrong;
     }

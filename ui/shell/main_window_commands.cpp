@@ -165,11 +165,13 @@ void MainWindow::OpenPath(const QString& path) {
     const QFileInfo file(path);
     if (SourceWindow* open = files_->Find(path)) {
         BringToFront(open);
-        const ErrorMessage* message = workbench_.configuration.messages.Find("E3002");
-        if (message == nullptr) return;
+        constexpr MessageCode kCode = MessageCode::AlreadyOpen;
+        const ErrorMessage* message = workbench_.configuration.messages.Find(kCode);
+        const std::string text = message == nullptr
+                                     ? TextNotFound(kCode)
+                                     : MessageCodeText(kCode) + ":" + message->errorMsg;
         return workbench_.dialogs.ShowMessage(
-            this, QString::fromStdString("E3002:" + std::string(message->errorMsg) + "\r\n\r\n") +
-                      file.fileName());
+            this, QString::fromStdString(text) + "\r\n\r\n" + file.fileName());
     }
     files_->OpenFile(file.absolutePath(), file.fileName());
 }

@@ -48,7 +48,12 @@ void Load(Desktop& desktop) {
     FollowMovedProgram(desktop.settings, desktop.folders);
     ShowIfAny(desktop.workbench.dialogs, desktop.settings.LoadError());
     const std::string file = AsText(desktop.settings.GetSetting(SettingNumber::InstructionFile));
-    ShowIfAny(desktop.workbench.dialogs, LoadInstructionConfig(file, desktop.configuration));
+    const std::string problem = LoadInstructionConfig(file, desktop.configuration);
+    ShowIfAny(desktop.workbench.dialogs, problem);
+    if (!problem.empty()) return;
+    // What is there is used; what is missing would else be noticed only when it is needed.
+    const std::string missing = TellMissingEntries(desktop.configuration);
+    if (!missing.empty()) ShowIfAny(desktop.workbench.dialogs, file + ": " + missing);
 }
 
 void OpenMainWindow(Desktop& desktop, QWidget* splash) {
