@@ -80,7 +80,7 @@ TEST_F(HandbookWindow, OpensAtTheStatementUnderTheCaret) {
             for (auto it = topic.pages.begin(); it != page; ++it)
                 EXPECT_FALSE(places.contains(InSmallLetters(*it))) << *it;
         }
-        browser_.ShowTopic({entry.command, {entry.command}});
+        browser_.ShowTopic(ZENTRO_HANDBOOK, {entry.command, {entry.command}});
         ASSERT_TRUE(Wait());
         EXPECT_THAT(TextOnTop().split(", "), testing::Contains(entry.command.c_str()))
             << entry.token;
@@ -142,7 +142,7 @@ TEST_F(HandbookWindow, OpensAtWhatIsUnderTheCaret) {
              {"|", "ZentroCompiler Handbook"},
          }) {
         const HelpTopic topic = TopicAt(configuration.commands, line);
-        browser_.ShowTopic(topic);
+        browser_.ShowTopic(ZENTRO_HANDBOOK, topic);
         ASSERT_TRUE(Wait());
         const QString status = browser_.findChild<QLabel*>("lblStatus")->text();
         if (top.isEmpty()) {
@@ -181,7 +181,7 @@ TEST_F(HandbookWindow, LeadsFromOtherLanguagesWordsToTheirRows) {
         known += word;
         const HelpTopic topic = HelpTopicAt(configuration.commands, {}, other.word, 0);
         EXPECT_THAT(topic.pages, testing::Not(testing::IsEmpty())) << other.word;
-        browser_.ShowTopic(topic);
+        browser_.ShowTopic(ZENTRO_HANDBOOK, topic);
         ASSERT_TRUE(Wait());
         const QString byKey = Place();
         field.setText(word);
