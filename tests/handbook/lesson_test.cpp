@@ -44,7 +44,6 @@ struct Journey {
         test::Program program(text);
         EXPECT_TRUE(program.Compile()) << text;
         EXPECT_EQ(LoadObjectText(world.board, program.object.text), "");
-        world.robotSees = true;
         StartProgram(world.board);
         while (world.board.processor.running && ticks < kMost) {
             RunInstructions(world.board, kInstructions);
@@ -63,7 +62,7 @@ struct Journey {
     double Up() const { return world.robot.place.y - start.place.y; }
 
     const RobotModel start;
-    BoardWorld world;
+    BoardWorld world = *MakeBoardWorld();
     double farthest = 0;  ///< to the right of its start
     double widest = 0;    ///< to either side of the line of its start
     int ticks = 0;

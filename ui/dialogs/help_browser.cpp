@@ -1,5 +1,6 @@
 #include "ui/dialogs/help_browser.h"
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QFile>
@@ -156,9 +157,14 @@ void HelpBrowser::SearchForHelp(const QString& topic) {
     topic_ = {topic.toStdString(), {topic.toStdString()}};
 }
 
-void HelpBrowser::ShowTopic(const HelpTopic& topic) {
-    Navigate(AddressFromText(startingAddress_));
-    topic_ = topic;
+void HelpBrowser::ShowTopic(const QString& address, const HelpTopic& topic) {
+    startingAddress_ = address;
+    QUrl url = AddressFromText(address);
+    const bool isOutside = KindOf(url) == AddressKind::WebAddress;
+    if (isOutside && !topic.pages.empty())
+        url.setFragment(QString::fromStdString(topic.pages.front()), QUrl::DecodedMode);
+    Navigate(url);
+    if (!isOutside) topic_ = topic;
 }
 
 void HelpBrowser::Navigate(const QUrl& address) {
@@ -232,6 +238,8 @@ void HelpBrowser::FindTopic() {
     const QString word = QString::fromStdString(topic_.word);
     if (word.isEmpty()) return;
     status_->setText(tr("There is no page for \"%1\" in this book.").arg(word));
+    QAccessibleEvent alert(status_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
     search_->Open(word);
 }
 

@@ -36,10 +36,10 @@ class HelpBrowser : public QWidget {
 
     /// Shows the place of that name on the starting page.
     void SearchForHelp(const QString& topic);
-    /// Shows the first of the topic's places that the starting page has, its top for a topic
-    /// without anything. Where it has none of them, that is said and the search is ready to look
-    /// for the word.
-    void ShowTopic(const HelpTopic& topic);
+    /// Makes the address the starting one and shows the first of the topic's places that its page
+    /// has, its top for a topic without anything. Where it has none of them, that is said and the
+    /// search is ready to look for the word.
+    void ShowTopic(const QString& address, const HelpTopic& topic);
 
     QSize sizeHint() const override { return {760, 560}; }
 

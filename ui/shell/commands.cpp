@@ -71,7 +71,7 @@ constexpr std::array kCommands{
     CommandRow{ArrangeIcons, MenuId::Windows, "Menu_Windows_ArrangeIcons", "Arrange &Icons", "", "", kNone, "", false, "Put minimised windows in a row"},
     CommandRow{NextWindow, MenuId::Windows, "Menu_Windows_Next", "&Next Window", "Ctrl+Tab", "", kNone, "", true, "Bring the next window to the front"},
 
-    CommandRow{Help, MenuId::Help, "Menu_Help_Help", "&Help", "F1", "help", kNone, "", false, "Show the handbook, at the word under the caret"},
+    CommandRow{Help, MenuId::Help, "Menu_Help_Help", "&Help", "F1", "help", kNone, "", false, "Show the handbook, at the statement or message under the caret"},
     CommandRow{Examples, MenuId::Help, "Menu_Help_Examples", "&Example Programs", "", "", kNone, "", false, "Open one of the example programs"},
     CommandRow{Cogwright, MenuId::Help, "Menu_Help_Cogwright", "&Cogwright on the Web", "", "", kNone, "", true, "Show the maker's web site"},
     CommandRow{About, MenuId::Help, "Menu_Help_About", "&About Cogwright ZentroCompiler", "", "", kNone, "", false, "Show the version of this program"},

@@ -289,8 +289,7 @@ void MainWindow::ShowHelp(const QString& address, const HelpTopic& topic) {
         AddChild(browser_);
     }
     BringToFront(browser_);
-    browser_->SetStartingAddress(address);
-    browser_->ShowTopic(topic);
+    browser_->ShowTopic(address, topic);
 }
 
 }  // namespace zentro

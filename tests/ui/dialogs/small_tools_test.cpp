@@ -151,20 +151,22 @@ TEST_F(HelpTest, PagesLinksHistoryAndTopics) {
 }
 
 TEST_F(HelpTest, TopicsOpenTheFirstPlaceThatThereIs) {
-    browser_.SetStartingAddress(FilePath("one.htm"));
-    ASSERT_TRUE(WaitFor("One"));
-    browser_.ShowTopic({"motor", {"SET MOTOR 1", "motor 1", "line"}});
+    browser_.ShowTopic(FilePath("one.htm"), {"motor", {"SET MOTOR 1", "motor 1", "line"}});
     ASSERT_TRUE(WaitFor("One"));
     EXPECT_EQ(address_.currentText(), FilePath("one.htm#Motor 1"));
     EXPECT_EQ(Label("lblSearching"), "Searching for: Motor 1");
     EXPECT_GT(page_.verticalScrollBar()->value(), 0);
-    browser_.ShowTopic({"Speed", {}});
+    browser_.ShowTopic(FilePath("one.htm"), {"Speed", {}});
     ASSERT_TRUE(WaitFor("One"));
     EXPECT_EQ(Label("lblStatus"), "There is no page for \"Speed\" in this book.");
     EXPECT_EQ(field_.text(), "Speed");
     QTest::keyClicks(&field_, "Motor");
     EXPECT_EQ(Label("lblStatus"), "") << "that was about another word";
-    browser_.ShowTopic({});
+    browser_.ShowTopic("https://zentro.example/book", {"motor", {"SET MOTOR"}});
+    ASSERT_TRUE(WaitFor("Shown in your web browser"));
+    EXPECT_EQ(opened_, QStringList("https://zentro.example/book#SET MOTOR"));
+    EXPECT_EQ(Label("lblStatus"), "");
+    browser_.ShowTopic(FilePath("one.htm"), {});
     ASSERT_TRUE(WaitFor("One"));
     EXPECT_EQ(page_.verticalScrollBar()->value(), 0);
     EXPECT_EQ(Label("lblStatus"), "");
