@@ -355,6 +355,10 @@ void MainWindow::Begin(bool firstStart) {
     if (firstStart && std::ranges::none_of(listPorts_(), isAdapter)) OfferVirtualBoard();
 }
 
+QString MainWindow::KeepUnsaved(Ending ending) {
+    return ending == Ending::Certain ? recovery_->KeepLast() : recovery_->KeepNow();
+}
+
 void MainWindow::OfferVirtualBoard() {
     notices_->Offer({"virtual board",
                      tr("No board was found on this computer's USB ports. You can do everything "

@@ -9,6 +9,7 @@
 #include "desktop/programs.h"
 #include "desktop/source_search.h"
 #include "ui/shell/commands.h"
+#include "ui/shell/last_moment.h"
 #include "ui/support/help_topic.h"
 #include "ui/support/workbench.h"
 
@@ -46,6 +47,10 @@ class MainWindow : public QMainWindow {
     /// What follows once the window is seen: text that a crash left is offered again, the last file
     /// opened, on a first start without a port the virtual board offered.
     void Begin(bool firstStart);
+
+    /// Keeps a copy of every text that is not saved, on the disk when it returns; an ending that is
+    /// certain is the last that the copies see. Returns the message for the user when that failed.
+    QString KeepUnsaved(Ending ending);
 
     QAction* Action(CommandId id) const { return actions_.at(id); }
     Programs& OpenPrograms() { return *programs_; }

@@ -67,6 +67,12 @@ QString RecoveryKeeper::KeepNow() {
     return store_.Flush();
 }
 
+QString RecoveryKeeper::KeepLast() {
+    timer_.stop();
+    KeepAll();
+    return store_.FlushAndStop();
+}
+
 /// A full disk is told once, not every ten seconds.
 void RecoveryKeeper::TellOnce(const QString& problem) {
     if (problem.isEmpty()) {

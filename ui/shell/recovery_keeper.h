@@ -30,6 +30,8 @@ class RecoveryKeeper : public QObject {
     /// The same, and it is on the disk when this returns. Returns the message for the user when it
     /// is not.
     QString KeepNow();
+    /// The same, and whatever happens to the windows later leaves the copies as they are.
+    QString KeepLast();
     /// Offers what runs of the program left that ended without saving, if there is any.
     void OfferUnsaved(QWidget* parent);
     /// Shows the copies of the file in front and takes one back.

@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QDir>
 #include <exception>
+#include <iostream>
 #include <memory>
 
 #include "config/configuration.h"
 #include "settings/settings_store.h"
 #include "ui/dialogs/splash_window.h"
+#include "ui/shell/last_moment.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/program_folders.h"
 #include "ui/support/dialogs.h"
@@ -75,6 +77,11 @@ int Run(Dialogs& dialogs) {
     });
     splash->show();
     Load(desktop);
+    const LastMoment lastMoment([&desktop](Ending ending) {
+        if (desktop.window == nullptr) return;
+        const QString problem = desktop.window->KeepUnsaved(ending);
+        if (!problem.isEmpty()) std::cerr << problem.toStdString() << '\n';
+    });
     const int status = QApplication::exec();
     desktop.window.reset();
     return status;
