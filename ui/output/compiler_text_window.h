@@ -15,6 +15,7 @@ class CompilerTextWindow : public QWidget {
 
   public:
     void CopySelectedText();
+    bool HasSelection() const { return view_->textCursor().hasSelection(); }
     /// Puts the window, once it stands in its frame, where its settings say. From then on its place
     /// is kept when it closes.
     void PositionForm();

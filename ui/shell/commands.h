@@ -57,6 +57,23 @@ enum class MenuId : std::uint8_t { File, View, Edit, Compile, Kinetron, Windows,
 
 enum class ToolBarId : std::uint8_t { None, File, Text, Compile };
 
+/// What a command needs to be of use.
+enum class CommandNeed : std::uint8_t {
+    Nothing,
+    ChildWindow,      ///< one in front
+    SourceFile,       ///< an open one
+    FileToSave,       ///< the source file whose tab is selected has changes or was never saved
+    AnyFileToSave,    ///< an open source file has
+    MainFile,         ///< a file was chosen to be compiled
+    SomethingToUndo,  ///< here and below in the text that has the focus, else in the source in
+                      ///< front
+    SomethingToRedo,
+    TextToCut,
+    TextToCopy,
+    TextToPaste,
+    TextToSelect,
+};
+
 /// A menu, in the order of the menu bar.
 struct MenuRow {
     MenuId id;
@@ -82,6 +99,8 @@ struct CommandRow {
     const char* toolBarKey;
     bool separatorBefore;
     const char* help;  ///< for the status bar and screen readers
+    CommandNeed need = CommandNeed::Nothing;
+    bool keyTellsWhy = false;  ///< the shortcut says what is missing while the command is disabled
 };
 
 std::span<const MenuRow> Menus();

@@ -23,6 +23,7 @@
 #include "ui/dialogs/find_dialog.h"
 #include "ui/editor/source_window.h"
 #include "ui/shell/board_windows.h"
+#include "ui/shell/command_states.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/desk.h"
 #include "ui/shell/notice_bar.h"
@@ -182,6 +183,11 @@ void MainWindow::MakeParts() {
     Action(CommandId::CheckWhileTyping)->setChecked(checks_->IsOn());
     ConnectCompiler();
     ConnectBoard();
+    states_ = std::make_unique<CommandStates>(
+        *programs_, *files_,
+        CommandStates::Surroundings{[this](CommandId id) { return Action(id); },
+                                    [this] { return Front(); }, this});
+    connect(area_, &QMdiArea::subWindowActivated, states_.get(), &CommandStates::Update);
 }
 
 void MainWindow::ConnectCompiler() {

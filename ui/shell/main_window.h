@@ -24,6 +24,7 @@ namespace zentro {
 class BoardState;
 class BoardWindows;
 class Calculator;
+class CommandStates;
 class CompileCommands;
 class FindDialog;
 class HelpBrowser;
@@ -137,6 +138,7 @@ class MainWindow : public QMainWindow {
     QPointer<FindDialog> findDialog_;
     QPointer<Calculator> calculator_;
     QPointer<HelpBrowser> browser_;
+    std::unique_ptr<CommandStates> states_;
 };
 
 }  // namespace zentro

@@ -14,6 +14,7 @@
 #include "ui/shell/program_folders.h"
 #include "ui/support/dialogs.h"
 #include "ui/support/icons.h"
+#include "ui/support/readable_style.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {
@@ -100,6 +101,7 @@ int RunTellingFailures(Dialogs& dialogs, const std::function<int()>& program) {
 
 int RunDesktop(const QStringList& arguments, Dialogs& dialogs) {
     QApplication::setWindowIcon(ProgramIcon());
+    QApplication::setStyle(new ReadableStyle);
     if (arguments.size() > 1) {
         dialogs.ShowMessage(nullptr,
                             "App started with command line args, but this feature is not "

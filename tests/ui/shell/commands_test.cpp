@@ -55,8 +55,11 @@ TEST_F(CommandsTest, TheTableIsWhatTheMenusAndToolBarsShow) {
 }
 
 TEST_F(CommandsTest, TheEditCommandsWorkOnTheWindowInFront) {
-    Press(CommandId::Save);
+    // The keys of the disabled commands still say why.
+    QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier);
     EXPECT_EQ(LastShown(), "Nothing to Save!");
+    QTest::keyClick(window.get(), Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(dialogs.shown.size(), 2);
     Press(CommandId::NewSource);
     Press(CommandId::Save);
     EXPECT_EQ(LastShown(), "File Save Cancelled as requested");
@@ -87,6 +90,76 @@ TEST_F(CommandsTest, TheEditCommandsWorkOnTheWindowInFront) {
     }
     Press(CommandId::SyntaxCheck);  // the name for the new file is not given
     EXPECT_EQ(LastShown(), "Compile Cancelled");
+}
+
+TEST_F(CommandsTest, CommandsAreDisabledWhileTheyCanDoNothing) {
+    QApplication::clipboard()->clear();
+    using enum CommandId;
+    const std::vector<CommandId> ofInterest{Save, SaveSourceAs, SaveAll,   CloseSource, Print,
+                                            Undo, Redo,         Cut,       Copy,        Paste,
+                                            Find, Goto,         SelectAll, ResetMain};
+    const auto enabled = [&] {
+        std::vector<CommandId> found;
+        for (const CommandId id : ofInterest) {
+            if (window->Action(id)->isEnabled()) found.push_back(id);
+        }
+        return found;
+    };
+    struct Step {
+        const char* what;
+        std::function<void()> act;
+        std::vector<CommandId> enabled;
+    };
+    const std::vector<Step> steps{
+        {"an empty program", [] {}, {}},
+        {"a new text",
+         [&] { Press(NewSource); },
+         {Save, SaveSourceAs, SaveAll, CloseSource, Print, Find, Goto, SelectAll}},
+        {"typed",
+         [&] { Type("ab"); },
+         {Save, SaveSourceAs, SaveAll, CloseSource, Print, Undo, Find, Goto, SelectAll}},
+        {"selected",
+         [&] { Press(SelectAll); },
+         {Save, SaveSourceAs, SaveAll, CloseSource, Print, Undo, Cut, Copy, Find, Goto, SelectAll}},
+        {"copied",
+         [&] { Press(Copy); },
+         {Save, SaveSourceAs, SaveAll, CloseSource, Print, Undo, Cut, Copy, Paste, Find, Goto,
+          SelectAll}},
+        {"taken back",
+         [&] { Press(Undo); },
+         {Save, SaveSourceAs, SaveAll, CloseSource, Print, Redo, Paste, Find, Goto, SelectAll}},
+        {"saved",
+         [&] {
+             dialogs.fileToSave = FilePath("a.txt");
+             Press(Save);
+         },
+         {SaveSourceAs, CloseSource, Print, Redo, Paste, Find, Goto, SelectAll}},
+        {"the file to compile",
+         [&] { ChooseMain(0); },
+         {SaveSourceAs, CloseSource, Print, Redo, Paste, Find, Goto, SelectAll, ResetMain}},
+        {"the output in front",
+         [&] {
+             Press(SyntaxCheck);
+             auto* output = Child<QPlainTextEdit>("txtOutput");
+             output->setFocus();
+             output->moveCursor(QTextCursor::End);
+         },
+         {SaveSourceAs, CloseSource, Print, Find, Goto, SelectAll, ResetMain}},
+        {"some of it selected",
+         [&] { Child<QPlainTextEdit>("txtOutput")->selectAll(); },
+         {SaveSourceAs, CloseSource, Print, Copy, Find, Goto, SelectAll, ResetMain}},
+        {"closed",
+         [&] {
+             Press(CloseSource);
+             Press(CloseSource);
+         },
+         {}},
+    };
+    for (const Step& step : steps) {
+        step.act();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return enabled() == step.enabled; }, 1000)) << step.what;
+        EXPECT_EQ(enabled(), step.enabled);
+    }
 }
 
 TEST_F(CommandsTest, FilesAreOpenedOnceAndSearchedToTheirEnd) {

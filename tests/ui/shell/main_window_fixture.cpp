@@ -60,14 +60,17 @@ void MainWindowTest::KillAndRestart() {
 
 void MainWindowTest::Press(CommandId id) {
     const QAction* action = window->Action(id);
-    ASSERT_TRUE(action->isEnabled()) << action->objectName().toStdString();
+    // Nobody is as quick as two commands at once.
+    ASSERT_TRUE(QTest::qWaitFor([action] { return action->isEnabled(); }, 1000))
+        << action->objectName().toStdString();
     if (action->shortcut().isEmpty()) {
         window->Action(id)->trigger();
         return;
     }
     const QKeyCombination keys = action->shortcut()[0];
     QWidget* focus = QApplication::focusWidget();
-    QTest::keyClick(focus == nullptr ? window.get() : focus, keys.key(), keys.keyboardModifiers());
+    const bool isHere = focus != nullptr && focus->window() == window.get();
+    QTest::keyClick(isHere ? focus : window.get(), keys.key(), keys.keyboardModifiers());
 }
 
 SourceWindow* MainWindowTest::FrontSource() const {

@@ -9,6 +9,7 @@
 #include "ui/support/colours.h"
 #include "ui/support/icons.h"
 #include "ui/support/message_bar.h"
+#include "ui/support/readable_style.h"
 #include "ui/support/window_place.h"
 
 namespace zentro {
@@ -77,6 +78,43 @@ TEST_F(SupportTest, IconsTakeTheColourOfTheText) {
     EXPECT_GT(reddest, 200);
     EXPECT_EQ(DesktopFilters("Source (Text) Files|*.txt|All Files (*.*)|*.*"),
               "Source (Text) Files (*.txt);;All Files (*.*)");
+}
+
+/// The lightest pixel of the buttons in the title bar of a child window.
+int LightestOfTitleButtons(QMdiSubWindow& frame) {
+    const QImage image = frame.grab().toImage();
+    int lightest = 0;
+    for (int x = image.width() - 70; x < image.width() - 6; ++x) {
+        for (int y = 6; y < 18; ++y)
+            lightest = std::max(lightest, image.pixelColor(x, y).lightness());
+    }
+    return lightest;
+}
+
+TEST_F(SupportTest, InactiveWindowsAndHintsCanBeReadOnADarkDesktop) {
+    const QPalette before = QApplication::palette();
+    QPalette dark(QColor(50, 50, 50), QColor(40, 40, 40));
+    dark.setColor(QPalette::PlaceholderText, Qt::black);
+    QApplication::setPalette(dark);
+    ReadableStyle style;
+    style.polish(dark);
+    EXPECT_EQ(dark.color(QPalette::PlaceholderText).lightness(),
+              dark.color(QPalette::Text).lightness());
+    QMdiArea area;
+    area.resize(700, 400);
+    QMdiSubWindow* inactive = area.addSubWindow(new QLabel("one"));
+    QMdiSubWindow* active = area.addSubWindow(new QLabel("two"));
+    for (QMdiSubWindow* frame : {inactive, active}) {
+        frame->setStyle(&style);
+        frame->resize(300, 200);
+    }
+    area.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&area));
+    area.setActiveSubWindow(active);
+    EXPECT_GT(LightestOfTitleButtons(*active), 180);
+    EXPECT_GT(LightestOfTitleButtons(*inactive), 180);
+    EXPECT_NE(inactive->grab().toImage().pixel(100, 5), active->grab().toImage().pixel(100, 5));
+    QApplication::setPalette(before);
 }
 
 TEST_F(SupportTest, ALongMessageEndsBeforeThePanelsAndIsWholeInItsToolTip) {
