@@ -4,8 +4,8 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "ui/board/board_look.h"
 #include "desktop/board_text.h"
+#include "ui/board/board_look.h"
 
 namespace zentro {
 

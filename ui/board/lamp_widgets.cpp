@@ -6,8 +6,8 @@
 #include <array>
 
 #include "board/text.h"
-#include "ui/board/board_look.h"
 #include "desktop/board_text.h"
+#include "ui/board/board_look.h"
 
 namespace zentro {
 

@@ -67,7 +67,9 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
         button->setAutoRepeatDelay(kRepeatDelay);
         button->setAutoRepeatInterval(kRepeatInterval);
     }
-    connect(run_, &QPushButton::clicked, &host, &VirtualBoardHost::Run);
+    connect(run_, &QPushButton::clicked, &host, [this] {
+        if (!mayRun_ || mayRun_()) host_.Run();
+    });
     connect(stop_, &QPushButton::clicked, &host, &VirtualBoardHost::Stop);
     connect(step_, &QPushButton::clicked, &host, &VirtualBoardHost::Step);
     connect(stepBack_, &QPushButton::clicked, &host, [this] { host_.StepBack(); });

@@ -2,6 +2,8 @@
 
 #include <QElapsedTimer>
 #include <QWidget>
+#include <functional>
+#include <utility>
 
 #include "desktop/virtual_board_host.h"
 
@@ -20,6 +22,8 @@ class RunControls : public QWidget {
     /// The host outlives the controls.
     RunControls(VirtualBoardHost& host, QWidget* parent);
 
+    /// Asked before Run; nothing set: it may always run.
+    void SetMayRun(std::function<bool()> mayRun) { mayRun_ = std::move(mayRun); }
     /// Shows where the program stands now.
     void Refresh();
 
@@ -34,6 +38,7 @@ class RunControls : public QWidget {
     void ChooseSpeed(int position);
 
     VirtualBoardHost& host_;
+    std::function<bool()> mayRun_;
     QPushButton* run_;
     QPushButton* stop_;
     QPushButton* pause_;

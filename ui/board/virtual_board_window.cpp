@@ -37,7 +37,7 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
       outputs_(new OutputsPanel(this)),
       inputs_(new InputsPanel(this)) {
     setObjectName("frmVirtualBoard");
-    setWindowTitle(tr("Virtual Board"));
+    ShowProgram({});
     setWindowIcon(ThemedIcon("virtual-board"));
     auto* pictures = new QVBoxLayout;
     pictures->addWidget(floor_, 4);
@@ -64,6 +64,14 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
 VirtualBoardWindow::~VirtualBoardWindow() {
     host_.disconnect(this);
     inputs_->disconnect(this);
+}
+
+void VirtualBoardWindow::ShowProgram(const QString& text) {
+    setWindowTitle(text.isEmpty() ? tr("Virtual Board") : tr("Virtual Board - %1").arg(text));
+}
+
+void VirtualBoardWindow::SetMayRun(std::function<bool()> mayRun) {
+    controls_->SetMayRun(std::move(mayRun));
 }
 
 void VirtualBoardWindow::Refresh() {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
+#include <functional>
 
 #include "desktop/virtual_board_host.h"
 
@@ -22,6 +24,11 @@ class VirtualBoardWindow : public QWidget {
     ~VirtualBoardWindow() override;
 
     QSize sizeHint() const override { return {960, 640}; }
+
+    /// What the caption says of the program on the board; empty: nothing.
+    void ShowProgram(const QString& text);
+    /// Asked before Run; nothing set: it may always run.
+    void SetMayRun(std::function<bool()> mayRun);
 
   signals:
     void FormClosing();

@@ -65,6 +65,7 @@ void BoardWindows::OpenVirtualBoard() {
         surroundings_.addChild(boardWindow_);
         connect(boardWindow_, &VirtualBoardWindow::FormClosing, &board_,
                 [this] { board_.SetVirtualBoardSeen(false); });
+        boardWindow_->SetMayRun([this] { return MayRun(); });
         board_.SetVirtualBoardSeen(true);
     }
     if (terminal_ != nullptr && board_.Kind() != BoardKind::Virtual) CloseTerminal();
@@ -118,6 +119,22 @@ void BoardWindows::Follow() {
     if (wasSending && !isSending && boardWindow_ != nullptr && runs)
         surroundings_.bringToFront(boardWindow_);
     ShowVariables();
+    if (boardWindow_ == nullptr || board_.Kind() != BoardKind::Virtual) return;
+    const HeldProgram& held = board_.Program();
+    boardWindow_->ShowProgram(held.extent == HeldProgram::Extent::Half
+                                  ? tr("only a part of %1").arg(held.name)
+                                  : held.name);
+}
+
+/// Half a program may do anything with the motors.
+bool BoardWindows::MayRun() {
+    const HeldProgram& held = board_.Program();
+    const bool isHalf =
+        board_.Kind() == BoardKind::Virtual && held.extent == HeldProgram::Extent::Half;
+    return !isHalf ||
+           workbench_.dialogs.AskYesNo(
+               boardWindow_,
+               tr("The board holds only a part of %1. Run it all the same?").arg(held.name));
 }
 
 std::shared_ptr<const CompiledProgram> BoardWindows::NamedProgram() const {

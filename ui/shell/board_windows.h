@@ -70,6 +70,7 @@ class BoardWindows : public QObject {
     void CloseTerminal();
     void Follow();
     void ShowVariables();
+    bool MayRun();
     QString VariablesNote() const;
     void Send(const QString& path, bool runs);
 

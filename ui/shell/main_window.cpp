@@ -195,7 +195,29 @@ void MainWindow::ConnectCompiler() {
         statusBar()->showMessage(succeeded ? tr("No errors were found.") : tr("There are errors."),
                                  10'000);
         OfferFrontFile(file);
+        if (succeeded) OfferToSend(file);
     });
+}
+
+/// The board goes on with what it holds until it is sent something else.
+void MainWindow::OfferToSend(FileId compiled) {
+    const OpenFile* file = programs_->File(compiled);
+    const auto program = file == nullptr ? nullptr : programs_->CompiledFrom(file->key);
+    const auto isNews = [this, program] {
+        const auto onBoard = board_->Program().compiled;
+        const bool isSame = onBoard != nullptr && onBoard->objectText == program->objectText;
+        return board_->Connection() == ConnectionState::Connected && !isSame &&
+               programs_->LastCompiled() == program;
+    };
+    const HeldProgram& held = board_->Program();
+    if (program == nullptr || held.name.isEmpty() || !isNews()) return;
+    const QString text =
+        held.extent == HeldProgram::Extent::Half
+            ? tr("The board holds only a part of %1. %2 has been compiled and can be sent.")
+            : tr("The board holds %1 as it was sent before. %2, as it was compiled now, is not on "
+                 "it yet.");
+    notices_->Offer({"another program", text.arg(held.name, program->name), tr("&Send (F7)"),
+                     [this] { Download(); }, isNews});
 }
 
 /// The file to compile need not be the one that is looked at.

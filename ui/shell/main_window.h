@@ -104,6 +104,7 @@ class MainWindow : public QMainWindow {
     void ShowCaret();
     void ShowBoard();
     void OfferFrontFile(FileId compiled);
+    void OfferToSend(FileId compiled);
     void Download();
     void TellWhyNoDownload();
     void FillWindowsMenu();
