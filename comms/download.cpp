@@ -68,7 +68,8 @@ std::string FurtherLines(const DownloadResult& result) {
             return "The board holds only a part of the program.\r\n"
                    "Please download it again before you run it.";
         case DownloadOutcome::LineLost:
-            return "The connection was lost. The board does not hold the program.\r\n"
+            return "The connection was lost.\r\n"
+                   "The board does not hold the program.\r\n"
                    "Please download it again.";
         case DownloadOutcome::None:
         case DownloadOutcome::Whole:
@@ -204,8 +205,8 @@ microseconds Download::SendLine() {
 void Download::Complete() {
     terminal_.writeToScreen(std::string(kLineEnd) + "Download Complete. Sent " +
                             std::to_string(linesSent_) + " Lines in total. ");
-    state_ = State::AwaitingVerdict;
     Write(kEndLoad);
+    state_ = State::AwaitingVerdict;
     if (lineLost_) End(DownloadOutcome::LineLost);
 }
 

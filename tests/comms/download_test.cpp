@@ -28,7 +28,7 @@ const std::string kHalf =
     "\r\nThe board holds only a part of the program.\r\n"
     "Please download it again before you run it.\r\n";
 const std::string kLost =
-    "\r\nThe connection was lost. The board does not hold the program.\r\n"
+    "\r\nThe connection was lost.\r\nThe board does not hold the program.\r\n"
     "Please download it again.\r\n";
 const std::string kCleared =
     "\x1b"
@@ -51,8 +51,10 @@ class DownloadTest : public ::testing::Test {
                          [this](const std::string& text) { told_.push_back(text); }});
     }
     void Run(Download& download) {
+        running_ = &download;
         while (download.IsSending())
             taken_ += download.Step();
+        running_ = nullptr;
     }
     void Run(std::string_view content) {
         WriteFile(content);
@@ -70,10 +72,13 @@ class DownloadTest : public ::testing::Test {
     microseconds taken_{0};
 
   private:
+    Download* running_ = nullptr;
+
     bool Write(std::string_view text) {
         const std::size_t number = writes_.size() + lost_.size();
         const bool fails = staysLost_ ? number >= failing_ : number == failing_;
         (fails ? lost_ : writes_).emplace_back(text);
+        if (fails && running_ != nullptr) running_->LoseLine();  // as the session tells it
         return !fails;
     }
 };

@@ -201,7 +201,7 @@ TEST_F(FaultyLineTest, ACableThatIsCutBeforeTheVerdictIsALostLine) {
     DownloadOver(line_, faulty_);
     EXPECT_EQ(faulty_.outcome, DownloadOutcome::LineLost);
     EXPECT_EQ(faulty_.lost, 1);
-    EXPECT_TRUE(faulty_.Shows("The connection was lost. The board does not hold the program."));
+    EXPECT_TRUE(faulty_.Shows("The connection was lost.\r\nThe board does not hold the program."));
 }
 
 TEST_F(TerminalSessionTest, AFileThatIsMissingIsToldAndAsksNothingOfTheBoard) {

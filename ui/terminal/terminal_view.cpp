@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QTextBlock>
+#include <QtMath>
 #include <algorithm>
 
 namespace zentro {
@@ -88,11 +89,11 @@ std::size_t TerminalView::SelectionStart() const {
 }
 
 QSize TerminalView::SizeFor(int columns, int lines) const {
-    const QFontMetrics metrics(font());
+    const QFontMetricsF metrics(font());  // fifty rounded widths can lack a whole column
     const int around = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    return {metrics.horizontalAdvance(u'0') * columns + around + bar + cursorWidth(),
-            metrics.lineSpacing() * lines + around};
+    return {qCeil(metrics.horizontalAdvance(u'0') * columns) + around + bar + cursorWidth(),
+            qCeil(metrics.lineSpacing() * lines) + around};
 }
 
 void TerminalView::keyPressEvent(QKeyEvent* event) {

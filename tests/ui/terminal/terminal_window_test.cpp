@@ -357,7 +357,7 @@ TEST_F(TerminalWindowTest, SaysThatACutCableHasKeptTheProgramFromTheBoard) {
     EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("Working.... 25  Lines Sent"); }));
     Unplug();
     EXPECT_TRUE(QTest::qWaitFor([this] { return Shows("Sent 60 Lines in total. "); }));
-    EXPECT_TRUE(Shows("The connection was lost. The board does not hold the program."));
+    EXPECT_TRUE(Shows("The connection was lost.\r\nThe board does not hold the program."));
     EXPECT_TRUE(QTest::qWaitFor([&] { return text().contains("does not hold the program"); }));
     PlugIn();
     EXPECT_TRUE(QTest::qWaitFor([&] { return Find<>("BtnOpenAgain").isEnabled(); }));
