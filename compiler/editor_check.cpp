@@ -98,6 +98,7 @@ std::vector<IncludedMistakes> MistakesOfIncludedFiles(const Compilation& compila
         }
     }
     std::vector<IncludedMistakes> all;
+    all.reserve(byLine.size());
     for (auto& [lineNo, mistakes] : byLine)
         all.push_back(std::move(mistakes));
     return all;

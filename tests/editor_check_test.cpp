@@ -13,7 +13,6 @@ namespace {
 using test::Program;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
-using testing::IsEmpty;
 
 struct Case {
     const char* what;
