@@ -30,7 +30,8 @@ std::optional<ShownPlace> FindPlace(std::string_view reply, std::size_t from) {
     for (std::size_t bracket = reply.find('[', from); bracket != std::string_view::npos;
          bracket = reply.find('[', bracket + 1)) {
         const bool beginsLine = bracket == 0 || IsLineEnd(reply[bracket - 1]);
-        if (!beginsLine || reply.substr(bracket + kAddressDigits + 1, 1) != "]") continue;
+        const std::size_t end = bracket + kAddressDigits + 1;
+        if (!beginsLine || end >= reply.size() || reply[end] != ']') continue;
         const auto address = ParseAddress(reply.substr(bracket + 1, kAddressDigits));
         if (address) return ShownPlace{bracket, *address};
     }
@@ -44,7 +45,8 @@ std::string_view PartOfPlace(std::string_view reply, std::uint32_t address) {
     if (!first) return reply;
     for (std::optional<ShownPlace> place = first; place;
          place = FindPlace(reply, place->position + 1)) {
-        if (place->address == static_cast<std::uint16_t>(address)) return reply.substr(place->position);
+        if (place->address == static_cast<std::uint16_t>(address))
+            return reply.substr(place->position);
     }
     return {};
 }
