@@ -131,7 +131,9 @@ std::optional<std::string> VariableReader::TakeReplyOf(std::uint32_t address) {
          end = replyBuffer_.find(kReplyEndMarker)) {
         const std::string_view part =
             PartOfPlace(std::string_view(replyBuffer_).substr(0, end), address);
-        if (!part.empty() || end == 0) return std::string(part);
+        // The reply goes on to the end of the prompt.
+        if (!part.empty() || end == 0)
+            return replyBuffer_.substr(end - part.size(), part.size() + kReplyEndMarker.size());
         replyBuffer_.erase(0, end + kReplyEndMarker.size());
     }
     return std::nullopt;
