@@ -11,6 +11,9 @@
 
 namespace zentro {
 
+/// The folder of the store in that of the user's data.
+inline constexpr const char* kRecoveryFolder = "recovery";
+
 /// So many copies of each file are kept.
 inline constexpr int kMostCopies = 50;
 

@@ -1,8 +1,11 @@
 #include "ui/shell/program_folders.h"
 
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <array>
 #include <system_error>
+
+#include "desktop/recovery_store.h"
 
 namespace zentro {
 
@@ -35,6 +38,12 @@ bool IsPortable(const ProgramFolders& folders, const fs::path& executable) {
                                              fs::exists(executable / kSettingsFileName, error));
 }
 
+/// In a portable copy that several users share only the first one can keep copies there.
+bool HoldsAnothersCopies(const fs::path& folder) {
+    const QFileInfo copies(QString::fromStdString((folder / kRecoveryFolder).string()));
+    return copies.exists() && !copies.isWritable();
+}
+
 bool HasMoved(const fs::path& languageFile, const ProgramFolders& folders) {
     std::error_code error;
     return folders.settings == folders.program && languageFile.filename() == kLanguageFile &&
@@ -52,7 +61,7 @@ ProgramFolders FindProgramFolders(const fs::path& executable) {
                            ? ChooseSettingsFolder(folders.program, userFolder)
                            : userFolder;
     // Whoever carries a copy about leaves no text behind.
-    folders.data = folders.settings == folders.program
+    folders.data = folders.settings == folders.program && !HoldsAnothersCopies(folders.program)
                        ? folders.program
                        : Standard(QStandardPaths::AppLocalDataLocation);
     folders.documents = Standard(QStandardPaths::DocumentsLocation) / "ZentroCompiler";

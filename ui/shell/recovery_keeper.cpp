@@ -35,7 +35,7 @@ RecoveryKeeper::RecoveryKeeper(Workbench& workbench, Programs& programs, SourceF
       workbench_(workbench),
       programs_(programs),
       windows_(windows),
-      store_(QString::fromStdString((workbench.dataFolder / "recovery").string())) {
+      store_(QString::fromStdString((workbench.dataFolder / kRecoveryFolder).string())) {
     connect(&programs_, &Programs::Changed, this, &RecoveryKeeper::Follow);
     connect(&programs_, &Programs::Closing, this, &RecoveryKeeper::Forget);
     connect(&watcher_, &FileWatcher::ChangedOnDisk, this, &RecoveryKeeper::LookAtDisk);

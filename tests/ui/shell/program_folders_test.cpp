@@ -3,6 +3,9 @@
 #include <QTemporaryDir>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "tests/ui/files/child_process.h"
 
 namespace zentro {
 namespace {
@@ -82,6 +85,18 @@ TEST(SettingsPlace, IsTheUsersForAnInstalledProgramAndTheFolderOfAPortableCopy) 
     EXPECT_EQ(FindProgramFolders(root / "stick").settings, root / "stick");
     EXPECT_EQ(FindProgramFolders(root / "stick").data, root / "stick");
     EXPECT_EQ(FindProgramFolders(root / "own").settings, root / "own");
+
+    // Where another user's copies lie, ours do not.
+    fs::create_directory(root / "stick/recovery");
+    fs::permissions(root / "stick/recovery", fs::perms::owner_read | fs::perms::owner_exec);
+    fs::permissions(root, fs::perms::all);
+    fs::permissions(root / "stick", fs::perms::all);
+    EXPECT_TRUE(InChild([&] {
+        constexpr uid_t kNobody = 65534;
+        if (geteuid() == 0 && setuid(kNobody) != 0) return false;
+        const ProgramFolders folders = FindProgramFolders(root / "stick");
+        return folders.settings == root / "stick" && folders.data != root / "stick";
+    }));
     qunsetenv("XDG_CONFIG_HOME");
 }
 
