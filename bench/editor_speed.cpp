@@ -138,12 +138,14 @@ int main(int argc, char** argv) {
     const KeyTimes keys = TypeInto(ours);
     const KeyTimes keysPeer = TypeInto(peer);
     double check = std::numeric_limits<double>::max();
-    const zentro::ProgramFiles program{{}, "program.txt", {}, {}, {}};
+    const zentro::SettingsStore settings("no such folder", "no such folder",
+                                         [](const std::string&) {});
+    zentro::Programs programs;
+    const zentro::FileId file = programs.Add({}, "program.txt", [&] { return string; });
     for (int round = 0; round < kRounds; ++round) {
         check = std::min(check, MillisecondsOf([&] {
-                             zentro::CheckProgram(configuration, program, [&](const std::string&) {
-                                 return std::optional(bytes);
-                             });
+                             zentro::CheckProgram(configuration, *programs.File(file), settings,
+                                                  programs);
                          }));
     }
     std::printf("%d lines, best of %d        ours ms   Lua ms   ratio\n", ours.lines(), kRounds);
