@@ -86,7 +86,7 @@ void TypingHelp::CharacterAdded(int character) {
     }
     IndentBlockWord(line);
     const char typed = character < 128 ? static_cast<char>(character) : ' ';
-    if (IsOffering()) return;
+    if (IsOffering()) return CloseWhenComplete();
     if (IsNameCharacter(typed) && Offer(kLeastTyped)) return;
     UpdateCallTip();
 }
@@ -115,15 +115,26 @@ bool TypingHelp::IsOnScreen(long position) const {
            QGuiApplication::screenAt(editor_.viewport()->mapToGlobal(point)) != nullptr;
 }
 
+/// Whether nothing is offered but what is typed already.
+bool TypingHelp::IsComplete(const Completion& completion, std::string_view before) {
+    return completion.items.size() == 1 &&
+           EqualsIgnoreCase(completion.items.front(),
+                            before.substr(before.size() - completion.typed));
+}
+
+/// A list in which there is nothing left to choose would keep the arrow keys from the text.
+void TypingHelp::CloseWhenComplete() {
+    const std::string before = BeforeCaret();
+    if (IsComplete(CompletionsOf(configuration_.commands, names_, before), before))
+        Send(editor_, Sci::SCI_AUTOCCANCEL);
+}
+
 /// Shows the completions, if there are any that would change what is typed.
 bool TypingHelp::Offer(std::size_t leastTyped) {
     const std::string before = BeforeCaret();
     const Completion completion = CompletionsOf(configuration_.commands, names_, before);
     if (completion.typed < leastTyped || completion.items.empty()) return false;
-    const std::string_view typed =
-        std::string_view(before).substr(before.size() - completion.typed);
-    if (completion.items.size() == 1 && EqualsIgnoreCase(completion.items.front(), typed))
-        return false;
+    if (IsComplete(completion, before)) return false;
     std::string list;
     for (const std::string& item : completion.items) {
         if (!list.empty()) list += '\n';

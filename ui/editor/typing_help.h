@@ -5,6 +5,7 @@
 
 #include "config/configuration.h"
 #include "desktop/program_names.h"
+#include "ui/editor/completion.h"
 
 class QKeyEvent;
 
@@ -37,6 +38,8 @@ class TypingHelp {
   private:
     bool SwallowBlank(const QKeyEvent& event);
     bool IsAtNewIndentation() const;
+    static bool IsComplete(const Completion& completion, std::string_view before);
+    void CloseWhenComplete();
     bool Offer(std::size_t leastTyped);
     bool IsOnScreen(long position) const;
     void IndentNewLine(int line);

@@ -18,7 +18,8 @@ class ObjectCodeWindow final : public CompilerTextWindow, public ListingSink {
     void AddCodeLine(std::string_view text) override;
     bool IsEmpty() const;
 
-    /// Selects the line of the address and brings it into view. False, and nothing changes, when the listing has no such line.
+    /// Selects the line of the address and brings it into view. False, and nothing changes, when
+    /// the listing has no such line.
     bool SelectLineByAddresss(std::uint16_t address);
 
   signals:

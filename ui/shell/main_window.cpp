@@ -178,6 +178,9 @@ void MainWindow::MakeParts() {
     new ProgramMarks(*programs_, *board_, *files_, *compiler_, this);
     search_ = std::make_unique<SourceSearch>(*files_);
     connect(programs_, &Programs::Changed, this, &MainWindow::ShowFront);
+    connect(notices_, &NoticeBar::FocusLeft, this, [this] {
+        if (QWidget* source = files_->Front()) BringToFront(source);
+    });
     connect(files_, &SourceFiles::StatsChanged, this, &MainWindow::ShowCaret);
     connect(files_, &SourceFiles::FileDropped, this, &MainWindow::OpenPath);
     Action(CommandId::CheckWhileTyping)->setChecked(checks_->IsOn());
@@ -280,10 +283,31 @@ void MainWindow::TellWhyNoDownload() {
                      [this] { return board_->Connection() != ConnectionState::Connected; }});
 }
 
+/// Without object code there is nothing to send.
+void MainWindow::OfferToCompile(const OpenFile& file) {
+    const FileId id = file.id;
+    notices_->Offer({"old object code",
+                     tr("Nothing was sent: %1 has not been compiled without errors. Mend what is "
+                        "marked, and compile it.")
+                         .arg(file.name),
+                     tr("&Compile %1").arg(file.name),
+                     [this, id] {
+                         if (programs_->File(id) == nullptr) return;
+                         programs_->SetMain(id);
+                         compiler_->CompileSource();
+                     },
+                     [this, id] {
+                         return programs_->File(id) != nullptr &&
+                                compiler_->ObjectCode() == nullptr;
+                     }});
+}
+
 /// Sends the program as it was compiled, and says when it has been changed since.
 void MainWindow::Download() {
     const auto compiled =
         programs_->Main() == nullptr ? nullptr : programs_->CompiledFrom(programs_->Main()->key);
+    const OpenFile* toSend = programs_->Main();
+    if (toSend != nullptr && compiler_->ObjectCode() == nullptr) OfferToCompile(*toSend);
     if (!boards_->DownloadCurrent()) return;
     if (compiled != nullptr && programs_->IsUpToDate(*compiled))
         return notices_->Withdraw("old object code");

@@ -105,6 +105,7 @@ class MainWindow : public QMainWindow {
     void ShowBoard();
     void OfferFrontFile(FileId compiled);
     void OfferToSend(FileId compiled);
+    void OfferToCompile(const OpenFile& file);
     void Download();
     void TellWhyNoDownload();
     void FillWindowsMenu();

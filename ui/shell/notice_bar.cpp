@@ -1,6 +1,7 @@
 #include "ui/shell/notice_bar.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -24,6 +25,9 @@ NoticeBar::NoticeBar(QWidget* parent)
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::ToolTipBase);
     text_->setForegroundRole(QPalette::ToolTipText);
+    // A click on a notice takes nobody out of his text.
+    accept_->setFocusPolicy(Qt::TabFocus);
+    dismiss->setFocusPolicy(Qt::TabFocus);
     connect(dismiss, &QPushButton::clicked, this, &NoticeBar::TakeOff);
     connect(accept_, &QPushButton::clicked, this, [this] {
         const std::function<void()> accepted = notices_.back().accepted;
@@ -50,7 +54,10 @@ void NoticeBar::Refresh() {
 }
 
 void NoticeBar::TakeOff() {
+    const QWidget* focus = QApplication::focusWidget();
+    const bool hadFocus = focus != nullptr && isAncestorOf(focus);
     notices_.pop_back();
+    if (hadFocus) emit FocusLeft();
     ShowLast();
 }
 

@@ -33,6 +33,10 @@ class NoticeBar : public QWidget {
     /// Takes away what does not hold any more.
     void Refresh();
 
+  signals:
+    /// A notice was answered that had the focus, which has to go somewhere.
+    void FocusLeft();
+
   private:
     void TakeOff();
     void ShowLast();

@@ -46,7 +46,13 @@ std::optional<ProgramMarks::Mark> ProgramMarks::MarkFor(const BoardActivity& act
     if (!place) return std::nullopt;
     const QString path = QDir(QString::fromStdString(place->pathName))
                              .filePath(QString::fromStdString(place->fileName));
-    const auto mark = [&](const QString& text) { return Mark{path, place->sourceLineNo, text}; };
+    const auto mark = [&](const QString& text) {
+        if (programs_.IsUpToDate(*Program())) return Mark{path, place->sourceLineNo, text};
+        return Mark{path, place->sourceLineNo,
+                    tr("%1 The text has been changed since the board got it, so the line may be "
+                       "another one.")
+                        .arg(text)};
+    };
     switch (activity.state) {
         case BoardActivity::State::Held: return mark(tr("The program is held here."));
         case BoardActivity::State::Fault: return mark(activity.text);

@@ -6,7 +6,7 @@ class QWidget;
 
 namespace zentro {
 
-/// Closes a child window of the frame together with its own frame, without a question.
+/// Closes a child window of the frame together with its own frame, unless the window refuses.
 void CloseChildWindow(QWidget* window);
 
 /// Gives the focus to the part of the window that had it last, or else to the first that takes it.

@@ -241,6 +241,15 @@ TEST_F(SourceTyping, FoldsFollowTheText) {
     EXPECT_EQ(depths(), "01222110");
 }
 
+TEST_F(SourceTyping, AListEndsWhenItsLastWordIsTyped) {
+    Type("; first\nSET LEDS ON, OF");
+    EXPECT_TRUE(editor.Typing().IsOffering());
+    Type("F");
+    EXPECT_FALSE(editor.Typing().IsOffering());
+    Press(Qt::Key_Up);
+    EXPECT_EQ(editor.CaretLine(), 1);
+}
+
 TEST_F(SourceTyping, OffersCompletionsWithoutTakingTheReturnKey) {
     editor.Typing().SetProgramNames({{"SpeedLimit", "DEFINE BYTE SpeedLimit = 0", false},
                                      {"Speedometer", "DEFINE BYTE Speedometer = 0", false}});

@@ -360,6 +360,46 @@ TEST_F(CommandsTest, ClosingAChangedFileAsks) {
     EXPECT_EQ(Child<QTabBar>("TabStripFiles")->count(), 0);
 }
 
+TEST_F(CommandsTest, TheCrossOfATabAsksOnceAndEscapeKeepsTheText) {
+    Write("a.txt", "; a\n");
+    FrontSource()->SetText("; typed\n");
+    auto* tabs = Child<QTabBar>("TabStripFiles");
+    dialogs.yesNoAnswer = YesNoAnswer::Neither;
+    dialogs.questions.clear();
+    emit tabs->tabCloseRequested(0);
+    QTest::qWait(20);
+    EXPECT_EQ(dialogs.questions.size(), 1);
+    ASSERT_EQ(tabs->count(), 1);
+    EXPECT_EQ(FrontSource()->Text().trimmed(), "; typed");
+    dialogs.yesNoAnswer = YesNoAnswer::No;
+    emit tabs->tabCloseRequested(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return tabs->count() == 0; }));
+    EXPECT_EQ(dialogs.questions.size(), 2);
+}
+
+// Whoever answers a notice goes on in the file that was in front.
+TEST_F(CommandsTest, ANoticeLeavesTheFileInFrontInFront) {
+    Write("a.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    Write("b.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    ChooseMain(0);
+    Press(CommandId::CompileSource);
+    ASSERT_TRUE(Child("noticeBar")->isVisible());
+    for (const bool byKeyboard : {false, true}) {
+        Child<QTabBar>("TabStripFiles")->setCurrentIndex(1);
+        if (byKeyboard) Press(CommandId::CompileSource);
+        auto* dismiss = Child<QAbstractButton>("noticeDismiss");
+        if (byKeyboard) {
+            dismiss->setFocus();
+            QTest::keyClick(dismiss, Qt::Key_Space);
+        } else {
+            QTest::mouseClick(dismiss, Qt::LeftButton);
+        }
+        QTest::qWait(20);
+        EXPECT_FALSE(Child("noticeBar")->isVisible());
+        EXPECT_EQ(FrontSource()->FileName(), "b.txt");
+    }
+}
+
 // What a screen reader says of a tab.
 TEST_F(CommandsTest, TheNameOfATabFollowsItsFile) {
     Press(CommandId::NewSource);
