@@ -93,12 +93,15 @@ TEST_F(BoardProgramTest, ExitStatusTellsHowItEnded) {
 
 TEST_F(BoardProgramTest, RefusesBadFilesAndOptions) {
     const std::string good = write("good.obj", "5");
-    const std::array<std::array<std::string, 2>, 13> cases{{
+    const std::array<std::array<std::string, 2>, 16> cases{{
         {"", "subcommand"},
         {"run", "FILE"},
         {"run " + good + " --nonsense", "nonsense"},
         {"run " + good + " --max-steps 0", "max-steps"},
-        {"serve --baud 1", "baud"},
+        {"run " + good + " --max-steps 12x", "'12x' is not a whole number of at least 1"},
+        {"run " + good + " --seed 4294967296", "'4294967296' is not a whole number from 0 to "},
+        {"serve --baud 1", "--baud: '1' is not a whole number from 50 to 4000000"},
+        {"serve --baud 4000001", "baud"},
         {"run " + (folder_ / "none.obj").string(), "none.obj: cannot be read"},
         {"run " + folder_.string(), "cannot be read"},
         {"run " + write("empty.obj", "\r\n"), "empty.obj: there is no program"},

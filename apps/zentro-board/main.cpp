@@ -1,66 +1,72 @@
 // zentro-board: the virtual board, as a program that runs an object file and as a serial device.
-#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 #include <iostream>
 
+#include "apps/command_line/command_line.h"
 #include "apps/zentro-board/run.h"
 #include "apps/zentro-board/serve.h"
 
 namespace {
 
-using zentro::ExitStatus;
+using namespace zentro;
 
-CLI::App* AddRun(CLI::App& app, zentro::RunOptions& options) {
-    CLI::App* run = app.add_subcommand("run", "Run a program to its end");
-    run->add_option("FILE", options.objectFile, "object file")->required();
-    run->add_option("--symbols", options.symbolFile,
-                    "the compiler's list of variables: print their values at the end");
-    run->add_option("--max-steps", options.maxSteps, "end after so many instructions")
-        ->check(CLI::PositiveNumber);
-    run->add_option("--seconds", options.seconds, "end after so many seconds of the board's time")
-        ->check(CLI::PositiveNumber);
-    run->add_option("--seed", options.seed, "start of the random numbers (1 otherwise)");
-    run->add_option("--inputs", options.inputFile,
-                    "input script: on each line a tick, an input and its value");
-    run->add_flag("--trace", options.trace, "print each instruction and its effect");
-    run->add_flag("--events", options.events, "print the outputs as they change, with their tick");
-    run->add_flag("--real-time", options.realTime,
-                  "keep the pace of a real board instead of going as fast as it goes");
-    return run;
+CommandLine Understood(RunOptions& run, ServeOptions& serve) {
+    const Subcommand runCommand{
+        "run",
+        "Run a program to its end",
+        {{"FILE", &run.objectFile, "Object file", "", true},
+         {"--symbols", &run.symbolFile,
+          "The compiler's list of variables: print their values at the end", "FILE"},
+         {"--max-steps", &run.maxSteps, "End after so many instructions", "N", false, {}, 1},
+         {"--seconds",
+          &run.seconds,
+          "End after so many seconds of the board's time",
+          "N",
+          false,
+          {},
+          1},
+         {"--seed", &run.seed, "Start of the random numbers (1 otherwise)", "N"},
+         {"--inputs", &run.inputFile, "Input script: on each line a tick, an input and its value",
+          "FILE"},
+         {"--trace", &run.trace, "Print each instruction and its effect"},
+         {"--events", &run.events, "Print the outputs as they change, with their tick"},
+         {"--real-time", &run.realTime,
+          "Keep the pace of a real board instead of going as fast as it goes"}}};
+    const Subcommand serveCommand{
+        "serve",
+        "Be a board on a pseudo-terminal",
+        {{"--baud",
+          &serve.baud,
+          "Keep to this speed (a real board has 9600)",
+          "N",
+          false,
+          {},
+          50,
+          4'000'000},
+         {"--link", &serve.link, "Make a link with this name to the pseudo-terminal", "PATH"}}};
+    return {.program = "zentro-board",
+            .help = "The virtual Kinetron board",
+            .commands = {runCommand, serveCommand},
+            .needsCommand = true};
 }
 
-CLI::App* AddServe(CLI::App& app, zentro::ServeOptions& options) {
-    CLI::App* serve = app.add_subcommand("serve", "Be a board on a pseudo-terminal");
-    serve->add_option("--baud", options.baud, "keep to this speed (a real board has 9600)")
-        ->check(CLI::Range(50, 4'000'000));
-    serve->add_option("--link", options.link, "make a link with this name to the pseudo-terminal");
-    return serve;
-}
-
-int Main(int argc, char** argv) {
-    CLI::App app{"The virtual Kinetron board"};
-    app.require_subcommand(1);
-    zentro::RunOptions runOptions;
-    zentro::ServeOptions serveOptions;
-    const CLI::App* run = AddRun(app, runOptions);
-    AddServe(app, serveOptions);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : static_cast<int>(ExitStatus::BadUsage);
-    }
-    const ExitStatus status =
-        run->parsed() ? zentro::RunProgram(runOptions) : zentro::ServeBoard(serveOptions);
-    return static_cast<int>(status);
+ExitStatus Main(int argc, char** argv) {
+    using Outcome = CommandLineReading::Outcome;
+    RunOptions run;
+    ServeOptions serve;
+    const CommandLineReading reading = ReadCommandLine(Understood(run, serve), argc, argv);
+    if (reading.outcome == Outcome::Answered) return ExitStatus::Ended;
+    if (reading.outcome == Outcome::NotUnderstood) return ExitStatus::BadUsage;
+    return reading.command == "run" ? RunProgram(run) : ServeBoard(serve);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        const int status = Main(argc, argv);
-        if (std::cout.flush()) return status;
+        const ExitStatus status = Main(argc, argv);
+        if (std::cout.flush()) return static_cast<int>(status);
         std::fprintf(stderr, "zentro-board: cannot write to standard output\n");
         return static_cast<int>(ExitStatus::BadUsage);
     } catch (const std::exception& error) {
