@@ -44,7 +44,8 @@ std::string_view PartOfPlace(std::string_view reply, std::uint32_t address) {
     if (!first) return reply;
     for (std::optional<ShownPlace> place = first; place;
          place = FindPlace(reply, place->position + 1)) {
-        if (place->address == static_cast<std::uint16_t>(address)) return reply.substr(place->position);
+        if (place->address == static_cast<std::uint16_t>(address))
+            return reply.substr(place->position);
     }
     return {};
 }
