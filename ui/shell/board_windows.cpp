@@ -109,15 +109,23 @@ void BoardWindows::Send(const QString& path, bool runs) {
     if (board_.Kind() == BoardKind::Port) surroundings_.bringToFront(terminal_);
     // The file tells which program it is: another run may have written it since.
     const FileContent file = ReadWholeFile(SystemPath(path));
+    showsRun_ = runs;
     board_.Send(path, programs_.CompiledAs(file.bytes), runs);
 }
 
+/// A program that was sent to be run is seen when it runs.
+void BoardWindows::ShowRun() {
+    if (!showsRun_ || board_.IsSending()) return;
+    const BoardActivity::State state = board_.Activity().state;
+    const bool hasBegun =
+        state != BoardActivity::State::Ready && state != BoardActivity::State::NoProgram;
+    if (board_.Program().extent != HeldProgram::Extent::Whole || !hasBegun) return;
+    showsRun_ = false;
+    if (boardWindow_ != nullptr) surroundings_.bringToFront(boardWindow_);
+}
+
 void BoardWindows::Follow() {
-    const bool isSending = board_.IsSending();
-    const bool wasSending = std::exchange(wasSending_, isSending);
-    const bool runs = board_.Activity().state == BoardActivity::State::Running;
-    if (wasSending && !isSending && boardWindow_ != nullptr && runs)
-        surroundings_.bringToFront(boardWindow_);
+    ShowRun();
     ShowVariables();
     if (boardWindow_ == nullptr || board_.Kind() != BoardKind::Virtual) return;
     const HeldProgram& held = board_.Program();

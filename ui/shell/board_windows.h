@@ -69,6 +69,7 @@ class BoardWindows : public QObject {
     void MakeTerminal(const QString& portName);
     void CloseTerminal();
     void Follow();
+    void ShowRun();
     void ShowVariables();
     bool MayRun();
     QString VariablesNote() const;
@@ -82,7 +83,7 @@ class BoardWindows : public QObject {
     QPointer<VariablesWindow> variables_;
     QPointer<VirtualBoardWindow> boardWindow_;
     ShownVariables shown_;
-    bool wasSending_ = false;
+    bool showsRun_ = false;  ///< once the program that is being sent runs
 };
 
 }  // namespace zentro

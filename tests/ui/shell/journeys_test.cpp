@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QTabBar>
@@ -67,9 +68,14 @@ TEST_F(JourneyTest, FromAnEmptyFileToARobotThatMoves) {
     ASSERT_TRUE(
         QTest::qWaitFor([&] { return window->Action(CommandId::DownloadCurrent)->isEnabled(); }));
     ASSERT_TRUE(WaitForScreen("Kinetron"));
+    window->Files().BringToFront(1);
     Press(CommandId::DownloadCurrent);
     ASSERT_TRUE(QTest::qWaitFor([&] { return TheBoard().outputs.motors[0].value == 40; }, 10'000));
     EXPECT_TRUE(WaitForScreen("Download Complete. Sent")) << ScreenText().toStdString();
+    // It is seen, whatever stood before it.
+    const auto* area = window->findChild<QMdiArea*>();
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return area->activeSubWindow()->widget() == Child("frmVirtualBoard"); }));
     Click("BtnStop");
     ASSERT_TRUE(QTest::qWaitFor([&] { return TheBoard().outputs.motors[0].value == 0; }));
 }
