@@ -67,7 +67,12 @@ void BoardState::ConnectSession() {
     connect(session, &TerminalSession::ConnectionLost, this, &BoardState::Changed);
     connect(session, &TerminalSession::SyncToCodeLine, this, &BoardState::AddressChosen);
     connect(session, &TerminalSession::ScreenChanged, this, &BoardState::FollowScreen);
-    connect(session, &TerminalSession::DownloadProgress, this, &BoardState::SendingProgress);
+    connect(session, &TerminalSession::DownloadProgress, this,
+            [this](double fraction, int linesSent) {
+                emit SendingProgress(fraction, linesSent);
+                // All is sent; what the board makes of it is still to come.
+                if (!IsSending()) emit Changed();
+            });
     connect(session, &TerminalSession::DownloadFinished, this, &BoardState::FinishSending);
     // The session is in the middle of its own work when it tells this.
     connect(session, &TerminalSession::FormClosing, this, &BoardState::ConversationOver,
