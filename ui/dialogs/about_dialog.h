@@ -1,10 +1,23 @@
 #pragma once
 
 #include <QDialog>
+#include <QList>
+#include <QString>
 
 #include "ui/support/dialogs.h"
 
 namespace zentro {
+
+struct SystemDetail {
+    QString name;
+    QString value;
+};
+
+/// What can be found out about this computer. What is not known is left out.
+QList<SystemDetail> CollectSystemDetails();
+
+/// The details, one a line, or that there are none.
+QString SystemDetailsText(const QList<SystemDetail>& details);
 
 /// The name, the version and the licence of the program, and details of this computer to pass on
 /// with a question.

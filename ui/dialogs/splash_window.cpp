@@ -6,7 +6,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 
-#include "ui/dialogs/program_picture.h"
+#include "ui/support/icons.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {

@@ -9,9 +9,9 @@
 #include "config/configuration.h"
 #include "ui/editor/editor_marks.h"
 #include "ui/editor/fold_keeper.h"
-#include "ui/editor/keyword_list.h"
 #include "ui/editor/respeller.h"
 #include "ui/editor/source_lexer.h"
+#include "ui/editor/source_text_format.h"
 #include "ui/editor/typing_help.h"
 #include "ui/support/help_topic.h"
 

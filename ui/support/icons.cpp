@@ -55,4 +55,9 @@ QIcon ProgramIcon() {
     return ThemedIcon("zentro");
 }
 
+void ProgramPicture::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    ProgramIcon().paint(&painter, rect());
+}
+
 }  // namespace zentro

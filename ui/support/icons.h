@@ -2,6 +2,7 @@
 
 #include <QIcon>
 #include <QString>
+#include <QWidget>
 
 namespace zentro {
 
@@ -11,5 +12,16 @@ QIcon ThemedIcon(const QString& name);
 
 /// The program's own icon, in its own colours.
 QIcon ProgramIcon();
+
+/// The program's sign, as large as the widget.
+class ProgramPicture : public QWidget {
+    Q_OBJECT
+
+  public:
+    using QWidget::QWidget;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+};
 
 }  // namespace zentro

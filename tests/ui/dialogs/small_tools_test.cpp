@@ -18,9 +18,7 @@
 #include "ui/dialogs/calculator.h"
 #include "ui/dialogs/help_address.h"
 #include "ui/dialogs/help_browser.h"
-#include "ui/dialogs/number_conversion.h"
 #include "ui/dialogs/splash_window.h"
-#include "ui/dialogs/system_details.h"
 
 namespace zentro {
 namespace {
