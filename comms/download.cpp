@@ -100,8 +100,9 @@ std::optional<std::size_t> CountBytes(std::string_view objectCode) {
     return bytes;
 }
 
-Download::Download(const std::string& path, DownloadTerminal terminal)
-    : terminal_(std::move(terminal)) {
+Download::Download(const std::string& path, std::optional<std::string> text,
+                   DownloadTerminal terminal)
+    : terminal_(std::move(terminal)), given_(std::move(text)) {
     result_.path = path;
 }
 
@@ -164,14 +165,25 @@ bool Download::Write(std::string_view text) {
     return isWritten;
 }
 
-microseconds Download::Begin() {
+bool Download::ReadText() {
+    if (given_) {
+        text_ = std::move(*given_);
+        return true;
+    }
     FileContent file = ReadWholeFile(result_.path);
     if (file.status != FileContent::Status::Read) {
         terminal_.showMessage("Error Dowloading file. Error text is: " + file.problem);
+        return false;
+    }
+    text_ = std::move(file.bytes);
+    return true;
+}
+
+microseconds Download::Begin() {
+    if (!ReadText()) {
         End(DownloadOutcome::FileUnreadable);
         return {};
     }
-    text_ = std::move(file.bytes);
     result_.bytesInFile = CountBytes(text_);
     state_ = State::StartingLoader;
     if (!Write(kEndProgram)) End(DownloadOutcome::LineLost);

@@ -69,7 +69,8 @@ struct DownloadTerminal {
 /// after it. The file is read whole at the start, so that it may change or go meanwhile.
 class Download {
   public:
-    Download(const std::string& path, DownloadTerminal terminal);
+    /// `text` is the content of the file when that is known already, or was never written.
+    Download(const std::string& path, std::optional<std::string> text, DownloadTerminal terminal);
 
     /// Does the next thing. Returns the time until the next call; nothing more happens when
     /// everything is sent.
@@ -99,6 +100,7 @@ class Download {
     };
 
     std::chrono::microseconds Begin();
+    bool ReadText();
     std::chrono::microseconds StartLoader();
     std::chrono::microseconds SendLine();
     bool Write(std::string_view text);
@@ -109,6 +111,7 @@ class Download {
 
     DownloadTerminal terminal_;
     DownloadResult result_;
+    std::optional<std::string> given_;
     std::string text_;
     std::string heard_;  ///< since the last line was sent
     std::size_t position_ = 0;

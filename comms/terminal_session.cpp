@@ -236,7 +236,7 @@ void TerminalSession::DoubleClickAt(std::size_t position) {
     if (const auto address = AddressAt(screen_.Text(), position)) emit SyncToCodeLine(*address);
 }
 
-void TerminalSession::DownloadSource(const std::string& path) {
+void TerminalSession::DownloadSource(const std::string& path, std::optional<std::string> text) {
     if (IsDownloading()) {
         showMessage_("A download is already running.");
         return;
@@ -244,7 +244,7 @@ void TerminalSession::DownloadSource(const std::string& path) {
     GiveUpDownload();  // one that waits for its verdict
     lastDownload_ = {};
     download_ = std::make_unique<Download>(
-        path,
+        path, std::move(text),
         DownloadTerminal{[this](std::string_view text) { return WriteToPort(text); },
                          [this](std::string_view text) { WriteToScreen(text); }, showMessage_});
     cancelWanted_ = false;

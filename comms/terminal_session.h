@@ -84,7 +84,8 @@ class TerminalSession : public QObject {
     /// Sends a program file to the board. DownloadProgress is raised as it goes on, the last time
     /// when all is sent, and DownloadFinished when the board has said what it holds, or something
     /// else has ended it. One at a time; a second call is refused while the first one is sent.
-    void DownloadSource(const std::string& path);
+    /// `text` is the content of the file when that is known already, or was never written.
+    void DownloadSource(const std::string& path, std::optional<std::string> text = std::nullopt);
     /// Whether a file is being sent.
     bool IsDownloading() const { return download_ != nullptr && download_->IsSending(); }
     void CancelDownload();

@@ -122,11 +122,38 @@ const HeldProgram& BoardState::Program() const {
 void BoardState::Send(const QString& objectFile, std::shared_ptr<const CompiledProgram> compiled,
                       bool runs) {
     if (session_ == nullptr || IsSending()) return;
-    const QString name = compiled == nullptr ? QFileInfo(objectFile).fileName() : compiled->name;
+    BeginSending(compiled == nullptr ? QFileInfo(objectFile).fileName() : compiled->name, compiled,
+                 runs);
+    session_->DownloadSource(objectFile.toStdString());
+    emit Changed();
+}
+
+void BoardState::BeginSending(const QString& name, std::shared_ptr<const CompiledProgram> compiled,
+                              bool runs) {
     sending_ = {HeldProgram::Extent::Whole, name, std::move(compiled)};
     before_ = std::exchange(ProgramOf(Kind()), {HeldProgram::Extent::Half, name, nullptr});
     runsAfterwards_ = runs;
-    session_->DownloadSource(objectFile.toStdString());
+}
+
+void BoardState::Run(std::shared_ptr<const CompiledProgram> compiled) {
+    CancelSending();
+    if (Kind() == BoardKind::Virtual) return RunOnVirtualBoard(std::move(compiled));
+    if (Connection() != ConnectionState::Connected) return;
+    BeginSending(compiled->name, compiled, true);
+    session_->DownloadSource(compiled->objectFile.toStdString(), compiled->objectText);
+    emit Changed();
+}
+
+void BoardState::RunOnVirtualBoard(std::shared_ptr<const CompiledProgram> compiled) {
+    const std::string problem = VirtualBoard().LoadProgram(compiled->objectText);
+    if (problem.empty()) {
+        virtualProgram_ = {HeldProgram::Extent::Whole, compiled->name, std::move(compiled)};
+    } else {
+        virtualProgram_ = {HeldProgram::Extent::None, {}, nullptr};
+        showMessage_(problem);
+    }
+    NameAddresses();
+    if (problem.empty()) VirtualBoard().Run();
     emit Changed();
 }
 

@@ -92,6 +92,10 @@ class BoardState : public QObject {
     /// Of a program that was compiled by this run of ours the board can name what it does.
     void Send(const QString& objectFile, std::shared_ptr<const CompiledProgram> compiled,
               bool runs);
+    /// Brings a program to the board and starts it: at once on the virtual board, which it is
+    /// unless a port is connected; through a download on a port. The object code need not be in a
+    /// file.
+    void Run(std::shared_ptr<const CompiledProgram> compiled);
     void CancelSending();
     bool IsSending() const { return session_ != nullptr && session_->IsDownloading(); }
 
@@ -110,6 +114,9 @@ class BoardState : public QObject {
   private:
     Link& LinkFor(const QString& portName);
     void ConnectSession();
+    void BeginSending(const QString& name, std::shared_ptr<const CompiledProgram> compiled,
+                      bool runs);
+    void RunOnVirtualBoard(std::shared_ptr<const CompiledProgram> compiled);
     void FinishSending(const DownloadResult& result);
     HeldProgram& ProgramOf(BoardKind kind);
     void NameAddresses();

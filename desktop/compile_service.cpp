@@ -57,6 +57,35 @@ class DiskWriter : public FileWriter {
     std::string& written_;
 };
 
+/// Keeps the object code of a run that leaves the disk alone.
+class MemoryWriter : public FileWriter {
+  public:
+    explicit MemoryWriter(std::string& written) : written_(written) {}
+
+    std::string Write(const std::string&, std::string_view bytes) override {
+        written_ = bytes;
+        return {};
+    }
+
+  private:
+    std::string& written_;
+};
+
+/// Of a run that asks nothing: a file that is missing stays missing, and a failure is told.
+class UnaskedPrompts : public Prompts {
+  public:
+    explicit UnaskedPrompts(Prompts& prompts) : prompts_(prompts) {}
+
+    void ShowMessage(std::string_view text) override { prompts_.ShowMessage(text); }
+    std::optional<std::string> FindMissingFile(std::string_view, std::string_view,
+                                               std::string_view) override {
+        return std::nullopt;
+    }
+
+  private:
+    Prompts& prompts_;
+};
+
 /// Keeps the windows alive. What the user types and clicks waits for the end of the run.
 class EventProgress : public Progress {
   public:
@@ -77,7 +106,8 @@ class EventProgress : public Progress {
 
 struct CompiledProgram::Outside {
     RunOutput output;
-    DiskReader reader;
+    std::unique_ptr<FileReader> reader;
+    std::unique_ptr<Prompts> unasked;  ///< null: the user is asked
     EventProgress progress;
 };
 
@@ -104,24 +134,49 @@ std::shared_ptr<const CompiledProgram> CompileService::Compile(const OpenFile& f
                              "'. Save it with another extension than .obj first.");
         return nullptr;
     }
-    const bool listed = AsBoolean(settings_.GetSetting(SettingNumber::ShowObjectCode));
-    auto program = Run(file, paths, output, [&](Compilation& compilation, FileWriter& writer) {
-        return CompileSource(compilation, paths, writer, listed ? listing : nullptr);
-    });
+    auto program =
+        Run(file, Texts::Saved, output, [&](Compilation& compilation, std::string& code) {
+            DiskWriter writer(prompts_, code);
+            return CompileSource(compilation, paths, writer, Wanted(listing));
+        });
     if (program != nullptr) programs_.SetCompiled(program);
     return program;
 }
 
-bool CompileService::Check(const OpenFile& file, OutputSink& output) {
-    const ProgramFiles paths = ProgramFilesOf(file, settings_);
-    const auto program = Run(file, paths, output, [&](Compilation& compilation, FileWriter&) {
-        return SyntaxCheck(compilation, paths);
+std::shared_ptr<const CompiledProgram> CompileService::CompileTexts(const OpenFile& file,
+                                                                    OutputSink& output,
+                                                                    ListingSink* listing) {
+    return Run(file, Texts::InEditors, output, [&](Compilation& compilation, std::string& code) {
+        MemoryWriter writer(code);
+        return CompileSource(compilation, ProgramFilesOf(file, settings_), writer, Wanted(listing));
     });
+}
+
+bool CompileService::Check(const OpenFile& file, OutputSink& output) {
+    const auto program =
+        Run(file, Texts::Saved, output, [&](Compilation& compilation, std::string&) {
+            return SyntaxCheck(compilation, ProgramFilesOf(file, settings_));
+        });
     return program != nullptr && program->succeeded;
 }
 
-std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file,
-                                                     const ProgramFiles& paths, OutputSink& output,
+ListingSink* CompileService::Wanted(ListingSink* listing) const {
+    return AsBoolean(settings_.GetSetting(SettingNumber::ShowObjectCode)) ? listing : nullptr;
+}
+
+/// Which texts of the open files a run reads that begins now; the windows cannot save or edit
+/// meanwhile.
+std::map<QString, Revision> CompileService::RevisionsOf(Texts texts) const {
+    std::map<QString, Revision> revisions;
+    for (const OpenFile& open : programs_.Files()) {
+        const Revision saved = open.disk == DiskState::Same ? open.savedRevision : kOtherText;
+        revisions[open.key] = texts == Texts::InEditors ? open.revision : saved;
+    }
+    return revisions;
+}
+
+std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file, Texts texts,
+                                                     OutputSink& output,
                                                      const RunStages& runStages) {
     if (isRunning_) {
         prompts_.ShowMessage("Another compile is not finished yet.");
@@ -129,25 +184,30 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file,
     }
     const QScopedValueRollback running(isRunning_, true);
     auto program = std::make_shared<CompiledProgram>();
+    CompiledProgram::Outside& outside = *program->outside;
     program->root = file.key;
     program->name = file.name;
+    const ProgramFiles paths = ProgramFilesOf(file, settings_);
     program->objectFile =
         QString::fromStdString(PathOf(paths.objectDirectory, paths.objectFileName));
-    RunOutput& log = program->outside->output;
-    // What is on the disk when the run begins; the windows cannot save meanwhile.
-    std::map<QString, Revision> saved;
-    for (const OpenFile& open : programs_.Files())
-        saved[open.key] = open.disk == DiskState::Same ? open.savedRevision : kOtherText;
+    if (texts == Texts::InEditors) {
+        outside.reader = std::make_unique<OpenTextReader>(programs_);
+        outside.unasked = std::make_unique<UnaskedPrompts>(prompts_);
+    } else {
+        outside.reader = std::make_unique<DiskReader>();
+    }
+    const std::map<QString, Revision> read = RevisionsOf(texts);
+    Prompts& prompts = outside.unasked == nullptr ? prompts_ : *outside.unasked;
     program->compilation = std::make_unique<Compilation>(
-        configuration_,
-        Environment{log, prompts_, program->outside->reader, program->outside->progress});
+        configuration_, Environment{outside.output, prompts, *outside.reader, outside.progress});
+    const MessageCollector& messages = outside.output.messages;
     {
-        const QScopedValueRollback<OutputSink*> present(log.present, &output);
-        DiskWriter writer(prompts_, program->objectText);
-        program->succeeded = runStages(*program->compilation, writer) && !log.messages.HasErrors();
+        const QScopedValueRollback<OutputSink*> present(outside.output.present, &output);
+        program->succeeded =
+            runStages(*program->compilation, program->objectText) && !messages.HasErrors();
     }
     ProgramReport report =
-        log.messages.Report(file.key, *program->compilation, saved, program->succeeded);
+        messages.Report(file.key, *program->compilation, read, program->succeeded);
     program->texts = report.texts;
     programs_.SetReport(std::move(report));
     return program;

@@ -31,8 +31,8 @@ struct CompiledProgram {
     std::unique_ptr<Compilation> compilation;  ///< refers to `outside`
 };
 
-/// Runs the compiler on the files as they are saved and tells the programs what it found. Windows
-/// stay alive meanwhile but take no input.
+/// Runs the compiler and tells the programs what it found. Windows stay alive meanwhile but take no
+/// input.
 class CompileService : public QObject {
     Q_OBJECT
 
@@ -41,22 +41,31 @@ class CompileService : public QObject {
     CompileService(const InstructionConfiguration& configuration, const SettingsStore& settings,
                    Programs& programs, Prompts& prompts, QObject* parent = nullptr);
 
-    /// Compiles the program that begins with an open file. The listing is filled when the settings
-    /// want one. Returns what came of it; null when nothing was compiled, which has been told:
-    /// another run is on, or the object file would replace the source file. The sinks are used
-    /// during the call only.
+    /// Compiles the program that begins with an open file, from the files as they are saved. The
+    /// listing is filled when the settings want one. Returns what came of it; null when nothing was
+    /// compiled, which has been told: another run is on, or the object file would replace the
+    /// source file. The sinks are used during the call only.
     std::shared_ptr<const CompiledProgram> Compile(const OpenFile& file, OutputSink& output,
                                                    ListingSink* listing);
+    /// The same from the texts as they stand in their editors, saved or not. Nothing is asked and
+    /// no file is written: the object code is in what is returned. Null: another run is on.
+    std::shared_ptr<const CompiledProgram> CompileTexts(const OpenFile& file, OutputSink& output,
+                                                        ListingSink* listing);
     /// Reads and parses a program; only its messages are kept. True when it has no errors.
     bool Check(const OpenFile& file, OutputSink& output);
 
     bool IsRunning() const { return isRunning_; }
 
   private:
-    using RunStages = std::function<bool(Compilation&, FileWriter&)>;
+    /// Where a run reads its texts.
+    enum class Texts { Saved, InEditors };
 
-    std::shared_ptr<CompiledProgram> Run(const OpenFile& file, const ProgramFiles& paths,
-                                         OutputSink& output, const RunStages& runStages);
+    using RunStages = std::function<bool(Compilation&, std::string& objectText)>;
+
+    std::shared_ptr<CompiledProgram> Run(const OpenFile& file, Texts texts, OutputSink& output,
+                                         const RunStages& runStages);
+    std::map<QString, Revision> RevisionsOf(Texts texts) const;
+    ListingSink* Wanted(ListingSink* listing) const;
 
     const InstructionConfiguration& configuration_;
     const SettingsStore& settings_;

@@ -36,20 +36,6 @@ class NoPrompts : public Prompts {
     }
 };
 
-class OpenTextReader : public FileReader {
-  public:
-    explicit OpenTextReader(const Programs& programs) : programs_(programs) {}
-
-    FileContent Read(const std::string& path) override {
-        if (const auto text = programs_.OpenText(QString::fromStdString(path)))
-            return {FileContent::Status::Read, text->toStdString(), {}};
-        return ReadWholeFile(path);
-    }
-
-  private:
-    const Programs& programs_;
-};
-
 /// What a line that includes a file with mistakes is marked with.
 QString IncludedText(const IncludedMistakes& mistakes) {
     const LineXref& place = mistakes.first.place;

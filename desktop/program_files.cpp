@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "compiler/paths.h"
+#include "config/file.h"
 
 namespace zentro {
 
@@ -21,6 +22,12 @@ ProgramFiles ProgramFilesOf(const OpenFile& file, const SettingsStore& settings)
     files.objectDirectory = folderOf(SettingNumber::ObjectFolder);
     files.objectFileName = ChangeExtension(fileName, "obj");
     return files;
+}
+
+FileContent OpenTextReader::Read(const std::string& path) {
+    if (const auto text = programs_.OpenText(QString::fromStdString(path)))
+        return {FileContent::Status::Read, text->toStdString(), {}};
+    return ReadWholeFile(path);
 }
 
 bool WouldOverwriteSource(const ProgramFiles& files) {

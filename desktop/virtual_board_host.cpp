@@ -118,7 +118,7 @@ std::string VirtualBoardHost::LoadProgram(std::string_view objectText) {
 void VirtualBoardHost::Run() {
     const bool held = State().processor.running;
     const bool debugging = State().processor.debug != DebugState::Off;
-    if (debugging) SendDebugCommand("G");
+    if (debugging) SendCommand("G");
     if (!held) {
         StartProgram(world_->board);
         history_.Forget();
@@ -129,6 +129,13 @@ void VirtualBoardHost::Run() {
 
 void VirtualBoardHost::Stop() {
     history_.StopProgram();
+    SetPaused(false);
+    LookAround();
+}
+
+void VirtualBoardHost::StopEverything() {
+    for (const char* command : {"X", "Z"})
+        SendCommand(command);
     SetPaused(false);
     LookAround();
 }
@@ -155,7 +162,7 @@ void VirtualBoardHost::Step() {
         StartProgram(world_->board);
         history_.Forget();
     } else if (State().processor.debug == DebugState::AtPrompt) {
-        SendDebugCommand("");
+        SendCommand("");
     } else {
         StepInstruction();
     }
@@ -236,8 +243,8 @@ std::string VirtualBoardHost::ReadMemory(std::uint32_t address, std::size_t coun
     return bytes;
 }
 
-/// A line of the debug mode, instead of what somebody has begun to type.
-void VirtualBoardHost::SendDebugCommand(std::string_view command) {
+/// A line of the board's command line or debug mode, instead of what somebody has begun to type.
+void VirtualBoardHost::SendCommand(std::string_view command) {
     std::string line(State().serial.line.size(), kTakeBack);
     line += command;
     history_.Receive(line + '\r', [this](char character) {

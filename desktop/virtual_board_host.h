@@ -55,6 +55,9 @@ class VirtualBoardHost : public QObject {
     void Run();
     /// Ends the program; what it has switched on stays on.
     void Stop();
+    /// What somebody at the other end of the serial line does to stop it: leaves its debug mode, ends
+    /// the program and puts every output to rest. The robot stays where it is.
+    void StopEverything();
     void Pause();
     void Resume();
     bool IsPaused() const { return paused_; }
@@ -114,7 +117,7 @@ class VirtualBoardHost : public QObject {
     void PassSlowMotion(std::uint64_t ticks);
     void RunAtFullSpeed();
     void StepInstruction();
-    void SendDebugCommand(std::string_view command);
+    void SendCommand(std::string_view command);
     void SetButton(std::size_t button, bool down);
     void LetButtonsUp();
     void LookAround();

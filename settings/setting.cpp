@@ -53,6 +53,9 @@ constexpr std::array kSettings = std::to_array<Setting>({
     {ColourSource, Flag, {}, -1},
     {CheckWhileTyping, Flag, {}, 1},
     {ReopenPortWhenBack, Flag, {}, 0},
+    {WindowPlaces, Integer, {}, 0},
+    {RecentFiles, Text, "", 0},
+    {SessionFiles, Text, "", 0},
 });
 
 }  // namespace

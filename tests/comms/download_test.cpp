@@ -45,7 +45,7 @@ class DownloadTest : public ::testing::Test {
     void WriteFile(std::string_view content) { std::ofstream(path_, std::ios::binary) << content; }
     Download Start() { return Start(path_); }
     Download Start(const std::filesystem::path& path) {
-        return Download(path.string(),
+        return Download(path.string(), std::nullopt,
                         {[this](std::string_view text) { return Write(text); },
                          [this](std::string_view text) { shown_ += text; },
                          [this](const std::string& text) { told_.push_back(text); }});

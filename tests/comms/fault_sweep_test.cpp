@@ -47,8 +47,9 @@ class Workplace {
             return !isLost;
         };
         zentro::Download download(
-            path_, {write, [&](std::string_view text) { screen_.ProcessScreenText(text); },
-                    [](const std::string& text) { ADD_FAILURE() << text; }});
+            path_, std::nullopt,
+            {write, [&](std::string_view text) { screen_.ProcessScreenText(text); },
+             [](const std::string& text) { ADD_FAILURE() << text; }});
         for (int step = 0; !download.IsOver() && step < kMoreThanEnough; ++step) {
             download.Step();
             LetTimePass();

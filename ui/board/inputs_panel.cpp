@@ -8,6 +8,8 @@
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
+#include <QToolButton>
+#include <QVBoxLayout>
 #include <limits>
 
 #include "ui/board/stick_widget.h"
@@ -60,19 +62,57 @@ InputsPanel::InputsPanel(QWidget* parent) : QWidget(parent) {
     setObjectName("Inputs");
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    const auto addGroup = [&](const QString& title, QLayout* content) {
+    const auto addGroup = [&](InputGroup kind, const QString& title, QLayout* content) {
         auto* group = new QGroupBox(title, this);
         content->setContentsMargins(8, 4, 8, 6);
         group->setLayout(content);
         column->addWidget(group);
+        groups_[kind] = group;
     };
-    addGroup(tr("Buttons"), MakeButtons());
-    addGroup(tr("Joysticks"), MakeSticks());
-    addGroup(tr("Analogue inputs"), MakeAnalog());
-    addGroup(tr("Digital inputs"), MakeDigital());
-    addGroup(tr("Pulse and timed inputs"), MakePulses());
-    column->addLayout(MakeRest());
+    addGroup(InputGroup::Buttons, tr("Buttons"), MakeButtons());
+    addGroup(InputGroup::Joysticks, tr("Joysticks"), MakeSticks());
+    addGroup(InputGroup::Analog, tr("Analogue inputs"), MakeAnalog());
+    addGroup(InputGroup::Digital, tr("Digital inputs"), MakeDigital());
+    addGroup(InputGroup::PulseAndTimed, tr("Pulse and timed inputs"), MakePulses());
+    addGroup(InputGroup::BatteryAndNumber, tr("Battery and program number"), MakeRest());
+    column->addWidget(MakeFolding());
     column->addStretch(1);
+    Fold();
+}
+
+QWidget* InputsPanel::MakeFolding() {
+    auto* row = new QWidget(this);
+    noneUsed_ = new QLabel(tr("The program uses no inputs."), row);
+    noneUsed_->setObjectName("NoInputsUsed");
+    noneUsed_->setWordWrap(true);
+    all_ = new QToolButton(row);
+    all_->setObjectName("AllInputs");
+    all_->setCheckable(true);
+    all_->setText(tr("A&ll inputs"));
+    all_->setAccessibleName(tr("Show the inputs too that the program does not use"));
+    all_->setToolTip(all_->accessibleName());
+    connect(all_, &QToolButton::toggled, this, &InputsPanel::Fold);
+    auto* rows = new QVBoxLayout(row);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(noneUsed_);
+    rows->addWidget(all_);
+    return row;
+}
+
+void InputsPanel::ShowUsed(const std::optional<std::set<InputGroup>>& used) {
+    if (used == used_) return;
+    used_ = used;
+    Fold();
+}
+
+void InputsPanel::Fold() {
+    const bool isFolding = used_ && used_->size() < groups_.size();
+    const bool showsAll = !isFolding || all_->isChecked();
+    for (const auto& [kind, group] : groups_)
+        group->setVisible(showsAll || used_->contains(kind));
+    noneUsed_->setVisible(!showsAll && used_->empty());
+    all_->setVisible(isFolding);
+    emit Folded();
 }
 
 QLayout* InputsPanel::MakeButtons() {

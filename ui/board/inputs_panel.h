@@ -4,8 +4,12 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <map>
+#include <optional>
+#include <set>
 
 #include "desktop/board_world.h"
+#include "desktop/used_inputs.h"
 
 class QCheckBox;
 class QLabel;
@@ -13,6 +17,7 @@ class QLayout;
 class QPushButton;
 class QSlider;
 class QSpinBox;
+class QToolButton;
 
 namespace zentro {
 
@@ -28,6 +33,10 @@ class InputsPanel : public QWidget {
 
     explicit InputsPanel(QWidget* parent);
 
+    /// Folds away what the program does not use, until the user wants all. Nothing: it is not
+    /// known.
+    void ShowUsed(const std::optional<std::set<InputGroup>>& used);
+
     /// Shows inputs without Edited.
     void Show(const BoardWorld& world);
 
@@ -37,16 +46,24 @@ class InputsPanel : public QWidget {
     void ButtonPressed(std::size_t button);
     void ButtonLetGo(std::size_t button);
     void RobotSeesToggled(bool sees);
+    /// Other groups of inputs are seen than before.
+    void Folded();
 
   private:
+    void Fold();
     QLayout* MakeButtons();
     QLayout* MakeDigital();
     QLayout* MakeAnalog();
     QLayout* MakeSticks();
     QLayout* MakePulses();
     QLayout* MakeRest();
+    QWidget* MakeFolding();
     void LetButtonsStay(bool stay);
 
+    std::map<InputGroup, QWidget*> groups_;
+    std::optional<std::set<InputGroup>> used_;
+    QToolButton* all_ = nullptr;
+    QLabel* noneUsed_ = nullptr;
     QCheckBox* buttonsStay_ = nullptr;
     QCheckBox* robotSees_ = nullptr;
     std::array<QPushButton*, 6> buttons_{};

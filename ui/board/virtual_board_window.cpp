@@ -14,7 +14,7 @@ namespace zentro {
 
 namespace {
 
-/// A column that scrolls when the window is too low for it, and is as wide as it needs to be.
+/// A column that scrolls when the window is too low for it.
 QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
     auto* area = new QScrollArea(parent);
     area->setFrameShape(QFrame::NoFrame);
@@ -22,10 +22,11 @@ QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(content);
-    area->setFixedWidth(content->minimumSizeHint().width() +
-                        area->verticalScrollBar()->sizeHint().width() + 4);
     return area;
 }
+
+/// From this relation of width to height on, floor and board stand side by side.
+constexpr double kWide = 1.9;
 
 }  // namespace
 
@@ -39,12 +40,15 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
     setObjectName("frmVirtualBoard");
     ShowProgram({});
     setWindowIcon(ThemedIcon("virtual-board"));
-    auto* pictures = new QVBoxLayout;
-    pictures->addWidget(floor_, 4);
-    pictures->addWidget(outputs_, 3);
+    pictures_ = new QVBoxLayout;
+    pictures_->addWidget(floor_, 4);
+    pictures_->addWidget(outputs_, 3);
+    inputsArea_ = InScrollArea(inputs_, this);
     auto* below = new QHBoxLayout;
-    below->addLayout(pictures, 1);
-    below->addWidget(InScrollArea(inputs_, this));
+    below->addLayout(pictures_, 1);
+    below->addWidget(inputsArea_);
+    connect(inputs_, &InputsPanel::Folded, this, &VirtualBoardWindow::FitInputs);
+    FitInputs();
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(controls_);
     rows->addLayout(below, 1);
@@ -72,6 +76,24 @@ void VirtualBoardWindow::ShowProgram(const QString& text) {
 
 void VirtualBoardWindow::SetMayRun(std::function<bool()> mayRun) {
     controls_->SetMayRun(std::move(mayRun));
+}
+
+void VirtualBoardWindow::ShowUsedInputs(const std::optional<std::set<InputGroup>>& used) {
+    inputs_->ShowUsed(used);
+}
+
+/// The inputs are as wide as they need to be; floor and board get the rest.
+void VirtualBoardWindow::FitInputs() {
+    inputs_->layout()->activate();
+    inputsArea_->setFixedWidth(inputs_->minimumSizeHint().width() +
+                               inputsArea_->verticalScrollBar()->sizeHint().width() + 4);
+}
+
+void VirtualBoardWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const QSize room = size() - QSize(inputsArea_->width(), controls_->sizeHint().height());
+    const bool isWide = room.width() > kWide * room.height();
+    pictures_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
 void VirtualBoardWindow::Refresh() {

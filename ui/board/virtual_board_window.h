@@ -3,8 +3,14 @@
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <optional>
+#include <set>
 
+#include "desktop/used_inputs.h"
 #include "desktop/virtual_board_host.h"
+
+class QBoxLayout;
+class QScrollArea;
 
 namespace zentro {
 
@@ -27,6 +33,8 @@ class VirtualBoardWindow : public QWidget {
 
     /// What the caption says of the program on the board; empty: nothing.
     void ShowProgram(const QString& text);
+    /// Which inputs the program uses; nothing: it is not known.
+    void ShowUsedInputs(const std::optional<std::set<InputGroup>>& used);
     /// Asked before Run; nothing set: it may always run.
     void SetMayRun(std::function<bool()> mayRun);
 
@@ -36,15 +44,19 @@ class VirtualBoardWindow : public QWidget {
   protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void Refresh();
+    void FitInputs();
 
     VirtualBoardHost& host_;
     RunControls* controls_;
     FloorWidget* floor_;
     OutputsPanel* outputs_;
     InputsPanel* inputs_;
+    QScrollArea* inputsArea_ = nullptr;
+    QBoxLayout* pictures_ = nullptr;
 };
 
 }  // namespace zentro

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QStringList>
+#include <Qsci/qscistyle.h>
 #include <algorithm>
 #include <cmath>
 #include <span>
@@ -74,6 +75,7 @@ QImage HerePicture(qreal density, const QColor& colour) {
 }  // namespace
 
 void EditorMarks::Redraw(const QColor& page) {
+    page_ = page;
     const qreal density = editor_.devicePixelRatioF();
     const auto readable = [&](const QColor& colour) { return ReadableOn(colour, page); };
     Send(editor_, Sci::SCI_RGBAIMAGESETSCALE, std::lround(density * 100));
@@ -119,7 +121,15 @@ void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
     }
 }
 
+void EditorMarks::ShowBelow(int line, const QString& text) {
+    editor_.clearAnnotations();
+    if (text.isEmpty()) return;
+    const QColor colour = ReadableOn(kErrorColour, page_);
+    editor_.annotate(line, text, QsciStyle(-1, "Message", colour, page_, editor_.font()));
+}
+
 void EditorMarks::ClearMessages() {
+    editor_.clearAnnotations();
     messages_.clear();
     editor_.markerDeleteAll(kErrorMark);
     editor_.markerDeleteAll(kWarningMark);

@@ -31,6 +31,9 @@ class EditorMarks {
     void MarkLine(int line, const QString& text);
     void ClearMark();
 
+    /// Writes a text below a line, until the messages change. Lines count from 0.
+    void ShowBelow(int line, const QString& text);
+
     /// What the marks of the line say, a row each; empty without marks. Lines count from 0.
     QString TextAt(int line) const;
 
@@ -46,6 +49,7 @@ class EditorMarks {
     QsciScintilla& editor_;
     std::vector<Mark> messages_;
     std::optional<Mark> here_;
+    QColor page_;
 };
 
 }  // namespace zentro

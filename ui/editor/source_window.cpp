@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
-#include <QMdiSubWindow>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -15,7 +14,6 @@
 #include "ui/editor/source_editor.h"
 #include "ui/support/colours.h"
 #include "ui/support/dialogs.h"
-#include "ui/support/window_place.h"
 
 namespace zentro {
 
@@ -265,16 +263,6 @@ void SourceWindow::SetColouring() {
     editor_->SetColouring(AsBoolean(workbench_.settings.GetSetting(SettingNumber::ColourSource)));
 }
 
-/// What moves on the screen: the window within a frame of child windows, when it is in one.
-QWidget& SourceWindow::Frame() {
-    auto* subWindow = qobject_cast<QMdiSubWindow*>(parentWidget());
-    return subWindow != nullptr ? static_cast<QWidget&>(*subWindow) : *this;
-}
-
-void SourceWindow::PositionForm() {
-    RestorePlace(Frame(), workbench_.settings, kSourceWindowPlace);
-}
-
 QString SourceWindow::Text() const {
     return editor_->text();
 }
@@ -306,12 +294,16 @@ void SourceWindow::MarkLine(const std::optional<LineMark>& mark) {
     emit DocStatsChanged(DocStats());
 }
 
+void SourceWindow::ShowMessageBeside() {
+    Refresh();  // the messages may be new
+    editor_->Marks().ShowBelow(editor_->CaretLine() - 1, MessageAtCursor());
+}
+
 QString SourceWindow::MessageAtCursor() const {
     return editor_->Marks().TextAt(editor_->CaretLine() - 1);
 }
 
 void SourceWindow::closeEvent(QCloseEvent* event) {
-    RememberPlace(Frame(), workbench_.settings, kSourceWindowPlace);
     emit FormClosing();
     QWidget::closeEvent(event);
 }

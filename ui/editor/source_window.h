@@ -73,7 +73,6 @@ class SourceWindow : public QWidget {
     void SetFormColours();
     void SetFont();
     void SetColouring();
-    void PositionForm();
 
     FileId Id() const { return id_; }
     const OpenFile& File() const;
@@ -93,6 +92,8 @@ class SourceWindow : public QWidget {
 
     /// Marks the line at which a program stands, and shows it; nothing: none.
     void MarkLine(const std::optional<LineMark>& mark);
+    /// Shows what the marks of the caret's line say below the line, until there are other messages.
+    void ShowMessageBeside();
     /// What the marks of the caret's line say; empty without marks.
     QString MessageAtCursor() const;
 
@@ -114,7 +115,6 @@ class SourceWindow : public QWidget {
     QString ChooseName();
     std::optional<FileText> ReadSource(const QString& folder, const QString& fileName);
     SaveResult WriteTo(const QString& folder, const QString& fileName);
-    QWidget& Frame();
 
     Workbench& workbench_;
     Programs& programs_;

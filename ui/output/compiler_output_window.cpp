@@ -48,7 +48,7 @@ QColor ColourOf(LogColour colour, const QPalette& palette) {
 }  // namespace
 
 CompilerOutputWindow::CompilerOutputWindow(const Workbench& workbench, QWidget* parent)
-    : CompilerTextWindow(workbench, kOutputWindowPlace, kTabColumns, parent),
+    : CompilerTextWindow(workbench, kTabColumns, parent),
       summary_(new QLabel(this)),
       progress_(new QProgressBar(this)) {
     setObjectName("frmCompilerOutput");

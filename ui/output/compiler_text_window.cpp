@@ -30,21 +30,15 @@ QFont FixedPitchFont(const SettingsStore& settings) {
 
 }  // namespace
 
-CompilerTextWindow::CompilerTextWindow(const Workbench& workbench, const PlaceSettings& place,
-                                       QList<int> tabColumns, QWidget* parent)
+CompilerTextWindow::CompilerTextWindow(const Workbench& workbench, QList<int> tabColumns,
+                                       QWidget* parent)
     : QWidget(parent),
       workbench_(workbench),
-      place_(place),
       tabColumns_(std::move(tabColumns)),
       view_(new CompilerTextView(this)) {}
 
 void CompilerTextWindow::CopySelectedText() {
     view_->copy();
-}
-
-void CompilerTextWindow::PositionForm() {
-    RestorePlace(*this, workbench_.settings, place_);
-    isPlaced_ = true;
 }
 
 void CompilerTextWindow::SetFormColours() {
@@ -58,7 +52,6 @@ void CompilerTextWindow::SetFormColours() {
 }
 
 void CompilerTextWindow::closeEvent(QCloseEvent* event) {
-    if (isPlaced_) RememberPlace(*this, workbench_.settings, place_);
     event->accept();
     emit FormClosing();
 }

@@ -4,7 +4,6 @@
 #include <QPlainTextEdit>
 #include <QWidget>
 
-#include "ui/support/window_place.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {
@@ -31,17 +30,13 @@ class CompilerTextView : public QPlainTextEdit {
     void keyPressEvent(QKeyEvent* event) override;
 };
 
-/// What the log and the listing have in common: a text in the editor's colours and font, and a
-/// place that is remembered.
+/// What the log and the listing have in common: a text in the editor's colours and font.
 class CompilerTextWindow : public QWidget {
     Q_OBJECT
 
   public:
     void CopySelectedText();
     bool HasSelection() const { return view_->textCursor().hasSelection(); }
-    /// Puts the window, once it stands in its frame, where its settings say. From then on its place
-    /// is kept when it closes.
-    void PositionForm();
     /// Takes colours and font from the settings.
     virtual void SetFormColours();
 
@@ -50,8 +45,7 @@ class CompilerTextWindow : public QWidget {
 
   protected:
     /// Tab columns as CompilerTextView::SetFontAndTabs takes them.
-    CompilerTextWindow(const Workbench& workbench, const PlaceSettings& place,
-                       QList<int> tabColumns, QWidget* parent);
+    CompilerTextWindow(const Workbench& workbench, QList<int> tabColumns, QWidget* parent);
 
     CompilerTextView& View() { return *view_; }
     const CompilerTextView& View() const { return *view_; }
@@ -61,10 +55,8 @@ class CompilerTextWindow : public QWidget {
 
   private:
     const Workbench& workbench_;
-    PlaceSettings place_;
     QList<int> tabColumns_;
     CompilerTextView* view_;
-    bool isPlaced_ = false;
 };
 
 }  // namespace zentro

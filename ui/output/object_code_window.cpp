@@ -17,7 +17,7 @@ const QList<int> kTabColumns{100, 101, 102};
 }  // namespace
 
 ObjectCodeWindow::ObjectCodeWindow(const Workbench& workbench, QWidget* parent)
-    : CompilerTextWindow(workbench, kObjectWindowPlace, kTabColumns, parent) {
+    : CompilerTextWindow(workbench, kTabColumns, parent) {
     setObjectName("frmObjectCode");
     setWindowTitle("Object Code");
     setFocusProxy(&View());

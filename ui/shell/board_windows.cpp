@@ -5,6 +5,7 @@
 #include "comms/virtual_board_link.h"
 #include "config/file.h"
 #include "desktop/text_file.h"
+#include "desktop/used_inputs.h"
 #include "ui/board/virtual_board_window.h"
 #include "ui/support/dialogs.h"
 #include "ui/terminal/terminal_window.h"
@@ -37,7 +38,6 @@ void BoardWindows::OpenComms() {
 void BoardWindows::MakeTerminal(const QString& portName) {
     terminal_ = new TerminalWindow(workbench_, board_.Begin(portName));
     surroundings_.addChild(terminal_);
-    terminal_->PositionForm();
     connect(terminal_, &TerminalWindow::FormClosing, this, &BoardWindows::CloseTerminal,
             Qt::QueuedConnection);
     terminal_->OpenConnection(portName);
@@ -59,15 +59,19 @@ void BoardWindows::CloseTerminal() {
     board_.End();
 }
 
+void BoardWindows::MakeBoardWindow() {
+    if (boardWindow_ != nullptr) return;
+    boardWindow_ = new VirtualBoardWindow(board_.VirtualBoard());
+    usedInputsOf_.reset();
+    surroundings_.addChild(boardWindow_);
+    connect(boardWindow_, &VirtualBoardWindow::FormClosing, &board_,
+            [this] { board_.SetVirtualBoardSeen(false); });
+    boardWindow_->SetMayRun([this] { return MayRun(); });
+    board_.SetVirtualBoardSeen(true);
+}
+
 void BoardWindows::OpenVirtualBoard() {
-    if (boardWindow_ == nullptr) {
-        boardWindow_ = new VirtualBoardWindow(board_.VirtualBoard());
-        surroundings_.addChild(boardWindow_);
-        connect(boardWindow_, &VirtualBoardWindow::FormClosing, &board_,
-                [this] { board_.SetVirtualBoardSeen(false); });
-        boardWindow_->SetMayRun([this] { return MayRun(); });
-        board_.SetVirtualBoardSeen(true);
-    }
+    MakeBoardWindow();
     if (terminal_ != nullptr && board_.Kind() != BoardKind::Virtual) CloseTerminal();
     if (terminal_ == nullptr) MakeTerminal(kVirtualBoardPort);
     surroundings_.bringToFront(boardWindow_);
@@ -105,6 +109,22 @@ void BoardWindows::DownloadSaved() {
     Send(*path, false);
 }
 
+void BoardWindows::RunProgram(const std::shared_ptr<const CompiledProgram>& program) {
+    const bool isOnPort =
+        board_.Kind() == BoardKind::Port && board_.Connection() == ConnectionState::Connected;
+    if (!isOnPort) {
+        if (board_.Kind() == BoardKind::Port) CloseTerminal();
+        MakeBoardWindow();
+    }
+    board_.Run(program);
+    surroundings_.uncover(isOnPort ? static_cast<QWidget*>(terminal_) : boardWindow_);
+}
+
+void BoardWindows::Stop() {
+    if (terminal_ != nullptr) return terminal_->Stop();
+    if (board_.Kind() == BoardKind::Virtual) board_.VirtualBoard().StopEverything();
+}
+
 void BoardWindows::Send(const QString& path, bool runs) {
     if (board_.Kind() == BoardKind::Port) surroundings_.bringToFront(terminal_);
     // The file tells which program it is: another run may have written it since.
@@ -129,6 +149,12 @@ void BoardWindows::Follow() {
     ShowVariables();
     if (boardWindow_ == nullptr || board_.Kind() != BoardKind::Virtual) return;
     const HeldProgram& held = board_.Program();
+    if (held.compiled == nullptr) {
+        boardWindow_->ShowUsedInputs(std::nullopt);
+    } else if (held.compiled != usedInputsOf_) {
+        boardWindow_->ShowUsedInputs(UsedInputs(*held.compiled->compilation));
+    }
+    usedInputsOf_ = held.compiled;
     boardWindow_->ShowProgram(held.extent == HeldProgram::Extent::Half
                                   ? tr("only a part of %1").arg(held.name)
                                   : held.name);

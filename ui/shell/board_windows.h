@@ -29,6 +29,7 @@ class BoardWindows : public QObject {
     struct Surroundings {
         std::function<void(QWidget*)> addChild;      ///< puts a window into the frame
         std::function<void(QWidget*)> bringToFront;  ///< a child window
+        std::function<void(QWidget*)> uncover;       ///< the same without the focus
         std::function<QString()> objectFile;         ///< of the main file; empty: none is chosen
         std::function<bool()> objectWindowOpen;
     };
@@ -45,6 +46,11 @@ class BoardWindows : public QObject {
     /// True when the download has begun; otherwise the user has been told why not.
     bool DownloadCurrent();
     void DownloadSaved();
+    /// Brings a program to the connected board, else to the virtual one, which opens, and starts
+    /// it.
+    void RunProgram(const std::shared_ptr<const CompiledProgram>& program);
+    /// Stops the program of the board and puts its outputs to rest.
+    void Stop();
     void OpenVariables();
     /// Colours and fonts were changed.
     void ApplySettings();
@@ -66,6 +72,7 @@ class BoardWindows : public QObject {
         bool operator==(const ShownVariables&) const = default;
     };
 
+    void MakeBoardWindow();
     void MakeTerminal(const QString& portName);
     void CloseTerminal();
     void Follow();
@@ -83,6 +90,7 @@ class BoardWindows : public QObject {
     QPointer<VariablesWindow> variables_;
     QPointer<VirtualBoardWindow> boardWindow_;
     ShownVariables shown_;
+    std::shared_ptr<const CompiledProgram> usedInputsOf_;  ///< which program's the window shows
     bool showsRun_ = false;  ///< once the program that is being sent runs
 };
 

@@ -18,6 +18,7 @@ constexpr std::array kMenus{
 };
 
 constexpr std::array kToolBars{
+    ToolBarRow{ToolBarId::Run, "ToolbarRun", "Run", true},
     ToolBarRow{ToolBarId::File, "ToolbarFile", "File"},
     ToolBarRow{ToolBarId::Text, "ToolbarText", "Text"},
     ToolBarRow{ToolBarId::Compile, "ToolbarCompile", "Compile"},
@@ -59,7 +60,9 @@ constexpr std::array kCommands{
     CommandRow{CheckWhileTyping, MenuId::Compile, "Menu_Compile_CheckWhileTyping", "Check &While Typing", "", "", kNone, "", true, "Mark mistakes as soon as they are typed"},
     CommandRow{ResetMain, MenuId::Compile, "menu_compile_resetMain", "&Reset File To Compile (temporary)", "", "", kNone, "", true, "Forget which file is the one to compile", CommandNeed::MainFile},
 
-    CommandRow{OpenComms, MenuId::Kinetron, "Menu_Kinetron_OpenComms", "Open Terminal  Window", "F6", "terminal", ToolBarId::Compile, "Kinetron", false, "Connect to the board"},
+    CommandRow{Run, MenuId::Kinetron, "Menu_Kinetron_Run", "&Run", "F9", "run-program", ToolBarId::Run, "Run", false, "Run the program in front on the board, as it stands in the editor"},
+    CommandRow{Stop, MenuId::Kinetron, "Menu_Kinetron_Stop", "&Stop", "Shift+F9", "stop-program", ToolBarId::Run, "Stop", false, "Stop the program and put every output of the board to rest"},
+    CommandRow{OpenComms, MenuId::Kinetron, "Menu_Kinetron_OpenComms", "Open Terminal  Window", "F6", "terminal", ToolBarId::Compile, "Kinetron", true, "Connect to the board"},
     CommandRow{OpenVirtualBoard, MenuId::Kinetron, "Menu_Kinetron_OpenVirtualBoard", "Open &Virtual Board", "F8", "virtual-board", ToolBarId::Compile, "VirtualBoard", false, "Work with a board on the screen"},
     CommandRow{DownloadCurrent, MenuId::Kinetron, "Menu_Kinetron_DownloadCurrent", "Download Current Program", "F7", "download", ToolBarId::Compile, "Download", true, "Send the compiled program to the board"},
     CommandRow{DownloadSaved, MenuId::Kinetron, "Menu_Kinetron_DowloadSaved", "Download Saved Program", "Shift+F7", "", kNone, "", false, "Send an object file to the board"},
@@ -68,6 +71,7 @@ constexpr std::array kCommands{
     CommandRow{TileHorizontal, MenuId::Windows, "Menu_Windows_TileHorizontal", "Tile &Horizontally", "", "", kNone, "", false, "Put the windows one below the other", CommandNeed::ChildWindow},
     CommandRow{TileVertical, MenuId::Windows, "Menu_Windows_TileVertical", "Tile &Vertically", "", "", kNone, "", false, "Put the windows side by side", CommandNeed::ChildWindow},
     CommandRow{Cascade, MenuId::Windows, "Menu_Windows_Cascade", "Arrange in &Cascade", "", "", kNone, "", false, "Put the windows one over the other", CommandNeed::ChildWindow},
+    CommandRow{ArrangeAsWorkspace, MenuId::Windows, "Menu_Windows_ArrangeAsWorkspace", "Arrange as &Workspace", "", "", kNone, "", false, "Give every window the place that the program has for it", CommandNeed::ChildWindow},
     CommandRow{ArrangeIcons, MenuId::Windows, "Menu_Windows_ArrangeIcons", "Arrange &Icons", "", "", kNone, "", false, "Put minimised windows in a row", CommandNeed::ChildWindow},
     CommandRow{NextWindow, MenuId::Windows, "Menu_Windows_Next", "&Next Window", "Ctrl+Tab", "", kNone, "", true, "Bring the next window to the front", CommandNeed::ChildWindow},
 

@@ -37,6 +37,8 @@ enum class CommandId : std::uint8_t {
     CompileSource,
     CheckWhileTyping,
     ResetMain,
+    Run,
+    Stop,
     OpenComms,
     OpenVirtualBoard,
     DownloadCurrent,
@@ -45,6 +47,7 @@ enum class CommandId : std::uint8_t {
     TileHorizontal,
     TileVertical,
     Cascade,
+    ArrangeAsWorkspace,
     ArrangeIcons,
     NextWindow,
     Help,
@@ -55,7 +58,7 @@ enum class CommandId : std::uint8_t {
 
 enum class MenuId : std::uint8_t { File, View, Edit, Compile, Kinetron, Windows, Help };
 
-enum class ToolBarId : std::uint8_t { None, File, Text, Compile };
+enum class ToolBarId : std::uint8_t { None, Run, File, Text, Compile };
 
 /// What a command needs to be of use.
 enum class CommandNeed : std::uint8_t {
@@ -85,6 +88,7 @@ struct ToolBarRow {
     ToolBarId id;
     const char* name;
     const char* caption;
+    bool hasWords = false;  ///< beside its pictures
 };
 
 /// A command, in the order of its menu. Texts that a row does not need are empty.

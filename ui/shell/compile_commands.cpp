@@ -1,6 +1,5 @@
 #include "ui/shell/compile_commands.h"
 
-#include <QDir>
 #include <algorithm>
 
 #include "compiler/paths.h"
@@ -126,7 +125,7 @@ void CompileCommands::Run(CompileCommand command) {
         PrepareMainFile(command, choice, workbench_, surroundings_.dialogParent);
     if (!chosen) return;
     const OpenFile file = choice.At(*chosen);
-    OpenWindows(command, file);
+    OpenWindows(command == CompileCommand::Compile, file);
     bool succeeded = false;
     if (command == CompileCommand::Compile) {
         listed_ = service_.Compile(file, *output_, objectCode_);
@@ -134,22 +133,37 @@ void CompileCommands::Run(CompileCommand command) {
     } else {
         succeeded = service_.Check(file, *output_);
     }
-    // Closing the program can end the windows while the compiler lets events run.
-    if (output_ != nullptr) output_->FinishCompile();
-    // A program with errors has no object code to show.
-    if (!succeeded && objectCode_ != nullptr && objectCode_->IsEmpty()) CloseChild(objectCode_);
+    FinishRun(succeeded);
     GoBackToSource();
     emit Finished(file.id, succeeded);
 }
 
-void CompileCommands::OpenWindows(CompileCommand command, const OpenFile& file) {
+std::shared_ptr<const CompiledProgram> CompileCommands::CompileTexts(OpenFile file) {
+    if (service_.IsRunning()) return nullptr;
+    OpenWindows(objectCode_ != nullptr, file);
+    auto program = service_.CompileTexts(file, *output_, objectCode_);
+    const bool succeeded = program != nullptr && program->succeeded;
+    if (succeeded && objectCode_ != nullptr) listed_ = program;
+    FinishRun(succeeded);
+    SourceWindow* window = GoBackToSource();
+    if (window != nullptr && !succeeded) window->ShowMessageBeside();
+    return program;
+}
+
+void CompileCommands::FinishRun(bool succeeded) {
+    // Closing the program can end the windows while the compiler lets events run.
+    if (output_ != nullptr) output_->FinishCompile();
+    // A program with errors has no object code to show.
+    if (!succeeded && objectCode_ != nullptr && objectCode_->IsEmpty()) CloseChild(objectCode_);
+}
+
+void CompileCommands::OpenWindows(bool withListing, const OpenFile& file) {
     CloseChild(objectCode_);
     CloseChild(output_);
     listed_.reset();
-    if (command == CompileCommand::Compile) {
+    if (withListing) {
         objectCode_ = new ObjectCodeWindow(workbench_);
         surroundings_.addChild(objectCode_);
-        objectCode_->PositionForm();
         connect(objectCode_, &ObjectCodeWindow::AddressActivated, this,
                 [this](std::uint16_t address) {
                     if (const auto place = PlaceOf(listed_.get(), address)) ShowLine(*place);
@@ -157,31 +171,43 @@ void CompileCommands::OpenWindows(CompileCommand command, const OpenFile& file) 
     }
     output_ = new CompilerOutputWindow(workbench_);
     surroundings_.addChild(output_);
-    output_->PositionForm();
     output_->InitFile(file.folder, file.name);
     connect(output_, &CompilerOutputWindow::ShowLineWithError, this,
             [this](const LineXref& line) { ShowLine(line); });
 }
 
 /// Whoever compiled goes on in the source: at the first error, if it is in an open file.
-void CompileCommands::GoBackToSource() {
-    if (output_ == nullptr) return;
+SourceWindow* CompileCommands::GoBackToSource() {
+    if (output_ == nullptr) return nullptr;
     const std::vector<PostedMessage> messages = output_->Messages();
     const auto error = std::ranges::find(messages, Severity::Error, &PostedMessage::severity);
     if (error != messages.end()) {
-        const QString path = QDir(QString::fromStdString(error->place.pathName))
-                                 .filePath(QString::fromStdString(error->place.fileName));
-        if (SourceWindow* window = files_.Find(path)) {
+        if (SourceWindow* window = OpenWindowOf(error->place)) {
             surroundings_.bringToFront(window);
-            return window->PutCaretAt(error->place.sourceLineNo);
+            window->PutCaretAt(error->place.sourceLineNo);
+            return window;
         }
     }
-    if (SourceWindow* window = files_.Front()) surroundings_.bringToFront(window);
+    SourceWindow* window = files_.Front();
+    if (window != nullptr) surroundings_.bringToFront(window);
+    return window;
+}
+
+/// Null: the file is not open. One that was never saved has no path.
+SourceWindow* CompileCommands::OpenWindowOf(const LineXref& line) const {
+    const QString key =
+        FileKey(QString::fromStdString(line.pathName), QString::fromStdString(line.fileName));
+    const auto file = std::ranges::find(programs_.Files(), key, &OpenFile::key);
+    return file == programs_.Files().end() ? nullptr : files_.WindowOf(file->id);
 }
 
 SourceWindow* CompileCommands::ShowLine(const LineXref& line) {
-    SourceWindow* window = files_.OpenFile(QString::fromStdString(line.pathName),
-                                           QString::fromStdString(line.fileName));
+    SourceWindow* window = OpenWindowOf(line);
+    if (window != nullptr) surroundings_.bringToFront(window);
+    if (window == nullptr) {
+        window = files_.OpenFile(QString::fromStdString(line.pathName),
+                                 QString::fromStdString(line.fileName));
+    }
     if (window != nullptr) window->PutCaretAt(line.sourceLineNo);
     return window;
 }

@@ -42,6 +42,10 @@ class CompileCommands : public QObject {
     void CompileSource();
     void SyntaxCheck();
 
+    /// Compiles a program as its texts stand in the editors, asks nothing and writes no file. After
+    /// errors the caret is at the first, with what it says beside it. Null: another run is on.
+    std::shared_ptr<const CompiledProgram> CompileTexts(OpenFile file);
+
     /// The object file of the main file; empty when none is chosen.
     QString ObjectFile() const;
     CompilerOutputWindow* Output() const;
@@ -68,8 +72,10 @@ class CompileCommands : public QObject {
     class FilesToCompile;
 
     void Run(CompileCommand command);
-    void OpenWindows(CompileCommand command, const OpenFile& file);
-    void GoBackToSource();
+    void OpenWindows(bool withListing, const OpenFile& file);
+    void FinishRun(bool succeeded);
+    SourceWindow* GoBackToSource();
+    SourceWindow* OpenWindowOf(const LineXref& line) const;
 
     Workbench& workbench_;
     Programs& programs_;

@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QLabel>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -20,6 +19,7 @@
 #include "comms/virtual_board_link.h"
 #include "desktop/board_state.h"
 #include "desktop/live_check.h"
+#include "desktop/recent_files.h"
 #include "ui/dialogs/find_dialog.h"
 #include "ui/editor/source_window.h"
 #include "ui/shell/board_windows.h"
@@ -29,7 +29,9 @@
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/program_marks.h"
 #include "ui/shell/recovery_keeper.h"
+#include "ui/shell/send_commands.h"
 #include "ui/shell/source_files.h"
+#include "ui/shell/start_page.h"
 #include "ui/shell/tool_bar_layout.h"
 #include "ui/support/child_windows.h"
 #include "ui/support/dialogs.h"
@@ -37,6 +39,12 @@
 #include "ui/support/message_bar.h"
 
 namespace zentro {
+
+namespace {
+
+constexpr int kStatusTime = 10'000;  // milliseconds
+
+}  // namespace
 
 MainWindow::MainWindow(Workbench& workbench, PortLister listPorts)
     : workbench_(workbench), listPorts_(std::move(listPorts)) {
@@ -83,7 +91,7 @@ void MainWindow::MakeActions() {
     ShowWebCommands();
     Action(CommandId::CheckWhileTyping)->setCheckable(true);
     downloadKey_ = new QShortcut(Action(CommandId::DownloadCurrent)->shortcut(), this);
-    connect(downloadKey_, &QShortcut::activated, this, &MainWindow::TellWhyNoDownload);
+    connect(downloadKey_, &QShortcut::activated, this, [this] { sending_->TellWhyNoDownload(); });
 }
 
 void MainWindow::MakeMenus() {
@@ -104,6 +112,7 @@ void MainWindow::MakeToolBars() {
         QToolBar* bar = addToolBar(barRow.caption);
         bar->setObjectName(barRow.name);
         bar->setIconSize({20, 20});
+        if (barRow.hasWords) bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
         for (const CommandRow& row : Commands()) {
             if (row.toolBar != barRow.id) continue;
             bar->addAction(Action(row.id));
@@ -123,9 +132,7 @@ void MainWindow::MakeCentre() {
     tabs_->setExpanding(false);
     tabs_->setDocumentMode(true);
     notices_ = new NoticeBar(centre);
-    area_ = new Desk(centre);
-    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area_ = new Desk(workbench_.settings, MakeStartPage(), centre);
     auto* layout = new QVBoxLayout(centre);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -136,6 +143,22 @@ void MainWindow::MakeCentre() {
     connect(area_, &QMdiArea::subWindowActivated, this, [this] {
         if (files_ != nullptr) files_->NoteFront(Front());
     });
+}
+
+QWidget* MainWindow::MakeStartPage() {
+    const QString examples =
+        QString::fromStdString((workbench_.programFolder / "examples").string());
+    const auto trigger = [this](CommandId id) { return [this, id] { Action(id)->trigger(); }; };
+    return new StartPage(
+        {trigger(CommandId::NewSource), trigger(CommandId::OpenSource),
+         [this] { ShowFirstLesson(); }, trigger(CommandId::OpenVirtualBoard),
+         [this](const QString& path) { OpenPath(path); },
+         [this](const QStringList& paths) {
+             for (const QString& path : paths)
+                 OpenPath(path);
+         }},
+        examples, [this] { return RecentFiles(workbench_.settings).Paths(); },
+        [this] { return SessionFiles(workbench_.settings).Paths(); });
 }
 
 void MainWindow::MakeStatusBar() {
@@ -159,7 +182,7 @@ void MainWindow::MakeStatusBar() {
 }
 
 void MainWindow::MakeParts() {
-    const auto addChild = [this](QWidget* window) { AddChild(window); };
+    const auto addChild = [this](QWidget* window) { area_->Add(window); };
     const auto bringToFront = [this](QWidget* window) { BringToFront(window); };
     const auto showMessage = [this](const std::string& message) {
         workbench_.dialogs.ShowMessage(this, QString::fromStdString(message));
@@ -169,21 +192,28 @@ void MainWindow::MakeParts() {
     files_ = new SourceFiles(workbench_, *programs_, *tabs_, {addChild, bringToFront}, this);
     compiler_ =
         new CompileCommands(workbench_, *programs_, *files_, {addChild, bringToFront, this}, this);
-    boards_ = new BoardWindows(workbench_, *programs_, *board_,
-                               {addChild, bringToFront, [this] { return compiler_->ObjectFile(); },
-                                [this] { return compiler_->ObjectCode() != nullptr; }},
-                               this);
+    boards_ = new BoardWindows(
+        workbench_, *programs_, *board_,
+        {addChild, bringToFront, [this](QWidget* window) { area_->Uncover(*window); },
+         [this] { return compiler_->ObjectFile(); },
+         [this] { return compiler_->ObjectCode() != nullptr; }},
+        this);
     recovery_ = new RecoveryKeeper(workbench_, *programs_, *files_, this);
     checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
     new ProgramMarks(*programs_, *board_, *files_, *compiler_, this);
     search_ = std::make_unique<SourceSearch>(*files_);
     connect(programs_, &Programs::Changed, this, &MainWindow::ShowFront);
-    connect(notices_, &NoticeBar::FocusLeft, this, [this] {
-        if (QWidget* source = files_->Front()) BringToFront(source);
-    });
+    connect(programs_, &Programs::Changed, this, &MainWindow::RememberFiles);
+    connect(notices_, &NoticeBar::FocusLeft, this, &MainWindow::BackToSource);
     connect(files_, &SourceFiles::StatsChanged, this, &MainWindow::ShowCaret);
     connect(files_, &SourceFiles::FileDropped, this, &MainWindow::OpenPath);
     Action(CommandId::CheckWhileTyping)->setChecked(checks_->IsOn());
+    sending_ = new SendCommands(
+        *programs_, *board_, *compiler_, *boards_, *notices_,
+        {[this] { boards_->OpenVirtualBoard(); },
+         [this](const QString& text) { statusBar()->showMessage(text, kStatusTime); },
+         [this] { BackToSource(); }},
+        this);
     ConnectCompiler();
     ConnectBoard();
     states_ = std::make_unique<CommandStates>(
@@ -196,55 +226,9 @@ void MainWindow::MakeParts() {
 void MainWindow::ConnectCompiler() {
     connect(compiler_, &CompileCommands::Finished, this, [this](FileId file, bool succeeded) {
         statusBar()->showMessage(succeeded ? tr("No errors were found.") : tr("There are errors."),
-                                 10'000);
-        OfferFrontFile(file);
-        if (succeeded) OfferToSend(file);
+                                 kStatusTime);
+        sending_->FollowCompile(file, succeeded);
     });
-}
-
-/// The board goes on with what it holds until it is sent something else.
-void MainWindow::OfferToSend(FileId compiled) {
-    const OpenFile* file = programs_->File(compiled);
-    const auto program = file == nullptr ? nullptr : programs_->CompiledFrom(file->key);
-    const auto isNews = [this, program] {
-        const auto onBoard = board_->Program().compiled;
-        const bool isSame = onBoard != nullptr && onBoard->objectText == program->objectText;
-        return board_->Connection() == ConnectionState::Connected && !isSame &&
-               programs_->LastCompiled() == program;
-    };
-    const HeldProgram& held = board_->Program();
-    if (program == nullptr || held.name.isEmpty() || !isNews()) return;
-    const QString text =
-        held.extent == HeldProgram::Extent::Half
-            ? tr("The board holds only a part of %1. %2 has been compiled and can be sent.")
-            : tr("The board holds %1 as it was sent before. %2, as it was compiled now, is not on "
-                 "it yet.");
-    notices_->Offer({"another program", text.arg(held.name, program->name), tr("&Send (F7)"),
-                     [this] { Download(); }, isNews});
-}
-
-/// The file to compile need not be the one that is looked at.
-void MainWindow::OfferFrontFile(FileId compiled) {
-    const OpenFile* front = programs_->Front();
-    const OpenFile* file = programs_->File(compiled);
-    if (front == nullptr || file == nullptr || programs_->RootOf(*front) == file->key)
-        return notices_->Withdraw("main file");
-    const FileId id = front->id;
-    notices_->Offer({"main file",
-                     tr("%1 was compiled, the file with the key. %2, which is in front, does not "
-                        "belong to it.")
-                         .arg(file->name, front->name),
-                     tr("&Compile %1").arg(front->name),
-                     [this, id] {
-                         if (programs_->File(id) == nullptr) return;
-                         programs_->SetMain(id);
-                         compiler_->CompileSource();
-                     },
-                     [this, compiled, id] {
-                         const OpenFile* main = programs_->Main();
-                         return main != nullptr && main->id == compiled &&
-                                programs_->File(id) != nullptr;
-                     }});
 }
 
 void MainWindow::ConnectBoard() {
@@ -265,80 +249,15 @@ void MainWindow::ShowBoard() {
     Action(CommandId::DownloadSaved)->setEnabled(isConnected);
     downloadKey_->setEnabled(!isConnected);
     Action(CommandId::CancelDownload)->setEnabled(board_->IsSending());
+    Action(CommandId::Stop)->setEnabled(sending_->CanStop());
     progress_->setVisible(board_->IsSending());
     const QString port = board_->PortName();
-    connectionPanel_->setText(connection == ConnectionState::None ? tr("Not connected")
+    const QString withoutSession =
+        board_->Kind() == BoardKind::Virtual ? tr("Virtual board") : tr("Not connected");
+    connectionPanel_->setText(connection == ConnectionState::None ? withoutSession
                               : isConnected                       ? tr("Connected to %1").arg(port)
                                             : tr("Connection to %1 lost").arg(port));
     notices_->Refresh();
-}
-
-/// F7 without a board: nothing happens without a word.
-void MainWindow::TellWhyNoDownload() {
-    notices_->Offer({"no board",
-                     tr("No board is connected that the program could be sent to. F6 opens the "
-                        "connection to a board."),
-                     tr("Open &Virtual Board"),
-                     [this] { Action(CommandId::OpenVirtualBoard)->trigger(); },
-                     [this] { return board_->Connection() != ConnectionState::Connected; }});
-}
-
-/// Without object code there is nothing to send.
-void MainWindow::OfferToCompile(const OpenFile& file) {
-    const FileId id = file.id;
-    notices_->Offer({"old object code",
-                     tr("Nothing was sent: %1 has not been compiled without errors. Mend what is "
-                        "marked, and compile it.")
-                         .arg(file.name),
-                     tr("&Compile %1").arg(file.name),
-                     [this, id] {
-                         if (programs_->File(id) == nullptr) return;
-                         programs_->SetMain(id);
-                         compiler_->CompileSource();
-                     },
-                     [this, id] {
-                         return programs_->File(id) != nullptr &&
-                                compiler_->ObjectCode() == nullptr;
-                     }});
-}
-
-/// Sends the program as it was compiled, and says when it has been changed since.
-void MainWindow::Download() {
-    const auto compiled =
-        programs_->Main() == nullptr ? nullptr : programs_->CompiledFrom(programs_->Main()->key);
-    const OpenFile* toSend = programs_->Main();
-    if (toSend != nullptr && compiler_->ObjectCode() == nullptr) OfferToCompile(*toSend);
-    if (!boards_->DownloadCurrent()) return;
-    if (compiled != nullptr && programs_->IsUpToDate(*compiled))
-        return notices_->Withdraw("old object code");
-    const QString name = programs_->Main()->name;
-    const FileId main = programs_->Main()->id;
-    notices_->Offer({"old object code",
-                     compiled == nullptr
-                         ? tr("The board got what was compiled of %1 at an earlier time.").arg(name)
-                         : tr("The board got %1 as it was compiled last. The text has been changed "
-                              "since.")
-                               .arg(name),
-                     tr("&Compile and Send"),
-                     [this, main] {
-                         if (programs_->File(main) == nullptr) return;
-                         programs_->SetMain(main);
-                         compiler_->CompileSource();
-                         const auto now = programs_->CompiledFrom(programs_->Main()->key);
-                         if (now != nullptr && programs_->IsUpToDate(*now)) Download();
-                     },
-                     [this, main] { return programs_->File(main) != nullptr; }});
-}
-
-void MainWindow::AddChild(QWidget* window) {
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    QMdiSubWindow* frame = area_->addSubWindow(window);
-    frame->setWindowIcon(window->windowIcon());
-    // The frame's own shortcuts would stand in the way of those of the menus.
-    for (QAction* action : frame->systemMenu()->actions()) {
-        action->setShortcut({});
-    }
-    frame->show();
 }
 
 void MainWindow::BringToFront(QWidget* window) {
@@ -347,6 +266,10 @@ void MainWindow::BringToFront(QWidget* window) {
     if (frame->isMinimized()) frame->showNormal();
     area_->setActiveSubWindow(frame);
     FocusInto(*window);
+}
+
+void MainWindow::BackToSource() {
+    if (QWidget* source = files_->Front()) BringToFront(source);
 }
 
 QWidget* MainWindow::Front() const {
@@ -363,6 +286,14 @@ void MainWindow::ShowFront() {
                                                             : tr("Saved"));
     ShowCaret();
     notices_->Refresh();
+}
+
+/// A file that comes to the front is the one that was used last.
+void MainWindow::RememberFiles() {
+    const OpenFile* front = programs_->Front();
+    if (front == nullptr || front->NeverSaved() || front->Path() == newestFile_) return;
+    newestFile_ = front->Path();
+    RecentFiles(workbench_.settings).AddFirst(newestFile_);
 }
 
 /// Where the caret of the file in front is; what is wrong with its line can be read without a
@@ -421,7 +352,7 @@ void MainWindow::OfferVirtualBoard() {
                                                          kVirtualBoardPort);
                          Action(CommandId::OpenVirtualBoard)->trigger();
                      },
-                     [this] { return board_->Connection() == ConnectionState::None; }});
+                     [this] { return board_->Kind() == BoardKind::None; }});
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
@@ -431,6 +362,12 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     workbench_.settings.SaveSetting(
         SettingNumber::ObjectFolder,
         AsText(workbench_.settings.GetSetting(SettingNumber::ObjectFolder)));
+    area_->SavePlaces();
+    QStringList open;
+    for (const OpenFile& file : programs_->Files()) {
+        if (!file.NeverSaved()) open += file.Path();
+    }
+    SessionFiles(workbench_.settings).SetPaths(open);
     boards_->CloseAll();
     recovery_->EndSession();
     files_->CloseAll();

@@ -14,7 +14,6 @@
 #include "ui/support/workbench.h"
 
 class QLabel;
-class QMdiArea;
 class QProgressBar;
 class QShortcut;
 class QTabBar;
@@ -26,12 +25,14 @@ class BoardWindows;
 class Calculator;
 class CommandStates;
 class CompileCommands;
+class Desk;
 class FindDialog;
 class HelpBrowser;
 class LiveCheck;
 class NoticeBar;
 class ProgramMarks;
 class RecoveryKeeper;
+class SendCommands;
 class SourceFiles;
 class SourceWindow;
 
@@ -87,6 +88,9 @@ class MainWindow : public QMainWindow {
     void OpenSource();
     void OpenPath(const QString& path);
     void OpenExample();
+    QWidget* MakeStartPage();
+    void RememberFiles();
+    void ShowFirstLesson();
     void Print();
     void EditFocused(const char* slot, void (SourceWindow::*run)());
     void Copy();
@@ -94,6 +98,7 @@ class MainWindow : public QMainWindow {
     void TellSearchResult(SearchResult result);
     void GotoLine();
     void ShowOptions();
+    QString HelpFile();
     HelpTopic TopicInFront() const;
     void ShowHelp(const QString& address, const HelpTopic& topic);
     void ShowWebCommands();
@@ -103,14 +108,9 @@ class MainWindow : public QMainWindow {
     void ShowFront();
     void ShowCaret();
     void ShowBoard();
-    void OfferFrontFile(FileId compiled);
-    void OfferToSend(FileId compiled);
-    void OfferToCompile(const OpenFile& file);
-    void Download();
-    void TellWhyNoDownload();
     void FillWindowsMenu();
-    void AddChild(QWidget* window);
     void BringToFront(QWidget* window);
+    void BackToSource();
     QWidget* Front() const;
     QString Setting(SettingNumber number) const;
 
@@ -119,13 +119,14 @@ class MainWindow : public QMainWindow {
     std::map<CommandId, QAction*> actions_;
     std::map<CommandId, std::function<void()>> handlers_;
     QTabBar* tabs_ = nullptr;
-    QMdiArea* area_ = nullptr;
+    Desk* area_ = nullptr;
     NoticeBar* notices_ = nullptr;
     QMenu* windowsMenu_ = nullptr;
     QLabel* linePanel_ = nullptr;
     QLabel* changedPanel_ = nullptr;
     QLabel* connectionPanel_ = nullptr;
     QProgressBar* progress_ = nullptr;
+    QString newestFile_;    ///< of the recent files
     QString caretMessage_;  ///< what the status bar says of the caret's line
 
     Programs* programs_ = nullptr;
@@ -133,6 +134,7 @@ class MainWindow : public QMainWindow {
     SourceFiles* files_ = nullptr;
     CompileCommands* compiler_ = nullptr;
     BoardWindows* boards_ = nullptr;
+    SendCommands* sending_ = nullptr;
     RecoveryKeeper* recovery_ = nullptr;
     LiveCheck* checks_ = nullptr;
     QShortcut* downloadKey_ = nullptr;  ///< of the download command while that is disabled

@@ -22,10 +22,12 @@
 #include "ui/shell/arrange_windows.h"
 #include "ui/shell/board_windows.h"
 #include "ui/shell/compile_commands.h"
+#include "ui/shell/desk.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/print_source.h"
 #include "ui/shell/recovery_keeper.h"
+#include "ui/shell/send_commands.h"
 #include "ui/shell/source_files.h"
 #include "ui/support/dialogs.h"
 #include "ui/terminal/terminal_window.h"
@@ -72,7 +74,7 @@ void MainWindow::BindViewCommands() {
     handlers_[CommandId::Calculator] = [this] {
         if (calculator_ == nullptr) {
             calculator_ = new Calculator;
-            AddChild(calculator_);
+            area_->Add(calculator_);
         }
         BringToFront(calculator_);
     };
@@ -109,9 +111,11 @@ void MainWindow::BindCompileCommands() {
 }
 
 void MainWindow::BindKinetronCommands() {
+    handlers_[CommandId::Run] = [this] { sending_->Run(); };
+    handlers_[CommandId::Stop] = [this] { sending_->Stop(); };
     handlers_[CommandId::OpenComms] = [this] { boards_->OpenComms(); };
     handlers_[CommandId::OpenVirtualBoard] = [this] { boards_->OpenVirtualBoard(); };
-    handlers_[CommandId::DownloadCurrent] = [this] { Download(); };
+    handlers_[CommandId::DownloadCurrent] = [this] { sending_->Download(); };
     handlers_[CommandId::DownloadSaved] = [this] { boards_->DownloadSaved(); };
     handlers_[CommandId::CancelDownload] = [this] { board_->CancelSending(); };
 }
@@ -120,19 +124,13 @@ void MainWindow::BindWindowsCommands() {
     handlers_[CommandId::TileHorizontal] = [this] { TileWindows(*area_, Tiling::Horizontal); };
     handlers_[CommandId::TileVertical] = [this] { TileWindows(*area_, Tiling::Vertical); };
     handlers_[CommandId::Cascade] = [this] { area_->cascadeSubWindows(); };
+    handlers_[CommandId::ArrangeAsWorkspace] = [this] { area_->ArrangeAsWorkspace(); };
     handlers_[CommandId::ArrangeIcons] = [this] { ArrangeMinimised(*area_); };
     handlers_[CommandId::NextWindow] = [this] { area_->activateNextSubWindow(); };
 }
 
 void MainWindow::BindHelpCommands() {
-    handlers_[CommandId::Help] = [this] {
-        if (Setting(SettingNumber::HelpFile).isEmpty()) {
-            workbench_.settings.SaveSetting(
-                SettingNumber::HelpFile,
-                (workbench_.programFolder / "ZentroCodeHelp.htm").string());
-        }
-        ShowHelp(Setting(SettingNumber::HelpFile), TopicInFront());
-    };
+    handlers_[CommandId::Help] = [this] { ShowHelp(HelpFile(), TopicInFront()); };
     handlers_[CommandId::Examples] = [this] { OpenExample(); };
     handlers_[CommandId::Cogwright] = [this] {
         ShowHelp(Setting(SettingNumber::MakerWebSite), {});
@@ -277,6 +275,21 @@ void MainWindow::ShowWebCommands() {
     Action(CommandId::Cogwright)->setVisible(!Setting(SettingNumber::MakerWebSite).isEmpty());
 }
 
+QString MainWindow::HelpFile() {
+    if (Setting(SettingNumber::HelpFile).isEmpty()) {
+        workbench_.settings.SaveSetting(SettingNumber::HelpFile,
+                                        (workbench_.programFolder / "ZentroCodeHelp.htm").string());
+    }
+    return Setting(SettingNumber::HelpFile);
+}
+
+/// One reads the lesson while one types.
+void MainWindow::ShowFirstLesson() {
+    Action(CommandId::NewSource)->trigger();
+    ShowHelp(HelpFile(), {"", {"the-first-lesson"}});
+    BackToSource();
+}
+
 HelpTopic MainWindow::TopicInFront() const {
     if (const auto* source = qobject_cast<SourceWindow*>(Front())) return source->TopicAtCursor();
     const auto* output = qobject_cast<CompilerOutputWindow*>(Front());
@@ -286,7 +299,7 @@ HelpTopic MainWindow::TopicInFront() const {
 void MainWindow::ShowHelp(const QString& address, const HelpTopic& topic) {
     if (browser_ == nullptr) {
         browser_ = new HelpBrowser(workbench_.dialogs);
-        AddChild(browser_);
+        area_->Add(browser_);
     }
     BringToFront(browser_);
     browser_->ShowTopic(address, topic);

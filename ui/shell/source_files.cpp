@@ -106,7 +106,6 @@ void SourceFiles::Add(SourceWindow* window) {
             [this, window] { programs_.Remove(window->Id()); });
     window->installEventFilter(this);
     surroundings_.addChild(window);
-    window->PositionForm();
     surroundings_.bringToFront(window);
     ShowTabs();
 }

@@ -8,6 +8,7 @@
 
 #include "settings/settings_store.h"
 #include "ui/shell/commands.h"
+#include "ui/shell/desk_layout.h"
 #include "ui/support/window_place.h"
 
 namespace zentro {
@@ -15,7 +16,6 @@ namespace zentro {
 namespace {
 
 constexpr const char* kSaved = "Saved";
-constexpr QSize kFirstSize{1200, 800};
 
 std::string RowKey(const ToolBarRow& row) {
     return std::string(row.name) + ".NewRow";
@@ -78,8 +78,7 @@ void RestoreMainWindowPlace(QMainWindow& window, const SettingsStore& settings) 
     const QRect screen = window.screen()->availableGeometry();
     QRect place(values[0], values[1], values[2], values[3]);
     if (place.isEmpty()) {
-        place = QRect(QPoint(0, 0), kFirstSize);
-        place.moveCenter(screen.center());
+        place = FirstMainWindowPlace(screen);
     }
     window.setGeometry(KeepWithin(place, screen));
     if (AsBoolean(settings.GetSetting(SettingNumber::ToolBarLayout, kMaximised)))

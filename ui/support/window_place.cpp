@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QWidget>
 #include <algorithm>
+#include <array>
 
 namespace zentro {
 
@@ -12,9 +13,27 @@ namespace {
 constexpr int kLeastWidth = 160;
 constexpr int kLeastHeight = 100;
 
-int Pixels(const SettingsStore& settings, SettingNumber number) {
-    return AsInteger(settings.GetSetting(number)) / kTwipsPerPixel;
+int Twips(const SettingsStore& settings, const PlaceSetting& setting) {
+    return AsInteger(settings.GetSetting(setting.number, setting.subKey));
 }
+
+int Pixels(const SettingsStore& settings, const PlaceSetting& setting) {
+    return Twips(settings, setting) / kTwipsPerPixel;
+}
+
+void Save(SettingsStore& settings, const PlaceSetting& setting, int twips) {
+    settings.SaveSetting(setting.number, twips, setting.subKey);
+}
+
+/// In twips.
+int FactoryValue(const PlaceSetting& setting) {
+    if (*setting.subKey != '\0') return 0;
+    return static_cast<int>(
+        std::ranges::find(Settings(), setting.number, &Setting::number)->defaultNumber);
+}
+
+constexpr std::array kParts{&PlaceSettings::left, &PlaceSettings::top, &PlaceSettings::width,
+                            &PlaceSettings::height};
 
 /// What moves when the window is moved: inside a frame of many windows, its own frame.
 template <typename Widget>
@@ -40,10 +59,21 @@ QRect LoadPlace(const SettingsStore& settings, const PlaceSettings& place) {
 }
 
 void SavePlace(SettingsStore& settings, const PlaceSettings& place, const QRect& pixels) {
-    settings.SaveSetting(place.left, pixels.left() * kTwipsPerPixel);
-    settings.SaveSetting(place.top, pixels.top() * kTwipsPerPixel);
-    settings.SaveSetting(place.width, pixels.width() * kTwipsPerPixel);
-    settings.SaveSetting(place.height, pixels.height() * kTwipsPerPixel);
+    Save(settings, place.left, pixels.left() * kTwipsPerPixel);
+    Save(settings, place.top, pixels.top() * kTwipsPerPixel);
+    Save(settings, place.width, pixels.width() * kTwipsPerPixel);
+    Save(settings, place.height, pixels.height() * kTwipsPerPixel);
+}
+
+bool IsFactoryPlace(const SettingsStore& settings, const PlaceSettings& place) {
+    return std::ranges::all_of(kParts, [&](auto part) {
+        return Twips(settings, place.*part) == FactoryValue(place.*part);
+    });
+}
+
+void ForgetPlace(SettingsStore& settings, const PlaceSettings& place) {
+    for (const auto part : kParts)
+        Save(settings, place.*part, FactoryValue(place.*part));
 }
 
 QRect KeepWithin(const QRect& place, const QRect& area) {

@@ -26,6 +26,9 @@ class ControlPanel : public QWidget {
     /// The size with so many columns.
     QSize SizeWith(int columns) const;
 
+    /// Ends a download, stops the program and puts every output to rest.
+    void Stop();
+
     /// Shows the state of the controls, the log and the download.
     void Reflect();
 
@@ -39,7 +42,6 @@ class ControlPanel : public QWidget {
     void MakeDrives();
     void ConnectMotor(int number);
     void ConnectServo(int number);
-    void Stop();
     int Rows(int columns) const;
     /// Shows what became of the controls after one of them was used.
     template <typename Action>

@@ -41,15 +41,6 @@ struct PanelPlace {
 constexpr std::array kPanelPlaces{PanelPlace{true, 2}, PanelPlace{true, 4}, PanelPlace{false, 4},
                                   PanelPlace{false, 8}};
 
-bool IsFactoryPlace(const SettingsStore& settings, const PlaceSettings& place) {
-    const auto isFactory = [&](SettingNumber number) {
-        const Setting& setting = *std::ranges::find(Settings(), number, &Setting::number);
-        return AsInteger(settings.GetSetting(number)) == static_cast<int>(setting.defaultNumber);
-    };
-    return isFactory(place.left) && isFactory(place.top) && isFactory(place.width) &&
-           isFactory(place.height);
-}
-
 /// The longest line that the board sends while a program is looked at.
 constexpr int kPromptColumns = static_cast<int>(kDebugPrompt.size()) + 1;
 
@@ -175,6 +166,10 @@ void TerminalWindow::DownloadSource(const QString& path) {
     ShowDownload(session_.IsDownloading());
 }
 
+void TerminalWindow::Stop() {
+    panel_->Stop();
+}
+
 void TerminalWindow::ShowDownload(bool running) {
     // What the controls may do changes also when a download was too short for the bar.
     if (running == downloadBar_->isVisibleTo(this)) return panel_->Reflect();
@@ -249,28 +244,9 @@ void TerminalWindow::SetFormColours(std::int32_t foreground, std::int32_t backgr
     txtTerminal_->SetColours(ToColour(foreground, palette()), ToColour(background, palette()));
 }
 
-void TerminalWindow::PositionForm() {
-    RestorePlace(*this, workbench_.settings, kTerminalWindowPlace);
-    if (IsFactoryPlace(workbench_.settings, kTerminalWindowPlace)) MakeRoomForPrompt();
-    formPositioned_ = true;
-}
-
-void TerminalWindow::MakeRoomForPrompt() {
-    const QMargins margins = body_->contentsMargins();
-    const int needed = txtTerminal_->SizeFor(kPromptColumns, kScreenLines).width() +
-                       margins.left() + margins.right();
-    auto* const child = qobject_cast<QMdiSubWindow*>(parentWidget());
-    QWidget& frame = child == nullptr ? static_cast<QWidget&>(*this) : *child;
-    const QRect place = frame.geometry().adjusted(0, 0, std::max(needed - width(), 0), 0);
-    const QRect area =
-        frame.isWindow() ? screen()->availableGeometry() : frame.parentWidget()->rect();
-    frame.setGeometry(KeepWithin(place, area));
-}
-
 void TerminalWindow::closeEvent(QCloseEvent* event) {
     event->accept();
     if (std::exchange(closed_, true)) return;
-    if (formPositioned_) RememberPlace(*this, workbench_.settings, kTerminalWindowPlace);
     if (session_.IsDownloading()) session_.CancelDownload();
     session_.CloseConnection();
     emit FormClosing();

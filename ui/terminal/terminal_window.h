@@ -33,6 +33,9 @@ class TerminalWindow : public QWidget {
     /// Sends a program file to the board.
     void DownloadSource(const QString& path);
 
+    /// What the STOP button does.
+    void Stop();
+
     /// What is selected on the screen; lines end in "\n".
     QString CopySelectedText() const;
 
@@ -40,11 +43,6 @@ class TerminalWindow : public QWidget {
     void SetFormColours();
     /// Takes colours as the settings keep them.
     void SetFormColours(std::int32_t foreground, std::int32_t background);
-
-    /// Places the window, or the child window of the frame that holds it, where the settings say;
-    /// at the factory's place it is made wide enough for the debug prompt. Only a window that was
-    /// placed keeps its place when it is closed.
-    void PositionForm();
 
     TerminalSession& Session() { return session_; }
     const ManualControls& Controls() const { return controls_; }
@@ -73,7 +71,6 @@ class TerminalWindow : public QWidget {
     void Run();
     void ToggleLog();
     void StartLog();
-    void MakeRoomForPrompt();
     double Visibility(const QSize& whole, const QSize& panel, bool beside) const;
     void ArrangePanel();
 
@@ -88,7 +85,6 @@ class TerminalWindow : public QWidget {
     ControlPanel* panel_;
     QScrollArea* panelArea_ = nullptr;
     QBoxLayout* body_ = nullptr;
-    bool formPositioned_ = false;
     bool closed_ = false;
 };
 

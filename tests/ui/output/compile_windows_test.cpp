@@ -241,25 +241,6 @@ TEST_F(CompileWindows, TellsWhatCameOfARun) {
     EXPECT_EQ(output.GetErrorCount(), 0);
 }
 
-TEST_F(CompileWindows, KeepTheirPlaces) {
-    struct Place {
-        CompilerTextWindow& window;
-        PlaceSettings settings;
-    };
-    for (const auto& [window, place] :
-         {Place{output, kOutputWindowPlace}, Place{listing, kObjectWindowPlace}}) {
-        SavePlace(*settings, place, {30, 40, 300, 200});
-        window.PositionForm();
-        EXPECT_EQ(window.geometry(), QRect(30, 40, 300, 200));
-        window.setGeometry(50, 60, 320, 240);
-        int closings = 0;
-        QObject::connect(&window, &CompilerTextWindow::FormClosing, [&] { ++closings; });
-        window.close();
-        EXPECT_EQ(closings, 1);
-        EXPECT_EQ(LoadPlace(*settings, place), QRect(50, 60, 320, 240));
-    }
-}
-
 class KeptListing : public ListingSink {
   public:
     void AddCodeLine(std::string_view text) override {

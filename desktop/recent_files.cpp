@@ -1,0 +1,52 @@
+#include "desktop/recent_files.h"
+
+#include <string>
+
+namespace zentro {
+
+namespace {
+
+constexpr int kMostRecent = 8;
+constexpr int kMostOfSession = 30;
+
+}  // namespace
+
+KeptPaths::KeptPaths(SettingsStore& settings, SettingNumber number, int most)
+    : settings_(settings), number_(number), most_(most) {}
+
+QStringList KeptPaths::Paths() const {
+    QStringList paths;
+    for (int i = 1; i <= most_; ++i) {
+        const QString path =
+            QString::fromStdString(AsText(settings_.GetSetting(number_, std::to_string(i))));
+        if (path.isEmpty()) break;
+        paths += path;
+    }
+    return paths;
+}
+
+void KeptPaths::SetPaths(const QStringList& paths) {
+    for (int i = 1; i <= most_; ++i) {
+        const std::string key = std::to_string(i);
+        const std::string path = paths.value(i - 1).toStdString();
+        if (AsText(settings_.GetSetting(number_, key)) != path)
+            settings_.SaveSetting(number_, path, key);
+    }
+}
+
+void KeptPaths::AddFirst(const QString& path) {
+    QStringList paths = Paths();
+    paths.removeAll(path);
+    paths.prepend(path);
+    SetPaths(paths);
+}
+
+KeptPaths RecentFiles(SettingsStore& settings) {
+    return {settings, SettingNumber::RecentFiles, kMostRecent};
+}
+
+KeptPaths SessionFiles(SettingsStore& settings) {
+    return {settings, SettingNumber::SessionFiles, kMostOfSession};
+}
+
+}  // namespace zentro

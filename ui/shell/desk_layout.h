@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QRect>
+#include <QSize>
+#include <cstdint>
+#include <map>
+#include <set>
+
+namespace zentro {
+
+/// What a child window is for the desk.
+enum class DeskPart : std::uint8_t {
+    Source,
+    Board,
+    Listing,
+    Output,
+    Terminal,
+    Variables,
+    Help,
+    Tool,  ///< is small and stands wherever it was put
+};
+
+/// Places for the open windows that cover the area without covering each other: the source at the
+/// left with the compiler's output below it, the board at the right with the terminal below it.
+/// While no board is open the terminal has its place, and without both the listing, which else
+/// stands below; the variables stand beside the output. The handbook has a column of its own where
+/// the area is wide enough, else it shares the place at the right. Tools have no place here.
+std::map<DeskPart, QRect> LayOutDesk(const QRect& area, const std::set<DeskPart>& open);
+
+/// The place of a main window that never had one, on a screen with so much room.
+QRect FirstMainWindowPlace(const QRect& screen);
+
+}  // namespace zentro

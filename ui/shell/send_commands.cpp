@@ -1,0 +1,165 @@
+#include "ui/shell/send_commands.h"
+
+#include <utility>
+
+#include "ui/shell/board_windows.h"
+#include "ui/shell/compile_commands.h"
+#include "ui/shell/notice_bar.h"
+
+namespace zentro {
+
+SendCommands::SendCommands(Programs& programs, BoardState& board, CompileCommands& compiler,
+                           BoardWindows& boards, NoticeBar& notices, Surroundings surroundings,
+                           QObject* parent)
+    : QObject(parent),
+      programs_(programs),
+      board_(board),
+      compiler_(compiler),
+      boards_(boards),
+      notices_(notices),
+      surroundings_(std::move(surroundings)) {}
+
+void SendCommands::Run() {
+    const OpenFile* front = programs_.Front();
+    if (front == nullptr)
+        return surroundings_.showStatus(tr("There is no program to run. Begin or open one first."));
+    if (TellOfLostLine()) return;
+    const OpenFile* root = programs_.Find(programs_.RootOf(*front));
+    const auto program = compiler_.CompileTexts(root == nullptr ? *front : *root);
+    for (const char* subject : {"another program", "old object code", "no board"})
+        notices_.Withdraw(subject);
+    if (program == nullptr) return;
+    if (!program->succeeded)
+        return surroundings_.showStatus(
+            tr("%1 does not run yet: mend what is marked, then run it again.").arg(program->name));
+    boards_.RunProgram(program);
+    surroundings_.showStatus(
+        board_.Kind() == BoardKind::Virtual
+            ? tr("%1 runs on the virtual board.").arg(program->name)
+            : tr("%1 is sent to the board and will start.").arg(program->name));
+    surroundings_.backToSource();
+}
+
+/// Whoever works with a real board is not to find the program on another one without a word.
+bool SendCommands::TellOfLostLine() {
+    if (board_.Connection() != ConnectionState::Lost) return false;
+    notices_.Offer({"no board",
+                    tr("Nothing was run: the connection to %1 is lost. Plug the board in and press "
+                       "Open Again, or use the virtual board.")
+                        .arg(board_.PortName()),
+                    tr("Run on &Virtual Board"),
+                    [this] {
+                        surroundings_.openVirtualBoard();
+                        Run();
+                    },
+                    [this] { return board_.Connection() == ConnectionState::Lost; }});
+    return true;
+}
+
+void SendCommands::Stop() {
+    boards_.Stop();
+}
+
+bool SendCommands::CanStop() const {
+    return board_.Connection() == ConnectionState::Connected || board_.Kind() == BoardKind::Virtual;
+}
+
+void SendCommands::FollowCompile(FileId file, bool succeeded) {
+    OfferFrontFile(file);
+    if (succeeded) OfferToSend(file);
+}
+
+void SendCommands::CompileAsMain(FileId file) {
+    if (programs_.File(file) == nullptr) return;
+    programs_.SetMain(file);
+    compiler_.CompileSource();
+}
+
+/// The board goes on with what it holds until it is sent something else.
+void SendCommands::OfferToSend(FileId compiled) {
+    const OpenFile* file = programs_.File(compiled);
+    const auto program = file == nullptr ? nullptr : programs_.CompiledFrom(file->key);
+    const auto isNews = [this, program] {
+        const auto onBoard = board_.Program().compiled;
+        const bool isSame = onBoard != nullptr && onBoard->objectText == program->objectText;
+        return board_.Connection() == ConnectionState::Connected && !isSame &&
+               programs_.LastCompiled() == program;
+    };
+    const HeldProgram& held = board_.Program();
+    if (program == nullptr || held.name.isEmpty() || !isNews()) return;
+    const QString text =
+        held.extent == HeldProgram::Extent::Half
+            ? tr("The board holds only a part of %1. %2 has been compiled and can be sent.")
+            : tr("The board holds %1 as it was sent before. %2, as it was compiled now, is not on "
+                 "it yet.");
+    notices_.Offer({"another program", text.arg(held.name, program->name), tr("&Send (F7)"),
+                    [this] { Download(); }, isNews});
+}
+
+/// The file to compile need not be the one that is looked at.
+void SendCommands::OfferFrontFile(FileId compiled) {
+    const OpenFile* front = programs_.Front();
+    const OpenFile* file = programs_.File(compiled);
+    if (front == nullptr || file == nullptr || programs_.RootOf(*front) == file->key)
+        return notices_.Withdraw("main file");
+    const FileId id = front->id;
+    notices_.Offer({"main file",
+                    tr("%1 was compiled, the file with the key. %2, which is in front, does not "
+                       "belong to it.")
+                        .arg(file->name, front->name),
+                    tr("&Compile %1").arg(front->name), [this, id] { CompileAsMain(id); },
+                    [this, compiled, id] {
+                        const OpenFile* main = programs_.Main();
+                        return main != nullptr && main->id == compiled &&
+                               programs_.File(id) != nullptr;
+                    }});
+}
+
+void SendCommands::TellWhyNoDownload() {
+    notices_.Offer({"no board",
+                    tr("No board is connected that the program could be sent to. F6 opens the "
+                       "connection to a board."),
+                    tr("Open &Virtual Board"), surroundings_.openVirtualBoard,
+                    [this] { return board_.Connection() != ConnectionState::Connected; }});
+}
+
+/// Without object code there is nothing to send.
+void SendCommands::OfferToCompile(const OpenFile& file) {
+    const FileId id = file.id;
+    notices_.Offer({"old object code",
+                    tr("Nothing was sent: %1 has not been compiled without errors. Mend what is "
+                       "marked, and compile it.")
+                        .arg(file.name),
+                    tr("&Compile %1").arg(file.name), [this, id] { CompileAsMain(id); },
+                    [this, id] {
+                        return programs_.File(id) != nullptr && compiler_.ObjectCode() == nullptr;
+                    }});
+}
+
+void SendCommands::Download() {
+    const OpenFile* main = programs_.Main();
+    const auto compiled = main == nullptr ? nullptr : programs_.CompiledFrom(main->key);
+    if (main != nullptr && compiler_.ObjectCode() == nullptr) OfferToCompile(*main);
+    if (!boards_.DownloadCurrent()) return;
+    if (compiled != nullptr && programs_.IsUpToDate(*compiled))
+        return notices_.Withdraw("old object code");
+    TellOfOldObjectCode(*main, compiled != nullptr);
+}
+
+void SendCommands::TellOfOldObjectCode(const OpenFile& file, bool compiledBefore) {
+    const FileId id = file.id;
+    const auto compileAndSend = [this, id] {
+        CompileAsMain(id);
+        const OpenFile* main = programs_.File(id);
+        const auto now = main == nullptr ? nullptr : programs_.CompiledFrom(main->key);
+        if (now != nullptr && programs_.IsUpToDate(*now)) Download();
+    };
+    const QString text =
+        compiledBefore
+            ? tr("The board got %1 as it was compiled last. The text has been changed since.")
+            : tr("The board got what was compiled of %1 at an earlier time.");
+    notices_.Offer({"old object code", text.arg(file.name), tr("&Compile and Send"), compileAndSend,
+                    [this, id] { return programs_.File(id) != nullptr; }});
+}
+
+}  // namespace zentro

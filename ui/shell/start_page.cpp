@@ -1,0 +1,189 @@
+#include "ui/shell/start_page.h"
+
+#include <QBoxLayout>
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QToolButton>
+#include <utility>
+
+#include "ui/support/icons.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr QSize kPictureSize{48, 48};
+constexpr QSize kIconSize{20, 20};
+constexpr int kExamplesInRow = 4;
+constexpr int kMostRecentShown = 6;
+
+/// The scale of all distances, in pixels.
+constexpr int kSmall = 4;
+constexpr int kMedium = 8;
+constexpr int kLarge = 24;
+
+QLabel* MakeHeading(const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    QFont font = label->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.1);
+    label->setFont(font);
+    return label;
+}
+
+/// "line_follower.txt" is shown as "Line follower".
+QString TitleOf(const QFileInfo& example) {
+    QString title = example.completeBaseName().replace('_', ' ');
+    if (!title.isEmpty()) title[0] = title[0].toUpper();
+    return title;
+}
+
+}  // namespace
+
+StartPage::StartPage(Actions actions, const QString& examplesFolder,
+                     std::function<QStringList()> recentFiles,
+                     std::function<QStringList()> sessionFiles)
+    : actions_(std::move(actions)),
+      recentFiles_(std::move(recentFiles)),
+      sessionFiles_(std::move(sessionFiles)) {
+    setObjectName("StartPage");
+    setAutoFillBackground(true);
+    auto* area = new QScrollArea(this);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    auto* page = new QWidget;
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(2 * kLarge);
+    columns->addStretch(1);
+    auto* left = new QVBoxLayout;
+    left->setSpacing(kLarge);
+    left->addWidget(MakeBeginnings());
+    left->addWidget(MakeRecent());
+    left->addStretch(1);
+    columns->addLayout(left);
+    columns->addWidget(MakeExamples(examplesFolder), 0, Qt::AlignTop);
+    columns->addStretch(1);
+    auto* rows = new QVBoxLayout(page);
+    rows->setContentsMargins(kLarge, kLarge, kLarge, kLarge);
+    rows->addStretch(1);
+    rows->addLayout(columns);
+    rows->addStretch(2);
+    area->setWidget(page);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(area);
+}
+
+QToolButton* StartPage::AddButton(QBoxLayout& layout, const QString& name, const QString& text,
+                                  const QString& icon, std::function<void()> action) {
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setText(text);
+    button->setAccessibleName(QString(text).remove('&'));
+    button->setIcon(ThemedIcon(icon));
+    button->setIconSize(kIconSize);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    // The page goes when the first window opens: its buttons are not to be in the middle of a
+    // click then.
+    connect(button, &QToolButton::clicked, this, std::move(action), Qt::QueuedConnection);
+    layout.addWidget(button);
+    return button;
+}
+
+QWidget* StartPage::MakeBeginnings() {
+    auto* group = new QWidget;
+    auto* rows = new QVBoxLayout(group);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(kSmall);
+    rows->addWidget(MakeHeading(tr("Begin"), group));
+    AddButton(*rows, "StartNew", tr("New program"), "file-new", actions_.newProgram);
+    AddButton(*rows, "StartLesson", tr("First lesson"), "help", actions_.firstLesson);
+    AddButton(*rows, "StartOpen", tr("Open a program …"), "file-open", actions_.open);
+    AddButton(*rows, "StartBoard", tr("Open the virtual board"), "virtual-board",
+              actions_.openBoard);
+    return group;
+}
+
+QWidget* StartPage::MakeRecent() {
+    recent_ = new QWidget;
+    auto* rows = new QVBoxLayout(recent_);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(kSmall);
+    rows->addWidget(MakeHeading(tr("Recent programs"), recent_));
+    recentRows_ = new QVBoxLayout;
+    recentRows_->setSpacing(kSmall);
+    rows->addLayout(recentRows_);
+    return recent_;
+}
+
+QWidget* StartPage::MakeExamples(const QString& folder) {
+    auto* group = new QWidget;
+    auto* rows = new QVBoxLayout(group);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(kMedium);
+    rows->addWidget(MakeHeading(tr("Examples"), group));
+    auto* grid = new QGridLayout;
+    grid->setSpacing(kMedium);
+    int count = 0;
+    for (const QFileInfo& example : QDir(folder).entryInfoList({"*.txt"}, QDir::Files)) {
+        auto* button = new QToolButton;
+        button->setObjectName("StartExample_" + example.completeBaseName());
+        button->setText(TitleOf(example));
+        button->setAccessibleName(tr("Example: %1").arg(TitleOf(example)));
+        QIcon picture = ThemedIcon("example-" + example.completeBaseName());
+        if (picture.isNull()) picture = ThemedIcon("virtual-board");
+        button->setIcon(picture);
+        button->setIconSize(kPictureSize);
+        button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::StrongFocus);
+        button->setMinimumWidth(button->fontMetrics().horizontalAdvance("Joystick drive mm"));
+        connect(
+            button, &QToolButton::clicked, this,
+            [this, path = example.absoluteFilePath()] { actions_.openFile(path); },
+            Qt::QueuedConnection);
+        grid->addWidget(button, count / kExamplesInRow, count % kExamplesInRow);
+        ++count;
+    }
+    rows->addLayout(grid);
+    group->setVisible(count > 0);
+    return group;
+}
+
+void StartPage::ShowRecent() {
+    while (QLayoutItem* item = recentRows_->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    const auto exists = [](const QString& path) { return QFileInfo::exists(path); };
+    QStringList session = sessionFiles_();
+    session.removeIf([&](const QString& path) { return !exists(path); });
+    if (session.size() > 1) {
+        AddButton(*recentRows_, "StartSession",
+                  tr("All %1 files of the last time").arg(session.size()), "file-open",
+                  [this, session] { actions_.openFiles(session); });
+    }
+    int count = 0;
+    for (const QString& path : recentFiles_()) {
+        if (!exists(path) || ++count > kMostRecentShown) continue;
+        QToolButton* button =
+            AddButton(*recentRows_, QString("StartRecent%1").arg(count), QFileInfo(path).fileName(),
+                      "file-open", [this, path] { actions_.openFile(path); });
+        button->setToolTip(QDir::toNativeSeparators(path));
+    }
+    recent_->setVisible(recentRows_->count() > 0);
+}
+
+void StartPage::showEvent(QShowEvent* event) {
+    ShowRecent();
+    QWidget::showEvent(event);
+}
+
+}  // namespace zentro
