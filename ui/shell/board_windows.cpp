@@ -121,7 +121,7 @@ void BoardWindows::RunProgram(const std::shared_ptr<const CompiledProgram>& prog
 }
 
 void BoardWindows::Stop() {
-    if (terminal_ != nullptr) return terminal_->Stop();
+    if (board_.Connection() == ConnectionState::Connected) return terminal_->Stop();
     if (board_.Kind() == BoardKind::Virtual) board_.VirtualBoard().StopEverything();
 }
 

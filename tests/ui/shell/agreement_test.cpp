@@ -163,6 +163,8 @@ std::vector<AgreementTest::Step> AgreementTest::Steps() {
         {"terminal", trigger(CommandId::OpenComms)},
         {"download", trigger(CommandId::DownloadCurrent)},
         {"virtual board", trigger(CommandId::OpenVirtualBoard)},
+        {"run what is in front", trigger(CommandId::Run)},
+        {"stop everything", trigger(CommandId::Stop)},
         {"variables", trigger(CommandId::Variables)},
         {"pause", click("BtnBoardPause")},
         {"run", click("BtnBoardRun")},
@@ -373,8 +375,11 @@ void AgreementTest::ExpectBoardAgrees() {
     const QString panel = Child<QLabel>("panelConnection")->text();
     EXPECT_EQ(panel.startsWith("Connected to "), isConnected) << panel.toStdString();
     if (session == nullptr) {
-        EXPECT_EQ(panel, "Not connected");
+        const bool isOnScreen = Child("frmVirtualBoard") != nullptr;
+        EXPECT_EQ(panel, isOnScreen ? "Virtual board" : "Not connected");
     }
+    EXPECT_EQ(window->Action(CommandId::Stop)->isEnabled(),
+              isConnected || window->Board().Kind() == BoardKind::Virtual);
     if (const auto* run = Child<QAbstractButton>("BtnRun")) {
         EXPECT_EQ(run->isEnabled(), !session->IsDownloading());
     }

@@ -151,6 +151,7 @@ TEST_F(DeskTest, MaximisedAndMinimisedWindowsComeBackToTheirPlaces) {
     window->resize(1400, 900);
     Write("a.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
     Press(CommandId::Run);
+    QCoreApplication::processEvents();
     const QRect given = Frame("frmSource").geometry();
     Frame("frmSource").showMaximized();
     Frame("frmSource").showNormal();
