@@ -9,6 +9,10 @@ namespace {
 constexpr int kMostRecent = 8;
 constexpr int kMostOfSession = 30;
 
+std::string SubKey(int number) {
+    return "File" + std::to_string(number);
+}
+
 }  // namespace
 
 KeptPaths::KeptPaths(SettingsStore& settings, SettingNumber number, int most)
@@ -18,7 +22,7 @@ QStringList KeptPaths::Paths() const {
     QStringList paths;
     for (int i = 1; i <= most_; ++i) {
         const QString path =
-            QString::fromStdString(AsText(settings_.GetSetting(number_, std::to_string(i))));
+            QString::fromStdString(AsText(settings_.GetSetting(number_, SubKey(i))));
         if (path.isEmpty()) break;
         paths += path;
     }
@@ -27,7 +31,7 @@ QStringList KeptPaths::Paths() const {
 
 void KeptPaths::SetPaths(const QStringList& paths) {
     for (int i = 1; i <= most_; ++i) {
-        const std::string key = std::to_string(i);
+        const std::string key = SubKey(i);
         const std::string path = paths.value(i - 1).toStdString();
         if (AsText(settings_.GetSetting(number_, key)) != path)
             settings_.SaveSetting(number_, path, key);

@@ -6,7 +6,7 @@
 
 namespace zentro {
 
-/// Paths that a setting keeps in order under the sub-keys "1", "2" and so on.
+/// Paths that a setting keeps in order under the sub-keys "File1", "File2" and so on.
 class KeptPaths {
   public:
     /// The settings outlive the object. At most `most` paths are kept.

@@ -93,4 +93,25 @@ Config DefaultConfig(const std::filesystem::path& programFolder) {
     return config;
 }
 
+namespace {
+
+/// A text that stands for no number, where one is needed.
+bool IsBroken(const SettingValue& value, const SettingValue& byDefault) {
+    if (IsEmpty(value)) return true;
+    const auto* text = std::get_if<std::string>(&value);
+    const bool isNumber = !std::holds_alternative<std::string>(byDefault);
+    return isNumber && text != nullptr && IsEmpty(NumberFromText(*text));
+}
+
+}  // namespace
+
+std::vector<ConfigValue> DefaultsOfBroken(const Config& config, const Config& defaults) {
+    std::vector<ConfigValue> healing;
+    for (const ConfigValue& record : defaults) {
+        const ConfigValue* present = config.Search(record.configType, record.subClass);
+        if (present == nullptr || IsBroken(present->value, record.value)) healing.push_back(record);
+    }
+    return healing;
+}
+
 }  // namespace zentro

@@ -50,6 +50,9 @@ class Config {
     std::unordered_map<std::string, std::size_t> index_;  ///< key in lower case to position
 };
 
+/// The defaults of the plain settings that are missing, Empty or of a kind that cannot be read.
+std::vector<ConfigValue> DefaultsOfBroken(const Config& config, const Config& defaults);
+
 /// What the program starts with when there is no settings file.
 Config DefaultConfig(const std::filesystem::path& programFolder);
 

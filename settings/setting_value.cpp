@@ -35,6 +35,10 @@ SettingValue NumberFromText(std::string_view text) {
     return {};
 }
 
+bool IsEmpty(const SettingValue& value) {
+    return std::holds_alternative<std::monostate>(value);
+}
+
 std::string AsText(const SettingValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return *text;
     if (const auto* real = std::get_if<double>(&value)) return DecimalText(*real);

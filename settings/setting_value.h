@@ -14,6 +14,7 @@ using SettingValue =
 /// The value read as what the caller needs; Empty reads as "", 0 and false, a text as the number
 /// that it spells, or 0, and a number as its decimal text. That of a floating-point number has a
 /// point and every digit that reading it back needs.
+bool IsEmpty(const SettingValue& value);
 std::string AsText(const SettingValue& value);
 double AsNumber(const SettingValue& value);
 std::int32_t AsInteger(const SettingValue& value);  ///< rounded, kept within 32 bits

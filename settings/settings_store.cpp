@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <fcntl.h>
 #include <fstream>
 #include <random>
+#include <sys/file.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 #include <variant>
 
@@ -57,8 +60,6 @@ std::error_code ReadFile(const fs::path& file, std::string& bytes) {
 /// `keepOld` is set.
 std::string ReplaceFile(const fs::path& file, std::string_view bytes, bool keepOld) {
     std::error_code error;
-    fs::create_directories(file.parent_path(), error);
-    if (error) return error.message();
     const fs::path kept = KeptName(file);
     if (keepOld) fs::rename(file, kept, error);
     if (error && error != std::errc::no_such_file_or_directory) return error.message();
@@ -68,6 +69,43 @@ std::string ReplaceFile(const fs::path& file, std::string_view bytes, bool keepO
     if (!problem.empty() && isKept) fs::rename(kept, file, error);
     return problem;
 }
+
+/// What the settings file holds.
+struct StoredFile {
+    Config config;
+    std::string problem;  ///< why it could not be read whole; empty: it was
+    bool isMissing = false;
+};
+
+StoredFile ReadStored(const fs::path& file) {
+    std::string bytes;
+    const std::error_code error = ReadFile(file, bytes);
+    if (error == std::errc::no_such_file_or_directory) return {{}, {}, true};
+    if (error) return {{}, error.message(), false};
+    if (bytes.empty()) return {{}, PathText(file) + " is empty", false};
+    ParsedConfig parsed = ParseConfig(bytes);
+    if (parsed.error.empty()) return {std::move(parsed.config), {}, false};
+    return {std::move(parsed.config),
+            PathText(file) + ", line " + std::to_string(parsed.line) + ": " + parsed.error, false};
+}
+
+/// Other runs of the program wait with their saves as long as it lives. Where a folder cannot be
+/// locked nobody waits.
+class FolderLock {
+  public:
+    explicit FolderLock(const fs::path& folder)
+        : descriptor_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        if (descriptor_ >= 0) static_cast<void>(flock(descriptor_, LOCK_EX));
+    }
+    ~FolderLock() {
+        if (descriptor_ >= 0) close(descriptor_);
+    }
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+
+  private:
+    int descriptor_;
+};
 
 }  // namespace
 
@@ -98,23 +136,23 @@ SettingsStore::~SettingsStore() {
 }
 
 void SettingsStore::LoadConfig(const fs::path& programFolder) {
-    std::string bytes;
-    const std::error_code error = ReadFile(file_, bytes);
-    if (error == std::errc::no_such_file_or_directory) {
+    StoredFile stored = ReadStored(file_);
+    if (stored.isMissing) {
         config_ = DefaultConfig(programFolder);
+        changed_ = true;
         loadError_ = SaveSettings();
         return;
     }
-    std::string reason = error.message();
-    if (!error) {
-        ParsedConfig parsed = ParseConfig(bytes);
-        config_ = std::move(parsed.config);
-        if (parsed.error.empty()) return;
-        reason = PathText(file_) + ", line " + std::to_string(parsed.line) + ": " + parsed.error;
-    }
-    keepOldFile_ = true;
-    loadError_ = std::string(kLoadFailed) + reason + ". The next save keeps the file as " +
+    config_ = std::move(stored.config);
+    if (stored.problem.empty()) return;
+    loadError_ = std::string(kLoadFailed) + stored.problem + ". The next save keeps the file as " +
                  PathText(KeptName(file_).filename()) + '.';
+}
+
+std::string SettingsStore::Heal(const fs::path& programFolder) {
+    for (const ConfigValue& record : DefaultsOfBroken(config_, DefaultConfig(programFolder)))
+        SaveSetting(record.configType, record.value, record.subClass);
+    return changed_ || !loadError_.empty() ? SaveSettings() : std::string();
 }
 
 SettingValue SettingsStore::GetSetting(SettingNumber number, std::string_view subClass) const {
@@ -125,14 +163,36 @@ SettingValue SettingsStore::GetSetting(SettingNumber number, std::string_view su
 
 void SettingsStore::SaveSetting(SettingNumber number, SettingValue value,
                                 std::string_view subClass) {
-    if (config_.AddOrUpdate(number, std::move(value), subClass)) changed_ = true;
+    if (!config_.AddOrUpdate(number, value, subClass)) return;
+    changes_.AddOrUpdate(number, std::move(value), subClass);
+    changed_ = true;
+}
+
+/// What the file holds with this run's changes, and what it lacks of this run's settings.
+Config SettingsStore::MergedWith(const Config& onDisk) const {
+    Config merged = onDisk;
+    for (const ConfigValue& record : config_) {
+        if (merged.Search(record.configType, record.subClass) == nullptr)
+            merged.AddOrUpdate(record.configType, record.value, record.subClass);
+    }
+    for (const ConfigValue& change : changes_)
+        merged.AddOrUpdate(change.configType, change.value, change.subClass);
+    return merged;
 }
 
 std::string SettingsStore::SaveSettings() {
-    const std::string problem = ReplaceFile(file_, WriteConfig(config_), keepOldFile_);
+    std::error_code error;
+    fs::create_directories(file_.parent_path(), error);
+    const FolderLock lock(file_.parent_path());
+    const StoredFile stored = ReadStored(file_);
+    const bool isWhole = !stored.isMissing && stored.problem.empty();
+    const Config toSave = isWhole ? MergedWith(stored.config) : config_;
+    const bool keepsOld = !stored.isMissing && !isWhole;
+    const std::string problem =
+        error ? error.message() : ReplaceFile(file_, WriteConfig(toSave), keepsOld);
     changed_ = !problem.empty();
     if (changed_) return std::string(kSaveFailed) + problem;
-    keepOldFile_ = false;
+    changes_ = {};
     return {};
 }
 

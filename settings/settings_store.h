@@ -17,8 +17,9 @@ std::filesystem::path ChooseSettingsFolder(const std::filesystem::path& programF
                                            const std::filesystem::path& userFolder);
 
 /// The settings with the file that keeps them. No failure costs a file: a save replaces it whole or
-/// not at all, and a file that could not be read whole is kept under another name by the first
-/// save.
+/// not at all, and a file that cannot be read whole is kept under another name by the next save.
+/// Several runs of the program may share the file: a save writes what this run has changed into
+/// what the file holds then.
 class SettingsStore {
   public:
     using FailureSink = std::function<void(const std::string& message)>;
@@ -46,17 +47,24 @@ class SettingsStore {
     /// Writes the file. Returns what went wrong, as a message for the user, or an empty text.
     [[nodiscard]] std::string SaveSettings();
 
+    /// From now on settings that the file lacks, or that nobody can read, have their defaults, with
+    /// paths in the program's folder; the file is written whole again if anything was wrong with
+    /// it. Comes after the user was told of LoadError. Returns what went wrong with writing, or an
+    /// empty text.
+    [[nodiscard]] std::string Heal(const std::filesystem::path& programFolder);
+
     const Config& Records() const { return config_; }
 
   private:
     void LoadConfig(const std::filesystem::path& programFolder);
+    Config MergedWith(const Config& onDisk) const;
 
     std::filesystem::path file_;
     FailureSink onLastSaveFailure_;
     Config config_;
     std::string loadError_;
-    bool keepOldFile_ = false;  ///< the file on disk holds settings that `config_` does not
-    bool changed_ = false;      ///< `config_` holds settings that the file on disk does not
+    Config changes_;        ///< what this run has changed since it was read or saved
+    bool changed_ = false;  ///< there are changes, or the file has to be written whole
 };
 
 /// Whether a flag is on. Files of older versions lack CheckWhileTyping and those after it: these

@@ -80,7 +80,8 @@ TEST_F(SettingsStoreTest, FirstStartWritesEveryDefault) {
                             R"(27,"",10000|28,"",0|29,"",0|30,"","/opt/zentro/ZentroCodeHelp.htm"|)"
                             R"(31,"",""|)"
                             R"(33,"",""|)"
-                            R"(34,"","Courier New"|35,"",9.75|36,"",-1|37,"",1|38,"",0|)"));
+                            R"(34,"","Courier New"|35,"",9.75|36,"",-1|37,"",1|38,"",0|)"
+                            R"(39,"",0|41,"",""|42,"",""|)"));
     EXPECT_THAT(Names(), ElementsAre(kFile));
 }
 
@@ -127,6 +128,51 @@ TEST_F(SettingsStoreTest, AMalformedFileIsKeptByTheFirstSave) {
         EXPECT_EQ(Read(kept), broken);
     }
     EXPECT_THAT(Names(), UnorderedElementsAre(kFile, kFile + ".broken", kFile + ".broken2"));
+}
+
+TEST_F(SettingsStoreTest, HealsWhatIsMissingOrBroken) {
+    struct Case {
+        const char* file;
+        bool isKept;  ///< under another name: somebody may want to mend it by hand
+    };
+    for (const Case& c : {Case{"", true}, Case{"35,\"\",\"large\"\n0,\"\",\"COM7\"\n", false},
+                          Case{"0,\"\",\"COM7\"\n9,\"\",\n", false},
+                          Case{"0,\"\",\"COM7\"\n4,\"\",1\n5,\"\",\"", true},
+                          Case{"0,\"\",\"COM7\"\n\x01\x02 nonsense", true}}) {
+        SCOPED_TRACE(c.file);
+        for (const std::string& name : Names())
+            fs::remove(folder_ / name);
+        Write(c.file);
+        EXPECT_EQ(Open().LoadError().empty(), !c.isKept);
+        EXPECT_EQ(store_->Heal("/opt/zentro"), "");
+        const auto expectWhole = [&] {
+            EXPECT_EQ(store_->GetSetting(EditorFontSize), SettingValue{9.75});
+            EXPECT_EQ(AsText(store_->GetSetting(InstructionFile)),
+                      "/opt/zentro/ZentroCompiler.cfg");
+            EXPECT_EQ(AsText(store_->GetSetting(SerialPort)), *c.file == '\0' ? "COM1" : "COM7");
+        };
+        expectWhole();
+        EXPECT_EQ(fs::exists(folder_ / (kFile + ".broken")), c.isKept);
+        EXPECT_EQ(Open().LoadError(), "") << "the next start finds the file whole";
+        expectWhole();
+    }
+}
+
+TEST_F(SettingsStoreTest, TwoRunsKeepEachOthersChanges) {
+    Open();
+    SettingsStore other(folder_, "/opt/zentro", {});
+    store_->SaveSetting(SerialPort, "COM3");
+    other.SaveSetting(EditorFontSize, 14.0);
+    other.SaveSetting(ToolBarLayout, 1, "Saved");
+    EXPECT_EQ(store_->SaveSettings(), "");
+    EXPECT_EQ(other.SaveSettings(), "");
+    store_->SaveSetting(CheckWhileTyping, 0);
+    Close();
+    Open();
+    EXPECT_EQ(store_->GetSetting(SerialPort), SettingValue{"COM3"});
+    EXPECT_EQ(store_->GetSetting(EditorFontSize), SettingValue{14.0});
+    EXPECT_EQ(AsInteger(store_->GetSetting(ToolBarLayout, "Saved")), 1);
+    EXPECT_EQ(AsInteger(store_->GetSetting(CheckWhileTyping)), 0);
 }
 
 TEST_F(SettingsStoreTest, WhatIsNoFileIsReportedAndKept) {

@@ -47,9 +47,12 @@ void ShowIfAny(Dialogs& dialogs, const std::string& message) {
 }
 
 void Load(Desktop& desktop) {
-    if (desktop.firstStart) UseDocumentsFolder(desktop.settings, desktop.folders);
-    FollowMovedProgram(desktop.settings, desktop.folders);
     ShowIfAny(desktop.workbench.dialogs, desktop.settings.LoadError());
+    const bool lacksFolder =
+        IsEmpty(desktop.settings.GetSetting(SettingNumber::SourceFolder)) || desktop.firstStart;
+    ShowIfAny(desktop.workbench.dialogs, desktop.settings.Heal(desktop.folders.program));
+    if (lacksFolder) UseDocumentsFolder(desktop.settings, desktop.folders);
+    FollowMovedProgram(desktop.settings, desktop.folders);
     const std::string file = AsText(desktop.settings.GetSetting(SettingNumber::InstructionFile));
     const std::string problem = LoadInstructionConfig(file, desktop.configuration);
     ShowIfAny(desktop.workbench.dialogs, problem);
