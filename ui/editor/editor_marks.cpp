@@ -1,5 +1,6 @@
 #include "ui/editor/editor_marks.h"
 
+#include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
 #include <QStringList>
@@ -72,6 +73,32 @@ QImage HerePicture(qreal density, const QColor& colour) {
     return picture;
 }
 
+int MarginsWidth(const QsciScintilla& editor) {
+    int width = 0;
+    for (int margin = 0; margin < editor.margins(); ++margin)
+        width += editor.marginWidth(margin);
+    return width;
+}
+
+/// The text broken between its words, so that no row is wider than the room.
+QString InRows(const QString& text, const QFontMetrics& font, int room) {
+    QStringList rows;
+    for (const QString& paragraph : text.split('\n')) {
+        QString row;
+        for (const QString& word : paragraph.split(' ')) {
+            const QString longer = row.isEmpty() ? word : row + ' ' + word;
+            if (row.isEmpty() || font.horizontalAdvance(longer) <= room) {
+                row = longer;
+            } else {
+                rows += row;
+                row = word;
+            }
+        }
+        rows += row;
+    }
+    return rows.join('\n');
+}
+
 }  // namespace
 
 void EditorMarks::Redraw(const QColor& page) {
@@ -125,7 +152,9 @@ void EditorMarks::ShowBelow(int line, const QString& text) {
     editor_.clearAnnotations();
     if (text.isEmpty()) return;
     const QColor colour = ReadableOn(kErrorColour, page_);
-    editor_.annotate(line, text, QsciStyle(-1, "Message", colour, page_, editor_.font()));
+    const int room = editor_.viewport()->width() - MarginsWidth(editor_) - kSize;
+    const QString rows = InRows(text, QFontMetrics(editor_.font()), room);
+    editor_.annotate(line, rows, QsciStyle(-1, "Message", colour, page_, editor_.font()));
 }
 
 void EditorMarks::ClearMessages() {
