@@ -9,10 +9,6 @@ namespace zentro {
 
 namespace {
 
-/// The operators of signs. The others are words, or made of the same characters.
-constexpr std::array kSignOperators{Token::Plus,     Token::Equal, Token::Divide, Token::Minus,
-                                    Token::Multiply, Token::Less,  Token::Greater};
-
 /// Up to the first blank or "(", the characters that may follow an entry's words in a text.
 std::string_view FirstWord(std::string_view text) {
     const auto* end =
@@ -40,6 +36,12 @@ std::array<CharacterClass, 256> PlainClasses() {
     return classes;
 }
 
+bool IsSignOperator(Token token) {
+    constexpr std::array kSignOperators{Token::Plus,     Token::Equal, Token::Divide, Token::Minus,
+                                        Token::Multiply, Token::Less,  Token::Greater};
+    return std::ranges::find(kSignOperators, token) != kSignOperators.end();
+}
+
 bool CommandCatalogue::AddCommand(Command command) {
     const NameKey key(command.token);
     const auto isSame = [&](std::uint32_t place) {
@@ -52,9 +54,11 @@ bool CommandCatalogue::AddCommand(Command command) {
     const Command& entry = entries_.emplace_back(std::move(command));
     if (entry.id != Token::Other) byToken_[static_cast<std::size_t>(entry.id)] = &entry;
     AddToFirstWord(entry);
-    if (std::find(kSignOperators.begin(), kSignOperators.end(), entry.id) != kSignOperators.end()) {
+    if (IsSignOperator(entry.id)) {
         for (const char c : entry.command) {
-            classes_[static_cast<unsigned char>(c)] = CharacterClass::Operator;
+            // A quote, a ";" or a blank stays what it is.
+            CharacterClass& known = classes_[static_cast<unsigned char>(c)];
+            if (known == CharacterClass::Plain) known = CharacterClass::Operator;
         }
     }
     return true;

@@ -33,6 +33,9 @@ class FieldReader {
 
   private:
     static bool IsLineEnd(char c) { return c == '\r' || c == '\n'; }
+    static bool IsEndOfText(std::string_view text) {
+        return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+    }
 
     void SkipBlanks() {
         while (!rest_.empty() && (rest_.front() == ' ' || rest_.front() == '\t')) {
@@ -57,6 +60,7 @@ class FieldReader {
         while (end < rest_.size() && rest_[end] != '"' && !IsLineEnd(rest_[end]))
             ++end;
         if (end == rest_.size() || rest_[end] != '"') {
+            if (IsEndOfText(rest_.substr(end))) return std::nullopt;  // cut off in the last record
             fault_ = "the closing quote is missing " + Place();
             return std::nullopt;
         }

@@ -101,7 +101,24 @@ class LineWriter {
     bool lastWasBlank_ = false;
 };
 
+/// How long the normalised text can be.
+std::size_t LongestResult(const CommandCatalogue& commands, std::string_view text) {
+    const auto operators = std::count_if(text.begin(), text.end(), [&](char c) {
+        return commands.ClassOf(c) == CharacterClass::Operator;
+    });
+    const std::size_t closingQuote = 1;
+    return text.size() + 2 * static_cast<std::size_t>(operators) + closingQuote;
+}
+
 }  // namespace
+
+std::string NormalizedText(const CommandCatalogue& commands, std::string_view text) {
+    const Statement statement = CutStatement(commands, text);
+    std::string room(LongestResult(commands, statement.text), '\0');
+    LineWriter writer(commands, statement.text, room.data());
+    writer.Write();
+    return std::string(Trim(writer.Result()));
+}
 
 void PrepareLine(Compilation& compilation, SourceLine& line) {
     const CommandCatalogue& commands = compilation.configuration.commands;
@@ -110,12 +127,7 @@ void PrepareLine(Compilation& compilation, SourceLine& line) {
         line.parsedLine = TrimBlanks(statement.text);
         return;
     }
-    const auto operators = std::count_if(statement.text.begin(), statement.text.end(), [&](char c) {
-        return commands.ClassOf(c) == CharacterClass::Operator;
-    });
-    const std::size_t closingQuote = 1;
-    const std::size_t longest =
-        statement.text.size() + 2 * static_cast<std::size_t>(operators) + closingQuote;
+    const std::size_t longest = LongestResult(commands, statement.text);
     LineWriter writer(commands, statement.text, compilation.texts.Allocate(longest));
     writer.Write();
     const bool unclosed = writer.EndsInQuotes();

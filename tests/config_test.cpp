@@ -46,6 +46,9 @@ TEST(ConfigurationFile, RecordsAreThreeFieldsHoweverTheyAreLaidOut) {
              {"S4,,\"\"\n", "S4=="},
              {"S4,END TABLE,ends\nS5,END IF", "S4=END TABLE=ends"},
              {"S4,END TABLE,ends\nS5", "S4=END TABLE=ends"},
+             {"S4,END TABLE,ends\n\"S5", "S4=END TABLE=ends"},
+             {"S4,END TABLE,ends\nS5,\"END IF\",\"he", "S4=END TABLE=ends"},
+             {"S4,END TABLE,ends\nS5,\"END\r\n", "S4=END TABLE=ends"},
              {"S4,END TABLE,\"\xC3\xA9\"\n", "S4=END TABLE=\xE9"},
              {"S4,END TABLE,\xE9\n", "S4=END TABLE=\xE9"},
              {"\xEF\xBB\xBFS4,END TABLE,ends\n", "S4=END TABLE=ends"},
@@ -61,7 +64,7 @@ TEST(ConfigurationFile, FaultsEndTheLoadAndNameTheirLine) {
     constexpr const char* kCorrupt = "Could Not open ZentroCode.Cfg - File corrupt or missing - ";
     for (const FileRow& row : {
              FileRow{"S4,A,b\nS5,B,c\ns4,C,d\nS6,D,e\n", kCorrupt},
-             {"S4,A,b\nS5,B,c\n\"S6,C,d\n", kCorrupt},
+             {"S4,A,b\nS5,B,c\n\"S6,C,d\nS7,D,e\n", kCorrupt},
              {"S4,A,b\nS5,B,c\nE1,text,abc\nS6,D,e\n",
               "Error reading Configuration file for E1: text. File is corrupted"},
          }) {
