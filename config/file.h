@@ -1,26 +1,47 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace zentro {
+
+/// Tells files apart whatever names and links lead to them.
+struct FileIdentity {
+    std::uint64_t device = 0;
+    std::uint64_t number = 0;
+    bool operator==(const FileIdentity&) const = default;
+};
+
+/// That of the file behind the path and its links; nothing when there is none.
+std::optional<FileIdentity> IdentityOf(const std::string& path);
 
 /// What came of reading a whole file.
 struct FileContent {
     enum class Status {
         Read,
         NotFound,  ///< there is no such file or folder, or the name cannot be a file's name
-        Failed,    ///< any other failure: no permission, a folder, a broken disk
+        Failed,    ///< any other failure: no permission, a folder, a device, a broken disk
     };
     Status status = Status::Read;
     std::string bytes;
-    std::string problem;  ///< the system's text for the failure
+    std::string problem;  ///< why it was not read, as the user is told
+    std::optional<FileIdentity> identity{};  ///< of a file on a disk that was read
 };
 
-/// Reads a file whole, or fails when it is larger than any text that this program works on (a
-/// device can go on for ever). The path is in the system's own encoding.
-FileContent ReadWholeFile(const std::string& path);
+/// In bytes, of any text that this program works on; a million lines take a tenth of it.
+inline constexpr std::size_t kLargestFile = std::size_t{256} << 20;
+
+/// What is said of a pipe, a device and the like.
+inline constexpr std::string_view kNotARegularFile =
+    "It is no regular file but a device, a pipe or a socket";
+
+/// Reads a file whole. This is the one way in which files that a user names are opened for reading:
+/// only a regular file is, since a pipe can keep its reader waiting and a device can go on for
+/// ever, and only one of at most `largest` bytes. The path is in the system's own encoding.
+FileContent ReadWholeFile(const std::string& path, std::size_t largest = kLargestFile);
 
 /// What a finished write has to outlast.
 enum class Durability : std::uint8_t {

@@ -8,6 +8,7 @@
 
 #include "compiler/paths.h"
 #include "config/file.h"
+#include "config/input_files.h"
 #include "desktop/program_files.h"
 
 namespace zentro {
@@ -33,17 +34,35 @@ class RunOutput : public OutputSink {
     MessageCollector messages;
 };
 
+/// Remembers what it has read.
 class DiskReader : public FileReader {
   public:
-    FileContent Read(const std::string& path) override { return ReadWholeFile(path); }
+    explicit DiskReader(InputFiles& inputs) : inputs_(inputs) {}
+
+    FileContent Read(const std::string& path) override {
+        FileContent content = ReadWholeFile(path);
+        inputs_.Add(path, content);
+        return content;
+    }
+
+  private:
+    InputFiles& inputs_;
 };
 
 /// Tells the reason of a failure, which the log has no room for.
 class DiskWriter : public FileWriter {
   public:
-    DiskWriter(Prompts& prompts, std::string& written) : prompts_(prompts), written_(written) {}
+    DiskWriter(Prompts& prompts, const InputFiles& inputs, std::string& written)
+        : prompts_(prompts), inputs_(inputs), written_(written) {}
 
     std::string Write(const std::string& path, std::string_view bytes) override {
+        if (const auto source = inputs_.ReplacedBy(path)) {
+            std::string problem = "The object file '" + path +
+                                  "' would replace the source file '" + *source +
+                                  "', which the program includes. Give one of them another name.";
+            prompts_.ShowMessage(problem);
+            return problem;
+        }
         MendUnfinishedWrites(std::filesystem::path(path).parent_path().string());
         std::string problem = WriteWholeFile(path, bytes);
         if (problem.empty()) written_ = bytes;
@@ -54,6 +73,7 @@ class DiskWriter : public FileWriter {
 
   private:
     Prompts& prompts_;
+    const InputFiles& inputs_;
     std::string& written_;
 };
 
@@ -106,6 +126,7 @@ class EventProgress : public Progress {
 
 struct CompiledProgram::Outside {
     RunOutput output;
+    InputFiles inputs;
     std::unique_ptr<FileReader> reader;
     std::unique_ptr<Prompts> unasked;  ///< null: the user is asked
     EventProgress progress;
@@ -135,8 +156,8 @@ std::shared_ptr<const CompiledProgram> CompileService::Compile(const OpenFile& f
         return nullptr;
     }
     auto program =
-        Run(file, Texts::Saved, output, [&](Compilation& compilation, std::string& code) {
-            DiskWriter writer(prompts_, code);
+        Run(file, Texts::Saved, output, [&](Compilation& compilation, CompiledProgram& made) {
+            DiskWriter writer(prompts_, made.outside->inputs, made.objectText);
             return CompileSource(compilation, paths, writer, Wanted(listing));
         });
     if (program != nullptr) programs_.SetCompiled(program);
@@ -146,15 +167,15 @@ std::shared_ptr<const CompiledProgram> CompileService::Compile(const OpenFile& f
 std::shared_ptr<const CompiledProgram> CompileService::CompileTexts(const OpenFile& file,
                                                                     OutputSink& output,
                                                                     ListingSink* listing) {
-    return Run(file, Texts::InEditors, output, [&](Compilation& compilation, std::string& code) {
-        MemoryWriter writer(code);
+    return Run(file, Texts::InEditors, output, [&](Compilation& compilation, CompiledProgram& made) {
+        MemoryWriter writer(made.objectText);
         return CompileSource(compilation, ProgramFilesOf(file, settings_), writer, Wanted(listing));
     });
 }
 
 bool CompileService::Check(const OpenFile& file, OutputSink& output) {
     const auto program =
-        Run(file, Texts::Saved, output, [&](Compilation& compilation, std::string&) {
+        Run(file, Texts::Saved, output, [&](Compilation& compilation, CompiledProgram&) {
             return SyntaxCheck(compilation, ProgramFilesOf(file, settings_));
         });
     return program != nullptr && program->succeeded;
@@ -194,7 +215,7 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file, Texts
         outside.reader = std::make_unique<OpenTextReader>(programs_);
         outside.unasked = std::make_unique<UnaskedPrompts>(prompts_);
     } else {
-        outside.reader = std::make_unique<DiskReader>();
+        outside.reader = std::make_unique<DiskReader>(outside.inputs);
     }
     const std::map<QString, Revision> read = RevisionsOf(texts);
     Prompts& prompts = outside.unasked == nullptr ? prompts_ : *outside.unasked;
@@ -204,7 +225,7 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file, Texts
     {
         const QScopedValueRollback<OutputSink*> present(outside.output.present, &output);
         program->succeeded =
-            runStages(*program->compilation, program->objectText) && !messages.HasErrors();
+            runStages(*program->compilation, *program) && !messages.HasErrors();
     }
     ProgramReport report =
         messages.Report(file.key, *program->compilation, read, program->succeeded);

@@ -60,7 +60,7 @@ class CompileService : public QObject {
     /// Where a run reads its texts.
     enum class Texts { Saved, InEditors };
 
-    using RunStages = std::function<bool(Compilation&, std::string& objectText)>;
+    using RunStages = std::function<bool(Compilation&, CompiledProgram& made)>;
 
     std::shared_ptr<CompiledProgram> Run(const OpenFile& file, Texts texts, OutputSink& output,
                                          const RunStages& runStages);

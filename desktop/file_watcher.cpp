@@ -5,6 +5,9 @@
 #include <QFileInfo>
 #include <chrono>
 
+#include "config/file.h"
+#include "desktop/text_file.h"
+
 namespace zentro {
 
 namespace {
@@ -12,13 +15,12 @@ namespace {
 /// A save by way of another file deletes and makes; its end is waited for.
 constexpr std::chrono::milliseconds kSettleTime{150};
 
-/// Empty when there is no such file.
+/// Empty when there is no such file, or none that can be read.
 QByteArray HashOf(const QString& path) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) return {};
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    hash.addData(&file);
-    return hash.result();
+    const FileContent content = ReadWholeFile(SystemPath(path));
+    if (content.status != FileContent::Status::Read) return {};
+    const QByteArrayView bytes(content.bytes.data(), static_cast<qsizetype>(content.bytes.size()));
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256);
 }
 
 }  // namespace

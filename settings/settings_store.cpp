@@ -1,8 +1,7 @@
 #include "settings/settings_store.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdint>
+#include <cstddef>
 #include <fcntl.h>
 #include <fstream>
 #include <random>
@@ -24,13 +23,7 @@ namespace {
 
 constexpr std::string_view kLoadFailed = "Error occurred in LoadConfig. Error text is ";
 constexpr std::string_view kSaveFailed = "Error Saving Config: ";
-constexpr std::uintmax_t kLargestFile = 16U << 20U;  // bytes; a usual one has about one thousand
-
-/// Why the stream operation just made has failed.
-std::error_code StreamError() {
-    return errno != 0 ? std::error_code(errno, std::generic_category())
-                      : std::make_error_code(std::errc::io_error);
-}
+constexpr std::size_t kLargestSettings = 16U << 20U;  // bytes; a usual file has about one thousand
 
 /// The first free one of the names for a file that could not be read.
 fs::path KeptName(const fs::path& file) {
@@ -42,18 +35,6 @@ fs::path KeptName(const fs::path& file) {
         name += ".broken" + std::to_string(number);
     }
     return name;
-}
-
-std::error_code ReadFile(const fs::path& file, std::string& bytes) {
-    std::error_code error;
-    const std::uintmax_t size = fs::file_size(file, error);  // fails for what is no regular file
-    if (error) return error;
-    if (size > kLargestFile) return std::make_error_code(std::errc::file_too_large);
-    errno = 0;
-    std::ifstream stream(file, std::ios::binary);
-    bytes.resize(size);
-    if (!stream.read(bytes.data(), static_cast<std::streamsize>(size))) return StreamError();
-    return {};
 }
 
 /// Returns the system's text for the failure. The file that is there goes to KeptName first when
@@ -78,12 +59,11 @@ struct StoredFile {
 };
 
 StoredFile ReadStored(const fs::path& file) {
-    std::string bytes;
-    const std::error_code error = ReadFile(file, bytes);
-    if (error == std::errc::no_such_file_or_directory) return {{}, {}, true};
-    if (error) return {{}, error.message(), false};
-    if (bytes.empty()) return {{}, PathText(file) + " is empty", false};
-    ParsedConfig parsed = ParseConfig(bytes);
+    const FileContent content = ReadWholeFile(file.string(), kLargestSettings);
+    if (content.status == FileContent::Status::NotFound) return {{}, {}, true};
+    if (content.status == FileContent::Status::Failed) return {{}, content.problem, false};
+    if (content.bytes.empty()) return {{}, PathText(file) + " is empty", false};
+    ParsedConfig parsed = ParseConfig(content.bytes);
     if (parsed.error.empty()) return {std::move(parsed.config), {}, false};
     return {std::move(parsed.config),
             PathText(file) + ", line " + std::to_string(parsed.line) + ": " + parsed.error, false};

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <string>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <thread>
@@ -114,6 +115,12 @@ TEST_F(BoardProgramTest, RefusesBadFilesAndOptions) {
          "b.in: line 1: analog1 must be a number from 0 to 255"},
         {"run " + good + " >/dev/full", "cannot write to standard output"},
     }};
+    const std::string pipe = (folder_ / "pipe").string();
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const char* option : {"run ", "run --symbols ", "run --inputs "}) {
+        EXPECT_EQ(run(option + pipe + (std::string(option) == "run " ? "" : " " + good)), 2);
+        EXPECT_THAT(errors_, HasSubstr("pipe: cannot be read: It is no regular file")) << option;
+    }
     for (const auto& [arguments, message] : cases) {
         EXPECT_EQ(run(arguments), 2) << arguments;
         EXPECT_THAT(errors_, HasSubstr(message)) << arguments;

@@ -188,7 +188,7 @@ TEST_F(SettingsStoreTest, WhatIsNoFileIsReportedAndKept) {
 TEST_F(SettingsStoreTest, AFileTooLargeForSettingsIsReportedAndKept) {
     Write("0,\"\",\"COM1\"\n");
     fs::resize_file(folder_ / kFile, 100U << 20U);
-    EXPECT_THAT(Open().LoadError(), HasSubstr("File too large"));
+    EXPECT_THAT(Open().LoadError(), HasSubstr("larger than 16 MB"));
     EXPECT_EQ(store_->GetSetting(SerialPort, "none"), SettingValue{});
     EXPECT_EQ(store_->SaveSettings(), "");
     EXPECT_EQ(fs::file_size(folder_ / (kFile + ".broken")), 100U << 20U);

@@ -11,6 +11,7 @@
 #include <pty.h>
 #include <sstream>
 #include <string>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -220,6 +221,51 @@ TEST_F(Zentroc, RefusesToReplaceItsSource) {
         EXPECT_THAT(result.err, HasSubstr("would replace the source file"));
         EXPECT_EQ(Read("main.obj"), kGood);
     }
+}
+
+/// By whatever name or link, for every file that is read and every file that is written.
+TEST_F(Zentroc, NoOutputReplacesWhatIsReadOrAnotherOutput) {
+    Configure("");
+    Write("in.obj", "DEFINE BYTE Speed = 1\n");
+    Write("includes.txt", "INCLUDE \"in.obj\"\n" + kGood);
+    Write("in.txt", "INCLUDE \"in.obj\"\n" + kGood);
+    fs::create_symlink("in.obj", folder_ / "in/linked");
+    fs::create_hard_link(folder_ / "in/in.obj", folder_ / "in/hard");
+    const std::vector<std::string> before = Files();
+    for (const char* arguments :
+         {"main.txt --listing main.txt", "main.txt --symbols ./main.txt",
+          "main.txt --listing ../in/main.txt", "main.txt --config changed.cfg --listing changed.cfg",
+          "includes.txt --listing in.obj", "includes.txt --symbols linked",
+          "includes.txt --listing hard", "in.txt", "main.txt --listing list --symbols list",
+          "main.txt --listing main.obj", "main.txt --symbols ../in/main.obj"}) {
+        const Result result = Run(arguments);
+        EXPECT_EQ(result.status, 2) << arguments;
+        EXPECT_THAT(result.err, AllOf(StartsWith("zentroc: the "), HasSubstr(" would replace ")))
+            << arguments;
+        EXPECT_EQ(Files(), before) << arguments;
+        EXPECT_EQ(Read("main.txt"), kGood) << arguments;
+        EXPECT_EQ(Read("in.obj"), "DEFINE BYTE Speed = 1\n") << arguments;
+        EXPECT_FALSE(Read("changed.cfg").starts_with("[")) << arguments;
+    }
+    EXPECT_EQ(Run("main.txt --listing /dev/null --symbols /dev/null").status, 0);
+}
+
+/// A pipe that nobody writes to would keep the program waiting for ever.
+TEST_F(Zentroc, OnlyRegularFilesAreRead) {
+    ASSERT_EQ(mkfifo((folder_ / "in/pipe").c_str(), 0600), 0);
+    Write("main.txt", "INCLUDE \"pipe\"\n");
+    Write("device.txt", "INCLUDE \"/dev/zero\"\n");
+    for (const char* arguments :
+         {"main.txt", "device.txt", "pipe", "--config pipe main.txt", "/dev/tty"}) {
+        const Result result = Run(arguments);
+        EXPECT_NE(result.status, 0) << arguments;
+        EXPECT_THAT(result.err, HasSubstr("no regular file")) << arguments;
+    }
+    Write("main.txt", "");
+    fs::resize_file(folder_ / "in/main.txt", std::uintmax_t{1} << 40);  // takes no room on the disk
+    const Result result = Run("main.txt");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("larger than 256 MB"));
 }
 
 TEST_F(Zentroc, CheckWritesNothing) {

@@ -37,6 +37,7 @@ std::optional<std::string> ConsolePrompts::FindMissingFile(std::string_view, std
 
 FileContent DiskReader::Read(const std::string& path) {
     FileContent content = ReadWholeFile(path);
+    inputs_.Add(path, content);
     if (content.status != FileContent::Status::Read) {
         TellFailure("cannot read '" + path + "': " + content.problem);
         if (isFirst_) mainFileFailed_ = true;
@@ -46,7 +47,13 @@ FileContent DiskReader::Read(const std::string& path) {
 }
 
 std::string DiskWriter::Write(const std::string& path, std::string_view bytes) {
-    std::string problem = WriteWholeFile(path, bytes);
+    std::string problem = RefusalOf(outputs_, inputs_);
+    if (!problem.empty()) {
+        TellFailure(problem);
+        failed_ = true;
+        return problem;
+    }
+    problem = WriteWholeFile(path, bytes);
     if (!problem.empty()) {
         TellFailure("cannot write '" + path + "': " + problem);
         failed_ = true;

@@ -2,8 +2,11 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "apps/zentroc/outputs.h"
 #include "compiler/compile.h"
+#include "config/input_files.h"
 #include "model/environment.h"
 
 namespace zentro {
@@ -35,22 +38,31 @@ class ConsolePrompts : public Prompts {
 /// Reads source files from disk and tells why one cannot be read.
 class DiskReader : public FileReader {
   public:
+    /// What is read joins the inputs, which outlive the reader.
+    explicit DiskReader(InputFiles& inputs) : inputs_(inputs) {}
     FileContent Read(const std::string& path) override;
     /// True when the first file of all, the main file, could not be read.
     bool MainFileFailed() const { return mainFileFailed_; }
 
   private:
+    InputFiles& inputs_;
     bool isFirst_ = true;
     bool mainFileFailed_ = false;
 };
 
-/// Writes to disk and tells why a file cannot be written.
+/// Writes to disk and tells why a file cannot be written. Nothing is written at all when one of the
+/// outputs would replace a file that was read.
 class DiskWriter : public FileWriter {
   public:
+    /// The outputs and the inputs outlive the writer.
+    DiskWriter(const std::vector<Output>& outputs, const InputFiles& inputs)
+        : outputs_(outputs), inputs_(inputs) {}
     std::string Write(const std::string& path, std::string_view bytes) override;
     bool Failed() const { return failed_; }
 
   private:
+    const std::vector<Output>& outputs_;
+    const InputFiles& inputs_;
     bool failed_ = false;
 };
 

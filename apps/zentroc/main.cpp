@@ -5,14 +5,17 @@
 #include <new>
 #include <string>
 #include <system_error>
+#include <vector>
 
 #include "apps/zentroc/console.h"
 #include "apps/zentroc/log_writers.h"
 #include "apps/zentroc/options.h"
+#include "apps/zentroc/outputs.h"
 #include "apps/zentroc/room.h"
 #include "compiler/paths.h"
 #include "compiler/symbols_file.h"
 #include "config/configuration.h"
+#include "frontend/language_check.h"
 
 namespace {
 
@@ -44,16 +47,18 @@ std::string ShippedConfiguration(const char* programName) {
     return (folder.parent_path() / "share" / "zentrocompiler" / kFileName).string();
 }
 
-/// Reads the language. False when it cannot be used, which has been told then.
+/// Reads the language and tells what is wrong with it. False when it cannot be used.
 bool LoadLanguage(const std::string& path, InstructionConfiguration& configuration) {
     if (const std::string problem = LoadInstructionConfig(path, configuration); !problem.empty()) {
         TellFailure(path + ": " + problem);
         return false;
     }
-    const std::string missing = TellMissingEntries(configuration);
-    if (missing.empty()) return true;
-    TellFailure(path + ": " + missing);
-    return false;
+    bool isUsable = true;
+    for (const LanguageFinding& finding : CheckLanguage(configuration)) {
+        TellFailure(path + ": " + finding.text);
+        isUsable = isUsable && !finding.spoilsPrograms;
+    }
+    return isUsable;
 }
 
 ProgramFiles FilesFor(const Options& options) {
@@ -66,15 +71,6 @@ ProgramFiles FilesFor(const Options& options) {
     files.objectDirectory = options.outputDirectory.value_or(folder);
     files.objectFileName = ChangeExtension(files.sourceFileName, "obj");
     return files;
-}
-
-bool WouldOverwriteSource(const Options& options, const ProgramFiles& files) {
-    std::error_code failed;
-    const std::string object = PathOf(files.objectDirectory, files.objectFileName);
-    if (!fs::equivalent(options.sourceFile, object, failed) || failed) return false;
-    TellFailure("the object file would replace the source file '" + options.sourceFile +
-                "': give the source file another extension than .obj");
-    return true;
 }
 
 std::unique_ptr<OutputSink> MakeLog(const Options& options, const ProgramFiles& files,
@@ -96,14 +92,22 @@ void WriteExtras(const Options& options, const Compilation& compilation, const L
     }
 }
 
-ExitStatus Compile(const Options& options, const InstructionConfiguration& configuration) {
+ExitStatus Compile(const Options& options, const InstructionConfiguration& configuration,
+                   const std::string& configurationFile) {
     const ProgramFiles files = FilesFor(options);
-    if (!options.checkOnly && WouldOverwriteSource(options, files)) return ExitStatus::Failure;
+    const std::vector<Output> outputs = OutputsFor(options, files);
+    InputFiles inputs;
+    inputs.Add(options.sourceFile);
+    inputs.Add(configurationFile);
+    if (const std::string refusal = RefusalOf(outputs, inputs); !refusal.empty()) {
+        TellFailure(refusal);
+        return ExitStatus::Failure;
+    }
     StandardOutput output;
     const std::unique_ptr<OutputSink> log = MakeLog(options, files, output);
     ConsolePrompts prompts;
-    DiskReader reader;
-    DiskWriter writer;
+    DiskReader reader(inputs);
+    DiskWriter writer(outputs, inputs);
     NoProgress progress;
     ListingText listing;
     // It is left to the system with the rest of the program's memory.
@@ -135,7 +139,7 @@ int Main(int argc, char** argv) {
         options->configurationFile ? *options->configurationFile : ShippedConfiguration(argv[0]);
     if (!LoadLanguage(path, configuration)) return static_cast<int>(ExitStatus::Failure);
     // Ends without tearing down what the system takes back at once.
-    std::_Exit(static_cast<int>(Compile(*options, configuration)));
+    std::_Exit(static_cast<int>(Compile(*options, configuration, path)));
 }
 
 }  // namespace

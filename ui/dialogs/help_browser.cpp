@@ -3,7 +3,6 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QDesktopServices>
-#include <QFile>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -13,6 +12,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "config/file.h"
+#include "desktop/text_file.h"
 #include "settings/utf8_text.h"
 #include "ui/dialogs/help_address.h"
 #include "ui/dialogs/help_search.h"
@@ -21,14 +22,15 @@ namespace zentro {
 
 namespace {
 
-constexpr qint64 kLargestPage = 16 << 20;  // bytes
+constexpr std::size_t kLargestPage = 16 << 20;  // bytes
 
 QString ReadPage(const QUrl& address) {
-    QFile file(address.toLocalFile());
-    if (QFileInfo(file).isDir()) return MissingPage(address, "This is a folder.");
-    if (!file.open(QIODevice::ReadOnly)) return MissingPage(address, file.errorString());
-    if (file.size() > kLargestPage) return MissingPage(address, "The file is too large.");
-    return QString::fromStdString(Utf8Text(file.readAll().toStdString()));
+    const QString path = address.toLocalFile();
+    if (QFileInfo(path).isDir()) return MissingPage(address, "This is a folder.");
+    const FileContent page = ReadWholeFile(SystemPath(path), kLargestPage);
+    if (page.status != FileContent::Status::Read)
+        return MissingPage(address, QString::fromStdString(page.problem));
+    return QString::fromStdString(Utf8Text(page.bytes));
 }
 
 /// Has a page for every address, so that the history holds what could not be shown, too.

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "config/configuration.h"
+#include "frontend/language_check.h"
 #include "settings/settings_store.h"
 #include "ui/dialogs/splash_window.h"
 #include "ui/shell/last_moment.h"
@@ -57,9 +58,9 @@ void Load(Desktop& desktop) {
     const std::string problem = LoadInstructionConfig(file, desktop.configuration);
     ShowIfAny(desktop.workbench.dialogs, problem);
     if (!problem.empty()) return;
-    // What is there is used; what is missing would else be noticed only when it is needed.
-    const std::string missing = TellMissingEntries(desktop.configuration);
-    if (!missing.empty()) ShowIfAny(desktop.workbench.dialogs, file + ": " + missing);
+    // What is there is used; what is missing or wrong would else be noticed only when it is needed.
+    const std::string findings = TellFindings(CheckLanguage(desktop.configuration));
+    if (!findings.empty()) ShowIfAny(desktop.workbench.dialogs, file + ": " + findings);
 }
 
 void OpenMainWindow(Desktop& desktop, QWidget* splash) {
