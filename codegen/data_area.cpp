@@ -1,5 +1,3 @@
-#include <string>
-
 #include "codegen/generate_object_lines.h"
 #include "model/value_bounds.h"
 
@@ -8,14 +6,8 @@ namespace zentro {
 namespace {
 
 void AppendTable(Compilation& compilation, Symbol& table) {
-    const std::vector<std::uint8_t>& bytes = table.table->bytes;
-    for (std::size_t i = 0; i < bytes.size(); ++i) {
-        Label& label = i == 0 ? table.label
-                              : compilation.AddLabel(compilation.texts.Concat(table.ResolvedName(),
-                                                                              std::to_string(i)));
-        compilation.objectLines.push_back(
-            CreateVariableLocation(label, DataType::Byte, bytes[i], ObjectComment::TableByte));
-    }
+    if (table.table->Size() == 0) return;
+    compilation.objectLines.push_back(CreateTableLocation(table.label, *table.table));
 }
 
 void AppendVariable(Compilation& compilation, Symbol& symbol) {

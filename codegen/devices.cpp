@@ -126,9 +126,10 @@ const LineElement& ElementFrom(const Compilation& compilation, const SourceLine&
 /// A constant's value as part of an instruction; of two characters the first would count.
 const Label* ValueArgument(Compilation& compilation, const Constant& constant,
                            std::string_view shownAs) {
-    constexpr std::int32_t kByteValues = 256;
+    constexpr std::uint32_t kByteValues = 256;
     Label& value = compilation.AddLabel(shownAs);
-    value.address = NumberOf(constant.value).value_or(0) % kByteValues;
+    const auto number = static_cast<std::uint32_t>(NumberOf(constant.value).value_or(0));
+    value.address = static_cast<std::int32_t>(number % kByteValues);
     return &value;
 }
 

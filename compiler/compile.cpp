@@ -1,5 +1,8 @@
 #include "compiler/compile.h"
 
+#include <algorithm>
+#include <limits>
+
 #include "codegen/generate_object_lines.h"
 #include "compiler/listing.h"
 #include "compiler/load_source.h"
@@ -68,6 +71,14 @@ bool ParseSource(Compilation& compilation) {
     return !HasErrors(diagnostics);
 }
 
+/// Of the object code.
+std::int64_t LineCountOf(const Compilation& compilation) {
+    std::size_t count = 0;
+    for (const ObjectLine& line : compilation.objectLines)
+        count += line.LineCount();
+    return static_cast<std::int64_t>(count);
+}
+
 void GenerateCode(Compilation& compilation) {
     Diagnostics& diagnostics = compilation.diagnostics;
     diagnostics.StartCompileStage(MessageCode::GenerateStarts);
@@ -83,17 +94,18 @@ void GenerateCode(Compilation& compilation) {
     }
     MakeDataArea(compilation);
     diagnostics.PostInfo(MessageCode::ObjectLineCount,
-                         static_cast<std::int64_t>(compilation.objectLines.size()));
+                         LineCountOf(compilation));
     diagnostics.EndCompileStage(MessageCode::GenerateEnds);
 }
 
 void AssignAddresses(Compilation& compilation) {
     Diagnostics& diagnostics = compilation.diagnostics;
     diagnostics.StartCompileStage(MessageCode::AddressStarts);
-    std::int32_t address = 0;
+    constexpr std::int64_t kLargestNumber = std::numeric_limits<std::int32_t>::max();
+    std::int64_t address = 0;
     for (ObjectLine& line : compilation.objectLines) {
-        line.address = address;
-        address += line.byteCount;
+        line.address = static_cast<std::int32_t>(std::min(address, kLargestNumber));
+        address += static_cast<std::int64_t>(line.Size());
     }
     ResolveLabels(compilation);
     if (address > kMemorySize) {
@@ -121,7 +133,9 @@ bool WriteObjectCode(Compilation& compilation, const ProgramFiles& files, FileWr
 
 void WarnOfLargeProgram(Compilation& compilation) {
     // There is a last line: the compiler's own variables are in every program.
-    if (compilation.objectLines.back().address <= kLargeProgram) return;
+    const ObjectLine& last = compilation.objectLines.back();
+    const std::int64_t lastByte = last.IsTable() ? static_cast<std::int64_t>(last.Size()) - 1 : 0;
+    if (last.address + lastByte <= kLargeProgram) return;
     compilation.environment.prompts.ShowMessage(
         "Caution. Program is larger than 20k. Be careful with stack and local variable use");
 }

@@ -31,12 +31,14 @@ std::string AddressColumn(std::int32_t address) {
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
-std::string LabelColumn(const Label* label) {
+/// `element` is the number of a table's byte, whose name is shown as far as there is room.
+std::string LabelColumn(const Label* label, std::size_t element = 0) {
     constexpr std::size_t kShown = 19;
     std::string column;
     if (label != nullptr) {
         column = label->name.substr(0, kShown);
-        column += ':';
+        if (element > 0) column += std::to_string(element);
+        column = column.substr(0, kShown) + ':';
     }
     column.resize(kLabelWidth, ' ');
     return column;
@@ -76,12 +78,26 @@ void WriteLine(const ObjectLine& line, const std::string& comment, ListingSink& 
     listing.AddCodeLine(ToUtf8(text));
 }
 
+void WriteTable(const ObjectLine& line, const std::string& comment, ListingSink& listing) {
+    std::int32_t address = line.address;
+    line.table->ForEach([&](std::uint8_t byte) {
+        const auto element = static_cast<std::size_t>(address - line.address);
+        std::string text = AddressColumn(address) + " " + LabelColumn(line.label, element);
+        const ObjectCodeText value(byte);
+        AppendColumn(value.View(), value.View().size(), kValueWidth, text);
+        listing.AddCodeLine(ToUtf8(text + CommentColumn(comment)));
+        return ++address < kMostBytesWritten;
+    });
+}
+
 }  // namespace
 
 void WriteListing(const Compilation& compilation, ListingSink& listing) {
     const ObjectComments comments(compilation);
     for (const ObjectLine& line : compilation.objectLines) {
-        WriteLine(line, comments.TextOf(line), listing);
+        if (line.address >= kMostBytesWritten) break;
+        const std::string comment = comments.TextOf(line);
+        line.IsTable() ? WriteTable(line, comment, listing) : WriteLine(line, comment, listing);
         compilation.environment.progress.LetEventsRun();
     }
 }

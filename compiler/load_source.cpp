@@ -83,8 +83,9 @@ class SourceLoader {
                                                LineOrNone(includingLineNo), fileName);
             return false;
         }
-        const SourceFile& file = compilation_.files.emplace_back(
-            SourceFile{fileName, directory, DecodeText(std::move(*bytes)), includingLineNo});
+        SourceFile& file = compilation_.files.emplace_back(
+            SourceFile{fileName, directory, {}, includingLineNo});
+        file.text = DecodeText(std::move(*bytes), &file.replaced);
         openPaths_.push_back(normalPath);
         LoadLines(file);
         openPaths_.pop_back();
@@ -109,6 +110,7 @@ class SourceLoader {
         ReserveLines(file.text);
         LineSplitter lines(file.text);
         std::int32_t fileLineNo = 0;
+        const bool mayBeForeign = !file.replaced.empty() || !IsAscii(file.text);
         while (!IsAborted()) {
             const std::optional<std::string_view> text = lines.Next();
             if (!text) return;
@@ -116,6 +118,7 @@ class SourceLoader {
             line.text = *text;
             line.file = &file;
             line.fileLineNo = ++fileLineNo;
+            line.mayBeForeign = mayBeForeign;
             line.lineNumber = static_cast<std::int32_t>(compilation_.sourceLines.size());
             LoadLine(line);
             compilation_.environment.progress.LetEventsRun();

@@ -28,13 +28,27 @@ void PlaceLabels(Compilation& compilation) {
     }
 }
 
-void PostTwice(Compilation& compilation, const Symbol& one, const Symbol& other) {
-    const bool oneIsLater = one.declareLineNo > other.declareLineNo;
-    const Symbol& later = oneIsLater ? one : other;
-    const Symbol& earlier = oneIsLater ? other : one;
+/// What bears a label: the name of a declaration, or the text of a line.
+struct Bearer {
+    std::string_view text;
+    std::int32_t lineNo;
+};
+
+void PostTwice(Compilation& compilation, const Bearer& one, const Bearer& other) {
+    const bool oneIsLater = one.lineNo > other.lineNo;
+    const Bearer& later = oneIsLater ? one : other;
+    const Bearer& earlier = oneIsLater ? other : one;
     compilation.diagnostics.PostError(MessageCode::LabelTwice,
-                                      &compilation.GetSourceLine(later.declareLineNo),
-                                      Shorten(later.name) + " and " + Shorten(earlier.name));
+                                      &compilation.GetSourceLine(later.lineNo),
+                                      Shorten(later.text) + " and " + Shorten(earlier.text));
+}
+
+Bearer BearerOf(const Symbol& symbol) {
+    return {symbol.name, symbol.declareLineNo};
+}
+
+bool IsRoutine(const Symbol& symbol) {
+    return symbol.symbolClass == SymbolClass::Routine || symbol.symbolClass == SymbolClass::Event;
 }
 
 /// An element of a table, which is called by its table and its number.
@@ -43,32 +57,40 @@ struct TableElement {
     std::int32_t address;
 };
 
-/// The table element that bears the label of a program-wide name, if one does.
+/// The table element that bears the label of a program-wide variable with the name, if one does.
 std::optional<TableElement> FindTableElement(const Compilation& compilation,
                                              std::string_view name) {
-    // The first character of a name is a letter.
-    for (std::size_t digits = 1; IsDigit(name[name.size() - digits]); ++digits) {
+    for (std::size_t digits = 1; digits < name.size() && IsDigit(name[name.size() - digits]);
+         ++digits) {
         const std::string_view number = name.substr(name.size() - digits);
         const std::optional<std::int32_t> index = ParseNumber(number);
         if (number.front() == '0' || !index) continue;
         const Symbol* symbol =
             compilation.symbols.FindOwn(name.substr(0, name.size() - digits), ParentId::Program);
         if (symbol == nullptr || symbol->table == nullptr) continue;
-        if (static_cast<std::size_t>(*index) < symbol->table->bytes.size()) {
+        if (static_cast<std::size_t>(*index) < symbol->table->Size()) {
             return TableElement{symbol, symbol->label.address + *index};
         }
     }
     return std::nullopt;
 }
 
-/// A table's T1 beside a variable named T1: the name means the place that comes first.
+/// The name of the program-wide variable that would have the symbol's label; empty when none would.
+std::string_view NameOfVariableLike(const Symbol& symbol) {
+    constexpr std::string_view kJoined = "Program_";
+    if (!IsRoutine(symbol))
+        return symbol.parent == ParentId::Program ? symbol.name : std::string_view();
+    const bool isJoined = StartsWithIgnoreCase(symbol.name, kJoined);
+    return isJoined ? symbol.name.substr(kJoined.size()) : std::string_view();
+}
+
+/// A table's T1 beside a variable named T1 or a routine named Program_T1: the name means the place
+/// that comes first.
 void CheckTableElements(Compilation& compilation) {
     for (Symbol& symbol : compilation.symbols.Symbols()) {
-        const bool isProgramWide = symbol.parent == ParentId::Program;
-        if (!isProgramWide || symbol.symbolClass != SymbolClass::Variable) continue;
-        const std::optional<TableElement> element = FindTableElement(compilation, symbol.name);
+        const auto element = FindTableElement(compilation, NameOfVariableLike(symbol));
         if (!element) continue;
-        PostTwice(compilation, symbol, *element->table);
+        PostTwice(compilation, BearerOf(symbol), BearerOf(*element->table));
         symbol.label.address = std::min(symbol.label.address, element->address);
     }
 }
@@ -88,9 +110,27 @@ void CheckJoinedNames(Compilation& compilation) {
         const auto [known, isNew] = byLabel.emplace(symbol.ResolvedName(), &symbol);
         if (isNew) continue;
         Symbol& other = *known->second;
-        PostTwice(compilation, symbol, other);
+        PostTwice(compilation, BearerOf(symbol), BearerOf(other));
         symbol.label.address = other.label.address =
             std::min(symbol.label.address, other.label.address);
+    }
+}
+
+/// A routine Line7a beside line 7, whose values come together at a label of that name.
+void CheckCaseJoins(Compilation& compilation) {
+    constexpr std::string_view kLine = "Line";
+    for (Symbol& symbol : compilation.symbols.Symbols()) {
+        if (!IsRoutine(symbol) || !StartsWithIgnoreCase(symbol.name, kLine)) continue;
+        const auto join = std::ranges::find_if(compilation.labels, [&](const Label& label) {
+            return EqualsIgnoreCase(label.name, symbol.name);
+        });
+        if (join == compilation.labels.end()) continue;
+        const std::string_view number = symbol.name.substr(kLine.size());
+        const std::int32_t lineNo =
+            ParseNumber(number.substr(0, number.size() - 1)).value_or(symbol.declareLineNo);
+        const Bearer line{compilation.GetSourceLine(lineNo).parsedLine, lineNo};
+        PostTwice(compilation, BearerOf(symbol), line);
+        symbol.label.address = join->address = std::min(symbol.label.address, join->address);
     }
 }
 
@@ -113,6 +153,7 @@ void ResolveLabels(Compilation& compilation) {
     PlaceLabels(compilation);
     CheckJoinedNames(compilation);
     CheckTableElements(compilation);
+    CheckCaseJoins(compilation);
     CheckReferences(compilation);
 }
 

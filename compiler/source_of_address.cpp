@@ -14,11 +14,15 @@ std::optional<LineXref> SourceOfAddress(const Compilation& compilation, std::uin
 
 std::optional<std::size_t> ListingLineOfAddress(const Compilation& compilation,
                                                 std::uint16_t address) {
-    const auto& lines = compilation.objectLines;
-    const auto found =
-        std::ranges::lower_bound(lines, std::int32_t{address}, {}, &ObjectLine::address);
-    if (found == lines.end() || found->address != address) return std::nullopt;
-    return static_cast<std::size_t>(found - lines.begin()) + 1;
+    std::size_t number = 1;
+    for (const ObjectLine& line : compilation.objectLines) {
+        if (line.address > address) break;
+        const auto offset = static_cast<std::size_t>(address - line.address);
+        if (offset == 0) return number;
+        if (line.IsTable() && offset < line.Size()) return number + offset;
+        number += line.LineCount();
+    }
+    return std::nullopt;
 }
 
 }  // namespace zentro

@@ -23,7 +23,7 @@ std::string_view TypeName(DataType type) {
 }  // namespace
 
 std::size_t SizeInMemory(const Symbol& variable) {
-    if (variable.type == DataType::Table) return variable.table->bytes.size();
+    if (variable.type == DataType::Table) return variable.table->Size();
     return IsByteSized(variable.type) ? 1 : 2;
 }
 

@@ -17,17 +17,14 @@ constexpr std::array<char32_t, 32> kWindows1252High{
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-char ToWindows1252(char32_t character) {
+/// Nothing for a character that is not in it.
+std::optional<char> ToWindows1252(char32_t character) {
     if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) {
         return static_cast<char>(character);
     }
     const auto* found = std::find(kWindows1252High.begin(), kWindows1252High.end(), character);
-    if (found == kWindows1252High.end()) return '?';
+    if (found == kWindows1252High.end()) return std::nullopt;
     return static_cast<char>(0x80 + (found - kWindows1252High.begin()));
-}
-
-char32_t FromWindows1252(unsigned char byte) {
-    return byte >= 0x80 && byte < 0xA0 ? kWindows1252High[byte - 0x80U] : byte;
 }
 
 struct Utf8Character {
@@ -53,14 +50,14 @@ std::optional<Utf8Character> ReadUtf8(std::string_view bytes) {
     return Utf8Character{value, length};
 }
 
+}  // namespace
+
 bool IsAscii(std::string_view bytes) {
     unsigned char all = 0;
     for (char c : bytes)
         all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
     return all < 0x80;
 }
-
-}  // namespace
 
 bool IsUtf8(std::string_view bytes) {
     while (!bytes.empty()) {
@@ -71,7 +68,7 @@ bool IsUtf8(std::string_view bytes) {
     return true;
 }
 
-std::string DecodeText(std::string bytes) {
+std::string DecodeText(std::string bytes, std::vector<ReplacedCharacter>* replaced) {
     if (IsAscii(bytes)) return bytes;
     std::string_view rest = bytes;
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -80,29 +77,55 @@ std::string DecodeText(std::string bytes) {
     text.reserve(rest.size());
     while (!rest.empty()) {
         const std::optional<Utf8Character> character = ReadUtf8(rest);
-        if (!character) return bytes;
-        text += ToWindows1252(character->value);
+        if (!character) {
+            if (replaced != nullptr) replaced->clear();
+            return bytes;
+        }
+        const std::optional<char> own = ToWindows1252(character->value);
+        if (!own && replaced != nullptr) replaced->push_back({text.size(), character->value});
+        text += own.value_or('?');
         rest.remove_prefix(character->length);
     }
     return text;
 }
 
+char32_t UnicodeOf(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 0x80 && byte < 0xA0 ? kWindows1252High[byte - 0x80U] : byte;
+}
+
+namespace {
+
+void AppendUtf8(char32_t character, std::string& bytes) {
+    const auto append = [&](char32_t byte) { bytes += static_cast<char>(byte); };
+    const auto appendRest = [&](unsigned shift) { append(0x80U | ((character >> shift) & 0x3FU)); };
+    if (character < 0x80) return append(character);
+    if (character < 0x800) {
+        append(0xC0U | (character >> 6));
+    } else if (character < 0x10000) {
+        append(0xE0U | (character >> 12));
+        appendRest(6);
+    } else {
+        append(0xF0U | (character >> 18));
+        appendRest(12);
+        appendRest(6);
+    }
+    appendRest(0);
+}
+
+}  // namespace
+
+std::string Utf8Of(char32_t character) {
+    std::string bytes;
+    AppendUtf8(character, bytes);
+    return bytes;
+}
+
 std::string ToUtf8(std::string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
-    for (char c : text) {
-        const char32_t character = FromWindows1252(static_cast<unsigned char>(c));
-        if (character < 0x80) {
-            bytes += static_cast<char>(character);
-        } else if (character < 0x800) {
-            bytes += static_cast<char>(0xC0U | (character >> 6));
-            bytes += static_cast<char>(0x80U | (character & 0x3FU));
-        } else {
-            bytes += static_cast<char>(0xE0U | (character >> 12));
-            bytes += static_cast<char>(0x80U | ((character >> 6) & 0x3FU));
-            bytes += static_cast<char>(0x80U | (character & 0x3FU));
-        }
-    }
+    for (const char c : text)
+        AppendUtf8(UnicodeOf(c), bytes);
     return bytes;
 }
 

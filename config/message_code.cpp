@@ -90,6 +90,9 @@ constexpr auto kMessageCodes = std::to_array<MessageCode>({
     MessageCode::RestIgnored,
     MessageCode::NothingOpenToEnd,
     MessageCode::BeforeFirstCase,
+    MessageCode::CommaMissing,
+    MessageCode::CharacterNotOnBoard,
+    MessageCode::CharacterIgnored,
     MessageCode::LoadStarts,
     MessageCode::LoadEnds,
     MessageCode::SharedParametersOn,
@@ -122,6 +125,8 @@ constexpr auto kMessageCodes = std::to_array<MessageCode>({
     MessageCode::FoundEvent,
     MessageCode::FoundLiteral,
     MessageCode::FoundConstant,
+    MessageCode::TypographicQuotes,
+    MessageCode::TypographicDashes,
     MessageCode::AlreadyOpen,
     MessageCode::OutsideFailure,
 });

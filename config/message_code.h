@@ -93,6 +93,9 @@ enum class MessageCode : std::uint16_t {
     RestIgnored = 510,
     NothingOpenToEnd = 511,
     BeforeFirstCase = 512,
+    CommaMissing = 513,        ///< values of a table stand together
+    CharacterNotOnBoard = 514,  ///< a character that the board's character set lacks
+    CharacterIgnored = 515,     ///< a character outside quotes that counts as a blank
     LoadStarts = 1000,
     LoadEnds = 1001,
     SharedParametersOn = 1002,
@@ -125,6 +128,8 @@ enum class MessageCode : std::uint16_t {
     FoundEvent = 2015,
     FoundLiteral = 2016,
     FoundConstant = 2017,
+    TypographicQuotes = 2018,  ///< the hint behind the message of a line that holds some
+    TypographicDashes = 2019,
     AlreadyOpen = 3002,     ///< a source file is opened a second time
     OutsideFailure = 3003,  ///< something outside the program failed: a disk, a folder
 };

@@ -13,9 +13,16 @@ namespace {
 
 constexpr std::int32_t kLargestReserve = 20000;
 
-std::vector<std::uint8_t>& CurrentBytes(Compilation& compilation) {
+TableData& CurrentData(Compilation& compilation) {
     if (compilation.currentTable == nullptr) return compilation.undeclaredTable;
-    return compilation.currentTable->table->bytes;
+    return *compilation.currentTable->table;
+}
+
+/// A header that the declaration pass did not take for one: the language's words are not in order.
+void TellUndeclaredTable(Compilation& compilation, const SourceLine& line) {
+    if (compilation.currentTable != nullptr || line.purpose == Purpose::DataTableHeader) return;
+    compilation.environment.prompts.ShowMessage(
+        "Compiler error. DataTable Data encountered for unknown Data Table");
 }
 
 /// The number that a count is written as; nothing when it is none.
@@ -44,17 +51,19 @@ void ParseTableHeader(Compilation& compilation, SourceLine& line, std::string_vi
     const bool isTable = declared != nullptr && declared->table != nullptr;
     compilation.currentTable = isTable ? declared : nullptr;
     compilation.currentTableHasErrors = false;
+    TellUndeclaredTable(compilation, line);
     if (split.rest.empty()) return;
     const SplitText symbol = SplitFirstWord(split.rest);
     if (!EqualsIgnoreCase(symbol.first, compilation.GetCommandText(Token::Equal))) {
         compilation.diagnostics.PostError(MessageCode::EqualSignExpected, &line);
         return;
     }
-    ExpandDataList(compilation, symbol.rest, line, CurrentBytes(compilation));
+    if (symbol.rest.empty()) return;  // the values stand on the next lines
+    ExpandDataList(compilation, symbol.rest, line, CurrentData(compilation));
 }
 
 void ParseDataLine(Compilation& compilation, SourceLine& line) {
-    ExpandDataList(compilation, line.parsedLine, line, CurrentBytes(compilation));
+    ExpandDataList(compilation, line.parsedLine, line, CurrentData(compilation));
 }
 
 void ParseReserve(Compilation& compilation, SourceLine& line, std::string_view arguments) {
@@ -64,13 +73,12 @@ void ParseReserve(Compilation& compilation, SourceLine& line, std::string_view a
     } else if (*count > kLargestReserve) {
         compilation.diagnostics.PostError(MessageCode::ValueOutOfRange, &line, Shorten(arguments));
     } else {
-        auto& bytes = CurrentBytes(compilation);
-        bytes.resize(bytes.size() + static_cast<std::size_t>(*count), 0);
+        CurrentData(compilation).AddZeros(static_cast<std::size_t>(*count));
     }
 }
 
 void CheckTableEnd(Compilation& compilation, SourceLine& line) {
-    const bool isEmpty = CurrentBytes(compilation).empty();
+    const bool isEmpty = CurrentData(compilation).Size() == 0;
     if (isEmpty && !compilation.currentTableHasErrors) {
         compilation.diagnostics.PostError(MessageCode::TableEmpty, &line);
     }

@@ -51,13 +51,6 @@ constexpr std::array kBlocks{
 constexpr std::array kEndsOfStatementBlocks{Token::EndProgram, Token::EndIf, Token::EndWhile,
                                             Token::EndSelect, Token::EndLoop};
 
-bool MayDeclare(const Compilation& compilation, std::string_view text) {
-    constexpr std::array kBeginnings{Token::DefinePrefix, Token::EndPrefix, Token::Include};
-    return std::any_of(kBeginnings.begin(), kBeginnings.end(), [&](Token token) {
-        return StartsWithIgnoreCase(text, compilation.GetCommandText(token));
-    });
-}
-
 bool IsInRoutine(const Compilation& compilation) {
     const CompileState current = compilation.states.Current();
     return current == CompileState::Routine || current == CompileState::Event;
@@ -117,6 +110,14 @@ void Dispatch(Compilation& compilation, SourceLine& line, std::string_view argum
 }
 
 }  // namespace
+
+bool MayDeclare(const Compilation& compilation, std::string_view text) {
+    constexpr std::array kBeginnings{Token::DefinePrefix, Token::EndPrefix, Token::Include};
+    return std::any_of(kBeginnings.begin(), kBeginnings.end(), [&](Token token) {
+        const std::string_view words = compilation.GetCommandText(token);
+        return !words.empty() && StartsWithIgnoreCase(text, words);
+    });
+}
 
 std::optional<std::string_view> ParseDeclares(Compilation& compilation, SourceLine& line) {
     PrepareLine(compilation, line);

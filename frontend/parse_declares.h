@@ -12,4 +12,7 @@ namespace zentro {
 /// caller has to read next.
 std::optional<std::string_view> ParseDeclares(Compilation& compilation, SourceLine& line);
 
+/// Whether that pass looks at a line with the text at all.
+bool MayDeclare(const Compilation& compilation, std::string_view text);
+
 }  // namespace zentro

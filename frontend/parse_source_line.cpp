@@ -1,9 +1,13 @@
 #include "frontend/parse_source_line.h"
 
+#include <algorithm>
 #include <array>
+#include <vector>
 
 #include "config/text.h"
+#include "frontend/parse_declares.h"
 #include "frontend/statements.h"
+#include "model/foreign_characters.h"
 
 namespace zentro {
 
@@ -115,6 +119,14 @@ void RefuseWord(Compilation& compilation, SourceLine& line, TokenFamily family) 
     }
 }
 
+/// A declaration whose words do not begin as those of the language must was not read as one.
+void RefuseUndeclared(Compilation& compilation, SourceLine& line, const Command& command) {
+    const bool declares = command.family == TokenFamily::Declaration ||
+                          command.id == Token::SharedParameters;
+    if (declares && !MayDeclare(compilation, line.parsedLine))
+        compilation.diagnostics.PostError(MessageCode::NotUnderstood, &line);
+}
+
 void ParseStatement(Compilation& compilation, SourceLine& line, const Command& command) {
     line.parent = compilation.currentParent;
     const Parser parse = kParsers[static_cast<std::size_t>(command.id)];
@@ -123,6 +135,7 @@ void ParseStatement(Compilation& compilation, SourceLine& line, const Command& c
         compilation.diagnostics.PostError(MessageCode::TableNotEnded, &line);
         return;
     }
+    RefuseUndeclared(compilation, line, command);
     parse(compilation, line, Trim(line.parsedLine.substr(command.command.size())));
 }
 
@@ -130,7 +143,7 @@ void ParseStatement(Compilation& compilation, SourceLine& line, const Command& c
 void ParseOtherLine(Compilation& compilation, SourceLine& line) {
     line.parent = compilation.currentParent;
     const std::string_view equal = compilation.GetCommandText(Token::Equal);
-    if (line.parsedLine.find(equal) != std::string_view::npos) {
+    if (!equal.empty() && ContainsIgnoreCase(line.parsedLine, equal)) {
         ParseAssignment(compilation, line);
         return;
     }
@@ -166,17 +179,47 @@ void WarnOfUnreached(Compilation& compilation, SourceLine& line, const Place& pl
     }
 }
 
+/// Warns of what gets lost of a line that is understood; else there is a message already. The name
+/// of an included file may hold any character.
+void WarnOfForeignCharacters(Compilation& compilation, SourceLine& line) {
+    if (!line.mayBeForeign || line.hasErrors || line.token == Token::Include) return;
+    const std::vector<ForeignCharacter> characters = ForeignCharactersIn(line);
+    const auto warn = [&](MessageCode code, auto isMeant) {
+        const auto found = std::ranges::find_if(characters, isMeant);
+        if (found == characters.end()) return;
+        compilation.diagnostics.PostShown(code, line, ShownCharacter(found->character));
+    };
+    warn(MessageCode::CharacterNotOnBoard,
+         [](const ForeignCharacter& one) { return one.isReplaced; });
+    warn(MessageCode::CharacterIgnored,
+         [](const ForeignCharacter& one) { return one.IsIgnored(); });
+}
+
 /// The entry that begins the line; the declaration pass has found its token.
 const Command* CommandOf(const Compilation& compilation, const SourceLine& line) {
     if (line.token == Token::Other) return compilation.FindCommand(line.parsedLine);
     return compilation.configuration.commands.ByToken(line.token);
 }
 
+/// Whether the first value of a table's line is a number with a sign, which stands apart: - 1, 2
+bool BeginsWithSignedNumber(std::string_view text) {
+    std::string_view number = text.substr(0, text.find(','));
+    const bool hasSign = number.starts_with('-') || number.starts_with('+');
+    if (!hasSign) return false;
+    number = Trim(number.substr(1));
+    return !number.empty() && IsDigit(number.front()) && IsNumeric(number);
+}
+
+/// Whether a line of a table holds values although it begins with a word of the language.
+bool HoldsData(const SourceLine& line, const Command& command) {
+    return command.family == TokenFamily::Constant ||
+           (command.family == TokenFamily::Operator && BeginsWithSignedNumber(line.parsedLine));
+}
+
 void ParseLine(Compilation& compilation, SourceLine& line) {
     const bool isInTable = compilation.states.Current() == CompileState::Table;
     const Command* command = CommandOf(compilation, line);
-    const bool beginsWithConstant = command != nullptr && command->family == TokenFamily::Constant;
-    if (isInTable && (command == nullptr || beginsWithConstant)) {
+    if (isInTable && (command == nullptr || HoldsData(line, *command))) {
         line.token = Token::None;
         ParseDataLine(compilation, line);
     } else if (command != nullptr) {
@@ -196,7 +239,7 @@ bool IsSupportedStatement(Token token) {
 void ParseSourceLine(Compilation& compilation, SourceLine& line) {
     if (line.parsedLine.empty()) {
         line.purpose = Purpose::Blank;
-        return;
+        return WarnOfForeignCharacters(compilation, line);
     }
     const Place place = PlaceOf(compilation);
     ParseLine(compilation, line);
@@ -204,6 +247,7 @@ void ParseSourceLine(Compilation& compilation, SourceLine& line) {
         compilation.currentTableHasErrors = true;
     }
     WarnOfUnreached(compilation, line, place);
+    WarnOfForeignCharacters(compilation, line);
 }
 
 }  // namespace zentro

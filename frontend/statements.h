@@ -44,7 +44,7 @@ void ParseCase(Compilation& compilation, SourceLine& line, std::string_view argu
 /// CASE ELSE
 void ParseCaseElse(Compilation& compilation, SourceLine& line, std::string_view arguments);
 
-/// DEFINE TABLE name = data
+/// DEFINE TABLE name = data, or with the data on the lines below
 void ParseTableHeader(Compilation& compilation, SourceLine& line, std::string_view arguments);
 /// RESERVE count
 void ParseReserve(Compilation& compilation, SourceLine& line, std::string_view arguments);

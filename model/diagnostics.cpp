@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "config/encoding.h"
+#include "model/foreign_characters.h"
 
 namespace zentro {
 
@@ -130,13 +131,20 @@ void Diagnostics::EndCompile(MessageCode code) {
 }
 
 void Diagnostics::PostError(MessageCode code, SourceLine* line, std::string_view extra) {
+    Post(code, line, ToUtf8(extra));
+}
+
+void Diagnostics::PostShown(MessageCode code, SourceLine& line, std::string_view extra) {
+    Post(code, &line, std::string(extra));
+}
+
+void Diagnostics::Post(MessageCode code, SourceLine* line, const std::string& shownExtra) {
     if (PreventsObjectCode(code)) objectCodeIsPossible_ = false;
     const ErrorMessage* entry = Find(code);
     if (entry == nullptr) return;
-    const std::string shownExtra = ToUtf8(extra);
     const std::string text = ToUtf8(entry->errorMsg);
     if (entry->errorSeverity == Severity::Box) {
-        const std::string more = extra.empty() ? "" : "\r\n\r\n" + shownExtra;
+        const std::string more = shownExtra.empty() ? "" : "\r\n\r\n" + shownExtra;
         prompts_.ShowMessage(entry->token + ":" + text + more);
         return;
     }
@@ -145,7 +153,7 @@ void Diagnostics::PostError(MessageCode code, SourceLine* line, std::string_view
         PostMessage(message, shownExtra);
         return;
     }
-    if (!extra.empty()) message.text = shownExtra + " - " + text;
+    if (!shownExtra.empty()) message.text = shownExtra + " - " + text;
     PostAgainst(*line, std::move(message));
 }
 
@@ -184,8 +192,30 @@ void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message) {
         message.place.fileName = line.file->name;
         message.place.pathName = line.file->directory;
     }
+    const bool isMistake =
+        message.severity == Severity::Error || message.severity == Severity::Warning;
+    if (isMistake) message.text += TypographicHint(line, message.code);
     if (filter_ != nullptr && filter_->HoldsBack(message, line)) return;
     PostMessage(message, LineTextColumn(line.parsedLine));
+}
+
+/// What a message adds when a word processor has made the line's quotes or dashes, which it shows as
+/// they stand in the file. Inside a text they may stand, but not instead of its last quote.
+std::string Diagnostics::TypographicHint(const SourceLine& line, MessageCode code) const {
+    const std::vector<ForeignCharacter> characters = ForeignCharactersIn(line);
+    const auto hint = [&](TypographicSign kind, MessageCode text) {
+        std::string found;
+        for (const ForeignCharacter& one : characters) {
+            const bool isMeant = !one.inQuotes || code == MessageCode::QuoteNotClosed;
+            const std::string shown = ShownCharacter(one.character);
+            const bool isNew = found.find(shown) == std::string::npos;
+            if (TypographicSignOf(one.character) == kind && isMeant && isNew) found += " " + shown;
+        }
+        const std::string_view words = catalogue_.GetMessageText(text);
+        return found.empty() || words.empty() ? "" : " " + ToUtf8(words) + found;
+    };
+    return hint(TypographicSign::Quote, MessageCode::TypographicQuotes) +
+           hint(TypographicSign::Dash, MessageCode::TypographicDashes);
 }
 
 void Diagnostics::PostMessage(const PostedMessage& message, std::string_view lineText) {

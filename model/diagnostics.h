@@ -44,6 +44,9 @@ class Diagnostics {
     /// character set, is shown before the text.
     void PostError(MessageCode code, SourceLine* line, std::string_view extra = {});
 
+    /// Posts a message with an extra that is UTF-8 already: a character of the file.
+    void PostShown(MessageCode code, SourceLine& line, std::string_view extra);
+
     /// Posts that something of one type stands where another is needed.
     void PostRangeError(SourceLine& line, RangeDescription needed, std::string_view valueText,
                         RangeDescription found);
@@ -61,8 +64,10 @@ class Diagnostics {
 
   private:
     const ErrorMessage* Find(MessageCode code);
+    void Post(MessageCode code, SourceLine* line, const std::string& shownExtra);
     void PostMessage(const PostedMessage& message, std::string_view lineText);
     void PostAgainst(SourceLine& line, PostedMessage message);
+    std::string TypographicHint(const SourceLine& line, MessageCode code) const;
     void WriteHeaderOnce();
     void WriteStageLine(MessageCode code, const std::string& text);
 

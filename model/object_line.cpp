@@ -64,6 +64,16 @@ ObjectLine CreateVariableLocation(Label& label, DataType type, std::uint16_t ini
     return object;
 }
 
+ObjectLine CreateTableLocation(Label& label, const TableData& table) {
+    ObjectLine object;
+    object.purpose = ObjectPurpose::VariableLocation;
+    object.label = &label;
+    object.type = DataType::Table;
+    object.table = &table;
+    object.comment = ObjectComment::TableByte;
+    return object;
+}
+
 ObjectCodeText::ObjectCodeText(const ObjectLine& line) {
     if (line.purpose == ObjectPurpose::VariableLocation) {
         line.byteCount == 1 ? AppendByte(line.initialValue) : AppendWord(line.initialValue);

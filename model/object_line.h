@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -10,6 +11,7 @@
 #include "model/instruction.h"
 #include "model/label.h"
 #include "model/source_line.h"
+#include "model/table_data.h"
 
 namespace zentro {
 
@@ -43,11 +45,14 @@ enum class ObjectComment : std::uint8_t {
     Constant,
 };
 
-/// One unit of the board's object code: an instruction or a location of the data area.
+/// One unit of the board's object code: an instruction, a location of the data area or a whole table.
 struct ObjectLine {
     Label* label = nullptr;  ///< the name of this place, if it has one
-    /// What the arguments name, or for byte slots are. They belong to the compilation.
-    std::array<const Label*, kMaxArguments> arguments{};
+    union {
+        /// What the arguments name, or for byte slots are. They belong to the compilation.
+        std::array<const Label*, kMaxArguments> arguments{};
+        const TableData* table;  ///< of a table, which has no arguments
+    };
     std::int32_t address = 0;
     std::int32_t sourceLineNo = 0;   ///< the line that it comes from; 0 for the data area
     std::uint16_t initialValue = 0;  ///< locations: what they hold before the program runs
@@ -56,7 +61,13 @@ struct ObjectLine {
     ObjectComment comment = ObjectComment::SourceLine;
     DataType type = DataType::Any;  ///< locations: what is kept there
     std::uint8_t argCount = 0;
-    std::uint8_t byteCount = 0;
+    std::uint8_t byteCount = 0;  ///< 0 for a table
+
+    bool IsTable() const { return type == DataType::Table; }
+    /// In bytes of the board's memory.
+    std::size_t Size() const { return IsTable() ? table->Size() : byteCount; }
+    /// How many lines of the object file and the listing it stands for: of a table one a byte.
+    std::size_t LineCount() const { return IsTable() ? table->Size() : 1; }
 
     std::string_view OpcodeName() const { return InstructionFor(opcode).name; }
 };
@@ -69,14 +80,23 @@ ObjectLine CreateObjectLine(Opcode opcode, const SourceLine& line, ObjectComment
 ObjectLine CreateVariableLocation(Label& label, DataType type, std::uint16_t initialValue,
                                   ObjectComment comment);
 
+/// A data table, which stays the symbol's.
+ObjectLine CreateTableLocation(Label& label, const TableData& table);
+
 /// Addresses beyond this cannot be encoded; they come out as 0.
 inline constexpr std::uint32_t kLargestAddress = 32767;
+
+/// Of a program that is larger than the board's memory no more bytes are written and listed: enough
+/// to be refused wherever it is loaded.
+inline constexpr std::int32_t kMostBytesWritten = 131072;
 
 /// The object code of a line: decimal numbers joined by ",". Of a location they are its initial
 /// bytes.
 class ObjectCodeText {
   public:
+    /// The line is no table.
     explicit ObjectCodeText(const ObjectLine& line);
+    explicit ObjectCodeText(std::uint8_t byte) { AppendByte(byte); }
     std::string_view View() const { return {text_.data(), length_}; }
 
   private:

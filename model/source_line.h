@@ -3,7 +3,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "config/encoding.h"
 #include "config/token.h"
 #include "model/label.h"
 
@@ -41,6 +43,7 @@ struct SourceFile {
     std::string directory;             ///< the folder it was asked for in, as UTF-8
     std::string text;                  ///< its content, in the program's own character set
     std::int32_t includingLineNo = 0;  ///< the line that includes it; 0: the main file
+    std::vector<ReplacedCharacter> replaced{};  ///< in its text, in the order of their places
 };
 
 /// The routine or event that something belongs to, by its number in the symbol table.
@@ -67,12 +70,14 @@ struct SourceLine {
     std::uint32_t firstElement = 0;      ///< where the line's elements begin, among all elements
     ParentId parent = ParentId::Program;
 
-    std::uint16_t elementCount = 0;
+    std::uint32_t elementCount = 0;
     Purpose purpose = Purpose::Unclassified;
     Token token = Token::None;
     Scope scope = Scope::Program;
-    bool hasErrors = false;
-    bool hasWarnings = false;
+    bool hasErrors : 1 = false;
+    bool hasWarnings : 1 = false;
+    /// It may hold characters that the language does not know: see ForeignCharactersIn.
+    bool mayBeForeign : 1 = false;
 
     /// From the ";" to the end of the line, trimmed.
     std::string_view Comment() const;

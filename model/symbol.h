@@ -2,11 +2,11 @@
 
 #include <cstdint>
 #include <string_view>
-#include <vector>
 
 #include "model/data_type.h"
 #include "model/label.h"
 #include "model/source_line.h"
+#include "model/table_data.h"
 
 namespace zentro {
 
@@ -21,11 +21,6 @@ enum class SymbolClass : std::uint8_t {
 
 /// The name of the parent of everything that is not local to a routine or an event.
 inline constexpr std::string_view kProgram = "Program";
-
-/// What a data table holds.
-struct TableData {
-    std::vector<std::uint8_t> bytes;
-};
 
 /// A declared name with one place in memory: a variable, a data table, a routine or an event.
 struct Symbol {

@@ -151,6 +151,32 @@ TEST(MessageTexts, NameWhatIsWrong) {
     }
 }
 
+/// Such signs are blanks to the compiler, so the piece of the line that is shown does not hold them.
+TEST(MessageTexts, NameTheSignsOfWordProcessors) {
+    const std::string quotes(
+        test::ShippedLanguage().messages.GetMessageText(MessageCode::TypographicQuotes));
+    const std::string dashes(
+        test::ShippedLanguage().messages.GetMessageText(MessageCode::TypographicDashes));
+    for (const TextRow& row : std::initializer_list<TextRow>{
+             {"SET MOTOR 1, “F”, 50 ; „", "E64", " “ ”"},
+             {"SET MOTOR 1, “F\", 50", "E502", " “"},
+             {"DISPLAY \"F”", "E502", " ”"},
+             {"DISPLAY “it's ‘", "E64", " “ ‘"},
+             {"Small = 5 – 1", "E33", " –"},
+             {"Small = 5 − 1", "E33", " −"},
+             {"Small = –1", "E515", " –"},
+             {"Nothing \"“”–\"", "E15", ""},
+         }) {
+        Program program("BEGIN PROGRAM\n" + std::string(row.statement) +
+                        "\nEND PROGRAM\nDEFINE BYTE Small = 0\n");
+        program.Compile();
+        const bool isDash = std::string(row.statement).starts_with("Small");
+        const std::string hint = " " + (isDash ? dashes : quotes) + row.pieces;
+        const bool hasHint = program.TextOf(row.code).ends_with(hint);
+        EXPECT_EQ(hasHint, *row.pieces != '\0') << row.statement << program.TextOf(row.code);
+    }
+}
+
 // Words of the compiler's own trade tell a pupil nothing.
 TEST(MessageTexts, SpeakTheLanguageOfTheUser) {
     for (const MessageCode code : MessageCodes()) {

@@ -51,7 +51,7 @@ void ExpectSound(const Program& program, const std::string& name) {
     const auto bytes = std::count(object.begin(), object.end(), ',') +
                        std::count(object.begin(), object.end(), '\n');
     const ObjectLine& last = program.compilation.objectLines.back();
-    EXPECT_EQ(bytes, last.address + last.byteCount) << name;
+    EXPECT_EQ(bytes, last.address + static_cast<std::int64_t>(last.Size())) << name;
 }
 
 TEST(Examples, CompileWithoutMessages) {

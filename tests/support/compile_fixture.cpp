@@ -150,8 +150,10 @@ std::string Program::TextOf(std::string_view code) const {
 
 std::string Program::Code(int firstLineNo, int lastLineNo) const {
     std::string text;
-    for (std::size_t i = 0; i < compilation.objectLines.size(); ++i) {
-        const ObjectLine& line = compilation.objectLines[i];
+    std::size_t listed = 0;
+    for (const ObjectLine& line : compilation.objectLines) {
+        const std::size_t i = listed;
+        listed += line.LineCount();
         if (line.sourceLineNo < firstLineNo || line.sourceLineNo > lastLineNo) continue;
         const SourceLine& source = compilation.GetSourceLine(line.sourceLineNo);
         AppendPiece(text, Describe(line, listing.lines.at(i), source.parsedLine));
@@ -161,10 +163,14 @@ std::string Program::Code(int firstLineNo, int lastLineNo) const {
 
 std::string Program::DataArea() const {
     std::string text;
-    for (std::size_t i = 0; i < compilation.objectLines.size(); ++i) {
-        const ObjectLine& line = compilation.objectLines[i];
-        if (line.purpose == ObjectPurpose::Instruction) continue;
-        AppendPiece(text, Describe(line, listing.lines.at(i), ""));
+    std::size_t listed = 0;
+    for (const ObjectLine& line : compilation.objectLines) {
+        for (std::size_t i = 0; i < line.LineCount(); ++i, ++listed) {
+            if (line.purpose == ObjectPurpose::Instruction) continue;
+            std::string piece = Describe(line, listing.lines.at(listed), "");
+            if (i > 0) piece.insert(line.label->name.size(), std::to_string(i));
+            AppendPiece(text, piece);
+        }
     }
     return text;
 }
