@@ -86,7 +86,7 @@ void WriteTable(const ObjectLine& line, const std::string& comment, ListingSink&
         const ObjectCodeText value(byte);
         AppendColumn(value.View(), value.View().size(), kValueWidth, text);
         listing.AddCodeLine(ToUtf8(text + CommentColumn(comment)));
-        return ++address < kMostBytesWritten;
+        return ++address < kMostBytesListed;
     });
 }
 
@@ -95,7 +95,7 @@ void WriteTable(const ObjectLine& line, const std::string& comment, ListingSink&
 void WriteListing(const Compilation& compilation, ListingSink& listing) {
     const ObjectComments comments(compilation);
     for (const ObjectLine& line : compilation.objectLines) {
-        if (line.address >= kMostBytesWritten) break;
+        if (line.address >= kMostBytesListed) break;
         const std::string comment = comments.TextOf(line);
         line.IsTable() ? WriteTable(line, comment, listing) : WriteLine(line, comment, listing);
         compilation.environment.progress.LetEventsRun();

@@ -39,13 +39,17 @@ ObjectComments::ObjectComments(const Compilation& compilation) : compilation_(co
     }
 }
 
+/// More than a listing shows: a line of many values has as many instructions.
+constexpr std::size_t kMostShown = 80;
+
 std::string ObjectComments::TextOf(const ObjectLine& line) const {
     const std::string size(SizeWord(line));
     const auto argument = [&](std::size_t index) { return line.arguments[index]; };
     const auto nameOf = [&](const Label* label) { return std::string(symbols_.at(label)->name); };
     switch (line.comment) {
         case ObjectComment::SourceLine:
-            return std::string(compilation_.GetSourceLine(line.sourceLineNo).parsedLine);
+            return std::string(compilation_.GetSourceLine(line.sourceLineNo)
+                                   .parsedLine.substr(0, kMostShown));
         case ObjectComment::None: return "";
         case ObjectComment::Default: return "Defaulting " + nameOf(argument(line.argCount - 1U));
         case ObjectComment::PopParameter:

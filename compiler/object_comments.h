@@ -12,7 +12,8 @@ class ObjectComments {
   public:
     explicit ObjectComments(const Compilation& compilation);
 
-    /// The comment of a line of the compilation, without the leading ";".
+    /// The comment of a line of the compilation, without the leading ";"; of a very long one what a
+    /// listing shows, and more.
     std::string TextOf(const ObjectLine& line) const;
 
   private:

@@ -88,7 +88,8 @@ inline constexpr std::uint32_t kLargestAddress = 32767;
 
 /// Of a program that is larger than the board's memory no more bytes are written and listed: enough
 /// to be refused wherever it is loaded.
-inline constexpr std::int32_t kMostBytesWritten = 131072;
+inline constexpr std::int32_t kMostBytesWritten = 65536;
+inline constexpr std::int32_t kMostBytesListed = 131072;
 
 /// The object code of a line: decimal numbers joined by ",". Of a location they are its initial
 /// bytes.

@@ -1,5 +1,6 @@
 #include "model/symbol_table.h"
 
+#include <string>
 #include <utility>
 
 #include "config/text.h"
@@ -38,9 +39,15 @@ ParentId SymbolTable::ParentWithName(std::string_view name) {
     });
     if (known != NameIndex::kNone) return static_cast<ParentId>(known);
     const auto number = static_cast<std::uint32_t>(parents_.size());
-    parents_.push_back({name});
+    parents_.push_back({name, PrefixFor(name, number)});
     parentNames_.Add(key.hash, number);
     return static_cast<ParentId>(number);
+}
+
+std::string_view SymbolTable::PrefixFor(std::string_view name, std::uint32_t number) {
+    constexpr std::size_t kLongestPrefix = 255;
+    if (name.size() <= kLongestPrefix) return name;
+    return texts_.Concat(name.substr(0, kLongestPrefix), "~", std::to_string(number));
 }
 
 std::string_view SymbolTable::NameOf(ParentId parent) const {
@@ -90,7 +97,9 @@ Symbol& SymbolTable::AddSymbol(const Symbol& symbol) {
     const auto number = static_cast<std::uint32_t>(symbols_.size());
     Symbol& entered = symbols_.emplace_back(symbol);
     entered.label.name =
-        IsRoutine(symbol) ? symbol.name : texts_.Concat(NameOf(symbol.parent), "_", symbol.name);
+        IsRoutine(symbol)
+            ? symbol.name
+            : texts_.Concat(parents_[Number(symbol.parent)].prefix, "_", symbol.name);
     if (symbol.type == DataType::Table) entered.table = &tables_.emplace_back();
     const NameKey key(entered.name);
     symbolNames_.Add(key.HashFor(Number(entered.parent)), number);

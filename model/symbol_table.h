@@ -66,9 +66,14 @@ class SymbolTable {
   private:
     struct Parent {
         std::string_view name;
+        std::string_view prefix;  ///< what the labels of its symbols begin with
         Symbol* first = nullptr;
         Symbol* last = nullptr;
     };
+
+    /// The name; of one beyond all measure the beginning and its number, since every symbol of the
+    /// parent repeats it.
+    std::string_view PrefixFor(std::string_view name, std::uint32_t number);
 
     TextArena texts_;
     std::pmr::deque<Parent> parents_;

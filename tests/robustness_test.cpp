@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
+#include <memory_resource>
 #include <memory>
 #include <random>
 #include <string>
@@ -174,6 +175,84 @@ TEST(HugeInput, TenThousandNestedBlocks) {
         EXPECT_FALSE(open.Check());
         ASSERT_EQ(open.Messages().size(), 1U) << block.first;
         EXPECT_TRUE(open.Messages()[0].starts_with(block.notEnded));
+    }
+}
+
+TEST(HugeInput, ACaseOf65536ValuesComparesAll) {
+    constexpr std::size_t kValues = 65536;
+    std::string text = "DEFINE BYTE Small = 0\nBEGIN PROGRAM\nSELECT Small\nCASE 1";
+    for (std::size_t i = 1; i < kValues; ++i)
+        text += ",1";
+    Program program(text + "\nEND SELECT\nEND PROGRAM\n");
+    program.Compile();
+    EXPECT_THAT(program.Messages(), ElementsAre("E74"));
+    const auto compares =
+        std::ranges::count_if(program.compilation.objectLines, [](const ObjectLine& line) {
+            return line.opcode == Opcode::IfByteEqual || line.opcode == Opcode::IfByteNotEqual;
+        });
+    EXPECT_EQ(static_cast<std::size_t>(compares), kValues);
+}
+
+/// Counts what a compilation keeps.
+class CountedMemory : public std::pmr::memory_resource {
+  public:
+    CountedMemory() : before_(std::pmr::set_default_resource(this)) {}
+    CountedMemory(const CountedMemory&) = delete;
+    CountedMemory& operator=(const CountedMemory&) = delete;
+    ~CountedMemory() override { std::pmr::set_default_resource(before_); }
+    std::size_t Bytes() const { return bytes_; }
+
+  private:
+    void* do_allocate(std::size_t bytes, std::size_t alignment) override {
+        bytes_ += bytes;
+        return before_->allocate(bytes, alignment);
+    }
+    void do_deallocate(void* place, std::size_t bytes, std::size_t alignment) override {
+        before_->deallocate(place, bytes, alignment);
+    }
+    bool do_is_equal(const memory_resource& other) const noexcept override {
+        return this == &other;
+    }
+
+    std::pmr::memory_resource* before_;
+    std::size_t bytes_ = 0;
+};
+
+std::string Repeated(int count, const std::string& text) {
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        all += text;
+    return all;
+}
+
+// One short line can ask for more than the board has, and one long name can stand in every label.
+TEST(HugeInput, MemoryFollowsTheTextAndNotWhatItAsksFor) {
+    struct Row {
+        std::string text;
+        std::size_t tables;
+        std::vector<std::string> messages;
+    };
+    const std::string name(100'000, 'n');
+    const std::string end = "END TABLE\nBEGIN PROGRAM\nEND PROGRAM\n";
+    std::string routine = "DEFINE ROUTINE " + name + "()\n";
+    for (int i = 0; i < 500; ++i)
+        routine += "DEFINE BYTE Abc" + std::to_string(i) + " = 0\n";
+    routine += "END ROUTINE\nBEGIN PROGRAM\nEND PROGRAM\n";
+    for (const Row& row : {
+             Row{"DEFINE TABLE Tune\n" + Repeated(500, "RESERVE 20000\n") + end, 1, {"E74"}},
+             {"DEFINE TABLE " + name + "\nRESERVE 20000\n" + end, 1, {}},
+             {"DEFINE TABLE " + name + "\n" + Repeated(100, "1,2,3,4,5,6,7,8,9\n") + end, 1, {}},
+             {routine, 0, {}},
+         }) {
+        const CountedMemory memory;
+        Program program(row.text);
+        program.Compile();
+        EXPECT_EQ(program.Messages(), row.messages);
+        const auto lines = static_cast<std::size_t>(std::ranges::count(row.text, '\n'));
+        const std::size_t most = 1024 * lines + 65536 * row.tables + 4 * row.text.size();
+        EXPECT_LT(memory.Bytes(), most) << row.text.substr(0, 60);
+        EXPECT_LT(program.object.text.size(), std::size_t{1} << 20);
+        EXPECT_LT(program.listing.lines.size(), 140'000U);
     }
 }
 

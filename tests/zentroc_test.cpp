@@ -377,6 +377,24 @@ TEST_F(Zentroc, BadConfigurationsGetOneMessage) {
     EXPECT_THAT(Files(), ElementsAre("changed.cfg", "main.txt"));
 }
 
+TEST_F(Zentroc, TellsWhatIsWrongWithALanguageAndGoesOnWhereItCan) {
+    // A word that cannot be used leaves the others as they are.
+    Configure("s/\"WAIT\"/\"WAIT;NOW\"/");
+    const Result usable = Run("--config changed.cfg main.txt");
+    EXPECT_EQ(usable.status, 0);
+    EXPECT_EQ(usable.err, "zentroc: changed.cfg: record s34, \"WAIT;NOW\": these words are never "
+                          "found, because the compiler reads them as \"WAIT\"\n");
+    EXPECT_EQ(Read("main.obj"), kGoodObject);
+    fs::remove(folder_ / "in/main.obj");
+    // Programs that define tables would be read otherwise than they are meant.
+    Configure("s/\"DEFINE TABLE\"/\"TABLE\"/");
+    const Result unusable = Run("--config changed.cfg main.txt");
+    EXPECT_EQ(unusable.status, 2);
+    EXPECT_THAT(unusable.err, StartsWith("zentroc: changed.cfg: record D4, \"TABLE\": it must "));
+    EXPECT_EQ(std::count(unusable.err.begin(), unusable.err.end(), '\n'), 1) << unusable.err;
+    EXPECT_FALSE(fs::exists(folder_ / "in/main.obj"));
+}
+
 /// What the program writes to a terminal.
 std::string OnATerminal(const std::string& command) {
     int terminal = -1;
