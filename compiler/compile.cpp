@@ -93,8 +93,7 @@ void GenerateCode(Compilation& compilation) {
         compilation.environment.progress.LetEventsRun();
     }
     MakeDataArea(compilation);
-    diagnostics.PostInfo(MessageCode::ObjectLineCount,
-                         LineCountOf(compilation));
+    diagnostics.PostInfo(MessageCode::ObjectLineCount, LineCountOf(compilation));
     diagnostics.EndCompileStage(MessageCode::GenerateEnds);
 }
 

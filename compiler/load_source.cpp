@@ -83,8 +83,8 @@ class SourceLoader {
                                                LineOrNone(includingLineNo), fileName);
             return false;
         }
-        SourceFile& file = compilation_.files.emplace_back(
-            SourceFile{fileName, directory, {}, includingLineNo});
+        SourceFile& file =
+            compilation_.files.emplace_back(SourceFile{fileName, directory, {}, includingLineNo});
         file.text = DecodeText(std::move(*bytes), &file.replaced);
         openPaths_.push_back(normalPath);
         LoadLines(file);

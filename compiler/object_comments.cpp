@@ -48,8 +48,8 @@ std::string ObjectComments::TextOf(const ObjectLine& line) const {
     const auto nameOf = [&](const Label* label) { return std::string(symbols_.at(label)->name); };
     switch (line.comment) {
         case ObjectComment::SourceLine:
-            return std::string(compilation_.GetSourceLine(line.sourceLineNo)
-                                   .parsedLine.substr(0, kMostShown));
+            return std::string(
+                compilation_.GetSourceLine(line.sourceLineNo).parsedLine.substr(0, kMostShown));
         case ObjectComment::None: return "";
         case ObjectComment::Default: return "Defaulting " + nameOf(argument(line.argCount - 1U));
         case ObjectComment::PopParameter:

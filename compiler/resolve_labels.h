@@ -14,8 +14,9 @@ namespace zentro {
 /// lines bear or that none does.
 void ResolveLabels(Compilation& compilation);
 
-/// The addresses of a finished run by label; a table has one for its first byte. Of two text literals that differ in letter case only
-/// the first is in it; their instructions do not go by names.
+/// The addresses of a finished run by label; a table has one for its first byte. Of two text
+/// literals that differ in letter case only the first is in it; their instructions do not go by
+/// names.
 using LabelTable = std::unordered_map<std::string_view, std::int32_t, FoldedHash, FoldedEqual>;
 LabelTable BuildLabelTable(const Compilation& compilation);
 

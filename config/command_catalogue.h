@@ -24,8 +24,8 @@ enum class CharacterClass : std::uint8_t {
 /// The classes of a language without operators.
 std::array<CharacterClass, 256> PlainClasses();
 
-/// The operators of signs, whose characters stand between blanks however they were typed. The others
-/// are words, or made of the same characters.
+/// The operators of signs, whose characters stand between blanks however they were typed. The
+/// others are words, or made of the same characters.
 bool IsSignOperator(Token token);
 
 /// One command record of the configuration file.

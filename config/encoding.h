@@ -15,8 +15,8 @@ struct ReplacedCharacter {
 
 /// Reads the bytes of a text file into the program's own character set, Windows-1252, in which
 /// every character is one byte. UTF-8 is recognised, a byte-order mark dropped; bytes that are not
-/// valid UTF-8 are Windows-1252 already. A character that Windows-1252 lacks becomes "?", and is told
-/// in `replaced`, in the order of their places, if there is somebody to tell.
+/// valid UTF-8 are Windows-1252 already. A character that Windows-1252 lacks becomes "?", and is
+/// told in `replaced`, in the order of their places, if there is somebody to tell.
 std::string DecodeText(std::string bytes, std::vector<ReplacedCharacter>* replaced = nullptr);
 
 /// True when the bytes are those of ASCII.

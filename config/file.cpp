@@ -44,8 +44,8 @@ FileContent ReadToEnd(const SystemFile& file, std::size_t expected, std::size_t 
     std::size_t length = 0;
     while (true) {
         if (length == content.bytes.size()) content.bytes.resize(length + room);
-        const ssize_t got = read(file.Descriptor(), content.bytes.data() + length,
-                                 content.bytes.size() - length);
+        const ssize_t got =
+            read(file.Descriptor(), content.bytes.data() + length, content.bytes.size() - length);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return Failure(errno);
         if (got == 0) break;

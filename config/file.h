@@ -27,7 +27,7 @@ struct FileContent {
     };
     Status status = Status::Read;
     std::string bytes;
-    std::string problem;  ///< why it was not read, as the user is told
+    std::string problem;                     ///< why it was not read, as the user is told
     std::optional<FileIdentity> identity{};  ///< of a file on a disk that was read
 };
 

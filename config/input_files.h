@@ -18,7 +18,8 @@ class InputFiles {
     /// The same before it is read.
     void Add(const std::string& path);
 
-    /// The path of the file read that a write to the path would replace; nothing when there is none.
+    /// The path of the file read that a write to the path would replace; nothing when there is
+    /// none.
     std::optional<std::string> ReplacedBy(const std::string& path) const;
 
   private:

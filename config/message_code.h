@@ -93,7 +93,7 @@ enum class MessageCode : std::uint16_t {
     RestIgnored = 510,
     NothingOpenToEnd = 511,
     BeforeFirstCase = 512,
-    CommaMissing = 513,        ///< values of a table stand together
+    CommaMissing = 513,         ///< values of a table stand together
     CharacterNotOnBoard = 514,  ///< a character that the board's character set lacks
     CharacterIgnored = 515,     ///< a character outside quotes that counts as a blank
     LoadStarts = 1000,

@@ -57,8 +57,8 @@ class DiskWriter : public FileWriter {
 
     std::string Write(const std::string& path, std::string_view bytes) override {
         if (const auto source = inputs_.ReplacedBy(path)) {
-            std::string problem = "The object file '" + path +
-                                  "' would replace the source file '" + *source +
+            std::string problem = "The object file '" + path + "' would replace the source file '" +
+                                  *source +
                                   "', which the program includes. Give one of them another name.";
             prompts_.ShowMessage(problem);
             return problem;
@@ -167,10 +167,12 @@ std::shared_ptr<const CompiledProgram> CompileService::Compile(const OpenFile& f
 std::shared_ptr<const CompiledProgram> CompileService::CompileTexts(const OpenFile& file,
                                                                     OutputSink& output,
                                                                     ListingSink* listing) {
-    return Run(file, Texts::InEditors, output, [&](Compilation& compilation, CompiledProgram& made) {
-        MemoryWriter writer(made.objectText);
-        return CompileSource(compilation, ProgramFilesOf(file, settings_), writer, Wanted(listing));
-    });
+    return Run(file, Texts::InEditors, output,
+               [&](Compilation& compilation, CompiledProgram& made) {
+                   MemoryWriter writer(made.objectText);
+                   return CompileSource(compilation, ProgramFilesOf(file, settings_), writer,
+                                        Wanted(listing));
+               });
 }
 
 bool CompileService::Check(const OpenFile& file, OutputSink& output) {
@@ -224,8 +226,7 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file, Texts
     const MessageCollector& messages = outside.output.messages;
     {
         const QScopedValueRollback<OutputSink*> present(outside.output.present, &output);
-        program->succeeded =
-            runStages(*program->compilation, *program) && !messages.HasErrors();
+        program->succeeded = runStages(*program->compilation, *program) && !messages.HasErrors();
     }
     ProgramReport report =
         messages.Report(file.key, *program->compilation, read, program->succeeded);

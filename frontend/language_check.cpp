@@ -16,14 +16,14 @@ namespace {
 
 /// The declarations and block ends that the declaration pass has to see.
 constexpr std::array kReadFirst{
-    Token::DefineByte,    Token::DefineWord,    Token::DefineConstant,   Token::DefineTable,
-    Token::DefineFlag,    Token::DefinePointer, Token::DefineRoutine,    Token::DefineEvent,
-    Token::EndRoutine,    Token::EndTable,      Token::EndEvent,         Token::SharedParameters,
+    Token::DefineByte, Token::DefineWord,    Token::DefineConstant, Token::DefineTable,
+    Token::DefineFlag, Token::DefinePointer, Token::DefineRoutine,  Token::DefineEvent,
+    Token::EndRoutine, Token::EndTable,      Token::EndEvent,       Token::SharedParameters,
 };
 
 /// The further ends of blocks, which that pass knows and passes over.
-constexpr std::array kPassedOver{Token::EndProgram, Token::EndIf, Token::EndWhile,
-                                 Token::EndSelect, Token::EndLoop};
+constexpr std::array kPassedOver{Token::EndProgram, Token::EndIf, Token::EndWhile, Token::EndSelect,
+                                 Token::EndLoop};
 
 template <std::size_t count>
 bool Holds(const std::array<Token, count>& tokens, Token token) {
@@ -58,7 +58,8 @@ class LanguageCheck {
     std::vector<LanguageFinding> Run() {
         if (std::string missing = TellMissingEntries(configuration_); !missing.empty())
             findings_.push_back({std::move(missing), true});
-        for (const MessageCode code : MessageCodes()) CheckText(code);
+        for (const MessageCode code : MessageCodes())
+            CheckText(code);
         for (const Command& entry : commands_.Entries()) {
             if (IsSignOperator(entry.id)) CheckSign(entry);
         }
@@ -109,8 +110,8 @@ class LanguageCheck {
         const std::string read =
             hasBadSign_ ? entry.command : NormalizedText(commands_, entry.command);
         if (read != entry.command) {
-            Tell(entry, "these words are never found, because the compiler reads them as " +
-                            Quoted(read));
+            Tell(entry,
+                 "these words are never found, because the compiler reads them as " + Quoted(read));
         } else if (entry.command.find_first_of("(),") != std::string::npos) {
             Tell(entry, "parentheses and commas cannot be in it, because words end there");
         } else if (isOneWord && entry.command.find(' ') != std::string::npos) {

@@ -16,8 +16,8 @@ struct LanguageFinding {
 };
 
 /// Checks a loaded configuration against every rule on which the compiler relies, so that each
-/// breach is told once and not noticed in the programs. A configuration with findings can be used all
-/// the same.
+/// breach is told once and not noticed in the programs. A configuration with findings can be used
+/// all the same.
 std::vector<LanguageFinding> CheckLanguage(const InstructionConfiguration& configuration);
 
 /// The findings as one text, a line each; of many the first ones and how many more there are. Empty

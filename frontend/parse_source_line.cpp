@@ -121,8 +121,8 @@ void RefuseWord(Compilation& compilation, SourceLine& line, TokenFamily family) 
 
 /// A declaration whose words do not begin as those of the language must was not read as one.
 void RefuseUndeclared(Compilation& compilation, SourceLine& line, const Command& command) {
-    const bool declares = command.family == TokenFamily::Declaration ||
-                          command.id == Token::SharedParameters;
+    const bool declares =
+        command.family == TokenFamily::Declaration || command.id == Token::SharedParameters;
     if (declares && !MayDeclare(compilation, line.parsedLine))
         compilation.diagnostics.PostError(MessageCode::NotUnderstood, &line);
 }

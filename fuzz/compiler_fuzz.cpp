@@ -1,10 +1,10 @@
-// Arbitrary text as a program, in the language as shipped or in a changed one. If no error was posted,
-// the object file is whole: every line of it encodes as many bytes as its object line takes, and the
-// bytes of all lines add up to the address after the last one.
+// Arbitrary text as a program, in the language as shipped or in a changed one. If no error was
+// posted, the object file is whole: every line of it encodes as many bytes as its object line
+// takes, and the bytes of all lines add up to the address after the last one.
 //
-// What stands before a byte 1E, if there is one, changes the language: records as in the configuration
-// file, which come before those as shipped and take the place of those with the same token. A token
-// behind a "-" takes the record away.
+// What stands before a byte 1E, if there is one, changes the language: records as in the
+// configuration file, which come before those as shipped and take the place of those with the same
+// token. A token behind a "-" takes the record away.
 
 #include <algorithm>
 #include <cstdint>

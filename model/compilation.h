@@ -55,7 +55,7 @@ struct Compilation {
 
     ParentId currentParent = ParentId::Program;
     Symbol* currentTable = nullptr;  ///< while a table is open; null when it was not declared
-    TableData undeclaredTable;  ///< takes the data of a table that was not declared
+    TableData undeclaredTable;       ///< takes the data of a table that was not declared
     bool currentTableHasErrors = false;
     bool mainBlockSeen = false;
     bool sharedParameters = false;  ///< routine parameters are program-wide

@@ -199,8 +199,8 @@ void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message) {
     PostMessage(message, LineTextColumn(line.parsedLine));
 }
 
-/// What a message adds when a word processor has made the line's quotes or dashes, which it shows as
-/// they stand in the file. Inside a text they may stand, but not instead of its last quote.
+/// What a message adds when a word processor has made the line's quotes or dashes, which it shows
+/// as they stand in the file. Inside a text they may stand, but not instead of its last quote.
 std::string Diagnostics::TypographicHint(const SourceLine& line, MessageCode code) const {
     const std::vector<ForeignCharacter> characters = ForeignCharactersIn(line);
     const auto hint = [&](TypographicSign kind, MessageCode text) {

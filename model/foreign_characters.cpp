@@ -26,13 +26,12 @@ bool CanBeSeen(char32_t character) {
         char32_t first;
         char32_t last;
     };
-    constexpr std::array kUnseen{Range{0, 0x20},          Range{0x7F, kNoBreakSpace},
-                                 Range{0xAD, 0xAD},       Range{0x300, 0x36F},
-                                 Range{0x2000, 0x200F},   Range{0x2028, 0x202F},
-                                 Range{0x205F, 0x206F},   Range{0x3000, 0x3000},
-                                 Range{0xE000, 0xF8FF},   Range{0xFE00, 0xFE0F},
-                                 Range{0xFEFF, 0xFEFF},   Range{0xFFF0, 0xFFFF},
-                                 Range{0xE0000, 0x10FFFF}};
+    constexpr std::array kUnseen{
+        Range{0, 0x20},          Range{0x7F, kNoBreakSpace}, Range{0xAD, 0xAD},
+        Range{0x300, 0x36F},     Range{0x2000, 0x200F},      Range{0x2028, 0x202F},
+        Range{0x205F, 0x206F},   Range{0x3000, 0x3000},      Range{0xE000, 0xF8FF},
+        Range{0xFE00, 0xFE0F},   Range{0xFEFF, 0xFEFF},      Range{0xFFF0, 0xFFFF},
+        Range{0xE0000, 0x10FFFF}};
     return std::ranges::none_of(kUnseen, [&](const Range& range) {
         return character >= range.first && character <= range.last;
     });

@@ -45,7 +45,8 @@ enum class ObjectComment : std::uint8_t {
     Constant,
 };
 
-/// One unit of the board's object code: an instruction, a location of the data area or a whole table.
+/// One unit of the board's object code: an instruction, a location of the data area or a whole
+/// table.
 struct ObjectLine {
     Label* label = nullptr;  ///< the name of this place, if it has one
     union {

@@ -39,10 +39,10 @@ enum class Scope : std::uint8_t {
 
 /// A source file of the compilation.
 struct SourceFile {
-    std::string name;                  ///< without folder, as UTF-8
-    std::string directory;             ///< the folder it was asked for in, as UTF-8
-    std::string text;                  ///< its content, in the program's own character set
-    std::int32_t includingLineNo = 0;  ///< the line that includes it; 0: the main file
+    std::string name;                           ///< without folder, as UTF-8
+    std::string directory;                      ///< the folder it was asked for in, as UTF-8
+    std::string text;                           ///< its content, in the program's own character set
+    std::int32_t includingLineNo = 0;           ///< the line that includes it; 0: the main file
     std::vector<ReplacedCharacter> replaced{};  ///< in its text, in the order of their places
 };
 

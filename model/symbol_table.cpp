@@ -97,9 +97,8 @@ Symbol& SymbolTable::AddSymbol(const Symbol& symbol) {
     const auto number = static_cast<std::uint32_t>(symbols_.size());
     Symbol& entered = symbols_.emplace_back(symbol);
     entered.label.name =
-        IsRoutine(symbol)
-            ? symbol.name
-            : texts_.Concat(parents_[Number(symbol.parent)].prefix, "_", symbol.name);
+        IsRoutine(symbol) ? symbol.name
+                          : texts_.Concat(parents_[Number(symbol.parent)].prefix, "_", symbol.name);
     if (symbol.type == DataType::Table) entered.table = &tables_.emplace_back();
     const NameKey key(entered.name);
     symbolNames_.Add(key.HashFor(Number(entered.parent)), number);

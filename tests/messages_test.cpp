@@ -151,7 +151,8 @@ TEST(MessageTexts, NameWhatIsWrong) {
     }
 }
 
-/// Such signs are blanks to the compiler, so the piece of the line that is shown does not hold them.
+/// Such signs are blanks to the compiler, so the piece of the line that is shown does not hold
+/// them.
 TEST(MessageTexts, NameTheSignsOfWordProcessors) {
     const std::string quotes(
         test::ShippedLanguage().messages.GetMessageText(MessageCode::TypographicQuotes));

@@ -1,5 +1,5 @@
-// A language of other words, of other numbers of words and of other signs: programs mean the same in
-// it. And languages that are not in order: what is wrong is told, and nothing worse comes of it.
+// A language of other words, of other numbers of words and of other signs: programs mean the same
+// in it. And languages that are not in order: what is wrong is told, and nothing worse comes of it.
 #include <algorithm>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -131,8 +131,8 @@ struct FindingRow {
     bool spoilsPrograms;
 };
 
-/// The shipped language, in which records take the place of those with the same token. A record of a
-/// token alone takes it away.
+/// The shipped language, in which records take the place of those with the same token. A record of
+/// a token alone takes it away.
 std::unique_ptr<InstructionConfiguration> Changed(const std::string& changes) {
     std::string text;
     std::vector<std::string> taken;
@@ -151,8 +151,9 @@ std::unique_ptr<InstructionConfiguration> Changed(const std::string& changes) {
 TEST(LanguageCheck, TellsWhatTheCompilerCannotRelyOn) {
     EXPECT_THAT(CheckLanguage(test::ShippedLanguage()), IsEmpty());
     for (const FindingRow& row : {
-             FindingRow{"D4,TABLE,x", "record D4, \"TABLE\": it must begin with the words of R11, "
-                                      "\"DEFINE\", or of R12, \"END\"",
+             FindingRow{"D4,TABLE,x",
+                        "record D4, \"TABLE\": it must begin with the words of R11, "
+                        "\"DEFINE\", or of R12, \"END\"",
                         true},
              {"D7,ROUTINE,x", "record D7, \"ROUTINE\": it must begin", true},
              {"D8,EVENT,x", "record D8, \"EVENT\": it must begin", true},
@@ -171,7 +172,8 @@ TEST(LanguageCheck, TellsWhatTheCompilerCannotRelyOn) {
              {"s34,WAIT  NOW,x", "the compiler reads them as \"WAIT NOW\"", false},
              {"s34,HÖR,x", "the compiler reads them as \"H R\"", false},
              {"s34,,x", "record s34, \"\": the words are missing", false},
-             {"F7,DIGITAL INPUT,x", "record F7, \"DIGITAL INPUT\": it must be a single word", false},
+             {"F7,DIGITAL INPUT,x", "record F7, \"DIGITAL INPUT\": it must be a single word",
+              false},
              {"M6,REST OF,x", "record M6, \"REST OF\": it must be a single word", false},
              {"C4,NOT ON,0", "record C4, \"NOT ON\": it must be a single word", false},
              {"F7,\"DIGI,TAL\",x", "parentheses and commas cannot be in it", false},
@@ -189,9 +191,9 @@ TEST(LanguageCheck, TellsWhatTheCompilerCannotRelyOn) {
              {"E515", "the entry E515 is missing", true},
          }) {
         const auto findings = CheckLanguage(*Changed(row.change));
-        const auto isMeant = AllOf(
-            testing::Field(&LanguageFinding::text, HasSubstr(row.says)),
-            testing::Field(&LanguageFinding::spoilsPrograms, row.spoilsPrograms));
+        const auto isMeant =
+            AllOf(testing::Field(&LanguageFinding::text, HasSubstr(row.says)),
+                  testing::Field(&LanguageFinding::spoilsPrograms, row.spoilsPrograms));
         EXPECT_THAT(findings, Contains(isMeant).Times(1)) << row.change << TellFindings(findings);
     }
 }

@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
-#include <memory_resource>
 #include <memory>
+#include <memory_resource>
 #include <random>
 #include <string>
 #include <vector>

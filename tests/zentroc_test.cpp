@@ -234,10 +234,11 @@ TEST_F(Zentroc, NoOutputReplacesWhatIsReadOrAnotherOutput) {
     const std::vector<std::string> before = Files();
     for (const char* arguments :
          {"main.txt --listing main.txt", "main.txt --symbols ./main.txt",
-          "main.txt --listing ../in/main.txt", "main.txt --config changed.cfg --listing changed.cfg",
-          "includes.txt --listing in.obj", "includes.txt --symbols linked",
-          "includes.txt --listing hard", "in.txt", "main.txt --listing list --symbols list",
-          "main.txt --listing main.obj", "main.txt --symbols ../in/main.obj"}) {
+          "main.txt --listing ../in/main.txt",
+          "main.txt --config changed.cfg --listing changed.cfg", "includes.txt --listing in.obj",
+          "includes.txt --symbols linked", "includes.txt --listing hard", "in.txt",
+          "main.txt --listing list --symbols list", "main.txt --listing main.obj",
+          "main.txt --symbols ../in/main.obj"}) {
         const Result result = Run(arguments);
         EXPECT_EQ(result.status, 2) << arguments;
         EXPECT_THAT(result.err, AllOf(StartsWith("zentroc: the "), HasSubstr(" would replace ")))
@@ -382,8 +383,9 @@ TEST_F(Zentroc, TellsWhatIsWrongWithALanguageAndGoesOnWhereItCan) {
     Configure("s/\"WAIT\"/\"WAIT;NOW\"/");
     const Result usable = Run("--config changed.cfg main.txt");
     EXPECT_EQ(usable.status, 0);
-    EXPECT_EQ(usable.err, "zentroc: changed.cfg: record s34, \"WAIT;NOW\": these words are never "
-                          "found, because the compiler reads them as \"WAIT\"\n");
+    EXPECT_EQ(usable.err,
+              "zentroc: changed.cfg: record s34, \"WAIT;NOW\": these words are never "
+              "found, because the compiler reads them as \"WAIT\"\n");
     EXPECT_EQ(Read("main.obj"), kGoodObject);
     fs::remove(folder_ / "in/main.obj");
     // Programs that define tables would be read otherwise than they are meant.

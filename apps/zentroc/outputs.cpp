@@ -44,14 +44,14 @@ std::vector<Output> OutputsFor(const Options& options, const ProgramFiles& files
 std::string RefusalOf(const std::vector<Output>& outputs, const InputFiles& inputs) {
     for (const Output& output : outputs) {
         if (const auto input = inputs.ReplacedBy(output.path))
-            return output.what + " would replace the source file '" + *input + "': " +
-                   output.wayOut;
+            return output.what + " would replace the source file '" + *input +
+                   "': " + output.wayOut;
     }
     for (std::size_t i = 0; i < outputs.size(); ++i) {
         for (std::size_t k = 0; k < i; ++k) {
             if (!IsFile(outputs[i].path) || !AreOneFile(outputs[i].path, outputs[k].path)) continue;
-            return outputs[i].what + " would replace " + outputs[k].what + ", '" +
-                   outputs[k].path + "': " + outputs[i].wayOut;
+            return outputs[i].what + " would replace " + outputs[k].what + ", '" + outputs[k].path +
+                   "': " + outputs[i].wayOut;
         }
     }
     return {};

@@ -134,7 +134,9 @@ TEST_F(ZentroLink, RefusesWhatItCannotDo) {
     } rows[] = {
         {{"/dev/no-such-port", "run"}, 3, "/dev/no-such-port"},
         {{PortName(), "download", missing}, 2, "cannot read '" + missing + "': No such file"},
-        {{PortName(), "download", "/dev/zero"}, 2, "cannot read '/dev/zero': It is no regular file"},
+        {{PortName(), "download", "/dev/zero"},
+         2,
+         "cannot read '/dev/zero': It is no regular file"},
         {{PortName(), "download"}, 2, "FILE is required"},
         {{PortName(), "variables", "--symbols", missing}, 2, "No such file"},
         {{PortName(), "variables", "--symbols", symbols}, 2, "line 1: this is no name"},
