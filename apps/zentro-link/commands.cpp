@@ -49,10 +49,11 @@ ExitStatus Run(const Conversation& talk) {
     line.Send("G\r");
     const Clock::time_point end = Clock::now() + kAnswerLimit;
     Answer answer;
+    bool isEchoed = false;
     const bool isAnswered = line.WaitForAnswer([&] {
         answer = StartAnswer(line.Received());
-        return answer.state != Answer::State::Unfinished ||
-               (Clock::now() >= end && IsStartEchoed(line.Received()));
+        isEchoed = isEchoed || IsStartEchoed(line.Received());
+        return answer.state != Answer::State::Unfinished || (isEchoed && Clock::now() >= end);
     });
     if (answer.state == Answer::State::Refused) return RefuseToStart(talk, answer.words);
     if (line.IsLost() || !isAnswered) return TellNoAnswer(line, talk.options);

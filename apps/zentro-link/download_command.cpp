@@ -41,13 +41,14 @@ class InterruptibleDownload {
         session.DownloadSource(options.objectFile);
     }
 
-    /// Until it is over or a signal comes. A lost line is told by the result.
+    /// Until it is over, a signal comes, or the line is lost.
     void Wait() {
         line_.WaitUntil([this] { return result_ || signal_ != 0; }, kNoLimit);
     }
 
     int Signal() const { return signal_; }
-    const DownloadResult& Result() const { return *result_; }
+    /// Without an outcome when the line is lost: what is left of the file is then of no use.
+    DownloadResult Result() const { return result_.value_or(DownloadResult()); }
 
     /// Ends it at once, and says in which state it was.
     std::string Interrupt() {

@@ -100,6 +100,7 @@ void FinishInput(BoardLine& line, Ending& ending) {
         ending.isStuck = !line.WaitUntil(goesOn, kAnswerLimit);
         if (ending.isStuck || isAsked()) return;
     }
+    line.WaitUntil([&] { return ending.hasHeard || isAsked(); }, kAnswerLimit);
     line.WaitForQuiet(kQuiet, kAnswerLimit);
 }
 
