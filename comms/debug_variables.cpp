@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <optional>
 
 #include "compiler/resolve_labels.h"
 #include "compiler/symbols_file.h"
@@ -43,11 +44,12 @@ std::vector<std::string_view> PairsOf(std::string_view data) {
     return pairs;
 }
 
-std::uint8_t ReadPair(std::string_view pair) {
+std::optional<std::uint8_t> ReadPair(std::string_view pair) {
     std::uint8_t value = 0;
     const char* const end = pair.data() + pair.size();
     const auto [stop, error] = std::from_chars(pair.data(), end, value, 16);
-    return pair.size() == 2 && error == std::errc{} && stop == end ? value : std::uint8_t{0};
+    if (pair.size() != 2 || error != std::errc{} || stop != end) return std::nullopt;
+    return value;
 }
 
 /// "42", a tab, "(2Ah)".
@@ -110,8 +112,15 @@ std::vector<DebugVariable> VariablesOf(const Compilation& compilation) {
 std::vector<std::uint8_t> ReplyBytes(std::string_view reply) {
     std::vector<std::uint8_t> bytes;
     for (const std::string_view pair : PairsOf(DataOf(reply)))
-        bytes.push_back(ReadPair(pair));
+        bytes.push_back(ReadPair(pair).value_or(0));
     return bytes;
+}
+
+std::size_t CountReadablePairs(std::string_view reply) {
+    const std::vector<std::string_view> pairs = PairsOf(DataOf(reply));
+    const auto unreadable =
+        std::ranges::find_if(pairs, [](std::string_view pair) { return !ReadPair(pair); });
+    return static_cast<std::size_t>(unreadable - pairs.begin());
 }
 
 std::string FormatBytes(std::span<const std::uint8_t> bytes, DataType type) {

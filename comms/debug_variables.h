@@ -20,6 +20,7 @@ struct DebugVariable {
     std::uint32_t size = 1;           ///< in bytes; of a table all of it
     std::string debugValue;           ///< as read last; empty before the first read
     std::vector<std::uint8_t> bytes;  ///< the same as bytes, at most kBytesInReply
+    std::size_t readableBytes = 0;    ///< of them, those before the first that could not be read
 };
 
 /// A board answers a memory read with so many bytes.
@@ -33,6 +34,9 @@ std::vector<DebugVariable> VariablesOf(const Compilation& compilation);
 /// The bytes in a board's reply to a memory read: pairs of hexadecimal digits with blanks or tabs
 /// between, after the reply's first "]", at most kBytesInReply. A pair that cannot be read is 0.
 std::vector<std::uint8_t> ReplyBytes(std::string_view reply);
+
+/// How many of those pairs can be read, up to the first that cannot.
+std::size_t CountReadablePairs(std::string_view reply);
 
 /// The value in a board's reply, formatted by the variable's type, in UTF-8. A byte that is missing
 /// counts as 0; a reply without "]" has no value and gives an empty text.

@@ -16,37 +16,30 @@ using std::chrono::microseconds;
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kEndProgram = "X\rZ\r";  // leaves debug mode, stops what runs
 constexpr std::string_view kStartLoader = "L";
+constexpr std::string_view kLoaderEcho = "Z\r\nL";  // of the end of kEndProgram and of kStartLoader
 constexpr std::string_view kEndLoad = "]\r";
+constexpr std::size_t kLongestVerdict = 256;
 constexpr std::string_view kClearScreen =
     "\x1b"
     "c";
 constexpr std::size_t kLinesPerProgress = 25;
 constexpr std::string_view kLoaded = "Loaded ";
+constexpr std::string_view kBytes = " bytes";
 constexpr std::string_view kNotLoaded = "Not loaded";
 
 bool IsDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// The whole line in which a loader says what it holds; empty: it has not said so yet.
-std::string_view VerdictIn(std::string_view received) {
-    for (std::size_t end = received.find(kLineEnd); end != std::string_view::npos;
-         end = received.find(kLineEnd)) {
-        const std::string_view line = received.substr(0, end);
-        if (line.starts_with(kLoaded) || line.starts_with(kNotLoaded)) return line;
-        received.remove_prefix(end + kLineEnd.size());
-    }
-    return {};
-}
-
 /// Of "Loaded 230 bytes" the 230.
 std::optional<std::size_t> BytesIn(std::string_view verdict) {
-    if (!verdict.starts_with(kLoaded)) return std::nullopt;
-    verdict.remove_prefix(kLoaded.size());
+    if (!verdict.starts_with(kLoaded) || !verdict.ends_with(kBytes)) return std::nullopt;
     std::size_t bytes = 0;
-    const auto [end, error] =
-        std::from_chars(verdict.data(), verdict.data() + verdict.size(), bytes);
-    if (error != std::errc{}) return std::nullopt;
+    const char* const begin = verdict.data() + kLoaded.size();
+    const char* const end = verdict.data() + verdict.size() - kBytes.size();
+    if (begin >= end) return std::nullopt;
+    const auto [stop, error] = std::from_chars(begin, end, bytes);
+    if (error != std::errc{} || stop != end) return std::nullopt;
     return bytes;
 }
 
@@ -65,7 +58,7 @@ std::string FurtherLines(const DownloadResult& result) {
             return "The board has not said whether it holds the program.";
         case DownloadOutcome::Cancelled:
             if (!result.replacedProgram) break;
-            return "The board holds only a part of the program.\r\n"
+            return "The board does not hold the whole program.\r\n"
                    "Please download it again before you run it.";
         case DownloadOutcome::LineLost:
             return "The connection was lost.\r\n"
@@ -85,6 +78,10 @@ microseconds TimeOnTheWire(std::size_t characters) {
     constexpr std::int64_t kMicroseconds = 1'000'000;
     const auto bits = static_cast<std::int64_t>(characters) * kBitsPerCharacter;
     return microseconds((bits * kMicroseconds + kBaud - 1) / kBaud);
+}
+
+bool IsVerdict(std::string_view line) {
+    return line.starts_with(kNotLoaded) || BytesIn(line);
 }
 
 std::optional<std::size_t> CountBytes(std::string_view objectCode) {
@@ -118,15 +115,43 @@ microseconds Download::Step() {
 }
 
 void Download::Hear(std::string_view received) {
-    if (state_ != State::AwaitingVerdict) return;
+    if (state_ == State::Beginning || IsOver()) return;
     heard_ += received;
-    const std::string_view verdict = VerdictIn(heard_);
-    if (!verdict.empty()) Judge(verdict);
+    if (!loaderStarted_) LookForEcho(received);
+    if (state_ == State::AwaitingVerdict) {
+        LookForVerdict();
+    } else {
+        heard_.clear();
+    }
 }
 
-void Download::Judge(std::string_view verdict) {
-    result_.verdict = verdict;
-    result_.bytesLoaded = BytesIn(verdict);
+/// What the board said before it started the loader is no answer to this load.
+void Download::LookForEcho(std::string_view received) {
+    echoBegin_ += received;
+    const std::size_t echo = echoBegin_.find(kLoaderEcho);
+    loaderStarted_ = echo != std::string::npos;
+    if (loaderStarted_) {
+        heard_ = echoBegin_.substr(echo + kLoaderEcho.size());
+        result_.verdict.clear();
+    } else if (echoBegin_.size() >= kLoaderEcho.size()) {
+        echoBegin_.erase(0, echoBegin_.size() - kLoaderEcho.size() + 1);
+    }
+}
+
+void Download::LookForVerdict() {
+    for (std::size_t end = heard_.find(kLineEnd); end != std::string::npos;
+         end = heard_.find(kLineEnd)) {
+        const std::string line = heard_.substr(0, end);
+        heard_.erase(0, end + kLineEnd.size());
+        if (!IsVerdict(line)) continue;
+        result_.verdict = line;
+        if (loaderStarted_) return Judge();
+    }
+    if (heard_.size() > kLongestVerdict) heard_.erase(0, heard_.size() - kLongestVerdict);
+}
+
+void Download::Judge() {
+    result_.bytesLoaded = BytesIn(result_.verdict);
     if (!result_.bytesLoaded) return End(DownloadOutcome::Refused);
     const bool isWhole = !result_.bytesInFile || *result_.bytesInFile == *result_.bytesLoaded;
     End(isWhole ? DownloadOutcome::Whole : DownloadOutcome::WrongCount);
@@ -139,8 +164,11 @@ void Download::LoseLine() {
 
 void Download::Cancel() {
     if (IsOver()) return;
-    if (state_ == State::AwaitingVerdict) return End(DownloadOutcome::NoVerdict);
-    Write(kEndLoad);
+    if (state_ == State::AwaitingVerdict) {
+        if (!result_.verdict.empty()) return Judge();
+        return End(DownloadOutcome::NoVerdict);
+    }
+    Write(kCancelCharacter + std::string(kEndLoad));
     terminal_.writeToScreen(std::string(kLineEnd) + "Download Cancelled. Sent " +
                             std::to_string(linesSent_) + " Lines. ");
     End(DownloadOutcome::Cancelled);
@@ -217,6 +245,7 @@ microseconds Download::SendLine() {
 void Download::Complete() {
     terminal_.writeToScreen(std::string(kLineEnd) + "Download Complete. Sent " +
                             std::to_string(linesSent_) + " Lines in total. ");
+    if (terminal_.hearArrived) terminal_.hearArrived();
     Write(kEndLoad);
     state_ = State::AwaitingVerdict;
     if (lineLost_) End(DownloadOutcome::LineLost);

@@ -50,6 +50,13 @@ struct DownloadResult {
     }
 };
 
+/// What a load is broken off with: no program has the character, so the board says "Not loaded" and
+/// holds no program instead of a part of one. Outside a load a board ignores it.
+inline constexpr char kCancelCharacter = 0x18;
+
+/// The line in which a loader says what it holds: "Loaded 230 bytes", or "Not loaded" and why.
+bool IsVerdict(std::string_view line);
+
 /// The bytes that a board's loader stores of this object code: the numbers in it. Nothing when it
 /// holds something else, which only the board can judge.
 std::optional<std::size_t> CountBytes(std::string_view objectCode);
@@ -62,6 +69,8 @@ struct DownloadTerminal {
     std::function<void(std::string_view)> writeToScreen;
     /// Tells the user.
     std::function<void(const std::string&)> showMessage;
+    /// Hands over to Hear what has arrived and has not been looked at. None: nothing ever waits.
+    std::function<void()> hearArrived = {};
 };
 
 /// Sends a program file to the board line by line, and hears what the board makes of it. The caller
@@ -76,11 +85,14 @@ class Download {
     /// everything is sent.
     std::chrono::microseconds Step();
 
-    /// What the board says. Its verdict counts when it comes after the last line.
+    /// What the board says. Its verdict counts when it comes after the last line and after the echo
+    /// of the command that started the loader: another one is that of an earlier load, come late. Of
+    /// a board that did not echo, the last verdict counts when nobody waits any longer.
     void Hear(std::string_view received);
     /// Nothing more can be sent or heard.
     void LoseLine();
-    /// Ends the load on the board, or waits no longer for its verdict, and is over.
+    /// Ends the load so that the board holds no program, or waits no longer for its verdict, and is
+    /// over.
     void Cancel();
 
     bool IsSending() const { return state_ < State::AwaitingVerdict; }
@@ -105,7 +117,9 @@ class Download {
     std::chrono::microseconds SendLine();
     bool Write(std::string_view text);
     void Complete();
-    void Judge(std::string_view verdict);
+    void LookForEcho(std::string_view received);
+    void LookForVerdict();
+    void Judge();
     void End(DownloadOutcome outcome);
     std::string_view TakeLine();
 
@@ -113,11 +127,13 @@ class Download {
     DownloadResult result_;
     std::optional<std::string> given_;
     std::string text_;
-    std::string heard_;  ///< since the last line was sent
+    std::string heard_;      ///< since the last line was sent, and not yet looked at
+    std::string echoBegin_;  ///< what the echo may begin with, of that heard last
     std::size_t position_ = 0;
     std::size_t linesSent_ = 0;
     State state_ = State::Beginning;
     bool lineLost_ = false;
+    bool loaderStarted_ = false;  ///< the board has echoed the command for it
 };
 
 }  // namespace zentro

@@ -6,14 +6,18 @@
 
 #ifdef Q_OS_LINUX
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdint>
+#include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <grp.h>
 #include <pwd.h>
+#include <sstream>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <system_error>
 #include <unistd.h>
 #include <vector>
@@ -46,6 +50,11 @@ int ProblemOf(const std::string& device) {
     const bool isPort = isatty(descriptor) == 1;
     close(descriptor);
     return isPort ? 0 : ENOTTY;
+}
+
+/// A bare name stands for a device of the system, never for a file of the current folder.
+bool IsPortInFolder(const std::string& name) {
+    return !name.empty() && name.find('/') == std::string::npos && ProblemOf("./" + name) == 0;
 }
 
 std::string UserName() {
@@ -103,21 +112,67 @@ std::string ProgramName(const fs::path& process) {
     return name;
 }
 
-/// "minicom (process 4711)", with commas between; only programs that this user may look into.
-std::string Holders(const std::string& device) {
+/// "minicom (process 4711)"; empty when there is no such process.
+std::string Described(const std::string& process) {
+    const std::string name = ProgramName(fs::path("/proc") / process);
+    return name.empty() ? name : name + " (process " + process + ")";
+}
+
+/// The process that has locked the file, by the system's list of locks; empty: nobody.
+std::string LockingProcess(const std::string& device) {
+    struct stat status {};
+    if (stat(device.c_str(), &status) != 0) return {};
+    std::array<char, 64> place{};
+    std::snprintf(place.data(), place.size(), "%02x:%02x:%llu", major(status.st_dev),
+                  minor(status.st_dev), static_cast<unsigned long long>(status.st_ino));
+    std::ifstream locks("/proc/locks");
+    for (std::string line; std::getline(locks, line);) {
+        std::istringstream words(line);
+        std::string number, kind, manner, access, process, where;
+        words >> number >> kind >> manner >> access >> process >> where;
+        if (kind == "FLOCK" && where == place.data()) return process;
+    }
+    return {};
+}
+
+/// The process in the lock file that other programs write, "LCK..ttyS0" in a folder for such files.
+std::string ProcessInLockFile(const std::string& device) {
+    std::string name = device.substr(device.starts_with("/dev/") ? 5 : 0);
+    std::ranges::replace(name, '/', '_');
+    for (const char* const folder : {"/var/lock/LCK..", "/run/lock/LCK.."}) {
+        std::ifstream file(folder + name);
+        std::string process;
+        if (file >> process) return process;
+    }
+    return {};
+}
+
+/// All programs that have the device open and that this user may look into, with commas between.
+std::string Openers(const std::string& device) {
     std::error_code failed;
-    const fs::path target = fs::canonical(device, failed);
-    if (failed) return {};
-    std::string holders;
+    std::string openers;
     for (fs::directory_iterator entry("/proc", failed), end; !failed && entry != end;
          entry.increment(failed)) {
         const std::string id = entry->path().filename().string();
         if (id.find_first_not_of("0123456789") != std::string::npos) continue;
-        if (!Holds(entry->path(), target)) continue;
-        if (!holders.empty()) holders += ", ";
-        holders += ProgramName(entry->path()) + " (process " + id + ")";
+        if (!Holds(entry->path(), device)) continue;
+        if (!openers.empty()) openers += ", ";
+        openers += Described(id);
     }
-    return holders;
+    return openers;
+}
+
+/// Who keeps others off the device: the one that has locked it. Others may have it open beside
+/// that. Without a lock any of those that have it open may be in the way.
+std::string Holders(const std::string& device) {
+    std::error_code failed;
+    const std::string target = fs::canonical(device, failed).string();
+    if (failed) return {};
+    for (const std::string& process : {LockingProcess(target), ProcessInLockFile(target)}) {
+        const std::string holder = process.empty() ? process : Described(process);
+        if (!holder.empty()) return holder;
+    }
+    return Openers(target);
 }
 
 std::string UseAdvice(const std::string& device, int problem) {
@@ -137,11 +192,14 @@ std::string UseAdvice(const std::string& device, int problem) {
 
 #ifdef Q_OS_LINUX
 
-std::string AdviceForPort(const std::string& device) {
+std::string AdviceForPort(const std::string& device, const std::string& asked) {
     const int problem = ProblemOf(device);
     switch (problem) {
         case ENOENT:
-        case ENOTDIR: return "There is no " + device + " at present. " + PresentPorts();
+        case ENOTDIR:
+            if (IsPortInFolder(asked))
+                return "There is no " + device + ", but there is ./" + asked + ". To use that, name it ./" + asked + ".";
+            return "There is no " + device + " at present. " + PresentPorts();
         case EACCES:
         case EPERM: return PermissionAdvice(device);
         case ENOTTY:
@@ -155,7 +213,7 @@ std::string AdviceForPort(const std::string& device) {
 
 #else
 
-std::string AdviceForPort(const std::string&) {
+std::string AdviceForPort(const std::string&, const std::string&) {
     return "It may be in use by another program. " + PresentPorts();
 }
 

@@ -29,14 +29,17 @@ void PortLock::Release() {
     descriptor_ = -1;
 }
 
+std::size_t PortLock::Unsent() const {
+    int waiting = 0;
+    if (ioctl(descriptor_, TIOCOUTQ, &waiting) != 0 || waiting < 0) return 0;
+    return static_cast<std::size_t>(waiting);
+}
+
 void PortLock::WaitUntilSent() const {
     constexpr int kLooks = 50;
     constexpr std::chrono::milliseconds kBetweenLooks{10};
-    int waiting = 0;
-    for (int look = 0; look < kLooks; ++look) {
-        if (ioctl(descriptor_, TIOCOUTQ, &waiting) != 0 || waiting == 0) return;
+    for (int look = 0; look < kLooks && Unsent() > 0; ++look)
         std::this_thread::sleep_for(kBetweenLooks);
-    }
 }
 
 #else
@@ -46,6 +49,10 @@ bool PortLock::Acquire(const std::string&) {
 }
 
 void PortLock::Release() {}
+
+std::size_t PortLock::Unsent() const {
+    return 0;
+}
 
 void PortLock::WaitUntilSent() const {}
 

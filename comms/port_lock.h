@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace zentro {
@@ -18,6 +19,8 @@ class PortLock {
     bool Acquire(const std::string& device);
     void Release();
 
+    /// How many characters that were written to the device are not on the wire yet.
+    std::size_t Unsent() const;
     /// Waits until what was written to the device is on the wire, at most half a second.
     void WaitUntilSent() const;
 

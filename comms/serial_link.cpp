@@ -54,11 +54,11 @@ void SerialLink::TakeError(QSerialPort::SerialPortError error) {
 LinkOpening SerialLink::Open(const std::string& portName) {
     Close();
     const std::string device = DeviceFile(portName);
-    if (!lock_.Acquire(device)) return {kNotFound, AdviceForPort(device)};
+    if (!lock_.Acquire(device)) return {kNotFound, AdviceForPort(device, portName)};
     serial_.setPortName(QString::fromUtf8(device));
     if (!serial_.open(QIODevice::ReadWrite)) {
         lock_.Release();
-        return {kNotFound, AdviceForPort(device)};
+        return {kNotFound, AdviceForPort(device, portName)};
     }
     gone_ = false;
     open_ = true;
@@ -113,6 +113,11 @@ void SerialLink::Flush() {
         serial_.waitForBytesWritten(static_cast<int>(deadline.remainingTime()));
     }
     if (IsUsable()) lock_.WaitUntilSent();
+}
+
+std::size_t SerialLink::Unsent() const {
+    if (!IsUsable()) return 0;
+    return static_cast<std::size_t>(serial_.bytesToWrite()) + lock_.Unsent();
 }
 
 bool SerialLink::Close() {

@@ -25,6 +25,9 @@ class SerialLink : public Link {
     void Flush() override;
     bool Close() override;
 
+    /// How many of the characters written have not left yet, as far as the system tells.
+    std::size_t Unsent() const;
+
   private:
     bool IsUsable() const { return serial_.isOpen() && !gone_; }
     void TakeError(QSerialPort::SerialPortError error);

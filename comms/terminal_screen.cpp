@@ -5,11 +5,12 @@
 #include <limits>
 #include <utility>
 
+#include "comms/escape_sequence.h"
+
 namespace zentro {
 
 namespace {
 
-constexpr char kEscape = '\x1b';
 constexpr char kCarriageReturn = '\r';
 constexpr char kLineFeed = '\n';
 
@@ -28,14 +29,6 @@ std::size_t PlainLength(std::string_view text) {
     const auto isSpecial = [](char c) { return !kIsPlain[static_cast<unsigned char>(c)]; };
     return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isSpecial) -
                                     text.begin());
-}
-
-bool IsLetter(char c, char capital) {
-    return c == capital || c == capital - 'A' + 'a';
-}
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
 }
 
 std::string WithoutNuls(std::string text) {
@@ -76,24 +69,14 @@ void TerminalScreen::ProcessScreenText(std::string_view text) {
 /// `text` begins with ESC. Returns how many characters belong to the sequence, 0 when it has to
 /// wait for more.
 std::size_t TerminalScreen::CarryOutEscape(std::string_view text) {
-    const auto at = [&](std::size_t index) { return index < text.size() ? text[index] : '\0'; };
-    if (IsLetter(at(1), 'C')) {
-        Clear();
-        return 2;
-    }
-    if (at(1) == '[') {
-        if (IsLetter(at(2), 'D')) {
-            TakeCharacterBack();
-            return 3;
+    if (const auto sequence = ReadEscapeSequence(text)) {
+        switch (sequence->kind) {
+            case EscapeKind::ClearScreen: Clear(); break;
+            case EscapeKind::OneCharacterBack: TakeCharacterBack(); break;
+            case EscapeKind::LinesUp: TakeLinesOffEnd(sequence->lines); break;
+            case EscapeKind::EraseToEnd: CutAt(cursor_); break;
         }
-        if (IsDigit(at(2)) && IsLetter(at(3), 'A')) {
-            TakeLinesOffEnd(at(2) - '0');
-            return 4;
-        }
-        if (at(2) == '0' && IsLetter(at(3), 'J')) {
-            CutAt(cursor_);
-            return 4;
-        }
+        return sequence->length;
     }
     if (text.size() <= kMaxHeldEscape) return 0;
     text_ += kEscape;  // no sequence of ours: its characters are text

@@ -17,8 +17,7 @@ using std::chrono::steady_clock;
 constexpr char kEnter = '\r';
 constexpr char kBackspace = 8;
 constexpr char kDelete = 127;
-constexpr std::size_t kLongestLine = 256;            // of those sent; what is longer is no command
-constexpr std::string_view kAttention = "]\rW\r\r";  // ends a load, asks for the board's name
+constexpr std::size_t kLongestLine = 256;  // of those sent; what is longer is no command
 constexpr milliseconds kReopenInterval{1000};
 
 /// Lines of a download that are later than this are not made up for: a burst of them would leave
@@ -75,12 +74,12 @@ TerminalSession::~TerminalSession() {
     CloseConnection();
 }
 
-void TerminalSession::OpenConnection(const std::string& portName) {
+void TerminalSession::OpenConnection(const std::string& portName, std::string_view greeting) {
     GiveUpDownload();
     ClosePort();
     lastDownload_ = {};
     if (OpenPort(DevicePath(portName, listPorts_()))) {
-        GreetBoard();
+        GreetBoard(greeting);
     } else {
         emit FormClosing();
     }
@@ -90,7 +89,7 @@ void TerminalSession::Reopen() {
     if (!reopenDevice_) return;
     GiveUpDownload();
     const std::string device = *reopenDevice_;
-    if (OpenPort(device)) GreetBoard();
+    if (OpenPort(device)) GreetBoard(kAttention);
 }
 
 bool TerminalSession::OpenPort(const std::string& device) {
@@ -110,8 +109,8 @@ bool TerminalSession::OpenPort(const std::string& device) {
     return true;
 }
 
-void TerminalSession::GreetBoard() {
-    for (const char character : kAttention) {
+void TerminalSession::GreetBoard(std::string_view greeting) {
+    for (const char character : greeting) {
         if (IsConnected()) SendKeyStroke(character);
     }
     if (IsConnected()) emit ConnectionInitOK();
@@ -159,6 +158,10 @@ void TerminalSession::Poll() {
         WriteToScreen(text);
     }
     WorkOnDownload([&text](Download& download) { download.Hear(text); });
+}
+
+void TerminalSession::HearArrived() {
+    if (IsConnected()) Poll();
 }
 
 void TerminalSession::LookForPort() {
@@ -246,7 +249,8 @@ void TerminalSession::DownloadSource(const std::string& path, std::optional<std:
     download_ = std::make_unique<Download>(
         path, std::move(text),
         DownloadTerminal{[this](std::string_view text) { return WriteToPort(text); },
-                         [this](std::string_view text) { WriteToScreen(text); }, showMessage_});
+                         [this](std::string_view text) { WriteToScreen(text); }, showMessage_,
+                         [this] { HearArrived(); }});
     cancelWanted_ = false;
     downloadDue_ = steady_clock::now();
     StepDownload();

@@ -23,6 +23,10 @@ namespace zentro {
 inline constexpr std::string_view kDebugPrompt =
     "*Debug Mode*  Go,eXit,Mem,Reset,Alter,Jump or <CR> to Step ->";
 
+/// What a board is sent first: ends a load, asks for the board's name. In debug mode the last CR
+/// carries out an instruction.
+inline constexpr std::string_view kAttention = "]\rW\r\r";
+
 /// How often the port is asked for what has arrived.
 inline constexpr std::chrono::milliseconds kPollInterval{10};
 
@@ -44,7 +48,7 @@ class TerminalSession : public QObject {
 
     /// Opens and prepares the port, greets the board and raises ConnectionInitOK, or FormClosing
     /// when that failed. Of a port name that stands for a device see DevicePath.
-    void OpenConnection(const std::string& portName);
+    void OpenConnection(const std::string& portName, std::string_view greeting = kAttention);
 
     /// Ends a download, closes the port, and gives up a lost one. The log gets the screen and is
     /// closed.
@@ -55,6 +59,10 @@ class TerminalSession : public QObject {
     bool CanReopen() const { return reopenDevice_.has_value(); }
     /// Opens it again and raises ConnectionInitOK; on failure the link stays lost.
     void Reopen();
+
+    /// Looks at once for what has arrived, so that it is not taken for the answer to what is sent
+    /// next.
+    void HearArrived();
 
     bool IsConnected() const { return commHandle_ >= 1 && !linkFailed_; }
     bool LinkFailed() const { return linkFailed_; }
@@ -119,7 +127,7 @@ class TerminalSession : public QObject {
 
   private:
     bool OpenPort(const std::string& device);
-    void GreetBoard();
+    void GreetBoard(std::string_view greeting);
     void ClosePort();
     void LoseLink();
     void Poll();

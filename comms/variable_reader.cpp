@@ -38,11 +38,19 @@ std::optional<ShownPlace> FindPlace(std::string_view reply, std::size_t from) {
     return std::nullopt;
 }
 
+/// Whether a reply, without its end marker, says nothing: a prompt that comes late or twice.
+bool IsPromptAlone(std::string_view reply) {
+    constexpr std::string_view kArrow = "->";  // belongs to the marker
+    while (!reply.empty() && IsLineEnd(reply.front()))
+        reply.remove_prefix(1);
+    return reply == kDebugPrompt.substr(0, kDebugPrompt.size() - kArrow.size());
+}
+
 /// The part of a reply that shows the memory of this place; all of it when it names no place at
-/// all, and nothing when it names another one only.
+/// all, and nothing when it names another one only or none but says nothing else.
 std::string_view PartOfPlace(std::string_view reply, std::uint32_t address) {
     const std::optional<ShownPlace> first = FindPlace(reply, 0);
-    if (!first) return reply;
+    if (!first) return IsPromptAlone(reply) ? std::string_view() : reply;
     for (std::optional<ShownPlace> place = first; place;
          place = FindPlace(reply, place->position + 1)) {
         if (place->address == static_cast<std::uint16_t>(address))
@@ -90,6 +98,9 @@ void VariableReader::RefreshVariables() {
         showMessage_("Terminal Window is not open");
         return;
     }
+    // What the board has said so far is for the screen, and may end its debug mode.
+    terminal_->HearArrived();
+    if (terminal_ == nullptr) return;  // it was lost just now, and is forgotten
     if (!terminal_->IsDebugging()) {
         showMessage_("Note: KineTron is not in debug mode. Variable Values cannot be gathered");
         return;
@@ -115,6 +126,7 @@ void VariableReader::TakeReply(const std::string& text) {
     if (!reply) return;
     variable.debugValue = FormatDebugValue(*reply, variable.type);
     variable.bytes = ReplyBytes(*reply);
+    variable.readableBytes = CountReadablePairs(*reply);
     replyBuffer_.clear();
     if (currentVariableIndex_ == variables_.size()) {
         Finish(true);

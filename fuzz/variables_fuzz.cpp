@@ -62,6 +62,16 @@ std::vector<DebugVariable> Variables() {
     return variables;
 }
 
+/// Whether every reply in the text is taken for an answer: none names another place than 0000, or is
+/// a prompt alone.
+bool IsAllAnswers(std::string_view text) {
+    for (std::size_t at = text.find('['); at != std::string_view::npos; at = text.find('[', at + 1)) {
+        const bool isEscape = at > 0 && text[at - 1] == '\x1b';
+        if (!isEscape && !text.substr(at).starts_with("[0000]")) return false;
+    }
+    return text.find(kDebugPrompt) == std::string_view::npos;
+}
+
 /// The values that the replies in the text stand for, in order.
 std::vector<std::string> ExpectedValues(std::string_view text) {
     std::vector<std::string> values;
@@ -115,7 +125,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!rig.session.IsConnected()) rig.session.OpenConnection("port");
     const std::string_view text(reinterpret_cast<const char*>(data + 1), size - 1);
     FormatReply(text);
-    Expect(Read(rig, text, 1) == ExpectedValues(text));
+    const std::vector<std::string> values = Read(rig, text, 1);
+    Expect(!IsAllAnswers(text) || values == ExpectedValues(text));
     Read(rig, text, std::max<std::size_t>(1, data[0]));
     return 0;
 }

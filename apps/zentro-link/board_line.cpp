@@ -1,6 +1,7 @@
 #include "apps/zentro-link/board_line.h"
 
 #include <QCoreApplication>
+#include <algorithm>
 
 #include "apps/zentro-link/console.h"
 
@@ -12,9 +13,12 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto kWakeInterval = 10ms;
-constexpr auto kAnswerLimit = 3000ms;    ///< the board begins to answer within this time
-constexpr auto kQuiet = 250ms;           ///< a pause as long as this ends an answer
-constexpr auto kLongestAnswer = 2000ms;  ///< a running program may never be quiet
+constexpr auto kBusyPause = 250ms;   ///< a board that is busy sending makes no pause as long as this
+constexpr auto kLongestQueue = 5000ms;  ///< what a board may have waiting takes less at kBaud
+constexpr std::size_t kMostKept = std::size_t{64} << 10;  ///< of what one answer brings
+
+/// Without the CR that would carry out an instruction in debug mode.
+const std::string kGreeting = kCancelCharacter + std::string("]\rW\r");
 
 }  // namespace
 
@@ -27,6 +31,8 @@ std::optional<std::string> TappedLink::Read(std::size_t limit) {
 BoardLine::BoardLine() : session_(tap_, TellFailure) {
     tap_.listener = [this](std::string_view bytes) {
         received_ += bytes;
+        if (received_.size() > kMostKept) received_.erase(0, received_.size() - kMostKept);
+        heardLast_ = Clock::now();
         if (onReceived) onReceived(bytes);
     };
     QObject::connect(&session_, &TerminalSession::ConnectionInitOK, [this] { opened_ = true; });
@@ -39,7 +45,7 @@ BoardLine::~BoardLine() {
 }
 
 bool BoardLine::Open(const std::string& port) {
-    session_.OpenConnection(port);
+    session_.OpenConnection(port, kGreeting);
     return opened_;
 }
 
@@ -52,25 +58,26 @@ bool BoardLine::WaitUntil(const std::function<bool()>& condition, std::chrono::m
     return true;
 }
 
-std::optional<std::string> BoardLine::Listen() {
-    if (!WaitUntil([this] { return !received_.empty(); }, kAnswerLimit)) return std::nullopt;
-    std::size_t heard = 0;
-    Clock::time_point lastHeard = Clock::now();
-    const auto isQuiet = [&] {
-        if (received_.size() != heard) {
-            heard = received_.size();
-            lastHeard = Clock::now();
-        }
-        return Clock::now() - lastHeard >= kQuiet;
-    };
-    WaitUntil(isQuiet, kLongestAnswer);
-    return std::exchange(received_, {});
+bool BoardLine::WaitForAnswer(const std::function<bool()>& hasEnded) {
+    if (WaitUntil(hasEnded, kAnswerLimit)) return true;
+    const auto isOver = [&] { return hasEnded() || Clock::now() - heardLast_ > kBusyPause; };
+    WaitUntil(isOver, kLongestQueue);
+    return hasEnded();
 }
 
-std::optional<std::string> BoardLine::Ask(std::string_view command) {
-    received_.clear();
+void BoardLine::WaitForQuiet(std::chrono::milliseconds quiet, std::chrono::milliseconds limit) {
+    const Clock::time_point start = Clock::now();
+    WaitUntil([&] { return Clock::now() - std::max(start, heardLast_) >= quiet; }, limit);
+}
+
+void BoardLine::Send(std::string_view command) {
+    Forget();
     session_.SendCmd(command);
-    return Listen();
+}
+
+void BoardLine::Forget() {
+    session_.HearArrived();
+    received_.clear();
 }
 
 }  // namespace zentro

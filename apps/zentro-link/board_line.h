@@ -37,6 +37,9 @@ class TappedLink : public Link {
     Link& link_;
 };
 
+/// So long a board may take for an answer in all.
+inline constexpr std::chrono::milliseconds kAnswerLimit{3000};
+
 /// A conversation with the board on a serial port, one thing after the other. Needs an application
 /// object.
 class BoardLine {
@@ -46,7 +49,9 @@ class BoardLine {
     BoardLine(const BoardLine&) = delete;
     BoardLine& operator=(const BoardLine&) = delete;
 
-    /// Opens the port and greets the board. False when it cannot be opened, which has been told.
+    /// Opens the port and greets the board, so that a load that somebody broke off leaves no
+    /// program, and without a step in debug mode. False when it cannot be opened, which has been
+    /// told.
     bool Open(const std::string& port);
 
     /// The connection was lost after it had been opened.
@@ -56,16 +61,23 @@ class BoardLine {
     /// connection is lost.
     bool WaitUntil(const std::function<bool()>& condition, std::chrono::milliseconds limit);
 
-    /// What the board says from now on until it has been quiet for a moment; nothing when it says
-    /// nothing at all.
-    std::optional<std::string> Listen();
+    /// Waits for the end of an answer, which the condition looks for in what was received. A board
+    /// that is still busy sending when the limit comes may have a queue before the answer; it gets
+    /// the time that the queue takes.
+    bool WaitForAnswer(const std::function<bool()>& hasEnded);
 
-    /// Sends a command and listens to the answer.
-    std::optional<std::string> Ask(std::string_view command);
+    /// Waits until the board has been quiet for so long, or the limit comes.
+    void WaitForQuiet(std::chrono::milliseconds quiet, std::chrono::milliseconds limit);
 
-    /// What has been received since the last call of Listen, Ask or Forget.
+    /// Sends a command. What is received from now on may belong to its answer.
+    void Send(std::string_view command);
+
+    /// What has been received since the last call of Open, Send or Forget.
     const std::string& Received() const { return received_; }
-    void Forget() { received_.clear(); }
+    void Forget();
+
+    /// How many characters have not left yet, as far as the system tells.
+    std::size_t Unsent() const { return serial_.Unsent(); }
 
     TerminalSession& Session() { return session_; }
     /// Receives each piece of what the board sends, beside everything else.
@@ -77,6 +89,7 @@ class BoardLine {
     TerminalSession session_;
     QTimer wake_;  ///< so that a wait ends in time
     std::string received_;
+    std::chrono::steady_clock::time_point heardLast_;
     bool opened_ = false;
     bool lost_ = false;
 };

@@ -1,13 +1,14 @@
 #include "apps/zentro-link/commands.h"
 
-#include <QCoreApplication>
 #include <array>
 #include <cstdio>
 #include <iostream>
 
-#include "apps/zentro-board/text_file.h"
+#include "apps/zentro-link/answers.h"
 #include "apps/zentro-link/board_line.h"
 #include "apps/zentro-link/console.h"
+#include "apps/zentro-link/download_command.h"
+#include "apps/zentro-link/failures.h"
 #include "apps/zentro-link/print_variables.h"
 #include "comms/manual_controls.h"
 #include "comms/port_list.h"
@@ -17,94 +18,81 @@ namespace zentro {
 
 namespace {
 
-ExitStatus Lost(const Options& options) {
-    TellFailure("the connection to " + options.port + " was lost");
-    return ExitStatus::NoConnection;
+/// The connection to a board that has answered its greeting.
+struct Conversation {
+    BoardLine& line;
+    const Options& options;
+    std::string brokenOffLoad;  ///< how the board ended a load that somebody had left; may be empty
+};
+
+constexpr std::string_view kBrokenOff = "A download was broken off, so send the program again";
+
+/// Half a program may do anything with the motors. True when the board holds one, which is told.
+bool HoldsPart(const Conversation& talk) {
+    const std::string& verdict = talk.brokenOffLoad;
+    if (!verdict.starts_with("Loaded") || verdict == "Loaded 0 bytes") return false;
+    TellFailure("the board holds only a part of a program: " + verdict + ". " +
+                std::string(kBrokenOff));
+    return true;
 }
 
-/// The board said nothing to what was asked: because it is gone, or because it would not.
-ExitStatus NoAnswer(const BoardLine& line, const Options& options) {
-    if (line.IsLost()) return Lost(options);
-    TellFailure("the board on " + options.port + " does not answer");
-    return ExitStatus::Refused;
+ExitStatus RefuseToStart(const Conversation& talk, const std::string& words) {
+    if (talk.brokenOffLoad.empty()) return TellRefusal(words);
+    return TellRefusal(words + ". " + std::string(kBrokenOff));
 }
 
-/// The line with which the board refuses a command; empty when it does not.
-std::string RefusalIn(std::string_view answer) {
-    for (const std::string_view line : SplitLines(answer)) {
-        if (line == "?" || line == "No program") return std::string(line);
-    }
-    return {};
-}
-
-ExitStatus Refuse(std::string_view words) {
-    TellFailure("the board answers: " + std::string(words));
-    return ExitStatus::Refused;
-}
-
-/// Asks for something that the board does or refuses.
-ExitStatus Command(BoardLine& line, const Options& options, std::string_view command) {
-    const std::optional<std::string> answer = line.Ask(command);
-    if (!answer) return NoAnswer(line, options);
-    const std::string refusal = RefusalIn(*answer);
-    return refusal.empty() ? ExitStatus::Done : Refuse(refusal);
-}
-
-/// Sends the program and waits for what the board says about it.
-DownloadResult SendProgram(BoardLine& line, const Options& options) {
-    std::optional<DownloadResult> result;
-    ProgressLine progress(options.quiet);
-    TerminalSession& session = line.Session();
-    const auto showing = QObject::connect(&session, &TerminalSession::DownloadProgress,
-                                          [&](double fraction, int) { progress.Show(fraction); });
-    const auto finishing =
-        QObject::connect(&session, &TerminalSession::DownloadFinished,
-                         [&](const DownloadResult& finished) { result = finished; });
-    session.DownloadSource(options.objectFile);
-    while (!result)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    QObject::disconnect(showing);
-    QObject::disconnect(finishing);
-    return *result;
-}
-
-ExitStatus Download(BoardLine& line, const Options& options) {
-    const DownloadResult result = SendProgram(line, options);
-    switch (result.outcome) {
-        case DownloadOutcome::Whole:
-            if (!options.quiet) std::cout << result.verdict << '\n';
-            return ExitStatus::Done;
-        case DownloadOutcome::WrongCount:
-            return Refuse(result.verdict + ", but the program has " +
-                          std::to_string(result.bytesInFile.value_or(0)));
-        case DownloadOutcome::Refused: return Refuse(result.verdict);
-        case DownloadOutcome::LineLost: return Lost(options);
-        case DownloadOutcome::FileUnreadable: return ExitStatus::BadUsage;
-        case DownloadOutcome::None:
-        case DownloadOutcome::NoVerdict:
-        case DownloadOutcome::Cancelled: break;
-    }
-    return NoAnswer(line, options);
-}
-
-ExitStatus Debug(BoardLine& line, const Options& options) {
-    if (line.Session().IsDebugging()) line.Ask("X\r");
-    const std::optional<std::string> answer = line.Ask("D\r");
-    if (!answer) return NoAnswer(line, options);
-    if (!line.Session().IsDebugging()) {
-        const std::string refusal = RefusalIn(*answer);
-        return Refuse(refusal.empty() ? "no debug prompt" : refusal);
-    }
-    // Its echo, the line of the instruction, the prompt.
-    const std::vector<std::string_view> lines = SplitLines(*answer);
-    if (!options.quiet && lines.size() >= 2) std::cout << lines[lines.size() - 2] << '\n';
+/// A board that starts a program says nothing, so the whole time for a refusal has to pass.
+ExitStatus Run(const Conversation& talk) {
+    using Clock = std::chrono::steady_clock;
+    if (HoldsPart(talk)) return ExitStatus::Refused;
+    BoardLine& line = talk.line;
+    line.Send("G\r");
+    const Clock::time_point end = Clock::now() + kAnswerLimit;
+    Answer answer;
+    bool isEchoed = false;
+    const bool isAnswered = line.WaitForAnswer([&] {
+        answer = StartAnswer(line.Received());
+        isEchoed = isEchoed || IsStartEchoed(line.Received());
+        return answer.state != Answer::State::Unfinished || (isEchoed && Clock::now() >= end);
+    });
+    if (answer.state == Answer::State::Refused) return RefuseToStart(talk, answer.words);
+    if (line.IsLost() || !isAnswered) return TellNoAnswer(line, talk.options);
     return ExitStatus::Done;
 }
 
-ExitStatus Stop(BoardLine& line, const Options& options) {
-    line.Forget();
+ExitStatus Debug(const Conversation& talk) {
+    if (HoldsPart(talk)) return ExitStatus::Refused;
+    BoardLine& line = talk.line;
+    line.Send("X\rD\r");  // out of what runs, in debug mode or not
+    Answer answer;
+    line.WaitForAnswer([&] {
+        answer = DebugAnswer(line.Received());
+        return answer.state != Answer::State::Unfinished;
+    });
+    if (answer.state == Answer::State::Refused) return RefuseToStart(talk, answer.words);
+    if (answer.state == Answer::State::Done) {
+        if (!talk.options.quiet) std::cout << answer.words << '\n';
+        return ExitStatus::Done;
+    }
+    if (line.IsLost() || line.Received().empty()) return TellNoAnswer(line, talk.options);
+    TellFailure("the board on " + talk.options.port + " shows no debug prompt");
+    return ExitStatus::Refused;
+}
+
+ExitStatus Stop(const Conversation& talk) {
+    BoardLine& line = talk.line;
     ManualControls(line.Session()).Stop();
-    return line.Listen() ? ExitStatus::Done : NoAnswer(line, options);
+    Answer answer;
+    line.WaitForAnswer([&] {
+        answer = StopAnswer(line.Received());
+        return answer.state != Answer::State::Unfinished;
+    });
+    switch (answer.state) {
+        case Answer::State::Done: return ExitStatus::Done;
+        case Answer::State::Refused: return TellRefusal(answer.words);
+        case Answer::State::Unfinished: break;
+    }
+    return TellNoAnswer(line, talk.options);
 }
 
 ExitStatus List() {
@@ -124,13 +112,14 @@ ExitStatus List() {
     return ExitStatus::Done;
 }
 
-ExitStatus Do(BoardLine& line, const Options& options, std::vector<DebugVariable> variables) {
-    switch (options.command) {
-        case LinkCommand::Download: return Download(line, options);
-        case LinkCommand::Run: return Command(line, options, "G\r");
-        case LinkCommand::Debug: return Debug(line, options);
-        case LinkCommand::Stop: return Stop(line, options);
-        case LinkCommand::Variables: return PrintVariables(line, std::move(variables));
+ExitStatus Do(const Conversation& talk, std::vector<DebugVariable> variables, int& signal) {
+    switch (talk.options.command) {
+        case LinkCommand::Download: return Download(talk.line, talk.options, signal);
+        case LinkCommand::Run: return Run(talk);
+        case LinkCommand::Debug: return Debug(talk);
+        case LinkCommand::Stop: return Stop(talk);
+        case LinkCommand::Variables:
+            return PrintVariables(talk.line, talk.options, std::move(variables));
         case LinkCommand::List:
         case LinkCommand::Terminal: break;
     }
@@ -149,7 +138,7 @@ bool ReadNeeded(const std::string& path, std::string& text) {
 
 }  // namespace
 
-ExitStatus CarryOut(const Options& options) {
+ExitStatus CarryOut(const Options& options, int& signal) {
     if (options.command == LinkCommand::List) return List();
     std::string text;
     std::vector<DebugVariable> variables;
@@ -160,9 +149,11 @@ ExitStatus CarryOut(const Options& options) {
     }
     BoardLine line;
     if (!line.Open(options.port)) return ExitStatus::NoConnection;
-    if (!line.Listen()) return NoAnswer(line, options);
-    const ExitStatus status = Do(line, options, std::move(variables));
-    return status == ExitStatus::Refused && line.IsLost() ? Lost(options) : status;
+    // Motors stop at once, however long the board takes to say its name.
+    const bool isUrgent = options.command == LinkCommand::Stop;
+    if (!isUrgent && !line.WaitForAnswer([&] { return HasSaidItsName(line.Received()); }))
+        return TellNoAnswer(line, options);
+    return Do({line, options, BrokenOffLoad(line.Received())}, std::move(variables), signal);
 }
 
 }  // namespace zentro

@@ -21,7 +21,7 @@ ExitStatus Main(int argc, char** argv, int& signal) {
     if (!options) return status;
     const QCoreApplication application(argc, argv);
     if (options->command == LinkCommand::Terminal) return TalkToBoard(*options, signal);
-    status = CarryOut(*options);
+    status = CarryOut(*options, signal);
     if (std::cout.flush()) return status;
     TellFailure("cannot write to standard output");
     return ExitStatus::BadUsage;

@@ -5,8 +5,11 @@
 #include <memory>
 
 #include "apps/zentro-board/symbol_file.h"
+#include "apps/zentro-link/answers.h"
 #include "apps/zentro-link/console.h"
+#include "apps/zentro-link/failures.h"
 #include "comms/variable_reader.h"
+#include "model/address.h"
 
 namespace zentro {
 
@@ -48,6 +51,27 @@ void Print(const std::vector<DebugVariable>& variables) {
     }
 }
 
+/// A board in debug mode shows its prompt at once, or when its program has waited. One in another
+/// mode refuses to show memory, which tells the two apart.
+ExitStatus ReachPrompt(BoardLine& line, const Options& options, std::uint32_t address) {
+    line.Send("M" + AddressDigits(address) + "\r");
+    Answer answer;
+    line.WaitForAnswer([&] {
+        answer = MemoryAnswer(line.Received(), address);
+        return answer.state != Answer::State::Unfinished;
+    });
+    if (answer.state == Answer::State::Done) return ExitStatus::Done;
+    if (answer.state == Answer::State::Refused) {
+        if (line.Session().IsDebugging()) return TellRefusal(answer.words);
+        return ExitStatus::Done;  // the reader tells it
+    }
+    if (line.IsLost() || !IsMemoryShown(line.Received(), address))
+        return TellNoAnswer(line, options);
+    TellFailure(
+        "the program waits and shows no debug prompt. Read its variables when it has gone on");
+    return ExitStatus::Refused;
+}
+
 }  // namespace
 
 bool ReadVariables(const std::string& path, std::string_view text,
@@ -69,7 +93,10 @@ bool ReadVariables(const std::string& path, std::string_view text,
     return true;
 }
 
-ExitStatus PrintVariables(BoardLine& line, std::vector<DebugVariable> variables) {
+ExitStatus PrintVariables(BoardLine& line, const Options& options,
+                          std::vector<DebugVariable> variables) {
+    const ExitStatus prompt = ReachPrompt(line, options, variables.front().address);
+    if (prompt != ExitStatus::Done) return prompt;
     VariableReader reader(TellFailure);
     bool complete = false;
     QObject::connect(&reader, &VariableReader::ReadingFinished,
@@ -78,10 +105,11 @@ ExitStatus PrintVariables(BoardLine& line, std::vector<DebugVariable> variables)
     reader.LoadVariableList(std::move(variables));
     reader.RefreshVariables();
     line.WaitUntil([&] { return !reader.IsReading(); }, kNoLimit);
+    if (line.IsLost()) return TellLost(options);
     if (!complete) return ExitStatus::Refused;
     for (const DebugVariable& variable : reader.Variables()) {
         const std::size_t needed = std::min<std::size_t>(variable.size, kBytesInReply);
-        if (variable.bytes.size() >= needed) continue;
+        if (variable.readableBytes >= needed) continue;
         TellFailure("the board does not show the memory of " + variable.resolvedName);
         return ExitStatus::Refused;
     }

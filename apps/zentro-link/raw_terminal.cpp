@@ -1,18 +1,18 @@
 #include "apps/zentro-link/raw_terminal.h"
 
 #include <QSocketNotifier>
+#include <QTimer>
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
-#include <optional>
-#include <sys/signalfd.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include "apps/zentro-link/board_line.h"
 #include "apps/zentro-link/console.h"
-#include "config/encoding.h"
+#include "apps/zentro-link/ending_signals.h"
+#include "comms/board_text.h"
+#include "comms/download.h"
 
 namespace zentro {
 
@@ -20,6 +20,13 @@ namespace {
 
 constexpr char kEndKey = 0x1D;  // Ctrl+]
 constexpr auto kNoLimit = std::chrono::hours(24 * 365);
+
+/// So much of a file or pipe is sent at once, and then the time let pass that it takes on the wire:
+/// what waits anywhere on the way would be lost when the port closes.
+constexpr std::size_t kPiece = 32;
+
+/// The last answer is over when nothing more has come for so long.
+constexpr std::chrono::milliseconds kQuiet{1000};
 
 /// While it lives, every key arrives at once and as it is. What is written to the terminal is
 /// treated as before.
@@ -46,37 +53,6 @@ class RawKeyboard {
     bool isTerminal_ = false;
 };
 
-/// The signals that ask to end, as something to read.
-class EndingSignals {
-  public:
-    EndingSignals() {
-        sigset_t wanted;
-        sigemptyset(&wanted);
-        for (int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT})
-            sigaddset(&wanted, signal);
-        sigprocmask(SIG_BLOCK, &wanted, &before_);
-        descriptor_ = signalfd(-1, &wanted, SFD_CLOEXEC | SFD_NONBLOCK);
-    }
-    ~EndingSignals() {
-        close(descriptor_);
-        sigprocmask(SIG_SETMASK, &before_, nullptr);
-    }
-    EndingSignals(const EndingSignals&) = delete;
-    EndingSignals& operator=(const EndingSignals&) = delete;
-
-    int Descriptor() const { return descriptor_; }
-    /// The one that came, 0 if none did.
-    int Take() const {
-        signalfd_siginfo info{};
-        if (read(descriptor_, &info, sizeof info) != sizeof info) return 0;
-        return static_cast<int>(info.ssi_signo);
-    }
-
-  private:
-    sigset_t before_{};
-    int descriptor_ = -1;
-};
-
 bool WriteAll(int descriptor, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = write(descriptor, text.data(), text.size());
@@ -89,58 +65,96 @@ bool WriteAll(int descriptor, std::string_view text) {
 /// Why the conversation is over.
 struct Ending {
     bool isOver = false;
-    bool inputEnded = false;  ///< the last answer is still to be heard
+    bool inputEnded = false;  ///< what was read is still to be sent and answered
     bool cannotWrite = false;
+    bool isStuck = false;  ///< not all could be sent
+    bool hasHeard = false;
     int signal = 0;
 };
 
-/// Sends the keys that were pressed to the board.
-void SendKeys(TerminalSession& session, bool isTerminal, Ending& ending) {
+/// Sends the keys that were pressed to the board. Returns how many they were.
+std::size_t SendKeys(TerminalSession& session, bool isTerminal, Ending& ending) {
     std::array<char, 256> keys{};
-    const ssize_t count = read(STDIN_FILENO, keys.data(), keys.size());
-    if (count < 0 && (errno == EINTR || errno == EAGAIN)) return;
+    const ssize_t count = read(STDIN_FILENO, keys.data(), isTerminal ? keys.size() : kPiece);
+    if (count < 0 && (errno == EINTR || errno == EAGAIN)) return 0;
     if (count <= 0) ending.isOver = ending.inputEnded = true;
     for (ssize_t i = 0; i < count; ++i) {
         const char key = keys[static_cast<std::size_t>(i)];
         if (key == kEndKey) {
             ending.isOver = true;
-            return;
+            ending.inputEnded = !isTerminal;
+            break;
         }
         // A file's lines end in LF, where the key Enter is CR.
         session.SendKeyStroke(key == '\n' && !isTerminal ? '\r' : key);
     }
+    return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-void ShowOnScreen(std::string_view bytes, Ending& ending) {
-    const bool isScreen = isatty(STDOUT_FILENO) != 0;
-    if (WriteAll(STDOUT_FILENO, isScreen ? ToUtf8(bytes) : std::string(bytes))) return;
-    ending.isOver = ending.cannotWrite = true;
+/// Lets everything leave that was read, however long that takes while it goes on, and then hears the
+/// answer.
+void FinishInput(BoardLine& line, Ending& ending) {
+    const auto isAsked = [&] { return ending.signal != 0 || ending.cannotWrite; };
+    while (const std::size_t unsent = line.Unsent()) {
+        const auto goesOn = [&] { return isAsked() || line.Unsent() < unsent; };
+        ending.isStuck = !line.WaitUntil(goesOn, kAnswerLimit);
+        if (ending.isStuck || isAsked()) return;
+    }
+    line.WaitUntil([&] { return ending.hasHeard || isAsked(); }, kAnswerLimit);
+    line.WaitForQuiet(kQuiet, kAnswerLimit);
 }
 
 /// Returns when the conversation is over.
 Ending Converse(BoardLine& line) {
     const EndingSignals endingSignals;
     const RawKeyboard keyboard;
+    const bool isTerminal = keyboard.IsTerminal();
     Ending ending;
+    BoardText text;
     QSocketNotifier keys(STDIN_FILENO, QSocketNotifier::Read);
+    QTimer pause;
+    pause.setSingleShot(true);
+    pause.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&pause, &QTimer::timeout, [&] { keys.setEnabled(!ending.isOver); });
     QObject::connect(&keys, &QSocketNotifier::activated, [&] {
-        SendKeys(line.Session(), keyboard.IsTerminal(), ending);
-        if (ending.isOver) keys.setEnabled(false);
+        const std::size_t sent = SendKeys(line.Session(), isTerminal, ending);
+        if (isTerminal && !ending.isOver) return;
+        keys.setEnabled(false);
+        pause.start(std::chrono::ceil<std::chrono::milliseconds>(TimeOnTheWire(sent)));
     });
     QSocketNotifier asked(endingSignals.Descriptor(), QSocketNotifier::Read);
     QObject::connect(&asked, &QSocketNotifier::activated, [&] {
         ending.signal = endingSignals.Take();
         if (ending.signal != 0) ending.isOver = true;
     });
-    line.onReceived = [&](std::string_view bytes) { ShowOnScreen(bytes, ending); };
-    line.Forget();
-    const auto isOver = [&] {
-        line.Forget();
-        return ending.isOver;
+    line.onReceived = [&](std::string_view bytes) {
+        ending.hasHeard = true;
+        if (!WriteAll(STDOUT_FILENO, text.Take(bytes))) ending.isOver = ending.cannotWrite = true;
     };
-    if (line.WaitUntil(isOver, kNoLimit) && ending.inputEnded) line.Listen();
+    if (line.WaitUntil([&] { return ending.isOver; }, kNoLimit) && ending.inputEnded)
+        FinishInput(line, ending);
     line.onReceived = nullptr;
     return ending;
+}
+
+/// What became of it; failures are told.
+ExitStatus StatusOf(const Ending& ending, const BoardLine& line, const Options& options) {
+    if (line.IsLost()) {
+        TellFailure("the connection to " + options.port + " was lost");
+        return ExitStatus::NoConnection;
+    }
+    if (ending.cannotWrite) {
+        TellFailure("cannot write to standard output");
+        return ExitStatus::BadUsage;
+    }
+    if (!ending.inputEnded || ending.signal != 0) return ExitStatus::Done;
+    if (ending.isStuck) {
+        TellFailure("the board on " + options.port + " does not take what is sent");
+        return ExitStatus::Refused;
+    }
+    if (ending.hasHeard) return ExitStatus::Done;
+    TellFailure("the board on " + options.port + " does not answer");
+    return ExitStatus::Refused;
 }
 
 }  // namespace
@@ -154,13 +168,7 @@ ExitStatus TalkToBoard(const Options& options, int& signal) {
     }
     const Ending ending = Converse(line);
     signal = ending.signal;
-    if (line.IsLost()) {
-        TellFailure("the connection to " + options.port + " was lost");
-        return ExitStatus::NoConnection;
-    }
-    if (!ending.cannotWrite) return ExitStatus::Done;
-    TellFailure("cannot write to standard output");
-    return ExitStatus::BadUsage;
+    return StatusOf(ending, line, options);
 }
 
 }  // namespace zentro

@@ -25,7 +25,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 const std::string kHalf =
-    "\r\nThe board holds only a part of the program.\r\n"
+    "\r\nThe board does not hold the whole program.\r\n"
     "Please download it again before you run it.\r\n";
 const std::string kLost =
     "\r\nThe connection was lost.\r\nThe board does not hold the program.\r\n"
@@ -194,26 +194,46 @@ TEST_F(DownloadTest, IsWhatTheBoardSaysOfIt) {
          {},
          "\r\nThe board has not said whether it holds the program.\r\n"},
     };
-    for (const BoardSays& row : rows) {
-        SCOPED_TRACE(row.words);
-        shown_.clear();
-        WriteFile(row.content);
-        Download download = Start();
-        download.Hear("\r\nLoaded 77 bytes\r\n");  // of the one before
-        Run(download);
-        shown_.clear();
-        std::istringstream pieces(row.words);
-        for (std::string piece; std::getline(pieces, piece, '|');)
-            download.Hear(piece);
-        EXPECT_EQ(download.IsOver(), row.outcome != NoVerdict);
-        download.Cancel();  // nobody waits any longer
-        EXPECT_EQ(download.Result().outcome, row.outcome);
-        EXPECT_EQ(download.Result().bytesInFile, row.bytesInFile);
-        EXPECT_EQ(download.Result().bytesLoaded, row.bytesLoaded);
-        EXPECT_EQ(download.Result().path, path_.string());
-        EXPECT_EQ(download.Result().MayLeavePart(), row.outcome == WrongCount);
-        EXPECT_EQ(shown_, row.further);
+    for (const bool isEchoed : {true, false}) {
+        for (const BoardSays& row : rows) {
+            SCOPED_TRACE(row.words);
+            WriteFile(row.content);
+            Download download = Start();
+            Run(download);
+            shown_.clear();
+            if (isEchoed) {
+                download.Hear("\r\nLoaded 77 bytes\r\n\r\nX\r\nZ");  // the first of one before
+                download.Hear("\r\nL");
+            }
+            std::istringstream pieces(row.words);
+            for (std::string piece; std::getline(pieces, piece, '|');)
+                download.Hear(piece);
+            EXPECT_EQ(download.IsOver(), isEchoed && row.outcome != NoVerdict);
+            download.Cancel();  // nobody waits any longer
+            EXPECT_EQ(download.Result().outcome, row.outcome);
+            EXPECT_EQ(download.Result().bytesInFile, row.bytesInFile);
+            EXPECT_EQ(download.Result().bytesLoaded, row.bytesLoaded);
+            EXPECT_EQ(download.Result().path, path_.string());
+            EXPECT_EQ(download.Result().MayLeavePart(), row.outcome == WrongCount);
+            EXPECT_EQ(shown_, row.further);
+        }
     }
+}
+
+/// What has arrived before the last line leaves waits to be looked at, and is heard as what it is.
+TEST_F(DownloadTest, TakesNothingThatCameBeforeItsLastLineForItsVerdict) {
+    WriteFile("1\n");
+    Download* current = nullptr;
+    std::string waiting = "X\r\nZ\r\nL\r\nLoaded 1 bytes\r\n";
+    Download download(path_.string(), {[&](std::string_view) { return true; },
+                                       [](std::string_view) {}, [](const std::string&) {},
+                                       [&] { current->Hear(std::exchange(waiting, {})); }});
+    current = &download;
+    while (download.IsSending())
+        download.Step();
+    EXPECT_FALSE(download.IsOver());
+    download.Hear("\r\nNot loaded: line 1 is bad\r\n");
+    EXPECT_EQ(download.Result().outcome, DownloadOutcome::Refused);
 }
 
 TEST_F(DownloadTest, TellsWhatIsLeftOnTheBoard) {
@@ -265,8 +285,15 @@ TEST_F(DownloadTest, ACancelledLoadIsEnded) {
     download.Cancel();
     EXPECT_TRUE(download.IsOver());
     download.Step();
-    EXPECT_THAT(writes_, ElementsAre("X\rZ\r", "L", "1\r\n", "2\r\n", "]\r"));
+    EXPECT_THAT(writes_, ElementsAre("X\rZ\r", "L", "1\r\n", "2\r\n", "\x18]\r"));
     EXPECT_EQ(shown_, kCleared + "\r\nDownload Cancelled. Sent 2 Lines. " + kHalf);
+    Board board;
+    ReceiveCharacters(board, "L53,0,0]");
+    for (const std::string& text : writes_)
+        ReceiveCharacters(board, text);
+    TakeOutput(board);
+    ReceiveCharacters(board, "G\r");
+    EXPECT_EQ(TakeOutput(board), "G\r\nNo program\r\n");
 }
 
 /// As short as the lines of a robot's program are: on the average 7.6 characters with their end.

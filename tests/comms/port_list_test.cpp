@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <grp.h>
 #include <pwd.h>
+#include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -167,6 +168,12 @@ TEST(PortAdviceTest, TellsWhoHasThePortOpen) {
     EXPECT_THAT(AdviceForPort(board.PortName()),
                 AllOf(HasSubstr("(process " + std::to_string(getpid()) + ")"), HasSubstr(", "),
                       HasSubstr("(process " + std::to_string(second) + ")")));
+    // Once it is locked, the one that has locked it is in the way and no other.
+    ASSERT_EQ(flock(held, LOCK_EX | LOCK_NB), 0);
+    EXPECT_EQ(AdviceForPort(board.PortName()),
+              board.PortName() + " is present, but in use by comms_tests (process " +
+                  std::to_string(getpid()) + "). Close the connection there first.");
+    flock(held, LOCK_UN);
     kill(second, SIGKILL);
     waitpid(second, nullptr, 0);
 

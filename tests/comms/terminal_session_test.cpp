@@ -6,10 +6,12 @@
 #include <iterator>
 #include <ostream>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 #include "comms/serial_link.h"
 #include "tests/comms/faulty_link.h"
+#include "tests/comms/recording_link.h"
 #include "tests/comms/terminal_fixture.h"
 
 namespace zentro {
@@ -247,6 +249,29 @@ TEST_F(TerminalSessionTest, KnowsTheDebugMode) {
     EXPECT_TRUE(session_.IsDebugging());
     session_.WriteToScreen(" ");
     EXPECT_FALSE(session_.IsDebugging());
+}
+
+/// A board that judges an earlier load while a program is sent to it, over a line that is fast.
+class LateLink : public RecordingLink {
+  public:
+    bool TakesTime() const override { return false; }
+    std::size_t Write(std::string_view bytes) override {
+        if (bytes == "1\r\n") toRead = "X\r\nZ\r\nL\r\nLoaded 1 bytes\r\n";
+        if (bytes == "]\r") toRead += "\r\nNot loaded: line 1 is bad\r\n";
+        return RecordingLink::Write(bytes);
+    }
+};
+
+TEST(TerminalSessionVerdictTest, IsNoneThatCameBeforeTheLastLine) {
+    const std::string path = ::testing::TempDir() + "zentro-late-" + std::to_string(getpid());
+    std::ofstream(path, std::ios::binary) << "1\n";
+    LateLink link;
+    Terminal terminal(link);
+    terminal.session.OpenConnection("port");
+    terminal.session.DownloadSource(path);
+    ASSERT_TRUE(WaitUntil([&] { return terminal.finished == 1; }));
+    EXPECT_EQ(terminal.outcome, DownloadOutcome::Refused);
+    std::filesystem::remove(path);
 }
 
 }  // namespace

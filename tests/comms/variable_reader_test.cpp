@@ -135,6 +135,8 @@ TEST_F(VariableReaderTest, NeverShowsWhatStandsElsewhere) {
         "[0020] 07 00 00 00 00 00 00 00\r\n" + kPrompt,
         "\r\n[0003] MOVE BYTE [001A], [0020]\r\n" + kPrompt,
         "[0003] MOVE BYTE [001A], [0020]\r\n" + kPrompt + "[0004] END\r\n" + kPrompt,
+        kPrompt,
+        "\r\n" + kPrompt + kPrompt,
     };
     for (const std::string& other : others) {
         for (const bool isWhole : {true, false}) {
@@ -214,6 +216,19 @@ TEST_F(VariableReaderTest, OutlivesItsTerminalAndTheOtherWayRound) {
         EXPECT_TRUE(session_->ScreenOff());
     }
     EXPECT_FALSE(session_->ScreenOff());
+}
+
+/// What waits at the port when the read begins was said before.
+TEST_F(VariableReaderTest, LooksFirstWhatTheBoardHasSaid) {
+    link_.toRead = "\r\nStopped at [0003]\r\n";
+    reader_.RefreshVariables();
+    EXPECT_THAT(messages_, ElementsAre("Note: KineTron is not in debug mode. Variable Values cannot "
+                                       "be gathered"));
+    EXPECT_EQ(link_.written, "");
+    ExpectScreenOn();
+    link_.lost = true;
+    reader_.RefreshVariables();
+    EXPECT_FALSE(reader_.IsReading());
 }
 
 TEST_F(VariableReaderTest, SaysWhyItCannotRead) {

@@ -1,11 +1,12 @@
 // The real zentro-link with the real zentro-board on a pseudo-terminal.
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTimer>
+#include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
 #include <termios.h>
+#include <unistd.h>
 
 #include "apps/zentro-board/pseudo_terminal.h"
 #include "compiler/symbols_file.h"
@@ -98,9 +99,10 @@ TEST_F(ZentroLink, PrintsVariablesAsTheVirtualBoardDoes) {
     EXPECT_THAT(err_, HasSubstr("KineTron is not in debug mode"));
     ASSERT_EQ(Run({PortName(), "debug"}), 0) << err_;
     EXPECT_THAT(out_, StartsWith("[0000] "));
-    // Each connection carries out one instruction: with its last CR.
     constexpr int kSteps = 60;
-    ASSERT_EQ(Run({PortName(), "terminal"}, std::string(kSteps - 2, '\r')), 0);
+    ASSERT_EQ(Run({PortName(), "terminal"}, std::string(kSteps, '\r')), 0);
+    // No connection carries out an instruction by itself.
+    ASSERT_EQ(Run({PortName(), "variables", "--symbols", Path("sort_table.sym")}), 0) << err_;
     ASSERT_EQ(Run({PortName(), "variables", "--symbols", Path("sort_table.sym")}), 0) << err_;
     const auto shown = test::Split(out_, '\n');
 
@@ -171,32 +173,62 @@ TEST_F(ZentroLink, SaysThatTheBoardWentAwayHalfWay) {
     EXPECT_EQ(out_, "");
 }
 
-TEST_F(ZentroLink, CallsAProgramLoadedOnlyWhenTheBoardHoldsAllOfIt) {
-    const std::string object = Write("a.obj", "53,0,3\r\n53,0,0\r\n");
-    const auto download = [&](const std::string& verdict) {
-        ScriptedBoard board;
-        std::string sent;
-        board.answer = [&](const std::string& received) -> std::string {
-            sent += received;
-            if (sent == "]\rW\r\r") return "Kinetron\r\n";
-            if (!sent.ends_with("0\r\n]\r")) return {};
-            if (verdict.empty()) QTimer::singleShot(0, [&] { board.HangUp(); });
-            return verdict;
-        };
-        return Run({board.PortName(), "download", object});
-    };
-    EXPECT_EQ(download("\r\nLoaded 6 bytes\r\n"), 0) << err_;
-    EXPECT_EQ(download("\r\nLoaded 5 bytes\r\n"), 1);
-    EXPECT_EQ(err_, "zentro-link: the board answers: Loaded 5 bytes, but the program has 6\n");
-    EXPECT_EQ(out_, "");
-    EXPECT_EQ(download({}), 3) << "the cable is cut before the board has answered";
-    EXPECT_THAT(err_, HasSubstr("was lost"));
+/// Ctrl+C, and an end that nobody can do anything about.
+TEST_F(ZentroLink, LeavesNoPartOfAProgramOnTheBoard) {
+    Compile("explorer");
+    for (const bool isKilled : {false, true}) {
+        StartBoard();
+        Start(ZENTRO_LINK_PROGRAM, {PortName(), "download", Path("explorer.obj")});
+        WaitUntil([] { return false; }, 1500ms);  // it takes seven seconds
+        ASSERT_EQ(process_.state(), QProcess::Running);
+        kill(static_cast<pid_t>(process_.processId()), isKilled ? SIGKILL : SIGINT);
+        Finish();
+        EXPECT_EQ(process_.exitStatus(), QProcess::CrashExit) << "its caller sees the signal";
+        EXPECT_EQ(err_, isKilled ? "" : "zentro-link: cancelled; the board holds no program now\n");
+        EXPECT_EQ(out_, "");
+        for (const bool isFirst : {true, false}) {
+            EXPECT_EQ(Run({PortName(), "run"}), 1);
+            EXPECT_THAT(err_, StartsWith("zentro-link: the board answers: No program"));
+            EXPECT_EQ(err_.find("A download was broken off") != std::string::npos,
+                      isKilled && isFirst);
+        }
+    }
 }
 
-TEST_F(ZentroLink, GivesUpABoardThatSaysNothing) {
-    ScriptedBoard silent;
-    EXPECT_EQ(Run({silent.PortName(), "stop"}), 1);
-    EXPECT_EQ(err_, "zentro-link: the board on " + silent.PortName() + " does not answer\n");
+TEST_F(ZentroLink, SendsAllOfItsInputAtTheSpeedOfTheLine) {
+    constexpr int kLines = 400;
+    StartBoard({"--baud", "9600"});
+    std::string input;
+    for (int line = 0; line < kLines; ++line)
+        input += "a" + std::to_string(line % 3 + 1) + "1\n";
+    EXPECT_EQ(Run({PortName(), "terminal"}, input), 0) << err_;
+    std::string echoes = test::Split(out_, '\n').size() > 3 ? out_.substr(out_.find("a11")) : "";
+    std::erase(echoes, '\r');
+    EXPECT_EQ(echoes, input);
+}
+
+TEST_F(ZentroLink, StopsABoardThatNeverStopsTalking) {
+    StartBoard();
+    const std::string object = Write("a.obj", "13,0,6\r\n53,0,0\r\n65\r\n");
+    ASSERT_EQ(Run({PortName(), "download", object}), 0) << err_;
+    ASSERT_EQ(Run({PortName(), "terminal"}, "g\n"), 0) << err_;
+    EXPECT_THAT(out_, EndsWith("AAA"));
+    ASSERT_EQ(Run({PortName(), "run"}), 0) << err_;
+    ASSERT_EQ(Run({PortName(), "stop"}), 0) << err_;
+    ASSERT_EQ(Run({PortName(), "terminal"}, "x\n"), 0) << err_;
+    EXPECT_THAT(out_, testing::Not(HasSubstr("AAA")));
+}
+
+TEST_F(ZentroLink, NamesAPortOfTheCurrentFolder) {
+    StartBoard();
+    process_.setWorkingDirectory(folder_.path());
+    ASSERT_EQ(symlink(PortName().c_str(), Path("b1").c_str()), 0);
+    EXPECT_EQ(Run({"b1", "stop"}), 3);
+    EXPECT_THAT(err_, HasSubstr("There is no /dev/b1, but there is ./b1. To use that, name it "));
+    EXPECT_EQ(Run({"./b1", "stop"}), 0) << err_;
+    Write("b2", "no port");
+    EXPECT_EQ(Run({"b2", "stop"}), 3);
+    EXPECT_THAT(err_, HasSubstr("There is no /dev/b2 at present. "));
 }
 
 /// zentro-link on a terminal of its own.
