@@ -28,9 +28,11 @@ std::string WithNewName(std::string text, const QString& file, const IndexedName
     }
     std::sort(places.rbegin(), places.rend());
     for (const TextPlace& place : places) {
-        const std::size_t begin = begins.at(static_cast<std::size_t>(place.line) - 1) +
-                                  static_cast<std::size_t>(place.column);
-        text.replace(begin, static_cast<std::size_t>(place.length), newName);
+        const auto line = static_cast<std::size_t>(place.line) - 1;
+        if (line >= begins.size()) continue;  // the text is another by now
+        const std::size_t begin = begins[line] + static_cast<std::size_t>(place.column);
+        if (begin <= text.size())
+            text.replace(begin, static_cast<std::size_t>(place.length), newName);
     }
     return text;
 }

@@ -12,8 +12,8 @@ class Rename {
     Q_DECLARE_TR_FUNCTIONS(zentro::Rename)
 
   public:
-    /// All of them outlive the object, and the texts stay as they are meanwhile. The index is that
-    /// of the program that begins with `root`, and the name is one of it.
+    /// All of them outlive the object. The index is that of the program that begins with `root`,
+    /// and the name is one of it. What is said holds for the texts that were indexed.
     Rename(const InstructionConfiguration& configuration, const SettingsStore& settings,
            const Programs& programs, const OpenFile& root, const ProgramIndex& index,
            const IndexedName& name);

@@ -6,6 +6,8 @@
 #include <QMimeData>
 #include <QToolTip>
 #include <QUrl>
+#include <Qsci/qscicommand.h>
+#include <Qsci/qscicommandset.h>
 #include <algorithm>
 
 #include "ui/editor/scintilla_text.h"
@@ -33,6 +35,14 @@ const QColor kKeywordColour(0, 0, 255);
 const QColor kCommentColour(0, 127, 0);
 const QColor kBraceColour(200, 0, 0);
 
+constexpr int kTipTime = 10'000;  // milliseconds
+
+/// Plain text, whatever it holds, in lines that fit the screen.
+QString TipText(const QString& text) {
+    if (text.isEmpty()) return {};
+    return "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";
+}
+
 /// So much of one colour in the other, in hundredths.
 QColor Mix(const QColor& colour, const QColor& other, int share) {
     const auto part = [&](int a, int b) { return (a * share + b * (100 - share)) / 100; };
@@ -50,6 +60,7 @@ SourceEditor::SourceEditor(const InstructionConfiguration& configuration, QWidge
       respeller_(*this, *lexer_, keywords_),
       folds_(*this, configuration.commands),
       marks_(*this),
+      soft_(*this),
       typing_(*this, configuration) {
     setObjectName("rtfSource");
     setAccessibleName("Source text");
@@ -112,6 +123,11 @@ void SourceEditor::SetUpTyping() {
     setScrollWidthTracking(true);
     setAutoCompletionSource(QsciScintilla::AcsNone);
     setCallTipsStyle(QsciScintilla::CallTipsNone);
+    // Keys of the menus that would mean something else to the component.
+    for (const QKeyCombination key : {Qt::CTRL | Qt::Key_D, Qt::CTRL | Qt::Key_Slash}) {
+        if (QsciCommand* command = standardCommands()->boundTo(key.toCombined()))
+            command->setKey(0);
+    }
 }
 
 void SourceEditor::ConnectSignals() {
@@ -137,6 +153,11 @@ std::vector<TextRun> SourceEditor::Prepare(std::string& text, bool isLastLineEnd
     return runs;
 }
 
+std::string SourceEditor::Spelled(std::string word) const {
+    Prepare(word, true);
+    return word;
+}
+
 void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
     const std::vector<TextRun> runs = Prepare(text, isLastLineEnded);
     isLoading_ = true;
@@ -152,6 +173,7 @@ void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
     respeller_.Forget();
     folds_.Edited(0, LineCount(*this) - 1);
     settle_.start(0);
+    emit Loaded();
 }
 
 void SourceEditor::ReplaceText(std::string text, bool isLastLineEnded) {
@@ -250,14 +272,16 @@ void SourceEditor::keyPressEvent(QKeyEvent* event) {
 bool SourceEditor::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QsciScintilla::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    // Plain text, whatever it holds, in lines that fit the screen.
-    const QString text = HoverText(help->pos());
-    QToolTip::showText(help->globalPos(),
-                       text.isEmpty()
-                           ? QString()
-                           : "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>",
-                       viewport());
+    QToolTip::showText(help->globalPos(), TipText(HoverText(help->pos())), viewport());
     return true;
+}
+
+void SourceEditor::ShowTipAtCaret(const QString& text) {
+    const long caret = CaretPosition(*this);
+    const QPoint place(static_cast<int>(Send(*this, Sci::SCI_POINTXFROMPOSITION, 0, caret)),
+                       static_cast<int>(Send(*this, Sci::SCI_POINTYFROMPOSITION, 0, caret) +
+                                        Send(*this, Sci::SCI_TEXTHEIGHT, CaretLine() - 1)));
+    QToolTip::showText(viewport()->mapToGlobal(place), TipText(text), viewport(), {}, kTipTime);
 }
 
 QString SourceEditor::HoverText(const QPoint& point) {
@@ -312,12 +336,19 @@ int SourceEditor::CaretLine() {
     return LineOf(*this, CaretPosition(*this)) + 1;
 }
 
+int SourceEditor::CaretColumn() {
+    const long caret = CaretPosition(*this);
+    return static_cast<int>(
+        Send(*this, Sci::SCI_COUNTCHARACTERS, LineBegin(*this, LineOf(*this, caret)), caret));
+}
+
 void SourceEditor::SetColours(const QColor& text, const QColor& page) {
     const QColor readable = ReadableOn(text, page);
     lexer_->SetColours(
         {readable, page, ReadableOn(kKeywordColour, page), ReadableOn(kCommentColour, page)});
     SetChromeColours(readable, page);
     marks_.Redraw(page);
+    soft_.Redraw(readable, page);
 }
 
 /// Everything around the text is a shade between the text's colour and the page's.
