@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "ui/support/colours.h"
 
@@ -14,7 +15,7 @@ namespace zentro {
 namespace {
 
 const QColor kProblemColour(200, 0, 0);
-constexpr int kProblemLines = 3;
+constexpr int kProblemLines = 4;
 
 }  // namespace
 
@@ -41,7 +42,7 @@ RenameDialog::RenameDialog(const QString& name, const QString& places, Check che
                      ReadableOn(kProblemColour, palette.color(QPalette::Window)));
     problem_->setPalette(palette);
     // Room for a sentence, so that the window does not jump while one types.
-    problem_->setMinimumSize(fontMetrics().averageCharWidth() * 60,
+    problem_->setMinimumSize(fontMetrics().averageCharWidth() * 72,
                              fontMetrics().lineSpacing() * kProblemLines);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     ok_ = buttons->button(QDialogButtonBox::Ok);
@@ -72,6 +73,8 @@ void RenameDialog::Look() {
     ok_->setEnabled(isNew && problem.isEmpty());
     if (problem == problem_->text()) return;
     problem_->setText(problem);
+    layout()->activate();
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
     QAccessibleEvent changed(problem_, QAccessible::NameChanged);
     QAccessible::updateAccessibility(&changed);
 }

@@ -52,7 +52,7 @@ FindBar::FindBar(SourceEditor& editor, QWidget* parent)
         if (isVisible()) Look();
     });
     connect(&editor_, &SourceEditor::StatsChanged, this, [this] {
-        if (isVisible()) ShowCount();
+        if (isVisible()) ShowMatches();
     });
     hide();
 }
@@ -120,8 +120,7 @@ void FindBar::Retype() {
 
 void FindBar::Look() {
     matches_ = FindAllInSource(editor_, text_->text(), Options(), kMostMatches);
-    editor_.Soft().Show(SoftMark::Match, matches_);
-    ShowCount();
+    ShowMatches();
 }
 
 /// Goes to the match after or before the selection, round the end of the text.
@@ -143,26 +142,32 @@ void FindBar::Step(bool forward) {
 void FindBar::Select(std::size_t match) {
     origin_ = matches_[match].begin;
     editor_.SelectRange(matches_[match].begin, matches_[match].end);
-    ShowCount();
+    ShowMatches();
 }
 
-void FindBar::ShowCount() {
-    QString text;
-    const std::size_t count = matches_.size();
+/// Marks and counts the matches. The selected one has the colours of the selection.
+void FindBar::ShowMatches() {
     const TextRange selected{Send(editor_, Sci::SCI_GETSELECTIONSTART),
                              Send(editor_, Sci::SCI_GETSELECTIONEND)};
-    const auto place = std::ranges::find(matches_, selected);
-    if (text_->text().isEmpty()) {
-        text = QString();
-    } else if (count == 0) {
-        text = tr("Not found");
-    } else if (count == kMostMatches) {
-        text = tr("More than %1").arg(count - 1);
-    } else if (place == matches_.end()) {
-        text = count == 1 ? tr("1 match") : tr("%1 matches").arg(count);
-    } else {
-        text = tr("%1 of %2").arg(place - matches_.begin() + 1).arg(count);
-    }
+    std::vector<TextRange> marked = matches_;
+    const auto place = std::ranges::find(marked, selected);
+    const auto number = place == marked.end() ? 0 : place - marked.begin() + 1;
+    if (number != 0) marked.erase(place);
+    editor_.Soft().Show(SoftMark::Match, marked);
+    ShowCount(number);
+}
+
+QString FindBar::CountText(std::ptrdiff_t number) const {
+    const std::size_t count = matches_.size();
+    if (text_->text().isEmpty()) return {};
+    if (count == 0) return tr("Not found");
+    if (count == kMostMatches) return tr("More than %1").arg(count - 1);
+    if (number != 0) return tr("%1 of %2").arg(number).arg(count);
+    return count == 1 ? tr("1 match") : tr("%1 matches").arg(count);
+}
+
+void FindBar::ShowCount(std::ptrdiff_t number) {
+    const QString text = CountText(number);
     if (text == count_->text()) return;
     count_->setText(text);
     QAccessibleEvent changed(count_, QAccessible::NameChanged);

@@ -41,7 +41,9 @@ class FindBar : public QWidget {
     void Step(bool forward);
     void Look();
     void Select(std::size_t match);
-    void ShowCount();
+    void ShowMatches();
+    QString CountText(std::ptrdiff_t number) const;
+    void ShowCount(std::ptrdiff_t number);
     FindOptions Options() const;
 
     SourceEditor& editor_;

@@ -23,7 +23,7 @@ void SoftMarks::Redraw(const QColor& text, const QColor& page) {
         Send(editor_, Sci::SCI_INDICSETOUTLINEALPHA, number, outline);
     };
     draw(SoftMark::Use, text, 28, 70);
-    draw(SoftMark::Match, ReadableOn(kMatchColour, page), 60, 140);
+    draw(SoftMark::Match, ReadableOn(kMatchColour, page), 40, 160);
 }
 
 void SoftMarks::Show(SoftMark mark, const std::vector<TextRange>& ranges) {

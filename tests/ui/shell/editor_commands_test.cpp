@@ -406,12 +406,20 @@ TEST_F(EditorCommandsTest, TheOutlineFollowsTheCaretAndLeadsToBlocks) {
     Type("DEFINE TABLE Song = 1\nEND TABLE\n");
     EXPECT_TRUE(QTest::qWaitFor([&] { return outline->count() == 3; }, 3000));
     EXPECT_EQ(outline->itemText(0), "Table Song");
+    printf(
+        "active %p popup %p focus %s main %p\n", (void*)QApplication::activeWindow(),
+        (void*)QApplication::activePopupWidget(),
+        QApplication::focusWidget() ? QApplication::focusWidget()->metaObject()->className() : "-",
+        (void*)window.get());
     Press(NewSource);
+    printf(
+        "active %p popup %p focus %s main %p\n", (void*)QApplication::activeWindow(),
+        (void*)QApplication::activePopupWidget(),
+        QApplication::focusWidget() ? QApplication::focusWidget()->metaObject()->className() : "-",
+        (void*)window.get());
     QApplication::processEvents();
     Press(GoToRoutine);
-    EXPECT_TRUE(Told().contains("no routine, event or table"))
-        << Told().toStdString() << FrontSource()->FileName().toStdString()
-        << FrontSource()->Outline()->isEnabled() << FrontSource()->Outline()->view()->isVisible();
+    EXPECT_TRUE(Told().contains("no routine, event or table")) << Told().toStdString();
 }
 
 TEST_F(EditorCommandsTest, TheFindBarFindsWhileOneTypes) {
@@ -428,7 +436,7 @@ TEST_F(EditorCommandsTest, TheFindBarFindsWhileOneTypes) {
     EXPECT_EQ(selected(), "Speed");
     EXPECT_EQ(Editor().CaretLine(), 5);
     EXPECT_EQ(count->text(), "3 of 5");
-    EXPECT_EQ(Marked(SoftMark::Match).size(), 5U);
+    EXPECT_EQ(Marked(SoftMark::Match).size(), 4U) << "and the one that is selected";
     QTest::keyClick(text, Qt::Key_Return);
     EXPECT_EQ(count->text(), "4 of 5");
     QTest::keyClick(text, Qt::Key_F3);
@@ -438,7 +446,7 @@ TEST_F(EditorCommandsTest, TheFindBarFindsWhileOneTypes) {
     EXPECT_EQ(count->text(), "5 of 5");
     EXPECT_EQ(Editor().CaretLine(), 9);
     FrontSource()->findChild<QCheckBox*>("chkFindBarCase")->click();
-    EXPECT_EQ(Marked(SoftMark::Match).size(), 4U);
+    EXPECT_EQ(Marked(SoftMark::Match).size(), 3U);
     QTest::keyClicks(text, "y");
     EXPECT_EQ(count->text(), "Not found");
     EXPECT_TRUE(Marked(SoftMark::Match).empty());
