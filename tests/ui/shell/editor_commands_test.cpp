@@ -406,17 +406,8 @@ TEST_F(EditorCommandsTest, TheOutlineFollowsTheCaretAndLeadsToBlocks) {
     Type("DEFINE TABLE Song = 1\nEND TABLE\n");
     EXPECT_TRUE(QTest::qWaitFor([&] { return outline->count() == 3; }, 3000));
     EXPECT_EQ(outline->itemText(0), "Table Song");
-    printf(
-        "active %p popup %p focus %s main %p\n", (void*)QApplication::activeWindow(),
-        (void*)QApplication::activePopupWidget(),
-        QApplication::focusWidget() ? QApplication::focusWidget()->metaObject()->className() : "-",
-        (void*)window.get());
+    window->activateWindow();  // the list of completions took that over on this screen
     Press(NewSource);
-    printf(
-        "active %p popup %p focus %s main %p\n", (void*)QApplication::activeWindow(),
-        (void*)QApplication::activePopupWidget(),
-        QApplication::focusWidget() ? QApplication::focusWidget()->metaObject()->className() : "-",
-        (void*)window.get());
     QApplication::processEvents();
     Press(GoToRoutine);
     EXPECT_TRUE(Told().contains("no routine, event or table")) << Told().toStdString();
