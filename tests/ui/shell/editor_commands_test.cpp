@@ -395,6 +395,7 @@ TEST_F(EditorCommandsTest, TheOutlineFollowsTheCaretAndLeadsToBlocks) {
     EXPECT_EQ(Place(), "main.txt 9:0");
     // Left with Escape, all stays as it is and the next key is for the text.
     Press(GoToRoutine);
+    QApplication::processEvents();  // it is seen
     QTest::keyClick(outline->view(), Qt::Key_Up);
     QTest::keyClick(outline->view(), Qt::Key_Escape);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !outline->view()->isVisible(); }));
@@ -406,7 +407,6 @@ TEST_F(EditorCommandsTest, TheOutlineFollowsTheCaretAndLeadsToBlocks) {
     Type("DEFINE TABLE Song = 1\nEND TABLE\n");
     EXPECT_TRUE(QTest::qWaitFor([&] { return outline->count() == 3; }, 3000));
     EXPECT_EQ(outline->itemText(0), "Table Song");
-    window->activateWindow();  // the list of completions took that over on this screen
     Press(NewSource);
     QApplication::processEvents();
     Press(GoToRoutine);
