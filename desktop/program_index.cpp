@@ -1,7 +1,6 @@
 #include "desktop/program_index.h"
 
 #include <algorithm>
-#include <limits>
 #include <set>
 
 #include "desktop/program_files.h"
@@ -26,6 +25,10 @@ class MissingFiles : public OutputSink {
     QString first_;
 };
 
+QString KeyOf(const SourceFile& file) {
+    return FileKey(QString::fromStdString(file.directory), QString::fromStdString(file.name));
+}
+
 }  // namespace
 
 std::size_t IndexedName::FileCount() const {
@@ -44,7 +47,8 @@ ProgramIndex::ProgramIndex(const InstructionConfiguration& configuration, const 
     NoProgress progress;
     Compilation compilation(configuration, {output, prompts, reader, progress});
     const NameUses found = FindNameUses(compilation, ProgramFilesOf(root, settings));
-    Take(compilation, found);
+    TakeFiles(compilation);
+    TakeNames(compilation, found);
     lineCount_ = compilation.sourceLines.size();
     gap_ = output.First();
     if (gap_.isEmpty() && !found.wasReadToTheEnd)
@@ -54,45 +58,57 @@ ProgramIndex::ProgramIndex(const InstructionConfiguration& configuration, const 
     }
 }
 
-void ProgramIndex::Take(const Compilation& compilation, const NameUses& found) {
-    std::map<const SourceFile*, QString> keys;
+void ProgramIndex::TakeFiles(const Compilation& compilation) {
     for (const SourceFile& file : compilation.files) {
-        keys[&file] =
-            FileKey(QString::fromStdString(file.directory), QString::fromStdString(file.name));
-        texts_[keys[&file]] = kTextOnDisk;
+        const QString key = KeyOf(file);
+        texts_[key] = kTextOnDisk;
         if (file.includingLineNo == 0) continue;
         const SourceLine& line = compilation.GetSourceLine(file.includingLineNo);
-        includes_[{keys[line.file], line.fileLineNo}] = keys[&file];
-    }
-    const auto placeOf = [&](const NameUse& use) {
-        const SourceLine& line = compilation.GetSourceLine(use.lineNo);
-        return TextPlace{keys[line.file], line.fileLineNo, static_cast<int>(use.begin),
-                         static_cast<int>(use.length)};
-    };
-    for (const UsedName& used : found.names) {
-        IndexedName name{
-            QString::fromLatin1(used.name.data(), static_cast<qsizetype>(used.name.size())),
-            used.kind,
-            used.parent,
-            placeOf(used.Declaration()),
-            {}};
-        for (const NameUse& use : used.uses) {
-            const TextPlace place = placeOf(use);
-            // A file that is included twice is read twice.
-            if (byPlace_.emplace(place, names_.size()).second)
-                name.places.push_back({place, use.seenFrom});
-        }
-        if (!name.places.empty()) names_.push_back(std::move(name));
+        includes_[{KeyOf(*line.file), line.fileLineNo}] = key;
     }
 }
 
+void ProgramIndex::TakeNames(const Compilation& compilation, const NameUses& found) {
+    // A file that is included twice is read twice; its places count once.
+    std::map<const SourceFile*, QString> keys;
+    std::set<QString> seen;
+    for (const SourceFile& file : compilation.files) {
+        const QString key = KeyOf(file);
+        if (seen.insert(key).second) keys[&file] = key;
+    }
+    for (const UsedName& used : found.names) {
+        IndexedName name;
+        name.name = QString::fromLatin1(used.name.data(), static_cast<qsizetype>(used.name.size()));
+        name.kind = used.kind;
+        name.parent = used.parent;
+        for (const NameUse& use : used.uses) {
+            const SourceLine& line = compilation.GetSourceLine(use.lineNo);
+            const auto key = keys.find(line.file);
+            if (key == keys.end()) continue;
+            const TextPlace place{key->second, line.fileLineNo, static_cast<int>(use.begin),
+                                  static_cast<int>(use.length)};
+            if (&use == &used.Declaration()) name.declaration = place;
+            name.places.push_back({place, use.seenFrom});
+            entries_[place.file].push_back({place.line, place.column, place.length, names_.size()});
+        }
+        if (name.places.empty()) continue;
+        if (name.declaration.line == 0) name.declaration = name.places.front();
+        names_.push_back(std::move(name));
+    }
+    for (auto& [file, entries] : entries_)
+        std::ranges::sort(entries, {}, [](const Entry& e) { return std::pair(e.line, e.column); });
+}
+
 const IndexedName* ProgramIndex::NameAt(const QString& file, int line, int column) const {
-    const auto after = byPlace_.upper_bound({file, line, column, std::numeric_limits<int>::max()});
-    if (after == byPlace_.begin()) return nullptr;
-    const auto& [place, name] = *std::prev(after);
-    const bool isHere =
-        place.file == file && place.line == line && column <= place.column + place.length;
-    return isHere ? &names_[name] : nullptr;
+    const auto entries = entries_.find(file);
+    if (entries == entries_.end()) return nullptr;
+    const auto after =
+        std::ranges::upper_bound(entries->second, std::pair(line, column), {},
+                                 [](const Entry& e) { return std::pair(e.line, e.column); });
+    if (after == entries->second.begin()) return nullptr;
+    const Entry& entry = *std::prev(after);
+    const bool isHere = entry.line == line && column <= entry.column + entry.length;
+    return isHere ? &names_[entry.name] : nullptr;
 }
 
 QString ProgramIndex::IncludedAt(const QString& file, int line) const {

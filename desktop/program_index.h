@@ -5,7 +5,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -24,10 +23,6 @@ struct TextPlace {
     int length = 0;
 
     bool operator==(const TextPlace&) const = default;
-    bool operator<(const TextPlace& other) const {
-        return std::tie(file, line, column, length) <
-               std::tie(other.file, other.line, other.column, other.length);
-    }
 };
 
 /// A name of a program with all its places.
@@ -67,11 +62,20 @@ class ProgramIndex {
     std::size_t LineCount() const { return lineCount_; }
 
   private:
-    void Take(const Compilation& compilation, const NameUses& found);
+    /// A place in a file, and the number of the name that stands there.
+    struct Entry {
+        int line = 0;
+        int column = 0;
+        int length = 0;
+        std::size_t name = 0;
+    };
+
+    void TakeFiles(const Compilation& compilation);
+    void TakeNames(const Compilation& compilation, const NameUses& found);
 
     QString root_;
     std::vector<IndexedName> names_;
-    std::map<TextPlace, std::size_t> byPlace_;  ///< the numbers of the names
+    std::map<QString, std::vector<Entry>> entries_;  ///< by file, in the order of its text
     std::map<std::pair<QString, int>, QString> includes_;
     std::map<QString, Revision> texts_;
     QString gap_;

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <algorithm>
+#include <functional>
 
 #include "config/encoding.h"
 #include "config/text.h"
@@ -26,7 +27,8 @@ std::string WithNewName(std::string text, const QString& file, const IndexedName
     for (const IndexedName::Place& place : name.places) {
         if (place.file == file) places.push_back(place);
     }
-    std::sort(places.rbegin(), places.rend());
+    std::ranges::sort(places, std::greater(),
+                      [](const TextPlace& place) { return std::pair(place.line, place.column); });
     for (const TextPlace& place : places) {
         const auto line = static_cast<std::size_t>(place.line) - 1;
         if (line >= begins.size()) continue;  // the text is another by now

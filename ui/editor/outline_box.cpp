@@ -14,6 +14,9 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds kRest = 200ms;
+/// A text that takes longer to read is read less often.
+constexpr int kManyLines = 20000;
+constexpr std::chrono::milliseconds kLongRest = 1000ms;
 
 QString TextOf(const OutlineEntry& entry) {
     const QString name = QString::fromStdString(entry.name);
@@ -39,10 +42,10 @@ OutlineBox::OutlineBox(SourceEditor& editor, const CommandCatalogue& commands, Q
     setMaxVisibleItems(20);
     setFocusPolicy(Qt::ClickFocus);
     rest_.setSingleShot(true);
-    rest_.setInterval(kRest);
     connect(&rest_, &QTimer::timeout, this, &OutlineBox::ReadText);
-    connect(&editor_, &SourceEditor::Edited, &rest_, qOverload<>(&QTimer::start));
-    connect(&editor_, &SourceEditor::Loaded, this, &OutlineBox::ReadText);
+    connect(&editor_, &SourceEditor::Edited, this,
+            [this] { rest_.start(editor_.lines() > kManyLines ? kLongRest : kRest); });
+    connect(&editor_, &SourceEditor::Loaded, this, [this] { rest_.start(0); });
     connect(&editor_, &SourceEditor::StatsChanged, this, &OutlineBox::FollowCaret);
     connect(this, &QComboBox::activated, this, [this](int index) {
         if (index < 0 || static_cast<std::size_t>(index) >= outline_.size()) return;

@@ -342,6 +342,14 @@ int SourceEditor::CaretColumn() {
         Send(*this, Sci::SCI_COUNTCHARACTERS, LineBegin(*this, LineOf(*this, caret)), caret));
 }
 
+bool SourceEditor::IsCaretInWord() {
+    const long caret = CaretPosition(*this);
+    const auto isInWord = [&](long place) {
+        return IsNameCharacter(static_cast<char>(Send(*this, Sci::SCI_GETCHARAT, place)));
+    };
+    return isInWord(caret) || (caret > 0 && isInWord(caret - 1));
+}
+
 void SourceEditor::SetColours(const QColor& text, const QColor& page) {
     const QColor readable = ReadableOn(text, page);
     lexer_->SetColours(

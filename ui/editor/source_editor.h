@@ -56,6 +56,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     HelpTopic TopicAtCaret();  ///< for the handbook
     int CaretLine();           ///< from 1
     int CaretColumn();         ///< from 0, in characters
+    bool IsCaretInWord();      ///< or right before or behind one
 
   signals:
     /// A new text stands there, which is no edit.

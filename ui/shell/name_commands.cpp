@@ -217,6 +217,7 @@ void NameCommands::MarkUses() {
     if (marked_ != nullptr && marked_ != source) marked_->Editor()->Soft().Clear(SoftMark::Use);
     marked_ = source;
     if (source == nullptr) return;
+    if (!source->Editor()->IsCaretInWord()) return source->Editor()->Soft().Clear(SoftMark::Use);
     const OpenFile* root = programs_.Find(programs_.RootOf(source->File()));
     if (root == nullptr) return;
     if (!index_ || index_->Root() != root->key || !index_->IsFresh(programs_))

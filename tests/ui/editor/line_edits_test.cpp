@@ -98,6 +98,20 @@ TEST_F(LineEdits, ChangeLinesKeepTheSelectionAndAreUndoneAtOnce) {
     }
 }
 
+TEST_F(LineEdits, MarksBesideLinesMoveWithThem) {
+    Set("a\nWAIT| 1\nb");
+    constexpr int kMark = 25;
+    const int mark = editor.markerAdd(1, kMark);
+    for (const auto& [move, line] : {std::pair{MoveLinesUp, 0},
+                                     {MoveLinesDown, 1},
+                                     {MoveLinesDown, 2},
+                                     {MoveLinesUp, 1},
+                                     {ToggleComment, 1}}) {
+        move(editor);
+        EXPECT_EQ(editor.markerLine(mark), line);
+    }
+}
+
 TEST_F(LineEdits, CommentingTwiceGivesTheTextBack) {
     const std::string text =
         "DEFINE ROUTINE Go(Way BYTE)\n    ; note\n    IF Way = 1 THEN\n\n        WAIT 5 ; x\n"
