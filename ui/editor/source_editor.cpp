@@ -35,14 +35,6 @@ const QColor kKeywordColour(0, 0, 255);
 const QColor kCommentColour(0, 127, 0);
 const QColor kBraceColour(200, 0, 0);
 
-constexpr int kTipTime = 10'000;  // milliseconds
-
-/// Plain text, whatever it holds, in lines that fit the screen.
-QString TipText(const QString& text) {
-    if (text.isEmpty()) return {};
-    return "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>";
-}
-
 /// So much of one colour in the other, in hundredths.
 QColor Mix(const QColor& colour, const QColor& other, int share) {
     const auto part = [&](int a, int b) { return (a * share + b * (100 - share)) / 100; };
@@ -272,16 +264,14 @@ void SourceEditor::keyPressEvent(QKeyEvent* event) {
 bool SourceEditor::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip) return QsciScintilla::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), TipText(HoverText(help->pos())), viewport());
+    // Plain text, whatever it holds, in lines that fit the screen.
+    const QString text = HoverText(help->pos());
+    QToolTip::showText(help->globalPos(),
+                       text.isEmpty()
+                           ? QString()
+                           : "<p style='white-space:pre-wrap'>" + text.toHtmlEscaped() + "</p>",
+                       viewport());
     return true;
-}
-
-void SourceEditor::ShowTipAtCaret(const QString& text) {
-    const long caret = CaretPosition(*this);
-    const QPoint place(static_cast<int>(Send(*this, Sci::SCI_POINTXFROMPOSITION, 0, caret)),
-                       static_cast<int>(Send(*this, Sci::SCI_POINTYFROMPOSITION, 0, caret) +
-                                        Send(*this, Sci::SCI_TEXTHEIGHT, CaretLine() - 1)));
-    QToolTip::showText(viewport()->mapToGlobal(place), TipText(text), viewport(), {}, kTipTime);
 }
 
 QString SourceEditor::HoverText(const QPoint& point) {

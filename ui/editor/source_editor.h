@@ -51,8 +51,6 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
 
     /// Selects the text between two positions (bytes) and unfolds and shows it.
     void SelectRange(long begin, long end);
-    /// Shows a text below the caret until something else happens.
-    void ShowTipAtCaret(const QString& text);
     HelpTopic TopicAtCaret();  ///< for the handbook
     int CaretLine();           ///< from 1
     int CaretColumn();         ///< from 0, in characters

@@ -1,8 +1,6 @@
 #include "ui/shell/editor_commands.h"
 
 #include <QApplication>
-#include <QTimer>
-#include <QToolTip>
 #include <algorithm>
 
 #include "desktop/live_check.h"
@@ -16,17 +14,6 @@
 #include "ui/shell/source_files.h"
 
 namespace zentro {
-
-namespace {
-
-/// Shows the text below the caret, as the mouse would show it.
-void ShowTip(SourceWindow* source) {
-    const QString text = source->MessageAtCursor();
-    if (text.isEmpty()) return;
-    source->Editor()->ShowTipAtCaret(text);
-}
-
-}  // namespace
 
 struct EditorCommands::Row {
     CommandId id;
@@ -108,9 +95,10 @@ void EditorCommands::ShowMessage(Direction direction) {
     if (!stop) return TellNoMessage(report);
     SourceWindow* source = names_.Show(stop->file);
     if (source == nullptr) return;
+    if (told_ != nullptr && told_ != source) told_->Editor()->Marks().ShowBelow(0, {});
+    told_ = source;
     source->PutCaretAt(stop->line);
-    // Once the window has its place and the caret is drawn.
-    QTimer::singleShot(0, source, [source] { ShowTip(source); });
+    source->ShowMessageBeside();
 }
 
 void EditorCommands::TellNoMessage(const ProgramReport* report) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <functional>
 #include <vector>
 
@@ -17,6 +18,7 @@ class LiveCheck;
 class SourceEditor;
 class SourceFiles;
 class SourceSearch;
+class SourceWindow;
 
 /// The commands of the Edit menu that know about lines, messages and names. They work on the source
 /// file in front.
@@ -55,6 +57,7 @@ class EditorCommands : public QObject {
     SourceSearch& search_;
     Surroundings surroundings_;
     NameCommands names_;
+    QPointer<SourceWindow> told_;  ///< where a message was shown below its line last
 };
 
 }  // namespace zentro

@@ -102,7 +102,7 @@ TEST_F(LineEdits, MarksBesideLinesMoveWithThem) {
     Set("a\nWAIT| 1\nb");
     constexpr int kMark = 25;
     const int mark = editor.markerAdd(1, kMark);
-    for (const auto& [move, line] : {std::pair{MoveLinesUp, 0},
+    for (const auto& [move, line] : {std::pair{&MoveLinesUp, 0},
                                      {MoveLinesDown, 1},
                                      {MoveLinesDown, 2},
                                      {MoveLinesUp, 1},

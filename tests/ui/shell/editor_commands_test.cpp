@@ -8,7 +8,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QToolTip>
 
 #include "desktop/live_check.h"
 #include "tests/ui/shell/main_window_fixture.h"
@@ -137,7 +136,7 @@ TEST_F(EditorCommandsTest, MessagesAreVisitedThroughAllFilesAndRound) {
         Press(NextMessage);
         EXPECT_EQ(Place(), places[stop]);
         EXPECT_FALSE(Editor().hasSelectedText());
-        EXPECT_TRUE(QTest::qWaitFor([&] { return QToolTip::text().contains("Error: "); }));
+        EXPECT_TRUE(Editor().annotation(Editor().CaretLine() - 1).contains("Error: "));
         EXPECT_TRUE(QTest::qWaitFor([&] { return Told().startsWith("Error: "); }));
     }
     for (const int stop : {0, 2, 1, 0}) {
