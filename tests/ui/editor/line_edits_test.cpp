@@ -100,8 +100,7 @@ TEST_F(LineEdits, ChangeLinesKeepTheSelectionAndAreUndoneAtOnce) {
 
 TEST_F(LineEdits, MarksBesideLinesMoveWithThem) {
     Set("a\nWAIT| 1\nb");
-    constexpr int kMark = 25;
-    const int mark = editor.markerAdd(1, kMark);
+    const int mark = editor.markerAdd(1, editor.markerDefine(QsciScintilla::Circle));
     for (const auto& [move, line] : {std::pair{&MoveLinesUp, 0},
                                      {MoveLinesDown, 1},
                                      {MoveLinesDown, 2},
