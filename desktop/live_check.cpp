@@ -4,6 +4,7 @@
 
 #include "compiler/editor_check.h"
 #include "desktop/program_files.h"
+#include "desktop/quiet_environment.h"
 
 namespace zentro {
 
@@ -23,17 +24,6 @@ class CheckOutput : public OutputSink {
     }
 
     MessageCollector messages;
-};
-
-/// A check while typing must not interrupt: a missing file counts as such, and boxes are for the
-/// compile that the user asks for.
-class NoPrompts : public Prompts {
-  public:
-    void ShowMessage(std::string_view) override {}
-    std::optional<std::string> FindMissingFile(std::string_view, std::string_view,
-                                               std::string_view) override {
-        return std::nullopt;
-    }
 };
 
 /// What a line that includes a file with mistakes is marked with.
@@ -56,31 +46,23 @@ QString IncludedText(const IncludedMistakes& mistakes) {
                        line, text);
 }
 
-class NoProgress : public Progress {
-  public:
-    void LetEventsRun() override {}
-};
-
 }  // namespace
 
 ProgramReport CheckProgram(const InstructionConfiguration& configuration, const OpenFile& file,
                            const SettingsStore& settings, const Programs& programs) {
     CheckOutput output;
-    NoPrompts prompts;
+    QuietPrompts prompts;
     OpenTextReader files(programs);
     NoProgress progress;
-    std::map<QString, Revision> texts;
-    for (const OpenFile& open : programs.Files())
-        texts[open.key] = open.revision;
     Compilation compilation(configuration, {output, prompts, files, progress});
     const std::vector<IncludedMistakes> included =
         CheckForEditor(compilation, ProgramFilesOf(file, settings));
     for (const IncludedMistakes& mistakes : included) {
-        output.messages.Add(mistakes.place,
-                            mistakes.errors > 0 ? Severity::Error : Severity::Warning,
-                            IncludedText(mistakes));
+        output.messages.AddInclude(mistakes.place,
+                                   mistakes.errors > 0 ? Severity::Error : Severity::Warning,
+                                   IncludedText(mistakes));
     }
-    return output.messages.Report(file.key, compilation, texts,
+    return output.messages.Report(file.key, compilation, OpenTexts(programs),
                                   compilation.diagnostics.ErrorCount() == 0);
 }
 
@@ -130,20 +112,9 @@ void LiveCheck::Follow() {
     const bool isMany = report != nullptr && report->lines > kManyLines;
     if (isEdited && !isOther) {
         rest_.start(isMany ? kLongRest : kRest);
-    } else if (root != nullptr && !IsFresh(*root) && !rest_.isActive()) {
+    } else if (root != nullptr && !programs_.IsFresh(*root) && !rest_.isActive()) {
         rest_.start(isMany ? kRest : 0ms);
     }
-}
-
-/// Whether the last report about the program is about its texts as they stand.
-bool LiveCheck::IsFresh(const OpenFile& root) const {
-    const ProgramReport* report = programs_.ReportOf(root.key);
-    if (report == nullptr) return false;
-    for (const OpenFile& file : programs_.Files()) {
-        const auto read = report->texts.find(file.key);
-        if (read != report->texts.end() && read->second != file.revision) return false;
-    }
-    return true;
 }
 
 /// Other open files may include the one in front: what they read is found out once for each of
@@ -153,7 +124,7 @@ void LiveCheck::LearnIncludes(const OpenFile& file) {
     for (const OpenFile& other : files) {
         const bool mayInclude =
             programs_.Text(other.id).contains(includeWords_, Qt::CaseInsensitive);
-        if (other.id != file.id && mayInclude && !IsFresh(other)) Check(other);
+        if (other.id != file.id && mayInclude && !programs_.IsFresh(other)) Check(other);
     }
 }
 
@@ -162,11 +133,15 @@ void LiveCheck::Check(const OpenFile& root) {
 }
 
 void LiveCheck::CheckNow() {
+    if (isOn_) CheckForCommand();
+}
+
+void LiveCheck::CheckForCommand() {
     const OpenFile* front = programs_.Front();
-    if (!isOn_ || front == nullptr) return;
+    if (front == nullptr) return;
     LearnIncludes(*front);
     const OpenFile* root = programs_.Find(programs_.RootOf(*front));
-    if (root != nullptr && !IsFresh(*root)) Check(*root);
+    if (root != nullptr && !programs_.IsFresh(*root)) Check(*root);
     rest_.stop();
 }
 

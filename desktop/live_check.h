@@ -34,10 +34,12 @@ class LiveCheck : public QObject {
 
     /// Checks at once.
     void CheckNow();
+    /// The same for a command that needs to know the program of the file in front, whether or not
+    /// the checks are on.
+    void CheckForCommand();
 
   private:
     void Follow();
-    bool IsFresh(const OpenFile& root) const;
     void LearnIncludes(const OpenFile& file);
     void Check(const OpenFile& root);
 

@@ -17,11 +17,16 @@ void MessageCollector::Add(const PostedMessage& message) {
     const bool counts =
         message.severity == Severity::Error || message.severity == Severity::Warning;
     if (!counts || message.place.fileName.empty() || message.place.sourceLineNo < 1) return;
-    Add(message.place, message.severity, QString::fromStdString(message.text));
+    Add(message.place,
+        {message.place.sourceLineNo, message.severity, QString::fromStdString(message.text)});
 }
 
-void MessageCollector::Add(const LineXref& place, Severity severity, const QString& text) {
-    messages_[{place.pathName, place.fileName}].push_back({place.sourceLineNo, severity, text});
+void MessageCollector::AddInclude(const LineXref& place, Severity severity, const QString& text) {
+    Add(place, {place.sourceLineNo, severity, text, true});
+}
+
+void MessageCollector::Add(const LineXref& place, LineMessage message) {
+    messages_[{place.pathName, place.fileName}].push_back(std::move(message));
 }
 
 ProgramReport MessageCollector::Report(const QString& root, const Compilation& compilation,
@@ -34,6 +39,7 @@ ProgramReport MessageCollector::Report(const QString& root, const Compilation& c
     report.root = root;
     for (const SourceFile& file : compilation.files) {
         const QString key = keyOf(file.directory, file.name);
+        if (!report.texts.contains(key)) report.files.push_back(key);
         const auto open = openTexts.find(key);
         report.texts[key] = open == openTexts.end() ? kTextOnDisk : open->second;
     }

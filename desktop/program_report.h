@@ -27,6 +27,7 @@ struct LineMessage {
     int line = 0;  ///< from 1
     Severity severity = Severity::Error;
     QString text;
+    bool isAboutInclude = false;  ///< tells of the mistakes in the file that the line includes
 
     bool operator==(const LineMessage&) const = default;
 };
@@ -36,6 +37,7 @@ struct ProgramReport {
     std::uint64_t serial = 0;           ///< counts the reports of all programs
     QString root;                       ///< key of the file that it began with
     std::map<QString, Revision> texts;  ///< what was read, by the key of the file
+    std::vector<QString> files;         ///< their keys, in the order of reading
     std::map<QString, std::vector<LineMessage>> messages;  ///< by the key of the file
     std::vector<ProgramName> names;
     std::size_t lines = 0;  ///< of all files together
@@ -51,8 +53,8 @@ class MessageCollector {
   public:
     /// Errors and warnings about a line are kept.
     void Add(const PostedMessage& message);
-    /// Something else that is to be said of a line.
-    void Add(const LineXref& place, Severity severity, const QString& text);
+    /// What is to be said of a line that includes a file with mistakes.
+    void AddInclude(const LineXref& place, Severity severity, const QString& text);
     bool HasErrors() const { return hasErrors_; }
 
     /// The report about a run over the program that begins with `root`. `openTexts` tells what was
@@ -62,6 +64,8 @@ class MessageCollector {
 
   private:
     using Place = std::pair<std::string, std::string>;  ///< folder and name
+
+    void Add(const LineXref& place, LineMessage message);
 
     std::map<Place, std::vector<LineMessage>> messages_;
     bool hasErrors_ = false;

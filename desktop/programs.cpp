@@ -167,6 +167,15 @@ const ProgramReport* Programs::ReportOf(const QString& root) const {
     return found == reports_.end() ? nullptr : &found->second;
 }
 
+bool Programs::IsFresh(const OpenFile& root) const {
+    const ProgramReport* report = ReportOf(root.key);
+    if (report == nullptr) return false;
+    return std::ranges::all_of(files_, [&](const OpenFile& file) {
+        const auto read = report->texts.find(file.key);
+        return read == report->texts.end() || read->second == file.revision;
+    });
+}
+
 void Programs::ForgetReports() {
     if (reports_.empty()) return;
     reports_.clear();

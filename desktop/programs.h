@@ -95,6 +95,9 @@ class Programs : public QObject {
     /// A report takes the place of the one before about the same program.
     void SetReport(ProgramReport report);
     const ProgramReport* ReportOf(const QString& root) const;
+    /// Whether the last report about the program that begins with this file is about its texts as
+    /// they stand.
+    bool IsFresh(const OpenFile& root) const;
     /// Nothing is known of any program any more.
     void ForgetReports();
     /// The messages against the lines of the file; nothing when none were found for the text as it

@@ -28,6 +28,13 @@ SearchResult SourceSearch::FindText(const QString& text, FindOptions options, bo
     return Search();
 }
 
+void SourceSearch::Remember(const QString& text, FindOptions options) {
+    text_ = text;
+    options_ = options;
+    allFiles_ = false;
+    lastMatch_ = 0;
+}
+
 SearchResult SourceSearch::FindNext() {
     return Search();
 }

@@ -44,6 +44,8 @@ class SourceSearch {
 
     /// A new search begins at the start of the text, or of the first file.
     SearchResult FindText(const QString& text, FindOptions options, bool allFiles, bool newSearch);
+    /// The text was looked for in the window in front by other means: FindNext goes on with it.
+    void Remember(const QString& text, FindOptions options);
     /// Goes on with the last search; NothingToFind when there was none.
     SearchResult FindNext();
     /// Replaces the selection of the window in front when it is the text, and goes to the next

@@ -17,18 +17,18 @@ constexpr bool IsNotInNames(char c) {
 }
 
 /// The program keeps some names for itself: its words, and those of lines and constants.
-bool IsReserved(const Compilation& compilation, std::string_view name) {
+bool IsReserved(const CommandCatalogue& commands, std::string_view name) {
     constexpr std::string_view kLine = "Line";
-    if (compilation.FindCommand(name) != nullptr || EqualsIgnoreCase(name, kProgram)) return true;
+    if (commands.FindCommand(name) != nullptr || EqualsIgnoreCase(name, kProgram)) return true;
     if (StartsWithIgnoreCase(name, "B_") || StartsWithIgnoreCase(name, "W_")) return true;
     return StartsWithIgnoreCase(name, kLine) && name.size() > kLine.size() &&
            std::all_of(name.begin() + kLine.size(), name.end(), IsDigit);
 }
 
 bool CheckName(Compilation& compilation, std::string_view name, SourceLine& line) {
-    if (!IsValidName(compilation, name, line)) return false;
-    if (!IsReserved(compilation, name)) return true;
-    compilation.diagnostics.PostError(MessageCode::NameReserved, &line, Shorten(name));
+    const auto fault = FindNameFault(compilation.configuration.commands, name);
+    if (!fault) return true;
+    compilation.diagnostics.PostError(*fault, &line, Shorten(name));
     return false;
 }
 
@@ -38,18 +38,15 @@ void PostDuplicate(Compilation& compilation, std::string_view name, SourceLine& 
 
 }  // namespace
 
-bool IsValidName(Compilation& compilation, std::string_view name, SourceLine& line) {
-    const auto refuse = [&](MessageCode code) {
-        compilation.diagnostics.PostError(code, &line, Shorten(name));
-        return false;
-    };
-    if (name.empty()) return refuse(MessageCode::NameMissing);
-    if (name.size() < kShortestName) return refuse(MessageCode::NameTooShort);
+std::optional<MessageCode> FindNameFault(const CommandCatalogue& commands, std::string_view name) {
+    if (name.empty()) return MessageCode::NameMissing;
+    if (name.size() < kShortestName) return MessageCode::NameTooShort;
     const bool holdsSigns = std::any_of(name.begin(), name.end(), [](char c) {
         return !IsLetter(c) && !IsDigit(c) && IsNotInNames(c);
     });
-    if (!IsLetter(name.front()) || holdsSigns) return refuse(MessageCode::InvalidName);
-    return true;
+    if (!IsLetter(name.front()) || holdsSigns) return MessageCode::InvalidName;
+    if (IsReserved(commands, name)) return MessageCode::NameReserved;
+    return std::nullopt;
 }
 
 Symbol* DeclareSymbol(Compilation& compilation, Symbol symbol, SourceLine& line) {

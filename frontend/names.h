@@ -1,14 +1,15 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "model/compilation.h"
 
 namespace zentro {
 
-/// True when a name may be declared: three characters or more, the first a letter, no operator
-/// characters. Posts what is wrong against the line.
-bool IsValidName(Compilation& compilation, std::string_view name, SourceLine& line);
+/// Why a name may not be declared, whatever else is; nothing when it may. It has three characters
+/// or more, the first a letter, no signs of the language, and is not kept for the language itself.
+std::optional<MessageCode> FindNameFault(const CommandCatalogue& commands, std::string_view name);
 
 /// Enters what a line declares. Its name must be valid, not a word of the language, and new to its
 /// parent and among the constants. Posts what is wrong and returns nothing then.

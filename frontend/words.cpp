@@ -49,6 +49,28 @@ std::vector<std::string_view> SplitCommaList(std::string_view text) {
     return items;
 }
 
+std::vector<PlacedWord> WordsInLine(const CommandCatalogue& commands, std::string_view line) {
+    const auto isInWord = [&](char c) {
+        return commands.ClassOf(c) == CharacterClass::Plain && !IsDelimiter(c);
+    };
+    std::vector<PlacedWord> words;
+    std::size_t i = 0;
+    while (i < line.size() && commands.ClassOf(line[i]) != CharacterClass::Comment) {
+        const std::size_t begin = i;
+        if (commands.ClassOf(line[i]) == CharacterClass::Quote) {
+            i = line.find('"', i + 1);
+            if (i == kNone) break;
+        } else if (isInWord(line[i])) {
+            while (i < line.size() && isInWord(line[i]))
+                ++i;
+            words.push_back({begin, i - begin});
+            continue;
+        }
+        ++i;
+    }
+    return words;
+}
+
 std::string_view StripQuotes(std::string_view text) {
     if (text.size() > 1 && text.front() == '"') text.remove_prefix(1);
     if (text.ends_with('"')) text.remove_suffix(1);

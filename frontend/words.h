@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+#include "config/command_catalogue.h"
+
 namespace zentro {
 
 /// Text cut in two. A text literal in quotes is never cut: it is one word for every splitter here.
@@ -19,6 +21,19 @@ SplitText SplitFirstWord(std::string_view text, bool keepLeadingDelimiter = fals
 
 /// The items between the commas, trimmed; an empty text has none.
 std::vector<std::string_view> SplitCommaList(std::string_view text);
+
+/// A word of a source line as it was typed, by its place.
+struct PlacedWord {
+    std::size_t begin = 0;
+    std::size_t length = 0;
+
+    std::size_t End() const { return begin + length; }
+    std::string_view In(std::string_view line) const { return line.substr(begin, length); }
+};
+
+/// The words of a line that is not normalised, up to its comment and without its text literals: cut
+/// where normalising the line and SplitFirstWord would cut them.
+std::vector<PlacedWord> WordsInLine(const CommandCatalogue& commands, std::string_view line);
 
 /// The text without a double quote at either end.
 std::string_view StripQuotes(std::string_view text);

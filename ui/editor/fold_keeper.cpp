@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "ui/editor/block_words.h"
+#include "desktop/block_words.h"
 #include "ui/editor/scintilla_text.h"
 
 namespace zentro {

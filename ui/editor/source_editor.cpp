@@ -6,6 +6,8 @@
 #include <QMimeData>
 #include <QToolTip>
 #include <QUrl>
+#include <Qsci/qscicommand.h>
+#include <Qsci/qscicommandset.h>
 #include <algorithm>
 
 #include "ui/editor/scintilla_text.h"
@@ -50,6 +52,7 @@ SourceEditor::SourceEditor(const InstructionConfiguration& configuration, QWidge
       respeller_(*this, *lexer_, keywords_),
       folds_(*this, configuration.commands),
       marks_(*this),
+      soft_(*this),
       typing_(*this, configuration) {
     setObjectName("rtfSource");
     setAccessibleName("Source text");
@@ -112,6 +115,11 @@ void SourceEditor::SetUpTyping() {
     setScrollWidthTracking(true);
     setAutoCompletionSource(QsciScintilla::AcsNone);
     setCallTipsStyle(QsciScintilla::CallTipsNone);
+    // Keys of the menus that would mean something else to the component.
+    for (const QKeyCombination key : {Qt::CTRL | Qt::Key_D, Qt::CTRL | Qt::Key_Slash}) {
+        if (QsciCommand* command = standardCommands()->boundTo(key.toCombined()))
+            command->setKey(0);
+    }
 }
 
 void SourceEditor::ConnectSignals() {
@@ -137,6 +145,11 @@ std::vector<TextRun> SourceEditor::Prepare(std::string& text, bool isLastLineEnd
     return runs;
 }
 
+std::string SourceEditor::Spelled(std::string word) const {
+    Prepare(word, true);
+    return word;
+}
+
 void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
     const std::vector<TextRun> runs = Prepare(text, isLastLineEnded);
     isLoading_ = true;
@@ -152,6 +165,7 @@ void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
     respeller_.Forget();
     folds_.Edited(0, LineCount(*this) - 1);
     settle_.start(0);
+    emit Loaded();
 }
 
 void SourceEditor::ReplaceText(std::string text, bool isLastLineEnded) {
@@ -312,12 +326,27 @@ int SourceEditor::CaretLine() {
     return LineOf(*this, CaretPosition(*this)) + 1;
 }
 
+int SourceEditor::CaretColumn() {
+    const long caret = CaretPosition(*this);
+    return static_cast<int>(
+        Send(*this, Sci::SCI_COUNTCHARACTERS, LineBegin(*this, LineOf(*this, caret)), caret));
+}
+
+bool SourceEditor::IsCaretInWord() {
+    const long caret = CaretPosition(*this);
+    const auto isInWord = [&](long place) {
+        return IsNameCharacter(static_cast<char>(Send(*this, Sci::SCI_GETCHARAT, place)));
+    };
+    return isInWord(caret) || (caret > 0 && isInWord(caret - 1));
+}
+
 void SourceEditor::SetColours(const QColor& text, const QColor& page) {
     const QColor readable = ReadableOn(text, page);
     lexer_->SetColours(
         {readable, page, ReadableOn(kKeywordColour, page), ReadableOn(kCommentColour, page)});
     SetChromeColours(readable, page);
     marks_.Redraw(page);
+    soft_.Redraw(readable, page);
 }
 
 /// Everything around the text is a shade between the text's colour and the page's.

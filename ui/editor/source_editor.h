@@ -10,6 +10,7 @@
 #include "ui/editor/editor_marks.h"
 #include "ui/editor/fold_keeper.h"
 #include "ui/editor/respeller.h"
+#include "ui/editor/soft_marks.h"
 #include "ui/editor/source_lexer.h"
 #include "ui/editor/source_text_format.h"
 #include "ui/editor/typing_help.h"
@@ -40,7 +41,11 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void SetColours(const QColor& text, const QColor& page);
     void SetSourceFont(const QFont& font);
 
+    /// The word as the editor spells it: with keywords in it as in the keyword list.
+    std::string Spelled(std::string word) const;
+
     EditorMarks& Marks() { return marks_; }
+    SoftMarks& Soft() { return soft_; }
     TypingHelp& Typing() { return typing_; }
     FoldKeeper& Folds() { return folds_; }
 
@@ -48,8 +53,12 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void SelectRange(long begin, long end);
     HelpTopic TopicAtCaret();  ///< for the handbook
     int CaretLine();           ///< from 1
+    int CaretColumn();         ///< from 0, in characters
+    bool IsCaretInWord();      ///< or right before or behind one
 
   signals:
+    /// A new text stands there, which is no edit.
+    void Loaded();
     /// The text or the caret's place has changed.
     void StatsChanged();
     /// The text is about to be edited, or an edit undone.
@@ -87,6 +96,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     Respeller respeller_;
     FoldKeeper folds_;
     EditorMarks marks_;
+    SoftMarks soft_;
     TypingHelp typing_;
     QTimer settle_;
     bool isColouring_ = true;

@@ -19,6 +19,18 @@ bool IsSelected(SourceEditor& editor, const QString& text) {
     return !text.isEmpty() && editor.selectedText().compare(text, Qt::CaseInsensitive) == 0;
 }
 
+/// The first match from the position on; empty at -1 without one.
+TextRange FindFrom(SourceEditor& editor, const std::string& wanted, long start,
+                   FindOptions options) {
+    Send(editor, Sci::SCI_SETSEARCHFLAGS, static_cast<int>(options));
+    Send(editor, Sci::SCI_SETTARGETSTART, start);
+    Send(editor, Sci::SCI_SETTARGETEND, TextLength(editor));
+    const long found = editor.SendScintilla(
+        Sci::SCI_SEARCHINTARGET, static_cast<unsigned long>(wanted.size()), wanted.data());
+    if (found < 0) return {-1, -1};
+    return {found, Send(editor, Sci::SCI_GETTARGETEND)};
+}
+
 /// From 0, of the nearest line that there is.
 int IndexOf(SourceEditor& editor, int line) {
     return std::clamp(line, 1, LineCount(editor)) - 1;
@@ -34,15 +46,23 @@ int FindInSource(SourceEditor& editor, const QString& text, bool continueFromSel
         start = Send(editor, Sci::SCI_GETSELECTIONSTART);
         if (IsSelected(editor, text)) start = Send(editor, Sci::SCI_POSITIONAFTER, start);
     }
+    const TextRange found = FindFrom(editor, text.toStdString(), start, options);
+    if (found.begin < 0) return -1;
+    editor.SelectRange(found.begin, found.end);
+    return static_cast<int>(Send(editor, Sci::SCI_COUNTCHARACTERS, 0, found.begin));
+}
+
+std::vector<TextRange> FindAllInSource(SourceEditor& editor, const QString& text,
+                                       FindOptions options, std::size_t most) {
+    std::vector<TextRange> matches;
     const std::string wanted = text.toStdString();
-    Send(editor, Sci::SCI_SETSEARCHFLAGS, static_cast<int>(options));
-    Send(editor, Sci::SCI_SETTARGETSTART, start);
-    Send(editor, Sci::SCI_SETTARGETEND, TextLength(editor));
-    const long found = editor.SendScintilla(
-        Sci::SCI_SEARCHINTARGET, static_cast<unsigned long>(wanted.size()), wanted.data());
-    if (found < 0) return -1;
-    editor.SelectRange(found, Send(editor, Sci::SCI_GETTARGETEND));
-    return static_cast<int>(Send(editor, Sci::SCI_COUNTCHARACTERS, 0, found));
+    if (wanted.empty()) return matches;
+    TextRange match = FindFrom(editor, wanted, 0, options);
+    while (match.begin >= 0 && matches.size() < most) {
+        matches.push_back(match);
+        match = FindFrom(editor, wanted, match.end, options);
+    }
+    return matches;
 }
 
 bool ReplaceSelection(SourceEditor& editor, const QString& text, const QString& replacement) {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
 #include "desktop/find_options.h"
+#include "ui/editor/soft_marks.h"
 
 namespace zentro {
 
@@ -13,6 +15,10 @@ class SourceEditor;
 /// found again. The position of the match in characters, from 0, or -1.
 int FindInSource(SourceEditor& editor, const QString& text, bool continueFromSelection,
                  FindOptions options);
+
+/// All matches in the text, or the first so many; none of an empty text.
+std::vector<TextRange> FindAllInSource(SourceEditor& editor, const QString& text,
+                                       FindOptions options, std::size_t most);
 
 /// Replaces the selection when it is the text, whatever its letter case, and puts the caret after
 /// what it inserts. False when nothing was replaced.

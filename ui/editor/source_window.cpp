@@ -11,6 +11,8 @@
 #include "compiler/paths.h"
 #include "config/file.h"
 #include "desktop/text_file.h"
+#include "ui/editor/find_bar.h"
+#include "ui/editor/outline_box.h"
 #include "ui/editor/source_editor.h"
 #include "ui/support/colours.h"
 #include "ui/support/dialogs.h"
@@ -36,12 +38,17 @@ SourceWindow::SourceWindow(Workbench& workbench, Programs& programs, QWidget* pa
       workbench_(workbench),
       programs_(programs),
       editor_(new SourceEditor(workbench.configuration, this)),
+      outline_(new OutlineBox(*editor_, workbench.configuration.commands, this)),
+      findBar_(new FindBar(*editor_, this)),
       lineEnd_(SystemLineEnd()) {
     setObjectName("frmSource");
     setFocusProxy(editor_);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(editor_);
+    layout->setSpacing(0);
+    layout->addWidget(outline_);
+    layout->addWidget(editor_, 1);
+    layout->addWidget(findBar_);
     SetColouring();
     SetFormColours();
     SetFont();
@@ -297,6 +304,10 @@ void SourceWindow::MarkLine(const std::optional<LineMark>& mark) {
 void SourceWindow::ShowMessageBeside() {
     Refresh();  // the messages may be new
     editor_->Marks().ShowBelow(editor_->CaretLine() - 1, MessageAtCursor());
+}
+
+bool SourceWindow::TakesEdits(const QWidget* focus) const {
+    return focus == nullptr || focus == editor_ || editor_->isAncestorOf(focus);
 }
 
 QString SourceWindow::MessageAtCursor() const {

@@ -15,6 +15,8 @@
 
 namespace zentro {
 
+class FindBar;
+class OutlineBox;
 class SourceEditor;
 
 enum class SaveResult : std::uint8_t { Saved, Cancelled, Failed };
@@ -86,6 +88,10 @@ class SourceWindow : public QWidget {
     QString DocStats() const;         ///< "Line 3/40"
     HelpTopic TopicAtCursor() const;  ///< for the handbook
     SourceEditor* Editor() const { return editor_; }
+    FindBar* Bar() const { return findBar_; }
+    OutlineBox* Outline() const { return outline_; }
+    /// Whether commands on a text are for the source while this has the focus (null: nothing).
+    bool TakesEdits(const QWidget* focus) const;
 
     /// Replaces the whole text as an edit, which can be undone and counts as a change.
     void SetText(const QString& text);
@@ -119,6 +125,8 @@ class SourceWindow : public QWidget {
     Workbench& workbench_;
     Programs& programs_;
     SourceEditor* editor_;
+    OutlineBox* outline_;
+    FindBar* findBar_;
     FileId id_{};
     std::optional<LineMark> lineMark_;
     std::uint64_t shownReport_ = 0;  ///< its serial number

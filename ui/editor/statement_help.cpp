@@ -6,8 +6,8 @@
 
 #include "config/encoding.h"
 #include "config/text.h"
+#include "desktop/block_words.h"
 #include "frontend/argument_template.h"
-#include "ui/editor/block_words.h"
 #include "ui/editor/completion.h"
 
 namespace zentro {

@@ -5,7 +5,7 @@
 #include <QScreen>
 
 #include "config/text.h"
-#include "ui/editor/block_words.h"
+#include "desktop/block_words.h"
 #include "ui/editor/completion.h"
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/statement_help.h"

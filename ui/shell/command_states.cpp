@@ -45,7 +45,7 @@ TextState StateOfSource(const SourceEditor& editor) {
 /// A text box that has the focus takes the edit commands itself; otherwise the source window does.
 TextState StateOfTarget(SourceWindow* source) {
     const QWidget* focus = QApplication::focusWidget();
-    const bool isInSource = source != nullptr && (focus == nullptr || source->isAncestorOf(focus));
+    const bool isInSource = source != nullptr && source->TakesEdits(focus);
     if (isInSource) return StateOfSource(*source->Editor());
     if (const auto* line = qobject_cast<const QLineEdit*>(focus)) {
         return {true, line->isUndoAvailable(), line->isRedoAvailable(), line->hasSelectedText(),

@@ -26,6 +26,7 @@
 #include "ui/shell/command_states.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/desk.h"
+#include "ui/shell/editor_commands.h"
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/program_marks.h"
 #include "ui/shell/recovery_keeper.h"
@@ -202,6 +203,11 @@ void MainWindow::MakeParts() {
     checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
     new ProgramMarks(*programs_, *board_, *files_, *compiler_, this);
     search_ = std::make_unique<SourceSearch>(*files_);
+    editing_ =
+        new EditorCommands(workbench_, *programs_, *files_, *checks_, *search_,
+                           {[this](const QString& text) { statusBar()->showMessage(text, 10'000); },
+                            [this] { return compiler_->Output(); }},
+                           this);
     connect(programs_, &Programs::Changed, this, &MainWindow::ShowFront);
     connect(programs_, &Programs::Changed, this, &MainWindow::RememberFiles);
     connect(notices_, &NoticeBar::FocusLeft, this, &MainWindow::BackToSource);

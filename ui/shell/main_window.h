@@ -26,6 +26,7 @@ class Calculator;
 class CommandStates;
 class CompileCommands;
 class Desk;
+class EditorCommands;
 class FindDialog;
 class HelpBrowser;
 class LiveCheck;
@@ -137,6 +138,7 @@ class MainWindow : public QMainWindow {
     SendCommands* sending_ = nullptr;
     RecoveryKeeper* recovery_ = nullptr;
     LiveCheck* checks_ = nullptr;
+    EditorCommands* editing_ = nullptr;
     QShortcut* downloadKey_ = nullptr;  ///< of the download command while that is disabled
     std::unique_ptr<SourceSearch> search_;
     QPointer<FindDialog> findDialog_;

@@ -23,6 +23,7 @@
 #include "ui/shell/board_windows.h"
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/desk.h"
+#include "ui/shell/editor_commands.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/print_source.h"
@@ -99,6 +100,8 @@ void MainWindow::BindEditCommands() {
     handlers_[CommandId::FindNext] = [this] { TellSearchResult(search_->FindNext()); };
     handlers_[CommandId::Replace] = [this] { ShowFindDialog(true); };
     handlers_[CommandId::Goto] = [this] { GotoLine(); };
+    for (const CommandId id : EditorCommands::Ids())
+        handlers_[id] = [this, id] { editing_->Run(id); };
 }
 
 void MainWindow::BindCompileCommands() {
@@ -186,7 +189,7 @@ void MainWindow::Print() {
 void MainWindow::EditFocused(const char* slot, void (SourceWindow::*run)()) {
     QWidget* focus = QApplication::focusWidget();
     SourceWindow* source = files_->Front();
-    const bool isInSource = source != nullptr && (focus == nullptr || source->isAncestorOf(focus));
+    const bool isInSource = source != nullptr && source->TakesEdits(focus);
     if (isInSource) return (source->*run)();
     if (focus != nullptr && focus->metaObject()->indexOfSlot(QByteArray(slot) + "()") >= 0) {
         QMetaObject::invokeMethod(focus, slot);

@@ -105,6 +105,7 @@ void SourceFiles::Add(SourceWindow* window) {
     connect(window, &SourceWindow::FormClosing, this,
             [this, window] { programs_.Remove(window->Id()); });
     window->installEventFilter(this);
+    emit Opened(window);
     surroundings_.addChild(window);
     surroundings_.bringToFront(window);
     ShowTabs();

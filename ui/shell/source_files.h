@@ -70,6 +70,8 @@ class SourceFiles : public QObject, public SearchTargets {
     void EndUndoGroup() override;
 
   signals:
+    /// A source window was opened.
+    void Opened(zentro::SourceWindow* window);
     /// The caret of a source window has moved, or the marks have changed.
     void StatsChanged();
     void FileDropped(const QString& path);

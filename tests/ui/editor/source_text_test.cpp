@@ -3,9 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include "desktop/block_words.h"
 #include "desktop/live_check.h"
 #include "tests/ui/ui_fixture.h"
-#include "ui/editor/block_words.h"
 #include "ui/editor/completion.h"
 #include "ui/editor/source_text_format.h"
 #include "ui/editor/statement_help.h"

@@ -1,4 +1,4 @@
-#include "ui/editor/block_words.h"
+#include "desktop/block_words.h"
 
 #include <algorithm>
 #include <array>

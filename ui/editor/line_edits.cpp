@@ -1,0 +1,212 @@
+#include "ui/editor/line_edits.h"
+
+#include <algorithm>
+#include <compare>
+
+#include "ui/editor/scintilla_text.h"
+#include "ui/editor/source_editor.h"
+
+namespace zentro {
+
+namespace {
+
+using Sci = QsciScintillaBase;
+
+constexpr char kComment = ';';
+
+struct LineRange {
+    int first = 0;
+    int last = 0;
+};
+
+LineRange SelectedLines(SourceEditor& editor) {
+    const long begin = Send(editor, Sci::SCI_GETSELECTIONSTART);
+    const long end = Send(editor, Sci::SCI_GETSELECTIONEND);
+    LineRange lines{LineOf(editor, begin), LineOf(editor, end)};
+    if (lines.last > lines.first && end == LineBegin(editor, lines.last)) --lines.last;
+    return lines;
+}
+
+/// An end of the selection, by its line and its distance from the line's beginning, in bytes.
+struct TextPoint {
+    int line = 0;
+    long offset = 0;
+
+    auto operator<=>(const TextPoint&) const = default;
+};
+
+/// Keeps the selection on its text while the text before it becomes longer or shorter.
+class SelectionPoints {
+  public:
+    explicit SelectionPoints(SourceEditor& editor)
+        : editor_(editor),
+          anchor_(PointAt(Send(editor, Sci::SCI_GETANCHOR))),
+          caret_(PointAt(CaretPosition(editor))) {}
+
+    /// A piece of a line was replaced. What comes right before a selection becomes part of it.
+    void Edited(int line, long begin, long oldLength, std::size_t newLength) {
+        const auto length = static_cast<long>(newLength);
+        const bool isSelection = anchor_ != caret_;
+        const TextPoint* first = &std::min(anchor_, caret_);
+        for (TextPoint* point : {&anchor_, &caret_}) {
+            if (point->line != line || point->offset < begin) continue;
+            const bool stays = isSelection && point == first && point->offset == begin;
+            if (stays) continue;
+            const bool isBehind = point->offset >= begin + oldLength;
+            point->offset = isBehind ? point->offset + length - oldLength
+                                     : std::min(point->offset, begin + length);
+        }
+    }
+
+    void MoveBy(int lines) {
+        anchor_.line += lines;
+        caret_.line += lines;
+    }
+
+    void Restore() const {
+        Send(editor_, Sci::SCI_SETANCHOR, PositionOf(anchor_));
+        Send(editor_, Sci::SCI_SETCURRENTPOS, PositionOf(caret_));
+        Send(editor_, Sci::SCI_CHOOSECARETX);
+        Send(editor_, Sci::SCI_SCROLLCARET);
+    }
+
+  private:
+    TextPoint PointAt(long position) const {
+        const int line = LineOf(editor_, position);
+        return {line, position - LineBegin(editor_, line)};
+    }
+    /// A line may be the last one, before which the selection ended, and be gone.
+    long PositionOf(const TextPoint& point) const {
+        if (point.line >= LineCount(editor_)) return TextLength(editor_);
+        return std::min(LineBegin(editor_, point.line) + point.offset,
+                        LineEnd(editor_, point.line));
+    }
+
+    SourceEditor& editor_;
+    TextPoint anchor_;
+    TextPoint caret_;
+};
+
+/// Replaces a piece of a line, by its distance from the line's beginning, in bytes.
+void ReplaceInLine(SourceEditor& editor, int line, long offset, long length,
+                   const std::string& text) {
+    const long begin = LineBegin(editor, line) + offset;
+    Send(editor, Sci::SCI_SETTARGETSTART, begin);
+    Send(editor, Sci::SCI_SETTARGETEND, begin + length);
+    editor.SendScintilla(Sci::SCI_REPLACETARGET, static_cast<unsigned long>(text.size()),
+                         text.data());
+}
+
+/// The lines that a comment sign is put before or taken from.
+std::vector<int> LinesWithText(SourceEditor& editor, const LineRange& range) {
+    std::vector<int> all;
+    std::vector<int> lines;
+    for (int line = range.first; line <= range.last; ++line) {
+        all.push_back(line);
+        if (LineText(editor, line).find_first_not_of(" \t") != std::string::npos)
+            lines.push_back(line);
+    }
+    return lines.empty() ? all : lines;
+}
+
+std::size_t Indentation(const std::string& line) {
+    return std::min(line.find_first_not_of(" \t"), line.size());
+}
+
+bool IsComment(const std::string& line) {
+    return line.substr(Indentation(line)).starts_with(kComment);
+}
+
+void TakeComment(SourceEditor& editor, int line, SelectionPoints& selection) {
+    const std::string text = LineText(editor, line);
+    const std::size_t begin = Indentation(text);
+    const long length = text.substr(begin + 1).starts_with(' ') ? 2 : 1;
+    ReplaceInLine(editor, line, static_cast<long>(begin), length, {});
+    selection.Edited(line, static_cast<long>(begin), length, 0);
+}
+
+void PutComment(SourceEditor& editor, int line, long column, SelectionPoints& selection) {
+    const std::string comment{kComment, ' '};
+    const long begin = LineBegin(editor, line);
+    const long offset = Send(editor, Sci::SCI_FINDCOLUMN, line, column) - begin;
+    ReplaceInLine(editor, line, offset, 0, comment);
+    selection.Edited(line, offset, 0, comment.size());
+}
+
+/// The neighbour goes to the other side of the lines: marks beside the lines themselves stay where
+/// they are.
+void MoveLines(SourceEditor& editor, int by) {
+    const LineRange range = SelectedLines(editor);
+    const int neighbour = by < 0 ? range.first - 1 : range.last + 1;
+    if (neighbour < 0 || neighbour == LineCount(editor)) return;
+    SelectionPoints selection(editor);
+    const std::string text = LineText(editor, neighbour);
+    const auto length = static_cast<long>(text.size());
+    Send(editor, Sci::SCI_BEGINUNDOACTION);
+    if (by < 0) {
+        const long end = LineEnd(editor, range.last) - LineBegin(editor, range.last);
+        ReplaceInLine(editor, range.last, end, 0, '\n' + text);
+        ReplaceInLine(editor, neighbour, 0, length + 1, {});
+    } else {
+        const long end = LineEnd(editor, range.last) - LineBegin(editor, range.last);
+        ReplaceInLine(editor, range.last, end, length + 1, {});
+        ReplaceInLine(editor, range.first, 0, 0, text + '\n');
+    }
+    Send(editor, Sci::SCI_ENDUNDOACTION);
+    selection.MoveBy(by);
+    selection.Restore();
+}
+
+}  // namespace
+
+void ToggleComment(SourceEditor& editor) {
+    const std::vector<int> lines = LinesWithText(editor, SelectedLines(editor));
+    const bool areComments =
+        std::ranges::all_of(lines, [&](int line) { return IsComment(LineText(editor, line)); });
+    const auto columnOf = [&](int line) { return Send(editor, Sci::SCI_GETLINEINDENTATION, line); };
+    const long column = columnOf(*std::ranges::min_element(lines, {}, columnOf));
+    SelectionPoints selection(editor);
+    Send(editor, Sci::SCI_BEGINUNDOACTION);
+    for (const int line : lines) {
+        if (areComments) {
+            TakeComment(editor, line, selection);
+        } else {
+            PutComment(editor, line, column, selection);
+        }
+    }
+    Send(editor, Sci::SCI_ENDUNDOACTION);
+    selection.Restore();
+}
+
+void Duplicate(SourceEditor& editor) {
+    Send(editor, Sci::SCI_SELECTIONDUPLICATE);
+}
+
+void MoveLinesUp(SourceEditor& editor) {
+    MoveLines(editor, -1);
+}
+void MoveLinesDown(SourceEditor& editor) {
+    MoveLines(editor, 1);
+}
+
+void ReplacePieces(SourceEditor& editor, const std::vector<LinePiece>& pieces,
+                   const std::string& text) {
+    SelectionPoints selection(editor);
+    std::vector<LinePiece> fromTheEnd = pieces;
+    std::ranges::sort(fromTheEnd, [](const LinePiece& a, const LinePiece& b) {
+        return std::pair(a.line, a.column) > std::pair(b.line, b.column);
+    });
+    Send(editor, Sci::SCI_BEGINUNDOACTION);
+    for (const LinePiece& piece : fromTheEnd) {
+        const int line = piece.line - 1;
+        const long lineBegin = LineBegin(editor, line);
+        const long begin = Send(editor, Sci::SCI_POSITIONRELATIVE, lineBegin, piece.column);
+        const long end = Send(editor, Sci::SCI_POSITIONRELATIVE, begin, piece.length);
+        ReplaceInLine(editor, line, begin - lineBegin, end - begin, text);
+        selection.Edited(line, begin - lineBegin, end - begin, text.size());
+    }
+    Send(editor, Sci::SCI_ENDUNDOACTION);
+    selection.Restore();
+}
+
+}  // namespace zentro

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace zentro {
+
+class SourceEditor;
+
+/// Each of these edits is undone in one step. The lines are those of the selection, or the caret's;
+/// a line in which a selection only ends, before its first character, is none of them.
+
+/// Puts "; " before the lines, below each other at their common indentation, or takes it away when
+/// all of them have one. Blank lines stay blank unless all are. What was selected stays selected.
+void ToggleComment(SourceEditor& editor);
+
+/// Repeats the selection behind itself, or the caret's line below itself.
+void Duplicate(SourceEditor& editor);
+
+/// Exchanges the lines with the one above or below. The selection goes with them.
+void MoveLinesUp(SourceEditor& editor);
+void MoveLinesDown(SourceEditor& editor);
+
+/// A piece of a line, in characters. Lines count from 1.
+struct LinePiece {
+    int line = 0;
+    int column = 0;
+    int length = 0;
+};
+
+/// Puts the text in place of all the pieces, which must not overlap. The caret keeps its place.
+void ReplacePieces(SourceEditor& editor, const std::vector<LinePiece>& pieces,
+                   const std::string& text);
+
+}  // namespace zentro
