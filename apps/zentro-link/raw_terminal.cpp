@@ -75,6 +75,7 @@ struct Ending {
 /// Sends the keys that were pressed to the board. Returns how many they were.
 std::size_t SendKeys(TerminalSession& session, bool isTerminal, Ending& ending) {
     std::array<char, 256> keys{};
+    static_assert(kPiece <= keys.size());
     const ssize_t count = read(STDIN_FILENO, keys.data(), isTerminal ? keys.size() : kPiece);
     if (count < 0 && (errno == EINTR || errno == EAGAIN)) return 0;
     if (count <= 0) ending.isOver = ending.inputEnded = true;
@@ -91,8 +92,8 @@ std::size_t SendKeys(TerminalSession& session, bool isTerminal, Ending& ending) 
     return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-/// Lets everything leave that was read, however long that takes while it goes on, and then hears the
-/// answer.
+/// Lets everything leave that was read, however long that takes while it goes on, and then hears
+/// the answer.
 void FinishInput(BoardLine& line, Ending& ending) {
     const auto isAsked = [&] { return ending.signal != 0 || ending.cannotWrite; };
     while (const std::size_t unsent = line.Unsent()) {
