@@ -86,8 +86,8 @@ class Download {
     std::chrono::microseconds Step();
 
     /// What the board says. Its verdict counts when it comes after the last line and after the echo
-    /// of the command that started the loader: another one is that of an earlier load, come late. Of
-    /// a board that did not echo, the last verdict counts when nobody waits any longer.
+    /// of the command that started the loader: another one is that of an earlier load, come late.
+    /// Of a board that did not echo, the last verdict counts when nobody waits any longer.
     void Hear(std::string_view received);
     /// Nothing more can be sent or heard.
     void LoseLine();

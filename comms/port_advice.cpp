@@ -198,7 +198,8 @@ std::string AdviceForPort(const std::string& device, const std::string& asked) {
         case ENOENT:
         case ENOTDIR:
             if (IsPortInFolder(asked))
-                return "There is no " + device + ", but there is ./" + asked + ". To use that, name it ./" + asked + ".";
+                return "There is no " + device + ", but there is ./" + asked +
+                       ". To use that, name it ./" + asked + ".";
             return "There is no " + device + " at present. " + PresentPorts();
         case EACCES:
         case EPERM: return PermissionAdvice(device);

@@ -62,10 +62,11 @@ std::vector<DebugVariable> Variables() {
     return variables;
 }
 
-/// Whether every reply in the text is taken for an answer: none names another place than 0000, or is
-/// a prompt alone.
+/// Whether every reply in the text is taken for an answer: none names another place than 0000, or
+/// is a prompt alone.
 bool IsAllAnswers(std::string_view text) {
-    for (std::size_t at = text.find('['); at != std::string_view::npos; at = text.find('[', at + 1)) {
+    for (std::size_t at = text.find('['); at != std::string_view::npos;
+         at = text.find('[', at + 1)) {
         const bool isEscape = at > 0 && text[at - 1] == '\x1b';
         if (!isEscape && !text.substr(at).starts_with("[0000]")) return false;
     }

@@ -109,8 +109,8 @@ Answer DebugAnswer(std::string_view said) {
     if (!answer) return {};
     if (const Answer refusal = RefusalIn(*answer); refusal.state == State::Refused) return refusal;
     const std::vector<std::string_view> lines = LinesOf(*answer);
-    const auto instruction = std::ranges::find_if(
-        lines, [](std::string_view line) { return line.starts_with('['); });
+    const auto instruction =
+        std::ranges::find_if(lines, [](std::string_view line) { return line.starts_with('['); });
     if (instruction == lines.end()) return {};
     const auto shown = static_cast<std::size_t>(instruction->data() - said.data());
     if (said.find(kReplyEndMarker, shown) == std::string_view::npos) return {};

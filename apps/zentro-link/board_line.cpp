@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr auto kWakeInterval = 10ms;
-constexpr auto kBusyPause = 250ms;   ///< a board that is busy sending makes no pause as long as this
+constexpr auto kBusyPause = 250ms;  ///< a board that is busy sending makes no pause as long as this
 constexpr auto kLongestQueue = 5000ms;  ///< what a board may have waiting takes less at kBaud
 constexpr std::size_t kMostKept = std::size_t{64} << 10;  ///< of what one answer brings
 

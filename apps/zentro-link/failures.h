@@ -12,8 +12,8 @@ namespace zentro {
 
 ExitStatus TellLost(const Options& options);
 
-/// The board said nothing to what was asked, or nothing that is an answer: because the line is lost,
-/// or because it would not.
+/// The board said nothing to what was asked, or nothing that is an answer: because the line is
+/// lost, or because it would not.
 ExitStatus TellNoAnswer(const BoardLine& line, const Options& options);
 
 /// The board refused, in these words.

@@ -16,14 +16,14 @@ struct Deed {
     enum class Kind : std::uint8_t {
         EchoLate,
         AnswerLate,
-        Mute,         ///< neither echo nor answer
-        NoEcho,       ///< the answer comes all the same
-        Instead,      ///< the text is the answer
-        Before,       ///< the text comes before the echo
-        After,        ///< the text comes behind the answer
-        Twice,        ///< echo and answer come twice
-        CutBefore,    ///< the cable is pulled before the echo
-        CutBetween,   ///< ... between echo and answer
+        Mute,        ///< neither echo nor answer
+        NoEcho,      ///< the answer comes all the same
+        Instead,     ///< the text is the answer
+        Before,      ///< the text comes before the echo
+        After,       ///< the text comes behind the answer
+        Twice,       ///< echo and answer come twice
+        CutBefore,   ///< the cable is pulled before the echo
+        CutBetween,  ///< ... between echo and answer
         CutAfter,
     };
 

@@ -222,8 +222,9 @@ TEST_F(VariableReaderTest, OutlivesItsTerminalAndTheOtherWayRound) {
 TEST_F(VariableReaderTest, LooksFirstWhatTheBoardHasSaid) {
     link_.toRead = "\r\nStopped at [0003]\r\n";
     reader_.RefreshVariables();
-    EXPECT_THAT(messages_, ElementsAre("Note: KineTron is not in debug mode. Variable Values cannot "
-                                       "be gathered"));
+    EXPECT_THAT(messages_,
+                ElementsAre("Note: KineTron is not in debug mode. Variable Values cannot "
+                            "be gathered"));
     EXPECT_EQ(link_.written, "");
     ExpectScreenOn();
     link_.lost = true;
