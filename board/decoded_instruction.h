@@ -28,12 +28,12 @@ enum class Fault : std::uint8_t {
 };
 
 /// Stands for the steps of what cannot be carried out as it is: more than are ever left.
-inline constexpr std::uint32_t kNever = std::numeric_limits<std::uint32_t>::max();
+inline constexpr std::int32_t kNever = std::numeric_limits<std::int32_t>::max();
 
 /// An instruction ready to run: its arguments are taken apart, and every address among them was
 /// found to lie in memory with all the bytes that the instruction uses there.
 struct DecodedInstruction {
-    std::uint32_t steps = kNever;  ///< 1, and 1 for each NOP and JUMP that leads to it
+    std::int32_t steps = kNever;  ///< 1, and 1 for each NOP and JUMP that leads to it
     std::uint16_t a = 0;
     std::uint16_t b = 0;
     std::uint16_t c = 0;      ///< of a DecodedProgram's jump: the index of its target

@@ -8,9 +8,9 @@ namespace zentro {
 
 namespace {
 
-constexpr std::size_t kLongestRun = 64;        // instructions that are decoded in one go
-constexpr std::size_t kMostRepeated = 16;      // of them, how many may stand elsewhere already
-constexpr std::uint32_t kMostSteps = 16;       // of one instruction with what leads to it
+constexpr std::size_t kLongestRun = 64;           // instructions that are decoded in one go
+constexpr std::size_t kMostRepeated = 16;         // of them, how many may stand elsewhere already
+constexpr std::int32_t kMostSteps = 16;           // of one instruction with what leads to it
 constexpr std::size_t kMostInstructions = 60000;  // indexes have 16 bits
 
 /// Whether the program can go on with the instruction behind this one.
@@ -71,8 +71,7 @@ const DecodedInstruction* DecodedProgram::GoOn(const Memory& memory,
     // From now on the jump leads there itself, and what runs on to here needs not look again.
     const std::size_t jump = place->a;
     const auto index = static_cast<std::size_t>(place - Instructions());
-    const auto target =
-        static_cast<std::uint16_t>(Find(memory, place->start) - Instructions());
+    const auto target = static_cast<std::uint16_t>(Find(memory, place->start) - Instructions());
     if (jump != 0) tables_->instructions[jump].c = target;
     tables_->instructions[index] = Link(tables_->instructions[index].start, target);
     return Instructions() + target;
@@ -139,7 +138,7 @@ std::uint32_t DecodedProgram::DecodeRun(const Memory& memory, std::uint32_t addr
 /// The instruction to which the NOPs and JUMPs at `start` lead, if there are any.
 DecodedInstruction DecodedProgram::DecodeWithWay(const Memory& memory, std::uint32_t start) {
     DecodedInstruction instruction = DecodeInstruction(memory, start);
-    std::uint32_t steps = 1;
+    std::int32_t steps = 1;
     while (LeadsOn(instruction) && steps < kMostSteps) {
         const bool jumps = instruction.opcode == Opcode::Jump;
         const DecodedInstruction ahead =

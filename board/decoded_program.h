@@ -43,7 +43,7 @@ class DecodedProgram {
     std::uint32_t End() const { return end_; }
 
     /// A program stored a byte below End.
-    void ByteWasWritten(std::uint32_t address);
+    [[gnu::cold]] void ByteWasWritten(std::uint32_t address);
 
     /// The bytes belong to another program.
     void Clear();

@@ -7,8 +7,8 @@ namespace zentro {
 struct Board;
 
 /// The instructions that need more of the board than its memory and stacks, one function each. The
-/// processor already stands at the next instruction. They may fail, start a wait, move the processor
-/// or end the program.
+/// processor already stands at the next instruction. They may fail, start a wait, move the
+/// processor or end the program.
 namespace handle {
 
 // flow_instructions.cpp

@@ -54,7 +54,7 @@ class Memory {
     /// word moves as a whole, because a machine reads back badly what it has just stored in pieces.
     static constexpr std::uint16_t HighByteFirst(std::uint16_t word) {
         if constexpr (std::endian::native == std::endian::big) return word;
-        return static_cast<std::uint16_t>(word << 8 | word >> 8);
+        return std::rotl(word, 8);
     }
 
     std::array<std::uint8_t, kMemorySize> bytes_{};
