@@ -96,8 +96,10 @@ void DecodedProgram::StartAgainIfForgotten() {
     if (!tables_) tables_ = std::make_unique<Tables>();
     if (!tables_->isForgotten) return;
     tables_->isForgotten = false;
+    for (const DecodedInstruction& instruction : tables_->instructions) {
+        tables_->indexes[instruction.start] = 0;
+    }
     tables_->instructions.resize(1);
-    tables_->indexes.fill(0);
 }
 
 /// Decodes a run of instructions and returns the index of the first.

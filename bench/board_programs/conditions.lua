@@ -1,40 +1,34 @@
-Number = 0
+Year = 0
 Rest = 0
-ByThree = 0
-ByFive = 0
-ByBoth = 0
-ByNone = 0
+Leap = 0
+Common = 0
 Pass = 0
 
 while Pass < 300 do
-    Number = 0
-    ByThree = 0
-    ByFive = 0
-    ByBoth = 0
-    ByNone = 0
-    while Number < 30000 do
-        Rest = Number % 3
+    Year = 0
+    Leap = 0
+    Common = 0
+    while Year < 30000 do
+        Year = Year + 1
+        Rest = Year % 4
         if Rest == 0 then
-            Rest = Number % 5
+            Rest = Year % 100
             if Rest == 0 then
-                ByBoth = ByBoth + 1
+                Rest = Year % 400
+                if Rest == 0 then
+                    Leap = Leap + 1
+                else
+                    Common = Common + 1
+                end
             else
-                ByThree = ByThree + 1
+                Leap = Leap + 1
             end
         else
-            Rest = Number % 5
-            if Rest == 0 then
-                ByFive = ByFive + 1
-            else
-                ByNone = ByNone + 1
-            end
+            Common = Common + 1
         end
-        Number = Number + 1
     end
     Pass = Pass + 1
 end
 
-print("ByThree", ByThree)
-print("ByFive", ByFive)
-print("ByBoth", ByBoth)
-print("ByNone", ByNone)
+print("Leap", Leap)
+print("Common", Common)
