@@ -11,8 +11,9 @@ namespace zentro {
 /// The board's memory in bytes; addresses run from 0 to one less.
 inline constexpr std::uint32_t kMemorySize = 32768;
 
-/// The longest instruction in bytes.
-inline constexpr std::uint32_t kMaxInstructionSize = 7;
+/// The longest instruction in bytes: an opcode and addresses.
+inline constexpr std::uint32_t kMaxInstructionSize =
+    1 + kMaxArguments * ArgumentSize(ArgumentType::Address);
 
 /// Why a program was stopped by the board.
 enum class Fault : std::uint8_t {

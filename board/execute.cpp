@@ -1,11 +1,11 @@
-// The loop that carries out instructions. What works on memory and the two stacks stands here; the
-// rest has its handlers.
+// The loop that carries out instructions. Its switch is the table that says what each of them does:
+// what works on memory and the two stacks stands there, the rest names its function.
 #include <algorithm>
 
 #include "board/board.h"
 #include "board/handlers.h"
 
-// An opcode that has no case below does not build.
+// An opcode without a case does not build, although there is a default.
 #pragma GCC diagnostic error "-Wswitch-enum"
 
 namespace zentro {
