@@ -39,25 +39,6 @@ void GetClockTicks(Board& board, const DecodedInstruction& instruction) {
     board.memory.StoreWord(instruction.a, static_cast<std::uint16_t>(board.clock));
 }
 
-void Call(Board& board, const DecodedInstruction& instruction) {
-    Processor& processor = board.processor;
-    if (processor.returnDepth == kReturnStackSize) {
-        Fail(board, Fault::ReturnStackOverflow);
-        return;
-    }
-    processor.returnStack[processor.returnDepth++] = static_cast<std::uint16_t>(processor.address);
-    processor.address = instruction.a;
-}
-
-void Return(Board& board, const DecodedInstruction&) {
-    Processor& processor = board.processor;
-    if (processor.returnDepth == 0) {
-        Fail(board, Fault::ReturnStackUnderflow);
-        return;
-    }
-    processor.address = processor.returnStack[--processor.returnDepth];
-}
-
 void OnErrorCall(Board& board, const DecodedInstruction& instruction) {
     board.processor.errorRoutine = instruction.a;
 }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "board/memory.h"
+#include "board/decoded_instruction.h"
 
 namespace zentro {
 
 struct Board;
 
-/// The instructions that need more of the board than its memory, one function each. They may fail,
-/// start a wait, move the processor or end the program.
+/// The instructions that need more of the board than its memory and stacks, one function each. The
+/// processor already stands at the next instruction. They may fail, start a wait, move the
+/// processor or end the program.
 namespace handle {
 
 // flow_instructions.cpp
@@ -17,8 +18,6 @@ void Escape(Board& board, const DecodedInstruction& instruction);
 void Sleep(Board& board, const DecodedInstruction& instruction);
 void End(Board& board, const DecodedInstruction& instruction);
 void Reset(Board& board, const DecodedInstruction& instruction);
-void Call(Board& board, const DecodedInstruction& instruction);
-void Return(Board& board, const DecodedInstruction& instruction);
 void GetClockTicks(Board& board, const DecodedInstruction& instruction);
 void WaitForTime(Board& board, const DecodedInstruction& instruction);
 void OnErrorCall(Board& board, const DecodedInstruction& instruction);
@@ -33,16 +32,6 @@ void RaiseEvent(Board& board, const DecodedInstruction& instruction);
 void CompleteEvent(Board& board, const DecodedInstruction& instruction);
 
 // data_instructions.cpp
-void ReadDataByte(Board& board, const DecodedInstruction& instruction);
-void WriteDataByte(Board& board, const DecodedInstruction& instruction);
-void ReadDataWord(Board& board, const DecodedInstruction& instruction);
-void WriteDataWord(Board& board, const DecodedInstruction& instruction);
-void PushByte(Board& board, const DecodedInstruction& instruction);
-void PopByte(Board& board, const DecodedInstruction& instruction);
-void PushWord(Board& board, const DecodedInstruction& instruction);
-void PopWord(Board& board, const DecodedInstruction& instruction);
-void DivideByte(Board& board, const DecodedInstruction& instruction);
-void DivideWord(Board& board, const DecodedInstruction& instruction);
 void RandomizeByte(Board& board, const DecodedInstruction& instruction);
 void ReadEeprom(Board& board, const DecodedInstruction& instruction);
 void WriteEeprom(Board& board, const DecodedInstruction& instruction);

@@ -49,7 +49,7 @@ struct Processor {
     Fault fault = Fault::None;  ///< the last fault of the program
     Wait wait;
     std::uint32_t address = 0;             ///< of the next instruction; may lie just behind memory
-    std::uint32_t instruction = 0;         ///< where the last instruction with a handler stands
+    std::uint32_t instruction = 0;         ///< where the program failed, ended or drove a device
     std::uint32_t programSize = 0;         ///< bytes loaded from address 0 on
     std::uint32_t stackTop = kMemorySize;  ///< of the data stack, which grows down
     std::array<std::uint16_t, kReturnStackSize> returnStack{};

@@ -18,8 +18,8 @@ std::string Hex(std::uint32_t value, std::size_t digits) {
 std::string FormatArguments(const Memory& memory, std::uint32_t at,
                             const Instruction& instruction) {
     std::string text;
-    for (ArgumentType type : instruction.arguments) {
-        const int size = ArgumentSize(type);
+    for (ArgumentRole role : instruction.roles) {
+        const int size = ArgumentSize(TypeOf(role));
         if (size == 0) break;
         text += text.empty() ? " " : ", ";
         text += size == 1 ? std::to_string(memory.Byte(at)) : FormatAddress(memory.Word(at));

@@ -3,7 +3,6 @@
 #include <array>
 
 #include "board/board.h"
-#include "board/operations.h"
 #include "board/text.h"
 
 namespace zentro {
@@ -19,17 +18,18 @@ std::string WordEffect(const Board& board, std::uint32_t address) {
 }
 
 /// What stands now where the instruction wrote.
-std::string OperandEffect(const Board& board, OperandRole role, std::uint32_t address) {
+std::string OperandEffect(const Board& board, ArgumentRole role, std::uint32_t address) {
     switch (role) {
-        case OperandRole::ByteWritten:
-        case OperandRole::ByteChanged: return ByteEffect(board, address);
-        case OperandRole::WordWritten:
-        case OperandRole::WordChanged: return WordEffect(board, address);
-        case OperandRole::Unused:
-        case OperandRole::Number:
-        case OperandRole::Place:
-        case OperandRole::ByteRead:
-        case OperandRole::WordRead: break;
+        case ArgumentRole::ByteWritten:
+        case ArgumentRole::ByteChanged: return ByteEffect(board, address);
+        case ArgumentRole::WordWritten:
+        case ArgumentRole::WordChanged: return WordEffect(board, address);
+        case ArgumentRole::None:
+        case ArgumentRole::Number:
+        case ArgumentRole::JumpTarget:
+        case ArgumentRole::Place:
+        case ArgumentRole::ByteRead:
+        case ArgumentRole::WordRead: break;
     }
     return {};
 }
@@ -66,23 +66,21 @@ std::optional<std::string> StepWithTrace(Board& board) {
     const std::uint32_t address = board.processor.address;
     const std::uint32_t topBefore = board.processor.stackTop;
     const std::string text = FormatInstruction(board.memory, address);
-    board.memory.Decode(address);
-    const DecodedInstruction instruction = board.memory.DecodedAt(address);
-    const bool faulty = instruction.opcode == kFaulty;
+    const DecodedInstruction instruction = DecodeInstruction(board.memory, address);
+    const bool faulty = instruction.fault != Fault::None;
     const std::uint32_t target = faulty ? 0 : board.memory.Word(instruction.a);
     RunInstructions(board, 1);
     if (faulty) return text;
 
     std::string effects;
-    const Operation& operation = OperationFor(instruction.opcode);
+    const Instruction& row = InstructionFor(instruction.opcode);
     const std::array operands{instruction.a, instruction.b, instruction.c};
     for (std::size_t slot = 0; slot < operands.size(); ++slot) {
-        Append(effects, OperandEffect(board, operation.roles[slot], operands[slot]));
+        Append(effects, OperandEffect(board, row.roles[slot], operands[slot]));
     }
     Append(effects, PointerEffect(board, instruction.opcode, target));
     Append(effects, StackEffect(board, topBefore));
-    Append(effects, JumpEffect(board, address + static_cast<std::uint32_t>(
-                                                    InstructionFor(instruction.opcode).Size())));
+    Append(effects, JumpEffect(board, AddressBehind(instruction)));
     return text + effects;
 }
 

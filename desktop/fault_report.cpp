@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "board/board.h"
-#include "board/operations.h"
 #include "board/text.h"
 
 namespace zentro {
@@ -59,7 +58,7 @@ FailedInstruction FindInstruction(const Board& board, const ProgramWords& words)
     failed.instruction = &InstructionFor(Opcode{opcode});
     std::uint32_t at = failed.address + 1;
     for (std::size_t slot = 0; slot < failed.operands.size(); ++slot) {
-        const int size = ArgumentSize(failed.instruction->arguments[slot]);
+        const int size = ArgumentSize(failed.instruction->Argument(slot));
         for (int byte = 0; byte < size; ++byte)
             failed.operands[slot] = failed.operands[slot] << 8 | ByteAt(board, at++);
     }
@@ -82,9 +81,8 @@ std::string DescribeUnknownOpcode(const FailedInstruction& failed) {
 
 /// The operand that does not lie in memory with all that is used there.
 std::optional<std::uint32_t> OperandOutside(const FailedInstruction& failed) {
-    const Operation& operation = OperationFor(failed.instruction->opcode);
     for (std::size_t slot = 0; slot < failed.operands.size(); ++slot) {
-        if (!IsInMemory(failed.operands[slot], BytesUsed(operation.roles[slot])))
+        if (!IsInMemory(failed.operands[slot], BytesUsed(failed.instruction->roles[slot])))
             return failed.operands[slot];
     }
     return std::nullopt;

@@ -26,6 +26,43 @@ constexpr int ArgumentSize(ArgumentType type) {
     return 0;
 }
 
+/// How an instruction uses one of its arguments. All but numbers are addresses.
+enum class ArgumentRole : std::uint8_t {
+    None,
+    Number,      ///< a byte that is part of the instruction
+    JumpTarget,  ///< the address at which the program may go on
+    Place,       ///< any other address as such: of a table, of a handler
+    ByteRead,    ///< the rest are addresses of a byte or word in memory
+    ByteWritten,
+    ByteChanged,  ///< read, then written
+    WordRead,
+    WordWritten,
+    WordChanged,
+};
+
+/// What an argument of this role is in the instruction.
+constexpr ArgumentType TypeOf(ArgumentRole role) {
+    if (role == ArgumentRole::None) return ArgumentType::None;
+    return role == ArgumentRole::Number ? ArgumentType::Byte : ArgumentType::Address;
+}
+
+/// How many bytes of memory lie at the address that an argument of this role is.
+constexpr std::uint32_t BytesUsed(ArgumentRole role) {
+    switch (role) {
+        case ArgumentRole::None:
+        case ArgumentRole::Number: return 0;
+        case ArgumentRole::JumpTarget:
+        case ArgumentRole::Place:
+        case ArgumentRole::ByteRead:
+        case ArgumentRole::ByteWritten:
+        case ArgumentRole::ByteChanged: return 1;
+        case ArgumentRole::WordRead:
+        case ArgumentRole::WordWritten:
+        case ArgumentRole::WordChanged: return 2;
+    }
+    return 0;
+}
+
 /// The board's instructions by their opcodes.
 enum class Opcode : std::uint8_t {
     Nop = 0,
@@ -141,17 +178,18 @@ enum class InstructionSupport : std::uint8_t {
 inline constexpr int kInstructionCount = 101;
 inline constexpr int kMaxArguments = 3;
 
-/// One row of the instruction table.
+/// One row of the instruction table. Its size follows from the roles of its arguments.
 struct Instruction {
     Opcode opcode;
     std::string_view name;
-    std::array<ArgumentType, kMaxArguments> arguments{};  ///< None from the first unused slot on
+    std::array<ArgumentRole, kMaxArguments> roles{};  ///< None from the first unused slot on
     InstructionSupport support = InstructionSupport::Available;
 
-    constexpr int ArgumentCount() const {
-        int count = 0;
-        while (count < kMaxArguments &&
-               arguments[static_cast<std::size_t>(count)] != ArgumentType::None)
+    constexpr ArgumentType Argument(std::size_t slot) const { return TypeOf(roles[slot]); }
+
+    constexpr std::size_t ArgumentCount() const {
+        std::size_t count = 0;
+        while (count < kMaxArguments && roles[count] != ArgumentRole::None)
             ++count;
         return count;
     }
@@ -159,8 +197,8 @@ struct Instruction {
     /// The size of the whole instruction in the board's memory, in bytes.
     constexpr int Size() const {
         int size = 1;
-        for (ArgumentType type : arguments)
-            size += ArgumentSize(type);
+        for (ArgumentRole role : roles)
+            size += ArgumentSize(TypeOf(role));
         return size;
     }
 };

@@ -41,7 +41,7 @@ ObjectLine CreateObjectLine(Opcode opcode, const SourceLine& line, ObjectComment
                             std::span<const Label* const> arguments) {
     const Instruction& instruction = InstructionFor(opcode);
     assert(instruction.support == InstructionSupport::Available);
-    assert(static_cast<std::size_t>(instruction.ArgumentCount()) == arguments.size());
+    assert(instruction.ArgumentCount() == arguments.size());
     ObjectLine object;
     object.opcode = opcode;
     object.argCount = static_cast<std::uint8_t>(arguments.size());
@@ -83,7 +83,7 @@ ObjectCodeText::ObjectCodeText(const ObjectLine& line) {
     AppendByte(static_cast<std::uint32_t>(line.opcode));
     for (std::size_t slot = 0; slot < line.argCount; ++slot) {
         text_[length_++] = ',';
-        if (instruction.arguments[slot] == ArgumentType::Byte) {
+        if (instruction.Argument(slot) == ArgumentType::Byte) {
             AppendByte(static_cast<std::uint32_t>(line.arguments[slot]->address));
         } else {
             AppendWord(EncodableAddress(*line.arguments[slot]));

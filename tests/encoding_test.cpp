@@ -48,8 +48,8 @@ TEST(Encoding, TheInstructionTableIsTheOneTypedByHand) {
             continue;
         }
         std::string arguments;
-        for (int slot = 0; slot < instruction.ArgumentCount(); ++slot) {
-            const ArgumentType type = instruction.arguments[static_cast<std::size_t>(slot)];
+        for (std::size_t slot = 0; slot < instruction.ArgumentCount(); ++slot) {
+            const ArgumentType type = instruction.Argument(slot);
             arguments += type == ArgumentType::Byte ? 'B' : 'A';
         }
         EXPECT_EQ(rows[i].arguments, arguments.empty() ? "-" : arguments) << rows[i].name;

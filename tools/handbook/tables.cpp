@@ -11,7 +11,8 @@ namespace {
 
 std::string ArgumentsText(const Instruction& instruction) {
     std::string text;
-    for (const ArgumentType type : instruction.arguments) {
+    for (const ArgumentRole role : instruction.roles) {
+        const ArgumentType type = TypeOf(role);
         if (type == ArgumentType::None) break;
         if (!text.empty()) text += ", ";
         text += type == ArgumentType::Byte   ? "byte"

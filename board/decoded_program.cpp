@@ -1,0 +1,192 @@
+#include "board/decoded_program.h"
+
+#include <algorithm>
+
+#include "board/memory.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::size_t kLongestRun = 64;           // instructions that are decoded in one go
+constexpr std::size_t kMostRepeated = 16;         // of them, how many may stand elsewhere already
+constexpr std::int32_t kMostSteps = 16;           // of one instruction with what leads to it
+constexpr std::size_t kMostInstructions = 60000;  // indexes have 16 bits
+
+/// Whether the program can go on with the instruction behind this one.
+bool CanGoOn(const DecodedInstruction& instruction) {
+    switch (instruction.opcode) {
+        case Opcode::EmergencyStop:
+        case Opcode::PowerOff:
+        case Opcode::Escape:
+        case Opcode::End:
+        case Opcode::Reset:
+        case Opcode::Return:
+        case Opcode::Jump:
+        case Opcode::CompleteEvent: return false;
+        default: return instruction.fault == Fault::None;
+    }
+}
+
+bool LeadsOn(const DecodedInstruction& instruction) {
+    return instruction.fault == Fault::None &&
+           (instruction.opcode == Opcode::Nop || instruction.opcode == Opcode::Jump);
+}
+
+/// An instruction without a step of its own.
+DecodedInstruction Link(std::uint16_t start, std::uint16_t target) {
+    DecodedInstruction link{.steps = 0, .c = target, .start = start};
+    link.address = start;
+    link.opcode = Opcode::Jump;
+    return link;
+}
+
+}  // namespace
+
+DecodedProgram& DecodedProgram::operator=(const DecodedProgram&) {
+    Clear();
+    return *this;
+}
+
+void DecodedProgram::Clear() {
+    tables_.reset();
+    end_ = 0;
+}
+
+const DecodedInstruction* DecodedProgram::Find(const Memory& memory, std::uint32_t address) {
+    StartAgainIfForgotten();
+    const std::uint16_t known = tables_->indexes[address];
+    const std::uint16_t index = known != 0 ? known : Decode(memory, address);
+    return Instructions() + index;
+}
+
+const DecodedInstruction* DecodedProgram::GoOn(const Memory& memory,
+                                               const DecodedInstruction* place) {
+    if (tables_->isForgotten || place->fault != Fault::None || place == Instructions())
+        return nullptr;
+    if (tables_->instructions.size() > kMostInstructions) {
+        ForgetAll();
+        return nullptr;
+    }
+    // From now on the jump leads there itself, and what runs on to here needs not look again.
+    const std::size_t jump = place->a;
+    const auto index = static_cast<std::size_t>(place - Instructions());
+    const auto target = static_cast<std::uint16_t>(Find(memory, place->start) - Instructions());
+    if (jump != 0) tables_->instructions[jump].c = target;
+    tables_->instructions[index] = Link(tables_->instructions[index].start, target);
+    return Instructions() + target;
+}
+
+void DecodedProgram::ByteWasWritten(std::uint32_t address) {
+    if (!tables_->isCode[address]) return;
+    tables_->isWritten[address] = true;
+    ForgetAll();
+}
+
+void DecodedProgram::ForgetAll() {
+    for (DecodedInstruction& instruction : tables_->instructions) {
+        instruction.steps = kNever;
+    }
+    tables_->isForgotten = true;
+    tables_->isCode.reset();
+    end_ = 0;
+}
+
+void DecodedProgram::StartAgainIfForgotten() {
+    if (!tables_) tables_ = std::make_unique<Tables>();
+    if (!tables_->isForgotten) return;
+    tables_->isForgotten = false;
+    for (const DecodedInstruction& instruction : tables_->instructions) {
+        tables_->indexes[instruction.start] = 0;
+    }
+    tables_->instructions.resize(1);
+}
+
+/// Decodes a run of instructions and returns the index of the first.
+std::uint16_t DecodedProgram::Decode(const Memory& memory, std::uint32_t address) {
+    auto& instructions = tables_->instructions;
+    const std::size_t first = instructions.size();
+    const std::uint32_t behind = DecodeRun(memory, address);
+    const std::size_t end = instructions.size();
+    AppendPlace(behind, 0);
+    for (std::size_t index = first; index < end; ++index) {
+        if (HasJumpTarget(instructions[index])) ConnectJump(index);
+    }
+    return static_cast<std::uint16_t>(first);
+}
+
+/// Appends the instructions of a run and returns the address behind the last.
+std::uint32_t DecodedProgram::DecodeRun(const Memory& memory, std::uint32_t address) {
+    auto& instructions = tables_->instructions;
+    std::uint32_t next = address;
+    std::size_t repeated = 0;
+    for (std::size_t length = 0; length < kLongestRun; ++length) {
+        const DecodedInstruction instruction = DecodeWithWay(memory, next);
+        if (length > 0 && IsWritten(instruction)) break;
+        std::uint16_t& index = tables_->indexes[next];
+        if (index == 0) {
+            index = static_cast<std::uint16_t>(instructions.size());
+        } else if (++repeated > kMostRepeated) {
+            break;
+        }
+        MarkAsCode(instruction);
+        instructions.push_back(instruction);
+        next = AddressBehind(instruction);
+        if (!CanGoOn(instruction)) break;
+    }
+    return next;
+}
+
+/// The instruction to which the NOPs and JUMPs at `start` lead, if there are any.
+DecodedInstruction DecodedProgram::DecodeWithWay(const Memory& memory, std::uint32_t start) {
+    DecodedInstruction instruction = DecodeInstruction(memory, start);
+    std::int32_t steps = 1;
+    while (LeadsOn(instruction) && steps < kMostSteps) {
+        const bool jumps = instruction.opcode == Opcode::Jump;
+        const DecodedInstruction ahead =
+            DecodeInstruction(memory, jumps ? instruction.a : AddressBehind(instruction));
+        if (ahead.fault != Fault::None || IsWritten(ahead)) break;
+        MarkAsCode(instruction);
+        instruction = ahead;
+        ++steps;
+    }
+    instruction.start = static_cast<std::uint16_t>(start);
+    if (instruction.fault == Fault::None) instruction.steps = steps;
+    return instruction;
+}
+
+void DecodedProgram::ConnectJump(std::size_t jump) {
+    auto& instructions = tables_->instructions;
+    const std::uint16_t target = JumpTargetOf(instructions[jump]);
+    const std::uint16_t known = tables_->indexes[target];
+    instructions[jump].c = known != 0 ? known : static_cast<std::uint16_t>(instructions.size());
+    if (known == 0) AppendPlace(target, jump);
+}
+
+/// Appends what leads to an address: at once if that is decoded, else through GoOn, which connects
+/// the jump, if there is one, as well.
+void DecodedProgram::AppendPlace(std::uint32_t address, std::size_t jump) {
+    const auto start = static_cast<std::uint16_t>(address);
+    const std::uint16_t known = tables_->indexes[address];
+    DecodedInstruction place{.a = static_cast<std::uint16_t>(jump), .start = start};
+    place.address = start;
+    tables_->instructions.push_back(known != 0 ? Link(start, known) : place);
+}
+
+void DecodedProgram::MarkAsCode(const DecodedInstruction& instruction) {
+    const std::uint32_t end = AddressBehind(instruction);
+    for (std::uint32_t address = instruction.address; address < end; ++address) {
+        tables_->isCode[address] = true;
+    }
+    end_ = std::max(end_, end);
+}
+
+bool DecodedProgram::IsWritten(const DecodedInstruction& instruction) const {
+    const std::uint32_t end = AddressBehind(instruction);
+    for (std::uint32_t address = instruction.address; address < end; ++address) {
+        if (tables_->isWritten[address]) return true;
+    }
+    return false;
+}
+
+}  // namespace zentro
