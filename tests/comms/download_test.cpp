@@ -225,9 +225,10 @@ TEST_F(DownloadTest, TakesNothingThatCameBeforeItsLastLineForItsVerdict) {
     WriteFile("1\n");
     Download* current = nullptr;
     std::string waiting = "X\r\nZ\r\nL\r\nLoaded 1 bytes\r\n";
-    Download download(path_.string(), {[&](std::string_view) { return true; },
-                                       [](std::string_view) {}, [](const std::string&) {},
-                                       [&] { current->Hear(std::exchange(waiting, {})); }});
+    Download download(
+        path_.string(), std::nullopt,
+        {[&](std::string_view) { return true; }, [](std::string_view) {}, [](const std::string&) {},
+         [&] { current->Hear(std::exchange(waiting, {})); }});
     current = &download;
     while (download.IsSending())
         download.Step();
