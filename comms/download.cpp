@@ -17,6 +17,7 @@ constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kEndProgram = "X\rZ\r";  // leaves debug mode, stops what runs
 constexpr std::string_view kStartLoader = "L";
 constexpr std::string_view kLoaderEcho = "Z\r\nL";  // of the end of kEndProgram and of kStartLoader
+constexpr char kEndOfLoad = ']';
 constexpr std::string_view kEndLoad = "]\r";
 constexpr std::size_t kLongestVerdict = 256;
 constexpr std::string_view kClearScreen =
@@ -120,7 +121,7 @@ void Download::Hear(std::string_view received) {
     if (!loaderStarted_) LookForEcho(received);
     if (state_ == State::AwaitingVerdict) {
         LookForVerdict();
-    } else {
+    } else if (!loadEnded_) {
         heard_.clear();
     }
 }
@@ -232,6 +233,7 @@ microseconds Download::SendLine() {
         return {};
     }
     const std::string line = std::string(TakeLine()).append(kLineEnd);
+    loadEnded_ = loadEnded_ || line.find(kEndOfLoad) != std::string::npos;
     const bool isWritten = Write(line);  // the next one is sent all the same
     ++linesSent_;
     if (linesSent_ % kLinesPerProgress == 0) {
@@ -248,7 +250,8 @@ void Download::Complete() {
     if (terminal_.hearArrived) terminal_.hearArrived();
     Write(kEndLoad);
     state_ = State::AwaitingVerdict;
-    if (lineLost_) End(DownloadOutcome::LineLost);
+    if (lineLost_) return End(DownloadOutcome::LineLost);
+    LookForVerdict();  // of a file that ends the load itself
 }
 
 /// The next line without its end: CR, LF, both, or the end of the file.

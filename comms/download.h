@@ -133,6 +133,7 @@ class Download {
     std::size_t linesSent_ = 0;
     State state_ = State::Beginning;
     bool lineLost_ = false;
+    bool loadEnded_ = false;      ///< by a line of the file
     bool loaderStarted_ = false;  ///< the board has echoed the command for it
 };
 

@@ -302,7 +302,7 @@ TEST_F(OptionsTest, AFailedSaveIsReported) {
     Reload("");
     Open();
     ASSERT_TRUE(QFile::remove(FilePath("ZentroCompiler.dfv")));
-    ASSERT_TRUE(QDir(folder_.path()).mkpath("ZentroCompiler.dfv/inside"));
+    ASSERT_TRUE(QFile::link("/no/such/folder/settings", FilePath("ZentroCompiler.dfv")));
     Click("cmdOK");
     ASSERT_EQ(dialogs.shown.size(), 1);
     EXPECT_TRUE(dialogs.shown[0].startsWith("Error Saving Config: "))
