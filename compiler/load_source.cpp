@@ -128,8 +128,22 @@ class SourceLoader {
     void LoadLine(SourceLine& line) {
         const std::int32_t lineNo = line.lineNumber;
         if (const auto included = ParseDeclares(compilation_, line)) {
-            Load(program_.includeDirectory, ToUtf8(*included), lineNo);
+            const std::string fileName = ToUtf8(*included);
+            Load(FolderOfIncluded(fileName), fileName, lineNo);
         }
+    }
+
+    /// What is not in the folder for included files may lie beside the main file, where whoever
+    /// opens a program looks first.
+    const std::string& FolderOfIncluded(const std::string& fileName) const {
+        const auto isThere = [&](const std::string& directory) {
+            return compilation_.environment.files.Read(PathOf(directory, fileName)).status ==
+                   FileContent::Status::Read;
+        };
+        const bool isOneFolder = program_.includeDirectory == program_.sourceDirectory;
+        if (isOneFolder || isThere(program_.includeDirectory)) return program_.includeDirectory;
+        return isThere(program_.sourceDirectory) ? program_.sourceDirectory
+                                                 : program_.includeDirectory;
     }
 
     void ReserveLines(std::string_view text) {

@@ -145,6 +145,7 @@ void BoardState::Run(std::shared_ptr<const CompiledProgram> compiled) {
 }
 
 void BoardState::RunOnVirtualBoard(std::shared_ptr<const CompiledProgram> compiled) {
+    VirtualBoard().Reset();  // what an earlier program has switched on is not this one's
     const std::string problem = VirtualBoard().LoadProgram(compiled->objectText);
     if (problem.empty()) {
         virtualProgram_ = {HeldProgram::Extent::Whole, compiled->name, std::move(compiled)};
@@ -178,6 +179,7 @@ void BoardState::FinishSending(const DownloadResult& result) {
     if (Kind() == BoardKind::Virtual) NameAddresses();
     if (runs && result.IsWhole() && session_->IsConnected()) session_->SendCmd("G\r");
     emit Changed();
+    emit SendingOver(result);
 }
 
 /// What faults call the things of the program.

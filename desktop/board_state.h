@@ -106,6 +106,8 @@ class BoardState : public QObject {
   signals:
     void Changed();
     void SendingProgress(double fraction, int linesSent);
+    /// What was sent has arrived or not, and Changed has told what the board holds now.
+    void SendingOver(const zentro::DownloadResult& result);
     /// The user pointed at an address on the terminal's screen.
     void AddressChosen(std::uint16_t address);
     /// The conversation could not be opened, or its window is to close.

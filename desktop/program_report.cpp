@@ -18,7 +18,8 @@ void MessageCollector::Add(const PostedMessage& message) {
         message.severity == Severity::Error || message.severity == Severity::Warning;
     if (!counts || message.place.fileName.empty() || message.place.sourceLineNo < 1) return;
     Add(message.place,
-        {message.place.sourceLineNo, message.severity, QString::fromStdString(message.text)});
+        {message.place.sourceLineNo, message.severity, QString::fromStdString(message.text), false,
+         MessageCodeText(message.code)});
 }
 
 void MessageCollector::AddInclude(const LineXref& place, Severity severity, const QString& text) {

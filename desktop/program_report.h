@@ -28,6 +28,7 @@ struct LineMessage {
     Severity severity = Severity::Error;
     QString text;
     bool isAboutInclude = false;  ///< tells of the mistakes in the file that the line includes
+    std::string code{};           ///< "E15", under which the handbook explains it; empty: none
 
     bool operator==(const LineMessage&) const = default;
 };

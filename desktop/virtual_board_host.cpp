@@ -112,6 +112,7 @@ std::string VirtualBoardHost::LoadProgram(std::string_view objectText) {
     zentro::PutRobotAtStart(*world_);
     history_.Forget();
     LookAround();
+    TellChange();  // a picture must not miss it
     return problem;
 }
 
@@ -185,11 +186,13 @@ void VirtualBoardHost::Reset() {
     history_.PutAllToRest();
     SetPaused(false);
     LookAround();
+    TellChange();  // a picture must not miss it
 }
 
 void VirtualBoardHost::PutRobotAtStart() {
     history_.PutRobotAtStart();
     LookAround();
+    TellChange();  // a picture must not miss it
 }
 
 void VirtualBoardHost::SetInputs(const Inputs& inputs) {

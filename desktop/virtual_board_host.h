@@ -55,8 +55,8 @@ class VirtualBoardHost : public QObject {
     void Run();
     /// Ends the program; what it has switched on stays on.
     void Stop();
-    /// What somebody at the other end of the serial line does to stop it: leaves its debug mode, ends
-    /// the program and puts every output to rest. The robot stays where it is.
+    /// What somebody at the other end of the serial line does to stop it: leaves its debug mode,
+    /// ends the program and puts every output to rest. The robot stays where it is.
     void StopEverything();
     void Pause();
     void Resume();

@@ -23,6 +23,7 @@ constexpr int kMargin = 18;
 OutputsPanel::OutputsPanel(QWidget* parent)
     : QWidget(parent), display_(new DisplayWidget(this)), note_(new NoteWidget(this)) {
     setObjectName("Outputs");
+    setMaximumHeight(kMostHeight);
     setAccessibleName(tr("Outputs of the board"));
     for (std::size_t index = 0; index < motors_.size(); ++index)
         motors_[index] = new MotorWidget(static_cast<int>(index) + 1, this);

@@ -22,6 +22,9 @@ class OutputsPanel : public QWidget {
 
     void Show(const Board& board);
 
+    /// Higher, its parts would be torn apart.
+    static constexpr int kMostHeight = 250;
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 

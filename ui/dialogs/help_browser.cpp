@@ -82,6 +82,7 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, OpenOutside openOutside, QWidget* par
     page_->setObjectName("brwWebBrowser");
     page_->setAccessibleName("Page");
     page_->setOpenLinks(false);
+    setFocusProxy(page_);
     searching_->setObjectName("lblSearching");
     searching_->setTextFormat(Qt::PlainText);
     status_->setObjectName("lblStatus");

@@ -159,6 +159,7 @@ void EditorMarks::ShowBelow(int line, const QString& text) {
 
 void EditorMarks::ClearMessages() {
     editor_.clearAnnotations();
+    editor_.setScrollWidth(1);  // it grows again to what the text needs
     messages_.clear();
     editor_.markerDeleteAll(kErrorMark);
     editor_.markerDeleteAll(kWarningMark);

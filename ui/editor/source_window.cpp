@@ -154,11 +154,11 @@ void SourceWindow::EndUndoGroup() {
 }
 
 SaveResult SourceWindow::SaveFile() {
-    return IsNewFile() ? SaveFileAs() : WriteTo(PathName(), FileName());
+    return AsksForName() ? SaveFileAs() : WriteTo(PathName(), FileName());
 }
 
 QString SourceWindow::ChooseName() {
-    const FileChoice choice{"Save Source File As",
+    const FileChoice choice{tr("Save %1 As").arg(FileName()),
                             TextSetting(workbench_.settings, SettingNumber::SourceFolder),
                             IsNewFile() ? QString() : FileName(), kSourceFilter, "txt"};
     QString path = workbench_.dialogs.ChooseFileToSave(this, choice).value_or(QString());
@@ -274,6 +274,14 @@ QString SourceWindow::Text() const {
     return editor_->text();
 }
 
+/// An example stays as it is for the next one who looks at it.
+bool SourceWindow::AsksForName() const {
+    const QString examples =
+        QString::fromStdString((workbench_.programFolder / "examples").string());
+    const bool isExample = !PathName().isEmpty() && QDir(PathName()) == QDir(examples);
+    return IsNewFile() || isExample;
+}
+
 bool SourceWindow::IsNewFile() const {
     return FileName().startsWith(kNewFileName);
 }
@@ -282,8 +290,18 @@ QString SourceWindow::DocStats() const {
     return QString("Line %1/%2").arg(editor_->CaretLine()).arg(editor_->lines());
 }
 
+/// A mistake in the line comes before the words that it is made of.
 HelpTopic SourceWindow::TopicAtCursor() const {
-    return editor_->TopicAtCaret();
+    HelpTopic topic = editor_->TopicAtCaret();
+    const auto messages = programs_.MessagesOf(File());
+    if (!messages) return topic;
+    const auto message = std::ranges::find_if(*messages, [&](const LineMessage& each) {
+        return each.line == editor_->CaretLine() && !each.code.empty();
+    });
+    if (message == messages->end()) return topic;
+    topic.word = message->code;
+    topic.pages.insert(topic.pages.begin(), message->code);
+    return topic;
 }
 
 void SourceWindow::SetText(const QString& text) {

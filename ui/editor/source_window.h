@@ -83,8 +83,9 @@ class SourceWindow : public QWidget {
     QString FileTitle() const { return File().name; }  ///< what the caption names
     QString Text() const;
     bool SourceChanged() const { return File().IsChanged(); }
-    /// Whether a save asks for a name.
     bool IsNewFile() const;
+    /// Whether a save asks for a name.
+    bool AsksForName() const;
     QString DocStats() const;         ///< "Line 3/40"
     HelpTopic TopicAtCursor() const;  ///< for the handbook
     SourceEditor* Editor() const { return editor_; }

@@ -93,7 +93,14 @@ CompileCommands::CompileCommands(Workbench& workbench, Programs& programs, Sourc
       files_(files),
       surroundings_(std::move(surroundings)),
       prompts_(std::make_unique<BoxPrompts>(workbench.dialogs, surroundings_.dialogParent)),
-      service_(workbench.configuration, workbench.settings, programs, *prompts_) {}
+      service_(workbench.configuration, workbench.settings, programs, *prompts_) {
+    // Messages of programs that are all closed lead nowhere.
+    connect(&programs_, &Programs::Changed, this, [this] {
+        if (!programs_.Files().empty() || service_.IsRunning()) return;
+        CloseChild(output_);
+        CloseChild(objectCode_);
+    });
+}
 
 CompileCommands::~CompileCommands() = default;
 

@@ -93,7 +93,13 @@ void Desk::Add(QWidget* window) {
 
 /// A place that the user once chose is the user's again.
 void Desk::PositionForm(Child& child) {
-    if (child.place == nullptr || IsFactoryPlace(settings_, *child.place)) return;
+    if (child.place == nullptr || IsFactoryPlace(settings_, *child.place)) {
+        if (child.part != DeskPart::Tool) return;
+        QRect place = child.frame->geometry();
+        place.moveCenter(viewport()->rect().center());
+        child.frame->setGeometry(place);
+        return;
+    }
     RestorePlace(*child.window, settings_, *child.place);
     child.isUsers = true;
 }

@@ -44,7 +44,7 @@ class Desk : public QMdiArea {
         QWidget* window = nullptr;
         DeskPart part = DeskPart::Tool;
         const PlaceSettings* place = nullptr;
-        QRect given;           ///< by the desk
+        QRect given;              ///< by the desk
         bool isUsers = false;     ///< the user chose its place
         bool isChanging = false;  ///< between maximised, minimised and neither
     };

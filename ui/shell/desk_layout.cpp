@@ -45,7 +45,8 @@ void PlaceColumn(const QRect& area, const Column& column, int leastAbove, Places
     if (column.above.empty()) return PlaceSideBySide(area, column.below, places);
     int strip = 0;
     if (!column.below.empty()) {
-        strip = std::max(Share(area.height(), 30), kLeastStripHeight);
+        const bool isToRead = column.below.front() == DeskPart::Help;
+        strip = std::max(Share(area.height(), isToRead ? 50 : 30), kLeastStripHeight);
         strip = std::clamp(strip, 0, std::max(area.height() - leastAbove, area.height() / 4));
     }
     const QRect above = area.adjusted(0, 0, 0, -strip);
@@ -67,13 +68,17 @@ std::map<DeskPart, QRect> LayOutDesk(const QRect& area, const std::set<DeskPart>
         if (isOpen(part)) where.push_back(part);
     };
     put(DeskPart::Source, left.above);
-    put(DeskPart::Output, left.below);
-    put(DeskPart::Variables, left.below);
+    // One reads a lesson below the text that one types, and sees the board beside both.
+    const bool readsBelow = isOpen(DeskPart::Help) && isOpen(DeskPart::Board) && !hasHelpColumn &&
+                            isOpen(DeskPart::Source);
+    if (readsBelow) left.below.push_back(DeskPart::Help);
+    put(DeskPart::Output, readsBelow ? right.below : left.below);
+    put(DeskPart::Variables, isOpen(DeskPart::Board) ? right.below : left.below);
     put(DeskPart::Board, right.above);
     put(DeskPart::Terminal, isOpen(DeskPart::Board) ? right.below : right.above);
     const bool isRightTaken = isOpen(DeskPart::Board) || isOpen(DeskPart::Terminal);
     put(DeskPart::Listing, isRightTaken ? right.below : right.above);
-    put(DeskPart::Help, hasHelpColumn ? help.above : right.above);
+    if (!readsBelow) put(DeskPart::Help, hasHelpColumn ? help.above : right.above);
 
     QRect rest = area;
     Places places;

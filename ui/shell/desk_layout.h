@@ -21,10 +21,11 @@ enum class DeskPart : std::uint8_t {
 };
 
 /// Places for the open windows that cover the area without covering each other: the source at the
-/// left with the compiler's output below it, the board at the right with the terminal below it.
-/// While no board is open the terminal has its place, and without both the listing, which else
-/// stands below; the variables stand beside the output. The handbook has a column of its own where
-/// the area is wide enough, else it shares the place at the right. Tools have no place here.
+/// left with the compiler's output below it, the board at the right with the terminal, the listing
+/// and the variables below it. While no board is open the terminal has its place, and without both
+/// the listing; the variables then stand at the left. The handbook has a column of its own where
+/// the area is wide enough; else it stands below the source while a board is open, and at the right
+/// otherwise. Tools have no place here.
 std::map<DeskPart, QRect> LayOutDesk(const QRect& area, const std::set<DeskPart>& open);
 
 /// The place of a main window that never had one, on a screen with so much room.

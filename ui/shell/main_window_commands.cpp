@@ -288,7 +288,8 @@ QString MainWindow::HelpFile() {
 
 /// One reads the lesson while one types.
 void MainWindow::ShowFirstLesson() {
-    Action(CommandId::NewSource)->trigger();
+    const bool hasEmpty = files_->Front() != nullptr && files_->Front()->Text().isEmpty();
+    if (!hasEmpty) Action(CommandId::NewSource)->trigger();
     ShowHelp(HelpFile(), {"", {"the-first-lesson"}});
     BackToSource();
 }

@@ -130,7 +130,11 @@ void RecoveryKeeper::OfferUnsaved(QWidget* parent) {
 void RecoveryKeeper::ShowCopies(QWidget* parent) {
     OfferUnsaved(parent);
     const OpenFile* front = programs_.Front();
-    if (front == nullptr) return;
+    if (front == nullptr) {
+        workbench_.dialogs.ShowMessage(
+            parent, tr("Earlier copies are kept for each program. Open the program first."));
+        return;
+    }
     const FileId id = front->id;
     std::vector<UnsavedText> texts;
     for (RecoveryCopy& copy : store_.Copies(DocumentOf(id), PathOrTitle(*front))) {

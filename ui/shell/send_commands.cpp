@@ -17,7 +17,10 @@ SendCommands::SendCommands(Programs& programs, BoardState& board, CompileCommand
       compiler_(compiler),
       boards_(boards),
       notices_(notices),
-      surroundings_(std::move(surroundings)) {}
+      surroundings_(std::move(surroundings)) {
+    connect(&board_, &BoardState::SendingOver, this, &SendCommands::FollowSending);
+    connect(&board_, &BoardState::Changed, this, &SendCommands::FollowEnd);
+}
 
 void SendCommands::Run() {
     const OpenFile* front = programs_.Front();
@@ -32,12 +35,44 @@ void SendCommands::Run() {
     if (!program->succeeded)
         return surroundings_.showStatus(
             tr("%1 does not run yet: mend what is marked, then run it again.").arg(program->name));
+    running_.clear();
     boards_.RunProgram(program);
+    const bool isVirtual = board_.Kind() == BoardKind::Virtual;
+    (isVirtual ? running_ : sending_) = program->name;
     surroundings_.showStatus(
-        board_.Kind() == BoardKind::Virtual
-            ? tr("%1 runs on the virtual board.").arg(program->name)
-            : tr("%1 is sent to the board and will start.").arg(program->name));
+        (isVirtual ? tr("%1 runs on the virtual board.") : tr("%1 is being sent to the board."))
+            .arg(program->name));
     surroundings_.backToSource();
+}
+
+void SendCommands::FollowSending(const DownloadResult& result) {
+    const QString name = std::exchange(sending_, {});
+    if (name.isEmpty()) return;
+    if (result.IsWhole())
+        return surroundings_.showStatus(tr("%1 was sent to the board and runs.").arg(name));
+    surroundings_.showStatus(tr("%1 does not run: it has not arrived at the board.").arg(name));
+    if (result.outcome != DownloadOutcome::NoVerdict) return;
+    notices_.Offer(
+        {"no board",
+         tr("No board answers on %1. Look at the cable and at the board's switch, choose "
+            "another port in the options, or use the virtual board.")
+             .arg(board_.PortName()),
+         tr("Run on &Virtual Board"),
+         [this] {
+             surroundings_.openVirtualBoard();
+             Run();
+         },
+         [this] { return board_.Kind() == BoardKind::Port; }});
+}
+
+/// The virtual board tells when a program is over.
+void SendCommands::FollowEnd() {
+    if (running_.isEmpty() || board_.Kind() != BoardKind::Virtual) return;
+    const BoardActivity::State state = board_.Activity().state;
+    if (state != BoardActivity::State::Ended && state != BoardActivity::State::Fault) return;
+    const QString text =
+        state == BoardActivity::State::Ended ? tr("%1 has ended.") : tr("%1 was ended by a fault.");
+    surroundings_.showStatus(text.arg(std::exchange(running_, {})));
 }
 
 /// Whoever works with a real board is not to find the program on another one without a word.

@@ -55,6 +55,8 @@ class SendCommands : public QObject {
     void TellOfOldObjectCode(const OpenFile& file, bool compiledBefore);
     void CompileAsMain(FileId file);
     bool TellOfLostLine();
+    void FollowSending(const DownloadResult& result);
+    void FollowEnd();
 
     Programs& programs_;
     BoardState& board_;
@@ -62,6 +64,8 @@ class SendCommands : public QObject {
     BoardWindows& boards_;
     NoticeBar& notices_;
     Surroundings surroundings_;
+    QString sending_;  ///< the program that Run sends to a port; empty: none
+    QString running_;  ///< the program that Run has started; empty: none, or its end was told
 };
 
 }  // namespace zentro

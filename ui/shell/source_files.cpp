@@ -182,7 +182,10 @@ void SourceFiles::RememberFile(const SourceWindow& window) {
 
 bool SourceFiles::Save(FileId id) {
     SourceWindow* window = WindowOf(id);
-    if (window == nullptr || window->SaveFile() != SaveResult::Saved) return false;
+    if (window == nullptr) return false;
+    // Whoever is asked for a name sees of which text.
+    if (window->AsksForName()) surroundings_.bringToFront(window);
+    if (window->SaveFile() != SaveResult::Saved) return false;
     RememberFile(*window);
     return true;
 }
@@ -225,10 +228,7 @@ bool SourceFiles::MayClose() {
         case SaveAnswer::Discard: return true;
         case SaveAnswer::Save: break;
     }
-    bool all = true;
-    for (const FileId id : changed)
-        all = Save(id) && all;
-    return all;
+    return std::ranges::all_of(changed, [this](FileId id) { return Save(id); });
 }
 
 void SourceFiles::CloseAll() {

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QScrollArea>
 #include <QToolButton>
@@ -184,6 +185,15 @@ void StartPage::ShowRecent() {
 void StartPage::showEvent(QShowEvent* event) {
     ShowRecent();
     QWidget::showEvent(event);
+    if (auto* first = findChild<QToolButton*>("StartNew")) first->setFocus();
+}
+
+/// Return does what a click does.
+void StartPage::keyPressEvent(QKeyEvent* event) {
+    auto* button = qobject_cast<QToolButton*>(focusWidget());
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (button != nullptr && isReturn) return button->click();
+    QWidget::keyPressEvent(event);
 }
 
 }  // namespace zentro

@@ -32,6 +32,7 @@ class StartPage : public QWidget {
 
   protected:
     void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     QWidget* MakeBeginnings();

@@ -345,6 +345,12 @@ TEST_F(CommandsTest, HelpOpensAtWhatIsInFront) {
     source->GotoLine(4);
     QTest::keyClick(source->Editor(), Qt::Key_Home);
     Press(CommandId::Help);
+    EXPECT_EQ(place(), "E33") << "a mistake in the line comes before its words";
+    source->SetText("DEFINE BYTE Speed = 0\nBEGIN PROGRAM\nSpeed = 1\nEND PROGRAM\n");
+    source->Editor()->setFocus();
+    source->GotoLine(3);
+    QTest::keyClick(source->Editor(), Qt::Key_Home);
+    Press(CommandId::Help);
     EXPECT_EQ(place(), "");
     EXPECT_EQ(field->selectedText(), "Speed");
     EXPECT_EQ(QApplication::focusWidget(), field);
