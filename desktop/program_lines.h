@@ -5,6 +5,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "desktop/program_stops.h"
 #include "model/compilation.h"
@@ -22,10 +23,12 @@ class ProgramLines {
     std::optional<std::uint16_t> StartOf(const QString& fileKey, int line) const;
     /// The line, or else the next one that has code; nothing: none in this file.
     std::optional<int> LineWithCode(const QString& fileKey, int line) const;
-    bool HasFile(const QString& fileKey) const { return lines_.contains(fileKey); }
+    /// The routine or event that the line belongs to.
+    ParentId ScopeOf(const QString& fileKey, int line) const;
 
   private:
     std::map<QString, std::map<int, std::uint16_t>> lines_;
+    std::map<QString, std::vector<ParentId>> scopes_;  ///< of all lines, code or not
     std::shared_ptr<const LineStarts> starts_;
 };
 
