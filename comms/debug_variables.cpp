@@ -104,6 +104,7 @@ std::vector<DebugVariable> VariablesOf(const Compilation& compilation) {
         variable.type = symbol.type;
         variable.address = static_cast<std::uint32_t>(*address);
         variable.size = static_cast<std::uint32_t>(SizeInMemory(symbol));
+        variable.isOfCompiler = symbol.declareLineNo == 0;
         variables.push_back(std::move(variable));
     }
     return variables;

@@ -19,8 +19,9 @@ struct DebugVariable {
     std::uint32_t address = 0;
     std::uint32_t size = 1;           ///< in bytes; of a table all of it
     std::string debugValue;           ///< as read last; empty before the first read
-    std::vector<std::uint8_t> bytes;  ///< the same as bytes, at most kBytesInReply
+    std::vector<std::uint8_t> bytes;  ///< the same as bytes, those that were read
     std::size_t readableBytes = 0;    ///< of them, those before the first that could not be read
+    bool isOfCompiler = false;        ///< the program does not declare it
 };
 
 /// A board answers a memory read with so many bytes.

@@ -137,14 +137,20 @@ void BoardState::BeginSending(const QString& name, std::shared_ptr<const Compile
 
 void BoardState::Run(std::shared_ptr<const CompiledProgram> compiled) {
     CancelSending();
-    if (Kind() == BoardKind::Virtual) return RunOnVirtualBoard(std::move(compiled));
+    if (Kind() == BoardKind::Virtual) {
+        if (!Load(std::move(compiled))) return;
+        VirtualBoard().Run();
+        emit Changed();
+        return;
+    }
     if (Connection() != ConnectionState::Connected) return;
     BeginSending(compiled->name, compiled, true);
     session_->DownloadSource(compiled->objectFile.toStdString(), compiled->objectText);
     emit Changed();
 }
 
-void BoardState::RunOnVirtualBoard(std::shared_ptr<const CompiledProgram> compiled) {
+bool BoardState::Load(std::shared_ptr<const CompiledProgram> compiled) {
+    CancelSending();
     VirtualBoard().Reset();  // what an earlier program has switched on is not this one's
     const std::string problem = VirtualBoard().LoadProgram(compiled->objectText);
     if (problem.empty()) {
@@ -154,8 +160,8 @@ void BoardState::RunOnVirtualBoard(std::shared_ptr<const CompiledProgram> compil
         showMessage_(problem);
     }
     NameAddresses();
-    if (problem.empty()) VirtualBoard().Run();
     emit Changed();
+    return problem.empty();
 }
 
 void BoardState::CancelSending() {
@@ -223,17 +229,15 @@ BoardActivity BoardState::VirtualActivity() const {
         const bool held = host_->IsPaused() || processor.debug == DebugState::AtPrompt;
         const bool slow = host_->Speed().kind == BoardSpeed::Kind::SlowMotion;
         const bool waits = processor.wait.kind != Wait::Kind::None;
-        BoardActivity activity{held    ? State::Held
-                               : waits ? State::Waiting
-                                       : State::Running,
-                               {},
-                               {}};
-        if (held || slow) activity.address = AsAddress(processor.address);
+        BoardActivity activity;
+        activity.state = held ? State::Held : waits ? State::Waiting : State::Running;
+        const auto address = AsAddress(WhereItStands(host_->State()));
+        (held || slow ? activity.address : activity.passing) = address;
         return activity;
     }
     if (processor.end == EndReason::Fault) {
         const FaultReport report = DescribeFault(host_->State(), host_->Words());
-        return {State::Fault, AsAddress(report.address), QString::fromStdString(report.text)};
+        return {State::Fault, AsAddress(report.address), QString::fromStdString(report.WholeText())};
     }
     if (processor.end != EndReason::None) return {State::Ended, {}, {}};
     return {host_->HasProgram() ? State::Ready : State::NoProgram, {}, {}};

@@ -50,7 +50,9 @@ struct BoardActivity {
     State state = State::Unknown;
     /// Where it stands. Of a running program only while it goes slowly enough to be followed.
     std::optional<std::uint16_t> address;
-    QString text;  ///< of a fault, a sentence
+    QString text;  ///< of a fault, sentences
+    /// Of a program at full pace, where it was seen last.
+    std::optional<std::uint16_t> passing = {};
 
     bool operator==(const BoardActivity&) const = default;
 };
@@ -80,6 +82,8 @@ class BoardState : public QObject {
 
     /// Made when it is asked for first.
     VirtualBoardHost& VirtualBoard();
+    /// Null: nobody has asked for it yet.
+    const VirtualBoardHost* VirtualBoardIfMade() const { return host_.get(); }
     bool HasVirtualBoard() const { return host_ != nullptr; }
     /// Whether a window shows the virtual board. A board that neither a window nor a conversation
     /// shows is held.
@@ -96,6 +100,9 @@ class BoardState : public QObject {
     /// unless a port is connected; through a download on a port. The object code need not be in a
     /// file.
     void Run(std::shared_ptr<const CompiledProgram> compiled);
+    /// Brings a program to the virtual board without starting it. False, which has been told: it
+    /// cannot be loaded.
+    bool Load(std::shared_ptr<const CompiledProgram> compiled);
     void CancelSending();
     bool IsSending() const { return session_ != nullptr && session_->IsDownloading(); }
 
@@ -118,7 +125,6 @@ class BoardState : public QObject {
     void ConnectSession();
     void BeginSending(const QString& name, std::shared_ptr<const CompiledProgram> compiled,
                       bool runs);
-    void RunOnVirtualBoard(std::shared_ptr<const CompiledProgram> compiled);
     void FinishSending(const DownloadResult& result);
     HeldProgram& ProgramOf(BoardKind kind);
     void NameAddresses();

@@ -34,7 +34,7 @@ std::string DescribeEnd(const Board& board, const ProgramWords& words) {
         case EndReason::PowerOff: return "stopped: Power off" + place;
         case EndReason::Escape: return "stopped: Escape" + place;
         case EndReason::Stopped: return "stopped at " + FormatAddress(processor.address);
-        case EndReason::Fault: return "stopped: " + DescribeFault(board, words).text;
+        case EndReason::Fault: return "stopped: " + DescribeFault(board, words).WholeText();
     }
     if (processor.programSize == 0) return "no program loaded";
     return "ready, " + std::to_string(processor.programSize) + " bytes loaded";

@@ -1,10 +1,15 @@
 #include "desktop/fault_report.h"
 
+#include <QCoreApplication>
+#include <QStringList>
+#include <algorithm>
 #include <array>
 #include <optional>
+#include <vector>
 
 #include "board/board.h"
 #include "board/text.h"
+#include "desktop/variable_values.h"
 
 namespace zentro {
 
@@ -188,7 +193,59 @@ constexpr std::array kFaultWords{
     FaultWords{Fault::NoEventToComplete, "No event to complete", DescribeComplete},
 };
 
+struct FaultTexts {
+    Q_DECLARE_TR_FUNCTIONS(zentro::FaultReport)
+};
+
+std::string ValuesIn(const Board& board, const ProgramWords& words,
+                     const StatementWords& statement) {
+    QStringList values;
+    for (const VariableWords& variable : statement.variables) {
+        std::vector<std::uint8_t> bytes;
+        for (std::size_t i = 0; i < std::min(variable.size, kMostBytesShown); ++i)
+            bytes.push_back(ByteAt(board, variable.address + static_cast<std::uint32_t>(i)));
+        values += FaultTexts::tr("%1 = %2").arg(
+            QString::fromStdString(variable.name),
+            ValueText(bytes, variable.type, variable.size, *words.commands));
+    }
+    return values.join(", ").toStdString();
+}
+
+/// From the routine of the statement back to the program. Of very many calls the last and the first
+/// are told.
+std::string CallsBefore(const Board& board, const ProgramWords& words,
+                        const StatementWords& statement) {
+    constexpr int kMostToldCalls = 5;
+    const Processor& processor = board.processor;
+    QStringList calls;
+    QString routine = QString::fromStdString(statement.routine);
+    int leftOut = 0;
+    for (int depth = processor.returnDepth; depth > 0 && !routine.isEmpty(); --depth) {
+        const StatementWords* caller =
+            words.StatementBefore(processor.returnStack[static_cast<std::size_t>(depth) - 1]);
+        if (caller == nullptr) break;
+        const QString place = QString::fromStdString(caller->place);
+        if (calls.isEmpty()) {
+            calls += FaultTexts::tr("%1 was called in %2").arg(routine, place);
+        } else if (calls.size() < kMostToldCalls || depth == 1) {
+            if (leftOut > 0) calls += FaultTexts::tr("%1 more calls").arg(leftOut);
+            calls += FaultTexts::tr("%1 in %2").arg(routine, place);
+        } else {
+            ++leftOut;
+        }
+        routine = QString::fromStdString(caller->routine);
+    }
+    return calls.join(", ").toStdString();
+}
+
 }  // namespace
+
+std::string FaultReport::WholeText() const {
+    std::string whole = text;
+    for (const std::string& part : {values, calls})
+        if (!part.empty()) whole += ". " + part;
+    return whole;
+}
 
 FaultReport DescribeFault(const Board& board, const ProgramWords& words) {
     const FailedInstruction failed = FindInstruction(board, words);
@@ -200,6 +257,11 @@ FaultReport DescribeFault(const Board& board, const ProgramWords& words) {
             report.text += "the program has written over this line at " +
                            FormatAddress(failed.address) + ", and now ";
         report.text += row.describe(failed);
+    }
+    if (const InstructionWords* known = words.InstructionAt(failed.address)) {
+        const StatementWords& statement = words.statements[known->statement];
+        report.values = ValuesIn(board, words, statement);
+        report.calls = CallsBefore(board, words, statement);
     }
     return report;
 }

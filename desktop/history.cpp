@@ -19,6 +19,15 @@ constexpr std::uint64_t kReplayGap = 20'000;       // close, where the user goes
 constexpr std::uint64_t kLargestGap = 50'000'000;  // a step back must not be felt as a wait
 constexpr std::size_t kMaxCheckpoints = 64;
 
+/// Whether an instruction comes next, be it of a handler.
+bool IsReady(const Board& board) {
+    const Processor& processor = board.processor;
+    const Wait& wait = processor.wait;
+    const bool waits = wait.kind == Wait::Kind::Event ||
+                       (wait.kind == Wait::Kind::Time && board.clock < wait.until);
+    return processor.running && (!waits || EventIsDue(board.events));
+}
+
 }  // namespace
 
 History::History(BoardWorld& world) : world_(world) {
@@ -62,9 +71,22 @@ History::Position History::EndOrNext(bool continues) const {
 }
 
 std::uint64_t History::Execute(std::uint64_t budget, const Position& from) {
+    if (wanted_ != nullptr) return ExecuteAsking(budget, from);
     const std::uint64_t done = RunInstructions(world_.board, budget);
     if (done > 0) lastInstruction_ = {from.happening, from.times, from.steps + done - 1};
     cost_ += done;
+    return done;
+}
+
+/// The same one by one.
+std::uint64_t History::ExecuteAsking(std::uint64_t budget, const Position& from) {
+    std::uint64_t done = 0;
+    while (done < budget) {
+        const bool isWanted = (*wanted_)(world_.board);
+        if (RunInstructions(world_.board, 1) == 0) break;
+        if (isWanted) found_ = {from.happening, from.times, from.steps + done};
+        ++done;
+    }
     return done;
 }
 
@@ -93,6 +115,34 @@ std::uint64_t History::Run(std::uint64_t budget) {
     Settle();
     KeepCheckpointIfDue(End(), kGap);
     return done;
+}
+
+History::Watched History::RunUntil(std::uint64_t budget, const Question& holds) {
+    Board& board = world_.board;
+    if (board.processor.debug != DebugState::Off) return {};
+    Happening* running = Last(Kind::Running);
+    const Position from = EndOrNext(running != nullptr);
+    Watched watched{.first = from};
+    while (watched.done < budget) {
+        // The answer counts for an instruction, not for a wait before it.
+        if (IsReady(board) && holds(board)) {
+            watched.isHeld = true;
+            break;
+        }
+        if (RunInstructions(board, 1) == 0) break;
+        ++watched.done;
+    }
+    if (watched.done == 0) return watched;
+    lastInstruction_ = {from.happening, from.times, from.steps + watched.done - 1};
+    cost_ += watched.done;
+    if (running == nullptr) {
+        Append({.kind = Kind::Running, .times = 0, .steps = watched.done});
+    } else {
+        running->steps += watched.done;
+    }
+    Settle();
+    KeepCheckpointIfDue(End(), kGap);
+    return watched;
 }
 
 void History::PassTicks(std::uint64_t count, std::uint64_t steps, bool somebodyListens) {
@@ -156,8 +206,12 @@ void History::PutAllToRest() {
 /// In debug mode a character can carry out an instruction.
 bool History::ReceiveOne(char character, const Deliver& deliver, const Position& from) {
     const std::uint64_t stepsBefore = world_.board.processor.steps;
+    const bool isWanted = wanted_ != nullptr && (*wanted_)(world_.board);
     if (!deliver(character)) return false;
-    if (world_.board.processor.steps > stepsBefore) lastInstruction_ = from;
+    if (world_.board.processor.steps > stepsBefore) {
+        lastInstruction_ = from;
+        if (isWanted) found_ = from;
+    }
     cost_ += kHappeningCost;
     return true;
 }
@@ -197,17 +251,41 @@ void History::NoteOutputTaken(std::size_t count) {
 }
 
 bool History::StepBack() {
-    if (!CanStepBack()) return false;
-    const Position target = *lastInstruction_;
-    while (target < checkpoints_.back().at)
-        checkpoints_.pop_back();
-    const Checkpoint& checkpoint = checkpoints_.back();
+    return CanStepBack() && StepBackTo(*lastInstruction_);
+}
+
+void History::GoTo(const Checkpoint& checkpoint) {
     world_ = *checkpoint.world;
     lastInstruction_ = checkpoint.lastInstruction;
     cost_ = checkpoint.cost;
+}
+
+bool History::StepBackTo(Position target) {
+    if (!lastInstruction_ || *lastInstruction_ < target || target < checkpoints_.front().at)
+        return false;
+    while (target < checkpoints_.back().at)
+        checkpoints_.pop_back();
+    const Checkpoint& checkpoint = checkpoints_.back();
+    GoTo(checkpoint);
     Replay(checkpoint.at, target);
     CutAt(target);
     return true;
+}
+
+/// Everything is repeated piece by piece, the last piece first, and put back as it was.
+std::optional<History::Position> History::FindBack(const Question& wanted) {
+    const Checkpoint present{std::make_unique<BoardWorld>(world_), End(), lastInstruction_, cost_};
+    wanted_ = &wanted;
+    found_.reset();
+    Position end = present.at;
+    for (auto piece = checkpoints_.rbegin(); piece != checkpoints_.rend() && !found_; ++piece) {
+        GoTo(*piece);
+        Replay(piece->at, end);
+        end = piece->at;
+    }
+    wanted_ = nullptr;
+    GoTo(present);
+    return found_;
 }
 
 void History::Replay(Position at, const Position& target) {
@@ -274,6 +352,7 @@ void History::KeepCheckpoint(const Position& at) {
 }
 
 void History::KeepCheckpointIfDue(const Position& at, std::uint64_t gap) {
+    if (wanted_ != nullptr) return;  // what is repeated has its copies
     if (cost_ - checkpoints_.back().cost >= gap) KeepCheckpoint(at);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -8,7 +9,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <tuple>
 #include <vector>
 
 #include "desktop/board_world.h"
@@ -27,6 +27,28 @@ class History {
     /// Carries out at most so many instructions of the present tick. Returns how many. In debug
     /// mode, none.
     std::uint64_t Run(std::uint64_t budget);
+
+    /// A point between two instructions, of this history alone.
+    struct Position {
+        std::uint64_t happening = 0;  ///< counted from the beginning, also of what is forgotten
+        std::uint64_t times = 0;
+        std::uint64_t steps = 0;  ///< of Running, behind them
+
+        auto operator<=>(const Position&) const = default;
+    };
+
+    /// Asked about a board that is about to carry out an instruction.
+    using Question = std::function<bool(const Board&)>;
+
+    /// What came of instructions that were looked at one by one.
+    struct Watched {
+        std::uint64_t done = 0;
+        Position first;       ///< right before the first of them, if there was one
+        bool isHeld = false;  ///< the answer before the next instruction was yes
+    };
+
+    /// Like Run, but holds before an instruction for which `holds` says yes.
+    Watched RunUntil(std::uint64_t budget, const Question& holds);
 
     /// Lets ticks pass, at most `steps` instructions before each. What the board said is thrown
     /// away when nobody listens.
@@ -56,6 +78,13 @@ class History {
     bool StepBack();
     bool CanStepBack() const;
 
+    /// Right before the last instruction; nothing: none was carried out.
+    std::optional<Position> LastInstruction() const { return lastInstruction_; }
+    /// Takes back everything from that point on. False when it is not remembered any more.
+    bool StepBackTo(Position target);
+    /// The last instruction that can be taken back and about which `wanted` says yes.
+    std::optional<Position> FindBack(const Question& wanted);
+
     /// From here on nothing can be taken back.
     void Forget();
 
@@ -81,18 +110,6 @@ class History {
         Inputs inputs = {};
     };
 
-    /// How far a happening has gone: so many times and, of Running, instructions behind them.
-    struct Position {
-        std::uint64_t happening = 0;  ///< counted from the beginning, also of what is forgotten
-        std::uint64_t times = 0;
-        std::uint64_t steps = 0;
-
-        bool operator<(const Position& other) const {
-            return std::tie(happening, times, steps) <
-                   std::tie(other.happening, other.times, other.steps);
-        }
-    };
-
     struct Checkpoint {
         std::unique_ptr<BoardWorld> world;
         Position at;
@@ -109,11 +126,13 @@ class History {
     Position EndOrNext(bool continues) const;
 
     std::uint64_t Execute(std::uint64_t budget, const Position& from);
+    std::uint64_t ExecuteAsking(std::uint64_t budget, const Position& from);
     void FinishTick(bool somebodyListens);
     bool ReceiveOne(char character, const Deliver& deliver, const Position& from);
     void CarryOut(const Happening& happening);
     void Settle();
 
+    void GoTo(const Checkpoint& checkpoint);
     void Replay(Position at, const Position& target);
     void ReplayRunning(const Happening& happening, Position& at, const Position& stop);
     void ReplayOther(const Happening& happening, Position& at, const Position& stop);
@@ -130,6 +149,8 @@ class History {
     std::vector<Checkpoint> checkpoints_;
     std::optional<Position> lastInstruction_;  ///< right before it
     std::uint64_t cost_ = 0;                   ///< of repeating everything, in instructions
+    const Question* wanted_ = nullptr;         ///< asked of each instruction that is repeated
+    std::optional<Position> found_;            ///< the last one about which it said yes
 };
 
 }  // namespace zentro

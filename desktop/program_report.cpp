@@ -12,6 +12,24 @@ QString FileKey(const QString& folder, const QString& name) {
     return canonical.isEmpty() ? QDir::cleanPath(file.absoluteFilePath()) : canonical;
 }
 
+namespace {
+
+std::map<QString, std::vector<int>> CodeLinesOf(const Compilation& compilation) {
+    std::map<QString, std::vector<int>> codeLines;
+    std::map<const SourceFile*, std::vector<int>*> ofFiles;
+    for (const SourceFile& file : compilation.files)
+        ofFiles[&file] = &codeLines[FileKey(QString::fromStdString(file.directory),
+                                            QString::fromStdString(file.name))];
+    for (const SourceLine& line : compilation.sourceLines) {
+        const auto file = ofFiles.find(line.file);
+        if (file != ofFiles.end() && line.GeneratesCode())
+            file->second->push_back(line.fileLineNo);
+    }
+    return codeLines;
+}
+
+}  // namespace
+
 void MessageCollector::Add(const PostedMessage& message) {
     if (message.severity == Severity::Error) hasErrors_ = true;
     const bool counts =
@@ -48,6 +66,7 @@ ProgramReport MessageCollector::Report(const QString& root, const Compilation& c
         std::vector<LineMessage>& ofFile = report.messages[keyOf(place.first, place.second)];
         ofFile.insert(ofFile.end(), messages.begin(), messages.end());
     }
+    report.codeLines = CodeLinesOf(compilation);
     report.names = NamesOf(compilation);
     report.lines = compilation.sourceLines.size();
     report.succeeded = succeeded;

@@ -40,6 +40,7 @@ struct ProgramReport {
     std::map<QString, Revision> texts;  ///< what was read, by the key of the file
     std::vector<QString> files;         ///< their keys, in the order of reading
     std::map<QString, std::vector<LineMessage>> messages;  ///< by the key of the file
+    std::map<QString, std::vector<int>> codeLines;  ///< that do something, in ascending order
     std::vector<ProgramName> names;
     std::size_t lines = 0;  ///< of all files together
     bool succeeded = false;

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <string_view>
 #include <unordered_map>
 
+#include "compiler/symbols_file.h"
 #include "config/encoding.h"
 #include "config/text.h"
 #include "model/compilation.h"
@@ -49,11 +51,41 @@ std::string TextOf(const SourceLine& line) {
     return shown;
 }
 
+/// Labels lead to the variables that lie there.
+using VariablesByLabel = std::unordered_map<const Label*, VariableWords>;
+
+VariablesByLabel VariablesByTheirLabels(const Compilation& compilation) {
+    VariablesByLabel variables;
+    for (const Symbol& symbol : compilation.symbols.Symbols()) {
+        if (symbol.symbolClass != SymbolClass::Variable || symbol.label.address < 0) continue;
+        if (IsOfCompiler(symbol)) continue;
+        variables[&symbol.label] = {NameOf(compilation, symbol),
+                                    static_cast<std::uint32_t>(symbol.label.address), symbol.type,
+                                    SizeInMemory(symbol)};
+    }
+    return variables;
+}
+
+std::vector<VariableWords> VariablesOfStatement(const Compilation& compilation,
+                                                const SourceLine& line,
+                                                const VariablesByLabel& known) {
+    std::vector<VariableWords> variables;
+    for (const LineElement& element : compilation.ElementsOf(line)) {
+        const auto found = known.find(element.location);
+        if (found != known.end() && std::ranges::find(variables, found->second) == variables.end())
+            variables.push_back(found->second);
+    }
+    return variables;
+}
+
 StatementWords WordsOfStatement(const Compilation& compilation, const SourceLine& line) {
     std::string place = "line " + std::to_string(line.fileLineNo);
     if (line.file != nullptr && line.file != &compilation.files.front())
         place += " of " + line.file->name;
-    return {std::move(place), TextOf(line)};
+    StatementWords words{std::move(place), TextOf(line)};
+    if (line.parent != ParentId::Program)
+        words.routine = ToUtf8(compilation.symbols.NameOf(line.parent));
+    return words;
 }
 
 std::vector<std::uint8_t> BytesOf(const ObjectLine& line) {
@@ -109,17 +141,29 @@ const InstructionWords* ProgramWords::InstructionAt(std::uint32_t address) const
     return found == instructions.end() ? nullptr : &found->second;
 }
 
+const StatementWords* ProgramWords::StatementBefore(std::uint32_t address) const {
+    const auto behind = instructions.lower_bound(address);
+    if (behind == instructions.begin()) return nullptr;
+    const auto& [begin, instruction] = *std::prev(behind);
+    return begin + instruction.bytes.size() == address ? &statements[instruction.statement]
+                                                       : nullptr;
+}
+
 ProgramWords WordsOf(const Compilation& compilation) {
     const LabelWords labels = WordsOfLabels(compilation);
+    const VariablesByLabel variables = VariablesByTheirLabels(compilation);
     ProgramWords words;
+    words.commands = &compilation.configuration.commands;
     std::int32_t lineNo = 0;
     for (std::size_t i = 0; i < compilation.objectLines.size(); ++i) {
         const ObjectLine& line = compilation.objectLines[i];
         if (line.purpose != ObjectPurpose::Instruction || line.sourceLineNo == 0) continue;
         if (line.sourceLineNo != lineNo) {
             lineNo = line.sourceLineNo;
-            words.statements.push_back(
-                WordsOfStatement(compilation, compilation.GetSourceLine(lineNo)));
+            const SourceLine& source = compilation.GetSourceLine(lineNo);
+            words.statements.push_back(WordsOfStatement(compilation, source));
+            words.statements.back().variables =
+                VariablesOfStatement(compilation, source, variables);
         }
         InstructionWords& added = words.instructions[static_cast<std::uint32_t>(line.address)] =
             WordsOfInstruction(compilation, labels, i);

@@ -52,6 +52,7 @@ void Programs::Remove(FileId id) {
     const QString key = found->key;
     files_.erase(found);
     texts_.erase(id);
+    moves_.erase(id);
     reports_.erase(key);
     if (main_ == id) main_.reset();
     if (front_ == id) {
@@ -112,6 +113,7 @@ void Programs::NoteEdited(FileId id) {
     OpenFile* file = Find(id);
     if (file == nullptr) return;
     file->revision = ++lastRevision_;
+    moves_[id].lastEdit = file->revision;
     // An editor is in the middle of its work, and many edits may follow.
     later_.start();
 }
@@ -121,6 +123,33 @@ void Programs::NoteAtSavedText(FileId id) {
     if (file == nullptr || file->revision == file->savedRevision) return;
     file->revision = file->savedRevision;
     later_.start();
+}
+
+void Programs::NoteLinesMoved(FileId id, const LineMove& move) {
+    if (File(id) == nullptr) return;
+    Moves& moves = moves_[id];
+    moves.moves.emplace_back(moves.lastEdit, move);
+    emit LinesMoved(id, move);
+}
+
+std::optional<int> Programs::LineNow(const OpenFile& file, int line, Revision read) const {
+    std::optional<int> now = line;
+    const auto moves = moves_.find(file.id);
+    if (moves == moves_.end()) return now;
+    for (const auto& [revision, move] : moves->second.moves) {
+        if (now && revision > read) now = LineAfter(move, *now);
+    }
+    return now;
+}
+
+std::optional<int> Programs::LineThen(const OpenFile& file, int line, Revision read) const {
+    std::optional<int> then = line;
+    const auto moves = moves_.find(file.id);
+    if (moves == moves_.end()) return then;
+    const auto& all = moves->second.moves;
+    for (auto move = all.rbegin(); move != all.rend() && then && move->first > read; ++move)
+        then = LineBefore(move->second, *then);
+    return then;
 }
 
 void Programs::NoteSaved(FileId id, const QString& folder, const QString& name) {
@@ -190,6 +219,20 @@ std::optional<std::vector<LineMessage>> Programs::MessagesOf(const OpenFile& fil
     const auto messages = report->messages.find(file.key);
     if (messages == report->messages.end()) return std::vector<LineMessage>{};
     return messages->second;
+}
+
+std::optional<int> Programs::LineWithCode(const OpenFile& file, int line) const {
+    const ProgramReport* report = ReportOf(RootOf(file));
+    if (report == nullptr) return line;
+    const auto read = report->texts.find(file.key);
+    const auto lines = report->codeLines.find(file.key);
+    if (read == report->texts.end() || lines == report->codeLines.end()) return line;
+    for (const int then : lines->second) {
+        const std::optional<int> now = LineNow(file, then, read->second);
+        if (now && *now >= line) return now;
+    }
+    // The last lines may have been typed since.
+    return IsText(file, read->second) ? std::nullopt : std::optional(line);
 }
 
 std::vector<ProgramName> Programs::NamesFor(const OpenFile& file) const {

@@ -9,8 +9,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "desktop/line_moves.h"
 #include "desktop/program_report.h"
 
 namespace zentro {
@@ -83,6 +85,13 @@ class Programs : public QObject {
     void NoteEdited(FileId id);
     /// Undoing or redoing has led back to the saved text.
     void NoteAtSavedText(FileId id);
+    /// The edit that was noted last has put lines in or taken lines out. Tells it with LinesMoved.
+    void NoteLinesMoved(FileId id, const LineMove& move);
+    /// Where a line stands now of the text that was read with that revision; nothing: it was taken
+    /// out since.
+    std::optional<int> LineNow(const OpenFile& file, int line, Revision read) const;
+    /// Where a line stood in that text; nothing: it was put in since.
+    std::optional<int> LineThen(const OpenFile& file, int line, Revision read) const;
     /// The text was written to this file, or read anew from it.
     void NoteSaved(FileId id, const QString& folder, const QString& name);
     void SetDisk(FileId id, DiskState state);
@@ -103,6 +112,8 @@ class Programs : public QObject {
     /// The messages against the lines of the file; nothing when none were found for the text as it
     /// stands. Those that were found before stand at the lines that they were about until then.
     std::optional<std::vector<LineMessage>> MessagesOf(const OpenFile& file) const;
+    /// The line, or else the next one that has code, as far as is known; nothing: none has.
+    std::optional<int> LineWithCode(const OpenFile& file, int line) const;
     /// What the program of the file declares.
     std::vector<ProgramName> NamesFor(const OpenFile& file) const;
 
@@ -122,12 +133,20 @@ class Programs : public QObject {
     void Changed();
     /// The file is being closed; its text can still be read.
     void Closing(FileId id);
+    void LinesMoved(zentro::FileId id, const zentro::LineMove& move);
 
   private:
+    /// What has happened to the lines of a file since it was opened, by revisions.
+    struct Moves {
+        Revision lastEdit = 0;
+        std::vector<std::pair<Revision, LineMove>> moves;
+    };
+
     OpenFile* Find(FileId id);
 
     std::vector<OpenFile> files_;
     std::map<FileId, TextOf> texts_;
+    std::map<FileId, Moves> moves_;
     std::optional<FileId> front_;
     std::optional<FileId> main_;
     std::map<QString, ProgramReport> reports_;  ///< by root

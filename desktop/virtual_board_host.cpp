@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 #include "board/loader.h"
 #include "board/text.h"
@@ -15,7 +16,6 @@ namespace {
 constexpr qint64 kMillisecondsPerChange = 17;
 constexpr char kTakeBack = '\x7f';
 
-constexpr std::uint64_t kInstructionsPerTick = 10'000;
 constexpr double kMillisecondsPerTick = 10;
 constexpr double kLongestCatchUp = 1000;  // milliseconds
 constexpr std::uint64_t kLongestSleepOfStep = kTicksPerSecond;
@@ -64,11 +64,18 @@ class VirtualBoardHost::RecordingLink : public VirtualBoardLink {
 
     std::size_t Write(std::string_view bytes) override {
         const bool wasRunning = host_.State().processor.running;
+        const bool wasDebugging = host_.State().processor.debug != DebugState::Off;
         const std::size_t written = host_.history_.Receive(bytes, [this](char character) {
             return VirtualBoardLink::Write({&character, 1}) == 1;
         });
         // Who starts a program over the line wants it to run.
-        if (host_.State().processor.running && !wasRunning) host_.SetPaused(false);
+        const Processor& processor = host_.State().processor;
+        if (processor.running && !wasRunning) {
+            host_.SetPaused(false);
+            host_.stops_.Begin();
+        } else if (wasDebugging && processor.debug == DebugState::Off) {
+            host_.stops_.LeaveFrom(host_.State());
+        }
         host_.LookAround();
         return written;
     }
@@ -112,7 +119,6 @@ std::string VirtualBoardHost::LoadProgram(std::string_view objectText) {
     zentro::PutRobotAtStart(*world_);
     history_.Forget();
     LookAround();
-    TellChange();  // a picture must not miss it
     return problem;
 }
 
@@ -120,12 +126,19 @@ void VirtualBoardHost::Run() {
     const bool held = State().processor.running;
     const bool debugging = State().processor.debug != DebugState::Off;
     if (debugging) SendCommand("G");
-    if (!held) {
-        StartProgram(world_->board);
-        history_.Forget();
-    }
     SetPaused(false);
+    if (held) {
+        stops_.LeaveFrom(State());
+    } else {
+        StartAnew();
+    }
     LookAround();
+}
+
+void VirtualBoardHost::StartAnew() {
+    StartProgram(world_->board);
+    history_.Forget();
+    stops_.Begin();
 }
 
 void VirtualBoardHost::Stop() {
@@ -152,6 +165,8 @@ void VirtualBoardHost::Resume() {
 }
 
 void VirtualBoardHost::SetPaused(bool paused) {
+    EndGoal();
+    if (paused_ && !paused) stops_.LeaveFrom(State());
     paused_ = paused;
     pendingTime_ = 0;
     pendingInstructions_ = 0;
@@ -160,8 +175,7 @@ void VirtualBoardHost::SetPaused(bool paused) {
 void VirtualBoardHost::Step() {
     SetPaused(true);
     if (!State().processor.running) {
-        StartProgram(world_->board);
-        history_.Forget();
+        StartAnew();
     } else if (State().processor.debug == DebugState::AtPrompt) {
         SendCommand("");
     } else {
@@ -173,13 +187,17 @@ void VirtualBoardHost::Step() {
 bool VirtualBoardHost::StepBack() {
     SetPaused(true);
     const bool done = history_.StepBack();
+    ShowTakenBack();
+    LookAround();
+    return done;
+}
+
+void VirtualBoardHost::ShowTakenBack() {
     lastStep_.clear();
     // What the board had said then, a terminal has long read.
     history_.NoteOutputTaken(State().output.size());
     world_->board.output.clear();
     wasRunning_ = State().processor.running;
-    LookAround();
-    return done;
 }
 
 void VirtualBoardHost::Reset() {
@@ -275,7 +293,9 @@ void VirtualBoardHost::LookAround() {
     } else {
         laterChange_.start(static_cast<int>(kMillisecondsPerChange - sinceChange_.elapsed()));
     }
+    if (std::exchange(stopReached_, false)) emit StopReached();
     if (!ended) return;
+    EndGoal();
     if (processor.end == EndReason::Fault) emit FaultHappened(DescribeFault(State(), words_));
     emit ProgramEnded();
 }
@@ -307,17 +327,21 @@ void VirtualBoardHost::Advance(double milliseconds) {
     pendingTime_ -= ticks * kMillisecondsPerTick;
     const auto count = static_cast<std::uint64_t>(ticks);
     const bool free = State().processor.running && State().processor.debug == DebugState::Off;
-    if (!free || speed_.kind == BoardSpeed::Kind::RealTime) {
-        PassRealTime(count);
-    } else if (speed_.kind == BoardSpeed::Kind::SlowMotion) {
+    // The rest of a line that is stepped need not be seen.
+    const bool isSlow = speed_.kind == BoardSpeed::Kind::SlowMotion && !stops_.IsStepping();
+    if (free && isSlow) {
         PassSlowMotion(count);
-    } else {
+    } else if (free && speed_.kind == BoardSpeed::Kind::FullSpeed) {
         RunAtFullSpeed();
+    } else {
+        PassRealTime(count);
     }
     LookAround();
 }
 
 void VirtualBoardHost::PassRealTime(std::uint64_t ticks) {
+    const bool isDebugging = State().processor.debug != DebugState::Off;
+    if (stops_.MustWatch() && !isDebugging) return PassWatched(ticks);
     stepsInTick_ = 0;
     lastStep_.clear();
     history_.PassTicks(ticks, kInstructionsPerTick, SomebodyListens());
@@ -334,7 +358,9 @@ void VirtualBoardHost::PassSlowMotion(std::uint64_t ticks) {
         }
         pendingInstructions_ += perTick;
         for (; pendingInstructions_ >= 1; pendingInstructions_ -= 1) {
-            if (!MustWait(State())) StepInstruction();
+            if (MustWait(State())) continue;
+            if (stops_.MustWatch() && stops_.HoldsBefore(State())) return HoldAtStop();
+            StepInstruction();
         }
     }
 }
@@ -342,7 +368,7 @@ void VirtualBoardHost::PassSlowMotion(std::uint64_t ticks) {
 void VirtualBoardHost::RunAtFullSpeed() {
     QElapsedTimer working;
     working.start();
-    while (State().processor.running && working.elapsed() < kWorkPerWakeUp) {
+    while (State().processor.running && !paused_ && working.elapsed() < kWorkPerWakeUp) {
         PassRealTime(kTicksBetweenLooks);
         LetButtonsUp();
     }

@@ -4,8 +4,11 @@
 #include <QObject>
 #include <QTimer>
 #include <cstdint>
+#include <deque>
 #include <functional>
+#include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +17,7 @@
 #include "desktop/button_presses.h"
 #include "desktop/fault_report.h"
 #include "desktop/history.h"
+#include "desktop/program_stops.h"
 
 namespace zentro {
 
@@ -70,6 +74,24 @@ class VirtualBoardHost : public QObject {
     bool StepBack();
     bool CanStepBack() const { return history_.CanStepBack(); }
 
+    /// The addresses at which source lines begin; null: nobody knows them.
+    void SetLines(std::shared_ptr<const LineStarts> lines) { stops_.SetLines(std::move(lines)); }
+    bool KnowsLines() const { return stops_.KnowsLines(); }
+    /// Before these instructions the program is held whenever the condition says so.
+    void SetBreakpoints(std::map<std::uint16_t, ProgramStops::Condition> breakpoints);
+
+    /// Carries out the line at which the program is held, or the rest of it; a wait in it passes at
+    /// once. A line that takes long goes on in real time, until it ends or the program is held.
+    /// Without a running program it starts one and holds it at its first line. Lines must be known.
+    void StepLine(LineStep step);
+    /// Holds the program and takes the last line back, with all that it called: where lines were
+    /// stepped, that of the last step. False when nothing can be taken back.
+    bool StepLineBack();
+    /// Starts the program or lets it go on, and holds it before the instruction at the address.
+    void RunTo(std::uint16_t address);
+    /// Whether a line is being carried out that takes long.
+    bool IsSteppingLine() const { return !paused_ && stops_.IsStepping(); }
+
     /// Ends the program, switches everything off and puts the robot at its start.
     void Reset();
 
@@ -105,15 +127,26 @@ class VirtualBoardHost : public QObject {
     void Changed();  ///< at most 60 times a second
     void FaultHappened(const zentro::FaultReport& report);
     void ProgramEnded();  ///< for whatever reason
+    void StopReached();   ///< it is held at a breakpoint, or where a step or a run to a place ends
 
   private:
     class RecordingLink;
+
+    static constexpr std::uint64_t kInstructionsPerTick = 10'000;
 
     bool SomebodyListens() const;
     bool WantsTime() const;
     void SetPaused(bool paused);
     void WakeUp();
     void PassRealTime(std::uint64_t ticks);
+    void PassWatched(std::uint64_t ticks);
+    bool RunWatched();
+    void HoldAtStop();
+    void EndGoal();
+    void StartAnew();
+    void StepLineAtOnce();
+    bool TakeLineBack();
+    void ShowTakenBack();
     void PassSlowMotion(std::uint64_t ticks);
     void RunAtFullSpeed();
     void StepInstruction();
@@ -126,6 +159,7 @@ class VirtualBoardHost : public QObject {
     std::unique_ptr<BoardWorld> world_;
     History history_;
     std::unique_ptr<RecordingLink> link_;
+    ProgramStops stops_;
     ButtonPresses presses_;
     ProgramWords words_;
     std::string lastStep_;
@@ -135,6 +169,15 @@ class VirtualBoardHost : public QObject {
     double pendingTime_ = 0;          ///< milliseconds not yet made into ticks
     double pendingInstructions_ = 0;  ///< of slow motion
     std::uint64_t stepsInTick_ = 0;   ///< carried out singly since the last tick
+    /// A line step that can be taken back: the board right before its first and its last
+    /// instruction.
+    struct DoneStep {
+        History::Position first;
+        History::Position last;
+    };
+    std::deque<DoneStep> doneSteps_;
+    std::optional<History::Position> stepBegan_;  ///< with the first instruction of a line step
+    bool stopReached_ = false;                    ///< and not told yet
     QElapsedTimer sinceWakeUp_;
     QElapsedTimer sinceChange_;
     QTimer wakeUps_;

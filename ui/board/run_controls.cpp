@@ -51,6 +51,10 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
       stop_(AddButton("BtnBoardStop", tr("St&op"), "stop", tr("End the program"))),
       pause_(
           AddButton("BtnBoardPause", tr("&Pause"), "pause", tr("Hold the program and the clock"))),
+      line_(AddButton("BtnBoardLine", tr("&Line"), "step-line",
+                      tr("Carry out one line of the program (F10)"))),
+      lineBack_(AddButton("BtnBoardLineBack", tr("Line Bac&k"), "step-line-back",
+                          tr("Take the last line back (Shift+F10)"))),
       step_(AddButton("BtnBoardStep", tr("&Step"), "step", tr("Carry out one instruction"))),
       stepBack_(AddButton("BtnBoardStepBack", tr("Step &Back"), "step-back",
                           tr("Take the last instruction back"))),
@@ -62,7 +66,7 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
       instruction_(new QLabel(this)),
       steps_(new QLabel(this)) {
     pause_->setCheckable(true);
-    for (QPushButton* button : {step_, stepBack_}) {
+    for (QPushButton* button : {line_, lineBack_, step_, stepBack_}) {
         button->setAutoRepeat(true);
         button->setAutoRepeatDelay(kRepeatDelay);
         button->setAutoRepeatInterval(kRepeatInterval);
@@ -71,6 +75,8 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
         if (!mayRun_ || mayRun_()) host_.Run();
     });
     connect(stop_, &QPushButton::clicked, &host, &VirtualBoardHost::Stop);
+    connect(line_, &QPushButton::clicked, &host, [this] { host_.StepLine(LineStep::Over); });
+    connect(lineBack_, &QPushButton::clicked, &host, [this] { host_.StepLineBack(); });
     connect(step_, &QPushButton::clicked, &host, &VirtualBoardHost::Step);
     connect(stepBack_, &QPushButton::clicked, &host, [this] { host_.StepBack(); });
     connect(reset_, &QPushButton::clicked, &host, &VirtualBoardHost::Reset);
@@ -100,7 +106,8 @@ QPushButton* RunControls::AddButton(const QString& name, const QString& text, co
 
 QLayout* RunControls::MakeButtons() {
     auto* row = new QHBoxLayout;
-    for (QPushButton* button : {run_, stop_, pause_, step_, stepBack_, reset_})
+    for (QPushButton* button :
+         {run_, stop_, pause_, line_, lineBack_, step_, stepBack_, reset_})
         row->addWidget(button);
     speed_->setObjectName("BoardSpeed");
     speed_->setAccessibleName(tr("Speed of the board"));
@@ -145,6 +152,8 @@ void RunControls::ChooseSpeed(int position) {
 
 void RunControls::Refresh() {
     run_->setEnabled(host_.HasProgram());
+    line_->setEnabled(host_.HasProgram() && host_.KnowsLines());
+    lineBack_->setEnabled(host_.CanStepBack() && host_.KnowsLines());
     step_->setEnabled(host_.HasProgram());
     stepBack_->setEnabled(host_.CanStepBack());
     pause_->setEnabled(host_.State().processor.running || host_.IsPaused());
@@ -196,7 +205,7 @@ void RunControls::ShowInstruction() {
     if (processor.running)
         text += tr("next  %1")
                     .arg(QString::fromStdString(
-                        FormatInstruction(host_.State().memory, processor.address)));
+                        FormatInstruction(host_.State().memory, NextOf(host_.State()).address)));
     instruction_->setText(text);
     SayWithCaption(*instruction_, tr("Present instruction"));
     instruction_->setVisible(!text.isEmpty());  // a fault takes the whole line

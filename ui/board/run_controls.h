@@ -42,6 +42,8 @@ class RunControls : public QWidget {
     QPushButton* run_;
     QPushButton* stop_;
     QPushButton* pause_;
+    QPushButton* line_;
+    QPushButton* lineBack_;
     QPushButton* step_;
     QPushButton* stepBack_;
     QPushButton* reset_;

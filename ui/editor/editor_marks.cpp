@@ -19,7 +19,20 @@ namespace {
 using Sci = QsciScintillaBase;
 
 /// The numbers under which the editing component knows the marks.
-enum Marker : std::uint8_t { kWarningMark = 0, kErrorMark = 1, kHereMark = 2, kHereLine = 3 };
+enum Marker : std::uint8_t {
+    kWarningMark,
+    kErrorMark,
+    kHereMark,
+    kHereLine,
+    kSoftMark,
+    kSoftLine,
+    kFaultLine,
+    kFullBreakpoint,
+    kConditionalBreakpoint,
+    kHollowBreakpoint,
+};
+constexpr int kBreakpointMarks =
+    1 << kFullBreakpoint | 1 << kConditionalBreakpoint | 1 << kHollowBreakpoint;
 enum Indicator : std::uint8_t { kErrorLine = 8, kWarningLine = 9 };
 
 constexpr int kSize = 14;
@@ -28,6 +41,13 @@ constexpr std::size_t kMostMessages = 500;
 const QColor kErrorColour(200, 0, 0);
 const QColor kWarningColour(180, 110, 0);
 const QColor kHereColour(0, 90, 200);
+const QColor kLitColour(255, 180, 0);
+const QColor kFaultColour(230, 0, 0);
+const QColor kBreakpointColour(200, 30, 40);
+// How much of their colours lines have that are lit, in hundredths.
+constexpr int kLitShare = 38;
+constexpr int kSoftShare = 13;
+constexpr int kFaultShare = 28;
 
 QImage EmptyPicture(qreal density) {
     QImage picture(QSize(kSize, kSize) * density, QImage::Format_ARGB32);
@@ -62,14 +82,18 @@ QImage WarningPicture(qreal density, const QColor& colour, const QColor& page) {
     return picture;
 }
 
-QImage HerePicture(qreal density, const QColor& colour) {
+QPolygonF Arrow() {
+    return {{QPointF(1, 5), QPointF(7, 5), QPointF(7, 1.5), QPointF(13, 7), QPointF(7, 12.5),
+             QPointF(7, 9), QPointF(1, 9)}};
+}
+
+QImage HerePicture(qreal density, const QColor& colour, bool isFilled) {
     QImage picture = EmptyPicture(density);
     QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(colour, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.setBrush(colour);
-    painter.drawPolygon(QPolygonF({QPointF(1, 5), QPointF(7, 5), QPointF(7, 1.5), QPointF(13, 7),
-                                   QPointF(7, 12.5), QPointF(7, 9), QPointF(1, 9)}));
+    if (isFilled) painter.setBrush(colour);
+    painter.drawPolygon(Arrow());
     return picture;
 }
 
@@ -99,6 +123,30 @@ QString InRows(const QString& text, const QFontMetrics& font, int room) {
     return rows.join('\n');
 }
 
+QImage BreakpointPicture(qreal density, const QColor& colour, const QColor& page,
+                         BreakpointMark::Look look) {
+    QImage picture = EmptyPicture(density);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour, 1.6));
+    if (look != BreakpointMark::Look::Hollow) painter.setBrush(colour);
+    painter.drawEllipse(QRectF(2.5, 2.5, 9, 9));
+    if (look != BreakpointMark::Look::Conditional) return picture;
+    painter.setPen(QPen(page, 1.4, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(QPointF(5, 6), QPointF(9, 6));
+    painter.drawLine(QPointF(5, 8.6), QPointF(9, 8.6));
+    return picture;
+}
+
+int MarkerOf(BreakpointMark::Look look) {
+    switch (look) {
+        case BreakpointMark::Look::Full: return kFullBreakpoint;
+        case BreakpointMark::Look::Conditional: return kConditionalBreakpoint;
+        case BreakpointMark::Look::Hollow: return kHollowBreakpoint;
+    }
+    return kFullBreakpoint;
+}
+
 }  // namespace
 
 void EditorMarks::Redraw(const QColor& page) {
@@ -108,12 +156,22 @@ void EditorMarks::Redraw(const QColor& page) {
     Send(editor_, Sci::SCI_RGBAIMAGESETSCALE, std::lround(density * 100));
     editor_.markerDefine(ErrorPicture(density, readable(kErrorColour), page), kErrorMark);
     editor_.markerDefine(WarningPicture(density, readable(kWarningColour), page), kWarningMark);
-    editor_.markerDefine(HerePicture(density, readable(kHereColour)), kHereMark);
-    editor_.markerDefine(QsciScintilla::Background, kHereLine);
-    QColor line = readable(kHereColour);
-    line = QColor::fromRgb((page.red() * 4 + line.red()) / 5, (page.green() * 4 + line.green()) / 5,
-                           (page.blue() * 4 + line.blue()) / 5);
-    editor_.setMarkerBackgroundColor(line, kHereLine);
+    editor_.markerDefine(HerePicture(density, readable(kHereColour), true), kHereMark);
+    editor_.markerDefine(HerePicture(density, readable(kHereColour), false), kSoftMark);
+    const auto lightUp = [&](int marker, const QColor& colour, int share) {
+        editor_.markerDefine(QsciScintilla::Background, marker);
+        editor_.setMarkerBackgroundColor(Mix(colour, page, share), marker);
+    };
+    lightUp(kHereLine, kLitColour, kLitShare);
+    lightUp(kSoftLine, kLitColour, kSoftShare);
+    lightUp(kFaultLine, kFaultColour, kFaultShare);
+    using Look = BreakpointMark::Look;
+    for (const Look look : {Look::Full, Look::Conditional, Look::Hollow})
+        editor_.markerDefine(
+            BreakpointPicture(density, readable(kBreakpointColour), page, look), MarkerOf(look));
+    editor_.setMarginMarkerMask(kBreakpointMargin, kBreakpointMarks);
+    editor_.setMarginMarkerMask(
+        kMargin, 1 << kWarningMark | 1 << kErrorMark | 1 << kHereMark | 1 << kSoftMark);
 
     editor_.indicatorDefine(QsciScintilla::SquiggleIndicator, kErrorLine);
     editor_.setIndicatorForegroundColor(readable(kErrorColour), kErrorLine);
@@ -169,17 +227,29 @@ void EditorMarks::ClearMessages() {
     }
 }
 
-void EditorMarks::MarkLine(int line, const QString& text) {
+void EditorMarks::MarkLine(int line, const QString& text, LineMark::Kind kind) {
     ClearMark();
-    here_ = SetMark(line, kHereMark, text);
-    editor_.markerAdd(line, kHereLine);
-    editor_.ensureLineVisible(line);
+    const bool isSoft = kind == LineMark::Kind::Soft;
+    here_ = SetMark(line, isSoft ? kSoftMark : kHereMark, text);
+    editor_.markerAdd(line, isSoft                            ? kSoftLine
+                            : kind == LineMark::Kind::Fault ? kFaultLine
+                                                              : kHereLine);
 }
 
 void EditorMarks::ClearMark() {
     here_.reset();
-    editor_.markerDeleteAll(kHereMark);
-    editor_.markerDeleteAll(kHereLine);
+    for (const int marker : {kHereMark, kHereLine, kSoftMark, kSoftLine, kFaultLine})
+        editor_.markerDeleteAll(marker);
+}
+
+void EditorMarks::ShowBreakpoints(const std::vector<BreakpointMark>& breakpoints) {
+    breakpoints_.clear();
+    for (const int marker : {kFullBreakpoint, kConditionalBreakpoint, kHollowBreakpoint})
+        editor_.markerDeleteAll(marker);
+    for (const BreakpointMark& mark : breakpoints) {
+        const int line = std::clamp(mark.line, 1, LineCount(editor_)) - 1;
+        breakpoints_.push_back(SetMark(line, MarkerOf(mark.look), mark.text));
+    }
 }
 
 QString EditorMarks::TextAt(int line) const {
@@ -190,6 +260,8 @@ QString EditorMarks::TextAt(int line) const {
             texts += mark.text;
     };
     if (here_) add(*here_);
+    for (const Mark& mark : breakpoints_)
+        add(mark);
     for (const Mark& mark : messages_)
         add(mark);
     return texts.join('\n');

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <Qsci/qsciscintilla.h>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -9,11 +10,39 @@
 
 namespace zentro {
 
+/// A line, from 1, at which a program stands, and what its mark says.
+struct LineMark {
+    enum class Kind : std::uint8_t {
+        Lit,    ///< it is held there, or goes slowly
+        Soft,   ///< it comes by at full pace
+        Fault,  ///< it has failed there
+    };
+
+    int line = 0;
+    QString text;
+    Kind kind = Kind::Lit;
+
+    bool operator==(const LineMark&) const = default;
+};
+
+/// A line, from 1, with a breakpoint, and what its mark says.
+struct BreakpointMark {
+    enum class Look : std::uint8_t { Full, Conditional, Hollow };
+
+    int line = 0;
+    QString text;
+    Look look = Look::Full;
+
+    bool operator==(const BreakpointMark&) const = default;
+};
+
 /// The marks beside the lines of an editor and below their text. They move with their lines. Each
 /// kind has a shape of its own: a disc with a cross, a triangle, an arrow.
 class EditorMarks {
   public:
-    static constexpr int kMargin = 1;  ///< the editor's margin in which the marks stand
+    // The editor's margins in which breakpoints and the other marks stand.
+    static constexpr int kBreakpointMargin = 0;
+    static constexpr int kMargin = 2;
 
     /// The editor outlives the object.
     explicit EditorMarks(QsciScintilla& editor) : editor_(editor) {}
@@ -27,9 +56,12 @@ class EditorMarks {
     void ShowMessages(const std::vector<LineMessage>& messages);
     void ClearMessages();
 
-    /// Marks the line at which a program stands. Lines count from 0.
-    void MarkLine(int line, const QString& text);
+    /// Marks the line at which a program stands, in place of the one before. Lines count from 0.
+    void MarkLine(int line, const QString& text, LineMark::Kind kind);
     void ClearMark();
+
+    /// Marks the lines with breakpoints in place of those before.
+    void ShowBreakpoints(const std::vector<BreakpointMark>& breakpoints);
 
     /// Writes a text below a line, until the messages change. Lines count from 0.
     void ShowBelow(int line, const QString& text);
@@ -48,6 +80,7 @@ class EditorMarks {
 
     QsciScintilla& editor_;
     std::vector<Mark> messages_;
+    std::vector<Mark> breakpoints_;
     std::optional<Mark> here_;
     QColor page_;
 };

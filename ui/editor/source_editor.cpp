@@ -4,12 +4,14 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QScopedValueRollback>
 #include <QToolTip>
 #include <QUrl>
 #include <Qsci/qscicommand.h>
 #include <Qsci/qscicommandset.h>
 #include <algorithm>
 
+#include "desktop/text_difference.h"
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/statement_help.h"
 #include "ui/support/colours.h"
@@ -18,8 +20,10 @@ namespace zentro {
 
 namespace {
 
-constexpr int kNumberMargin = 0;
-constexpr int kFoldMargin = 2;
+constexpr int kNumberMargin = 1;
+constexpr int kFoldMargin = 3;
+constexpr int kSymbolMarginWidth = 18;
+constexpr int kCaretLineAlpha = 15;
 
 using Sci = QsciScintillaBase;
 
@@ -34,13 +38,6 @@ QStringList DroppedFiles(const QMimeData* data) {
 const QColor kKeywordColour(0, 0, 255);
 const QColor kCommentColour(0, 127, 0);
 const QColor kBraceColour(200, 0, 0);
-
-/// So much of one colour in the other, in hundredths.
-QColor Mix(const QColor& colour, const QColor& other, int share) {
-    const auto part = [&](int a, int b) { return (a * share + b * (100 - share)) / 100; };
-    return {part(colour.red(), other.red()), part(colour.green(), other.green()),
-            part(colour.blue(), other.blue())};
-}
 
 }  // namespace
 
@@ -94,11 +91,12 @@ void SourceEditor::SkipAccessibility() {
 
 void SourceEditor::SetUpMargins() {
     setMarginType(kNumberMargin, QsciScintilla::NumberMargin);
-    setMarginType(EditorMarks::kMargin, QsciScintilla::SymbolMargin);
-    setMarginWidth(EditorMarks::kMargin, 18);
-    setMarginSensitivity(EditorMarks::kMargin, false);
+    for (const int margin : {EditorMarks::kBreakpointMargin, EditorMarks::kMargin}) {
+        setMarginType(margin, QsciScintilla::SymbolMargin);
+        setMarginWidth(margin, kSymbolMarginWidth);
+        setMarginSensitivity(margin, margin == EditorMarks::kBreakpointMargin);
+    }
     setFolding(QsciScintilla::BoxedTreeFoldStyle, kFoldMargin);
-    setMarginWidth(3, 0);
     setMarginWidth(4, 0);
     Send(*this, Sci::SCI_SETMARGINLEFT, 0, 4);
 }
@@ -129,6 +127,12 @@ void SourceEditor::ConnectSignals() {
             [this](int position, int type) { BeforeEdit(position, type); });
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &SourceEditor::OnCharacterAdded);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settle_.start(0); });
+    connect(this, &QsciScintilla::marginClicked, this, [this](int margin, int line) {
+        if (margin == EditorMarks::kBreakpointMargin) emit BreakpointClicked(line + 1);
+    });
+    connect(this, &QsciScintilla::marginRightClicked, this, [this](int margin, int line) {
+        if (margin == EditorMarks::kBreakpointMargin) emit ConditionClicked(line + 1);
+    });
     connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
         digits_ = 0;
         FitNumberMargin();
@@ -170,6 +174,9 @@ void SourceEditor::LoadText(std::string text, bool isLastLineEnded) {
 
 void SourceEditor::ReplaceText(std::string text, bool isLastLineEnded) {
     Prepare(text, isLastLineEnded);
+    TellEdit();
+    const QString before = this->text();
+    const QScopedValueRollback replacing(isReplacing_, true);
     int line = 0;
     int column = 0;
     getCursorPosition(&line, &column);
@@ -181,6 +188,7 @@ void SourceEditor::ReplaceText(std::string text, bool isLastLineEnded) {
     SendScintilla(Sci::SCI_REPLACETARGET, static_cast<unsigned long>(text.size()), text.data());
     Send(*this, Sci::SCI_ENDUNDOACTION);
     TellEdit();
+    TellMovedLines(before);
     respeller_.Forget();
     lexer_->SetEndComplete();
     line = std::min(line, lines() - 1);
@@ -220,6 +228,8 @@ void SourceEditor::BeforeEdit(int position, int type) {
     TellEdit();
     emit EditBegins();
     editedLine_ = LineOf(*this, position);
+    const std::string before = TextBetween(*this, LineBegin(*this, editedLine_), position);
+    editBeginsLine_ = before.find_first_not_of(" \t") == std::string::npos;
     linesBefore_ = LineCount(*this);
     isUndoOrRedo_ = (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0;
     wasEdited_ = true;
@@ -234,7 +244,33 @@ void SourceEditor::TellEdit() {
     folds_.Edited(editedLine_, linesAdded);
     respeller_.Edited(editedLine_, linesAdded, isUndoOrRedo_);
     if (isUndoOrRedo_) lexer_->SetEndComplete();
+    // What stands behind the beginning of a line goes down and up with it.
+    const int first = editBeginsLine_ ? editedLine_ + 1 : editedLine_ + 2;
     editedLine_ = -1;
+    if (linesAdded == 0 || isReplacing_) return;
+    emit LinesMoved({first, std::max(-linesAdded, 0), std::max(linesAdded, 0)});
+}
+
+/// Of a text that was replaced as a whole, the lines that are still there have only moved.
+void SourceEditor::TellMovedLines(const QString& before) {
+    int line = 1;
+    LineMove move;
+    const auto tell = [&] {
+        // As many lines as were both taken out and put in count as changed.
+        const int changed = std::min(move.removed, move.added);
+        const LineMove moved{line + changed, move.removed - changed, move.added - changed};
+        if (moved.removed + moved.added > 0) emit LinesMoved(moved);
+        line += move.added;
+        move = {};
+    };
+    for (const DifferenceLine& difference : DifferenceOf(before, text())) {
+        if (difference.change == LineChange::Removed) ++move.removed;
+        if (difference.change == LineChange::Added) ++move.added;
+        if (difference.change != LineChange::Same) continue;
+        tell();
+        ++line;
+    }
+    tell();
 }
 
 void SourceEditor::OnCharacterAdded(int character) {
@@ -279,15 +315,23 @@ QString SourceEditor::HoverText(const QPoint& point) {
     const int line = LineOf(*this, nearest);
     const long top = Send(*this, Sci::SCI_POINTYFROMPOSITION, 0, nearest);
     if (point.y() > top + Send(*this, Sci::SCI_TEXTHEIGHT, line)) return {};  // below the text
-    QString marks = marks_.TextAt(line);
-    if (!marks.isEmpty()) return marks;
+    QStringList texts;
+    const std::string word = WordAt(point);
+    if (valueOf_ && !word.empty()) texts += valueOf_(line + 1, QString::fromStdString(word));
+    texts += marks_.TextAt(line);
+    const ProgramName* name = FindName(typing_.ProgramNames(), word);
+    if (name != nullptr && texts.last().isEmpty())
+        texts += QString::fromStdString(name->declaration);
+    texts.removeAll(QString());
+    return texts.join('\n');
+}
+
+/// The word under the mouse; empty: there is none.
+std::string SourceEditor::WordAt(const QPoint& point) {
     const long position = Send(*this, Sci::SCI_POSITIONFROMPOINTCLOSE, point.x(), point.y());
     if (position < 0) return {};
-    const std::string word =
-        TextBetween(*this, Send(*this, Sci::SCI_WORDSTARTPOSITION, position, 1),
-                    Send(*this, Sci::SCI_WORDENDPOSITION, position, 1));
-    const ProgramName* name = FindName(typing_.ProgramNames(), word);
-    return name == nullptr ? QString() : QString::fromStdString(name->declaration);
+    return TextBetween(*this, Send(*this, Sci::SCI_WORDSTARTPOSITION, position, 1),
+                       Send(*this, Sci::SCI_WORDENDPOSITION, position, 1));
 }
 
 void SourceEditor::dragEnterEvent(QDragEnterEvent* event) {
@@ -362,7 +406,8 @@ void SourceEditor::SetChromeColours(const QColor& text, const QColor& page) {
         SendScintilla(SCI_MARKERSETBACK, static_cast<unsigned long>(marker), fold);
     }
     setCaretForegroundColor(text);
-    setCaretLineBackgroundColor(Mix(text, page, 6));
+    // Seen through, so that a line that is lit stays so under the caret.
+    setCaretLineBackgroundColor(QColor(text.red(), text.green(), text.blue(), kCaretLineAlpha));
     setSelectionBackgroundColor(palette().color(QPalette::Active, QPalette::Highlight));
     setSelectionForegroundColor(palette().color(QPalette::Active, QPalette::HighlightedText));
     setMatchedBraceBackgroundColor(Mix(text, page, 20));

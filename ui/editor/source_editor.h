@@ -3,10 +3,13 @@
 #include <QAccessible>
 #include <QTimer>
 #include <Qsci/qsciscintilla.h>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "config/configuration.h"
+#include "desktop/line_moves.h"
 #include "ui/editor/editor_marks.h"
 #include "ui/editor/fold_keeper.h"
 #include "ui/editor/respeller.h"
@@ -44,6 +47,11 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     /// The word as the editor spells it: with keywords in it as in the keyword list.
     std::string Spelled(std::string word) const;
 
+    /// What the mouse over a word of a line, from 1, tells first; empty: nothing.
+    void SetValueSource(std::function<QString(int line, const QString& word)> valueOf) {
+        valueOf_ = std::move(valueOf);
+    }
+
     EditorMarks& Marks() { return marks_; }
     SoftMarks& Soft() { return soft_; }
     TypingHelp& Typing() { return typing_; }
@@ -61,6 +69,11 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void Loaded();
     /// The text or the caret's place has changed.
     void StatsChanged();
+    /// An edit has put lines in or taken lines out.
+    void LinesMoved(const zentro::LineMove& move);
+    /// The margin for breakpoints beside a line, from 1, was clicked, or with the right button.
+    void BreakpointClicked(int line);
+    void ConditionClicked(int line);
     /// The text is about to be edited, or an edit undone.
     void EditBegins();
     /// The text was edited, or an edit was undone. Comes soon after the edit.
@@ -88,7 +101,9 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void TellEdit();
     void OnCharacterAdded(int character);
     void Settle();
+    void TellMovedLines(const QString& before);
     QString HoverText(const QPoint& point);
+    std::string WordAt(const QPoint& point);
 
     const CommandCatalogue& commands_;
     KeywordList keywords_;
@@ -104,6 +119,9 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     bool wasEdited_ = false;
     int editedLine_ = -1;  ///< of an edit that is not told yet; -1: there is none
     int linesBefore_ = 0;  ///< that edit
+    bool editBeginsLine_ = false;  ///< only blanks stand before it
+    bool isReplacing_ = false;     ///< the whole text
+    std::function<QString(int line, const QString& word)> valueOf_;
     bool isUndoOrRedo_ = false;
     int digits_ = 0;
 };

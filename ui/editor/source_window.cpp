@@ -56,6 +56,12 @@ SourceWindow::SourceWindow(Workbench& workbench, Programs& programs, QWidget* pa
             [this] { emit DocStatsChanged(DocStats()); });
     connect(editor_, &SourceEditor::FilesDropped, this, &SourceWindow::FilesDropped);
     connect(editor_, &SourceEditor::EditBegins, this, [this] { programs_.NoteEdited(id_); });
+    connect(editor_, &SourceEditor::LinesMoved, this,
+            [this](const LineMove& move) { programs_.NoteLinesMoved(id_, move); });
+    connect(editor_, &SourceEditor::BreakpointClicked, this,
+            [this](int line) { emit BreakpointWanted(id_, line); });
+    connect(editor_, &SourceEditor::ConditionClicked, this,
+            [this](int line) { emit ConditionWanted(id_, line); });
     connect(editor_, &QsciScintilla::modificationChanged, this, [this](bool changed) {
         if (!changed) programs_.NoteAtSavedText(id_);
     });
@@ -312,11 +318,27 @@ void SourceWindow::MarkLine(const std::optional<LineMark>& mark) {
     if (mark == lineMark_) return;
     lineMark_ = mark;
     if (mark) {
-        editor_->Marks().MarkLine(std::clamp(mark->line, 1, editor_->lines()) - 1, mark->text);
+        const int line = std::clamp(mark->line, 1, editor_->lines()) - 1;
+        editor_->Marks().MarkLine(line, mark->text, mark->kind);
     } else {
         editor_->Marks().ClearMark();
     }
     emit DocStatsChanged(DocStats());
+}
+
+void SourceWindow::ShowLine(int line) {
+    editor_->ensureLineVisible(std::clamp(line, 1, editor_->lines()) - 1);
+}
+
+void SourceWindow::ShowBreakpoints(const std::vector<BreakpointMark>& breakpoints) {
+    if (breakpoints == breakpoints_) return;
+    breakpoints_ = breakpoints;
+    editor_->Marks().ShowBreakpoints(breakpoints);
+    emit DocStatsChanged(DocStats());
+}
+
+int SourceWindow::CaretLine() const {
+    return editor_->CaretLine();
 }
 
 void SourceWindow::ShowMessageBeside() {

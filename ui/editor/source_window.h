@@ -6,9 +6,11 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "desktop/file_text.h"
 #include "desktop/programs.h"
+#include "ui/editor/editor_marks.h"
 #include "ui/editor/source_search.h"
 #include "ui/support/help_topic.h"
 #include "ui/support/workbench.h"
@@ -20,14 +22,6 @@ class OutlineBox;
 class SourceEditor;
 
 enum class SaveResult : std::uint8_t { Saved, Cancelled, Failed };
-
-/// A line, from 1, at which a program stands, and what its mark says.
-struct LineMark {
-    int line = 0;
-    QString text;
-
-    bool operator==(const LineMark&) const = default;
-};
 
 /// The window of one source file: it shows and edits the text of an open file, and tells the
 /// programs of every edit.
@@ -97,8 +91,12 @@ class SourceWindow : public QWidget {
     /// Replaces the whole text as an edit, which can be undone and counts as a change.
     void SetText(const QString& text);
 
-    /// Marks the line at which a program stands, and shows it; nothing: none.
+    /// Marks the line at which a program stands; nothing: none.
     void MarkLine(const std::optional<LineMark>& mark);
+    /// Brings a line, from 1, into view; the caret stays where it is.
+    void ShowLine(int line);
+    void ShowBreakpoints(const std::vector<BreakpointMark>& breakpoints);
+    int CaretLine() const;  ///< from 1
     /// Shows what the marks of the caret's line say below the line, until there are other messages.
     void ShowMessageBeside();
     /// What the marks of the caret's line say; empty without marks.
@@ -109,6 +107,9 @@ class SourceWindow : public QWidget {
     /// The window is being closed; it goes when the event is done.
     void FormClosing();
     void FilesDropped(const QStringList& paths);
+    /// A breakpoint is wanted in a line, from 1, or not any more; or a condition of it.
+    void BreakpointWanted(zentro::FileId id, int line);
+    void ConditionWanted(zentro::FileId id, int line);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -130,6 +131,7 @@ class SourceWindow : public QWidget {
     FindBar* findBar_;
     FileId id_{};
     std::optional<LineMark> lineMark_;
+    std::vector<BreakpointMark> breakpoints_;
     std::uint64_t shownReport_ = 0;  ///< its serial number
     std::string lineEnd_;
 };

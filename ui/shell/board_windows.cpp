@@ -120,6 +120,14 @@ void BoardWindows::RunProgram(const std::shared_ptr<const CompiledProgram>& prog
     surroundings_.uncover(isOnPort ? static_cast<QWidget*>(terminal_) : boardWindow_);
 }
 
+bool BoardWindows::LoadProgram(const std::shared_ptr<const CompiledProgram>& program) {
+    if (board_.Kind() == BoardKind::Port) CloseTerminal();
+    MakeBoardWindow();
+    const bool loaded = board_.Load(program);
+    surroundings_.uncover(boardWindow_);
+    return loaded;
+}
+
 void BoardWindows::Stop() {
     if (board_.Connection() == ConnectionState::Connected) return terminal_->Stop();
     if (board_.Kind() == BoardKind::Virtual) board_.VirtualBoard().StopEverything();
@@ -218,9 +226,11 @@ void BoardWindows::ShowVariables() {
     if (shown_.session != before.session)
         variables_->SetTerminal(isConnected ? board_.Session() : nullptr);
     if (shown_.live && !before.live) {
-        variables_->SetLiveMemory([this](std::uint32_t address, std::size_t count) {
-            return board_.ReadNow(address, count);
-        });
+        variables_->SetLiveMemory(
+            [this](std::uint32_t address, std::size_t count) {
+                return board_.ReadNow(address, count);
+            },
+            [this] { return HeldAt(); });
     } else if (!shown_.live && before.live) {
         variables_->SetLiveMemory(nullptr);
     }
@@ -228,6 +238,11 @@ void BoardWindows::ShowVariables() {
         variables_->ListVariables(shown_.program == nullptr ? nullptr
                                                             : shown_.program->compilation.get());
     if (shown_.live) variables_->SetNote(shown_.note);
+}
+
+std::optional<std::uint64_t> BoardWindows::HeldAt() {
+    if (board_.Activity().state != BoardActivity::State::Held) return std::nullopt;
+    return board_.VirtualBoard().State().processor.steps;
 }
 
 void BoardWindows::ApplySettings() {

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "desktop/board_state.h"
 #include "desktop/programs.h"
@@ -49,6 +50,9 @@ class BoardWindows : public QObject {
     /// Brings a program to the connected board, else to the virtual one, which opens, and starts
     /// it.
     void RunProgram(const std::shared_ptr<const CompiledProgram>& program);
+    /// Brings a program to the virtual board, which opens, without starting it. False: it cannot be
+    /// loaded.
+    bool LoadProgram(const std::shared_ptr<const CompiledProgram>& program);
     /// Stops the program of the board and puts its outputs to rest.
     void Stop();
     void OpenVariables();
@@ -80,6 +84,7 @@ class BoardWindows : public QObject {
     void ShowVariables();
     bool MayRun();
     QString VariablesNote() const;
+    std::optional<std::uint64_t> HeldAt();
     void Send(const QString& path, bool runs);
 
     Workbench& workbench_;

@@ -133,6 +133,10 @@ bool CommandStates::IsMet(CommandNeed need) const {
         case CommandNeed::TextToCopy: return HasTextToCopy();
         case CommandNeed::TextToPaste: return clipboardHasText_ && !text.isReadOnly;
         case CommandNeed::TextToSelect: return text.isText;
+        case CommandNeed::LineToStep:
+        case CommandNeed::StepToTakeBack:
+        case CommandNeed::RunningProgram:
+        case CommandNeed::Breakpoint: return surroundings_.followsProgram(need);
     }
     return true;
 }

@@ -27,6 +27,7 @@ class CommandStates : public QObject {
         std::function<QAction*(CommandId)> action;
         std::function<QWidget*()> front;  ///< the child window in front; null: none
         QWidget* window = nullptr;        ///< of the keys
+        std::function<bool(CommandNeed)> followsProgram;  ///< needs of following a program
     };
 
     /// The programs, their windows and the surroundings outlive the object.

@@ -50,6 +50,14 @@ enum class CommandId : std::uint8_t {
     ResetMain,
     Run,
     Stop,
+    StepLine,
+    StepInto,
+    StepLineBack,
+    RunToCaret,
+    PauseProgram,
+    ToggleBreakpoint,
+    SetCondition,
+    ClearBreakpoints,
     OpenComms,
     OpenVirtualBoard,
     DownloadCurrent,
@@ -86,6 +94,10 @@ enum class CommandNeed : std::uint8_t {
     TextToCopy,
     TextToPaste,
     TextToSelect,
+    LineToStep,      ///< here and below on the virtual board: an open program, or one that runs
+    StepToTakeBack,
+    RunningProgram,
+    Breakpoint,      ///< any
 };
 
 /// A menu, in the order of the menu bar.

@@ -27,6 +27,7 @@
 #include "ui/shell/compile_commands.h"
 #include "ui/shell/desk.h"
 #include "ui/shell/editor_commands.h"
+#include "ui/shell/follow_commands.h"
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/program_marks.h"
 #include "ui/shell/recovery_keeper.h"
@@ -201,7 +202,6 @@ void MainWindow::MakeParts() {
         this);
     recovery_ = new RecoveryKeeper(workbench_, *programs_, *files_, this);
     checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
-    new ProgramMarks(*programs_, *board_, *files_, *compiler_, this);
     search_ = std::make_unique<SourceSearch>(*files_);
     editing_ =
         new EditorCommands(workbench_, *programs_, *files_, *checks_, *search_,
@@ -220,13 +220,28 @@ void MainWindow::MakeParts() {
          [this](const QString& text) { statusBar()->showMessage(text, kStatusTime); },
          [this] { BackToSource(); }},
         this);
+    MakeFollowing();
     ConnectCompiler();
     ConnectBoard();
     states_ = std::make_unique<CommandStates>(
         *programs_, *files_,
         CommandStates::Surroundings{[this](CommandId id) { return Action(id); },
-                                    [this] { return Front(); }, this});
+                                    [this] { return Front(); }, this,
+                                    [this](CommandNeed need) { return following_->IsMet(need); }});
+    connect(following_, &FollowCommands::NeedsChanged, states_.get(), &CommandStates::Update);
     connect(area_, &QMdiArea::subWindowActivated, states_.get(), &CommandStates::Update);
+}
+
+void MainWindow::MakeFollowing() {
+    auto* breakpoints = new Breakpoints(*programs_, this);
+    auto* lines =
+        new LineFollower(*programs_, *board_, *breakpoints, workbench_.configuration, this);
+    new ProgramMarks(*programs_, *board_, *lines, *files_, *compiler_, this);
+    following_ = new FollowCommands(
+        workbench_, *programs_, *board_, *lines, *breakpoints, *files_, *sending_,
+        {[this](const QString& text) { statusBar()->showMessage(text, kStatusTime); },
+         [this](QWidget* window) { area_->Uncover(*window); }, this},
+        this);
 }
 
 void MainWindow::ConnectCompiler() {

@@ -28,6 +28,7 @@ class CompileCommands;
 class Desk;
 class EditorCommands;
 class FindDialog;
+class FollowCommands;
 class HelpBrowser;
 class LiveCheck;
 class NoticeBar;
@@ -74,6 +75,7 @@ class MainWindow : public QMainWindow {
     void MakeCentre();
     void MakeStatusBar();
     void MakeParts();
+    void MakeFollowing();
     void ConnectCompiler();
     void ConnectBoard();
 
@@ -136,6 +138,7 @@ class MainWindow : public QMainWindow {
     CompileCommands* compiler_ = nullptr;
     BoardWindows* boards_ = nullptr;
     SendCommands* sending_ = nullptr;
+    FollowCommands* following_ = nullptr;
     RecoveryKeeper* recovery_ = nullptr;
     LiveCheck* checks_ = nullptr;
     EditorCommands* editing_ = nullptr;

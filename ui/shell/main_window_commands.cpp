@@ -22,6 +22,7 @@
 #include "ui/shell/arrange_windows.h"
 #include "ui/shell/board_windows.h"
 #include "ui/shell/compile_commands.h"
+#include "ui/shell/follow_commands.h"
 #include "ui/shell/desk.h"
 #include "ui/shell/editor_commands.h"
 #include "ui/shell/main_window.h"
@@ -116,6 +117,10 @@ void MainWindow::BindCompileCommands() {
 void MainWindow::BindKinetronCommands() {
     handlers_[CommandId::Run] = [this] { sending_->Run(); };
     handlers_[CommandId::Stop] = [this] { sending_->Stop(); };
+    for (const CommandRow& row : Commands()) {
+        if (FollowCommands::Knows(row.id))
+            handlers_[row.id] = [this, id = row.id] { following_->Do(id); };
+    }
     handlers_[CommandId::OpenComms] = [this] { boards_->OpenComms(); };
     handlers_[CommandId::OpenVirtualBoard] = [this] { boards_->OpenVirtualBoard(); };
     handlers_[CommandId::DownloadCurrent] = [this] { sending_->Download(); };

@@ -22,19 +22,27 @@ SendCommands::SendCommands(Programs& programs, BoardState& board, CompileCommand
     connect(&board_, &BoardState::Changed, this, &SendCommands::FollowEnd);
 }
 
-void SendCommands::Run() {
+/// Null: it cannot be run, which has been told.
+std::shared_ptr<const CompiledProgram> SendCommands::CompileFront() {
     const OpenFile* front = programs_.Front();
-    if (front == nullptr)
-        return surroundings_.showStatus(tr("There is no program to run. Begin or open one first."));
-    if (TellOfLostLine()) return;
+    if (front == nullptr) {
+        surroundings_.showStatus(tr("There is no program to run. Begin or open one first."));
+        return nullptr;
+    }
+    if (TellOfLostLine()) return nullptr;
     const OpenFile* root = programs_.Find(programs_.RootOf(*front));
-    const auto program = compiler_.CompileTexts(root == nullptr ? *front : *root);
+    auto program = compiler_.CompileTexts(root == nullptr ? *front : *root);
     for (const char* subject : {"another program", "old object code", "no board"})
         notices_.Withdraw(subject);
+    if (program == nullptr || program->succeeded) return program;
+    surroundings_.showStatus(
+        tr("%1 does not run yet: mend what is marked, then run it again.").arg(program->name));
+    return nullptr;
+}
+
+void SendCommands::Run() {
+    const auto program = CompileFront();
     if (program == nullptr) return;
-    if (!program->succeeded)
-        return surroundings_.showStatus(
-            tr("%1 does not run yet: mend what is marked, then run it again.").arg(program->name));
     running_.clear();
     boards_.RunProgram(program);
     const bool isVirtual = board_.Kind() == BoardKind::Virtual;
@@ -73,6 +81,13 @@ void SendCommands::FollowEnd() {
     const QString text =
         state == BoardActivity::State::Ended ? tr("%1 has ended.") : tr("%1 was ended by a fault.");
     surroundings_.showStatus(text.arg(std::exchange(running_, {})));
+}
+
+bool SendCommands::Load() {
+    const auto program = CompileFront();
+    if (program == nullptr || !boards_.LoadProgram(program)) return false;
+    surroundings_.backToSource();
+    return true;
 }
 
 /// Whoever works with a real board is not to find the program on another one without a word.

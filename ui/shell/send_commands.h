@@ -37,6 +37,9 @@ class SendCommands : public QObject {
     /// Compiles the program of the file in front as it stands in the editor, brings it to the board
     /// and starts it. Asks nothing and saves nothing.
     void Run();
+    /// Does the same but for the start, on the virtual board. False: nothing was loaded, which has
+    /// been told.
+    bool Load();
     /// Stops the program and puts every output to rest.
     void Stop();
     bool CanStop() const;
@@ -49,6 +52,7 @@ class SendCommands : public QObject {
     void FollowCompile(FileId file, bool succeeded);
 
   private:
+    std::shared_ptr<const CompiledProgram> CompileFront();
     void OfferFrontFile(FileId compiled);
     void OfferToSend(FileId compiled);
     void OfferToCompile(const OpenFile& file);

@@ -73,4 +73,10 @@ QColor ReadableOn(const QColor& colour, const QColor& background) {
     return shade;
 }
 
+QColor Mix(const QColor& colour, const QColor& other, int share) {
+    const auto part = [&](int a, int b) { return (a * share + b * (100 - share)) / 100; };
+    return {part(colour.red(), other.red()), part(colour.green(), other.green()),
+            part(colour.blue(), other.blue())};
+}
+
 }  // namespace zentro

@@ -19,4 +19,7 @@ bool IsDark(const QPalette& palette);
 /// The colour, or a lighter or darker shade of it, that can be read on the background.
 QColor ReadableOn(const QColor& colour, const QColor& background);
 
+/// So much of one colour in the other, in hundredths.
+QColor Mix(const QColor& colour, const QColor& other, int share);
+
 }  // namespace zentro

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <QListWidget>
+#include <cstdint>
 #include <string>
 #include <vector>
 
 #include "comms/debug_variables.h"
+#include "config/command_catalogue.h"
 
 namespace zentro {
 
@@ -14,15 +16,26 @@ class VariableList : public QListWidget {
     Q_OBJECT
 
   public:
-    explicit VariableList(QWidget* parent);
+    /// What becomes of the marks of values that have stayed the same.
+    enum class Marks : std::uint8_t {
+        Fade,   ///< they go after some looks
+        Renew,  ///< they go: the program has been stepped
+        Keep,   ///< they stay: the program is held where it was
+    };
+
+    /// The commands give the words for values and outlive the list.
+    VariableList(const CommandCatalogue& commands, QWidget* parent);
 
     /// Lists other variables.
     void Load(const std::vector<DebugVariable>& variables);
-    /// Shows the values of the variables that are listed, and marks those that have changed until
-    /// they have stayed the same this many times.
-    void ShowValues(const std::vector<DebugVariable>& variables, int markedTimes = 1);
+    /// Shows the values of the variables that are listed, and marks those that have changed; marks
+    /// that fade go when a value has stayed the same this many times.
+    void ShowValues(const std::vector<DebugVariable>& variables, int markedTimes = 1,
+                    Marks marks = Marks::Fade);
     /// Shows the variables that have this in their names, whatever its case.
     void ShowOnly(const QString& part);
+    /// Whether the variables that the compiler needs for itself are shown too; at first, no.
+    void ShowCompilersOwn(bool shows);
 
     int MarkedCount() const;
 
@@ -32,6 +45,12 @@ class VariableList : public QListWidget {
   private:
     void MakeIcons();
     void Mark(QListWidgetItem& item, int times);
+    QString LineOf(const std::string& line, const DebugVariable& variable) const;
+    void HideRows();
+
+    const CommandCatalogue& commands_;
+    QString part_;
+    bool showsCompilersOwn_ = false;
 
     QIcon mark_;
     QIcon noMark_;

@@ -1,5 +1,6 @@
 #include "ui/terminal/variables_window.h"
 
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/variable_values.h"
 #include "ui/support/dialogs.h"
 #include "ui/support/icons.h"
 #include "ui/terminal/variable_list.h"
@@ -32,8 +34,9 @@ VariablesWindow::VariablesWindow(Workbench& workbench, QWidget* parent)
       reader_([this](const std::string& message) {
           workbench_.dialogs.ShowMessage(this, QString::fromStdString(message));
       }),
-      listVars_(new VariableList(this)),
+      listVars_(new VariableList(workbench.configuration.commands, this)),
       filter_(new QLineEdit(this)),
+      compilersOwn_(new QCheckBox(tr("The compiler's &own too"), this)),
       status_(new QLabel(this)),
       cmdRefresh_(new QPushButton(kIdleCaption, this)) {
     setObjectName("frmVariables");
@@ -47,6 +50,7 @@ VariablesWindow::VariablesWindow(Workbench& workbench, QWidget* parent)
     connect(&reader_, &VariableReader::ReadingStarted, this, &VariablesWindow::BeginReading);
     connect(&reader_, &VariableReader::ReadingFinished, this, &VariablesWindow::EndReading);
     connect(cmdRefresh_, &QPushButton::clicked, this, &VariablesWindow::Refresh);
+    connect(compilersOwn_, &QCheckBox::toggled, listVars_, &VariableList::ShowCompilersOwn);
     connect(filter_, &QLineEdit::textChanged, listVars_, &VariableList::ShowOnly);
 }
 
@@ -54,6 +58,9 @@ void VariablesWindow::MakeLayout() {
     filter_->setObjectName("txtFilter");
     filter_->setClearButtonEnabled(true);
     filter_->setAccessibleName(tr("Show only variables with this in their names"));
+    compilersOwn_->setObjectName("chkCompilersOwn");
+    compilersOwn_->setToolTip(
+        tr("Show the variables in which the compiler keeps results on the way"));
     auto* label = new QLabel(tr("&Show only:"), this);
     label->setBuddy(filter_);
     cmdRefresh_->setObjectName("cmdRefresh");
@@ -62,6 +69,7 @@ void VariablesWindow::MakeLayout() {
     auto* top = new QHBoxLayout;
     top->addWidget(label);
     top->addWidget(filter_, 1);
+    top->addWidget(compilersOwn_);
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(status_, 1);
     bottom->addWidget(cmdRefresh_);
@@ -77,8 +85,9 @@ void VariablesWindow::SetTerminal(TerminalSession* terminal) {
     reader_.SetTerminal(terminal);
 }
 
-void VariablesWindow::SetLiveMemory(LiveMemory memory) {
+void VariablesWindow::SetLiveMemory(LiveMemory memory, HeldAt heldAt) {
     liveMemory_ = std::move(memory);
+    heldAt_ = std::move(heldAt);
     if (liveMemory_) {
         liveTimer_.start();
         status_->setText(tr("The virtual board's values, as they are"));
@@ -127,12 +136,20 @@ void VariablesWindow::Refresh() {
 
 void VariablesWindow::LookUp() {
     for (DebugVariable& variable : variables_) {
-        const std::string bytes = liveMemory_(variable.address, kBytesInReply);
+        const std::size_t whole = std::min<std::size_t>(variable.size, kMostBytesShown);
+        const std::string bytes =
+            liveMemory_(variable.address, std::max(whole, kBytesInReply));
         if (bytes.empty()) continue;
         variable.bytes.assign(bytes.begin(), bytes.end());
         variable.debugValue = FormatBytes(variable.bytes, variable.type);
     }
-    listVars_->ShowValues(variables_, kLiveMarkedTimes);
+    const auto heldAt = heldAt_ ? heldAt_() : std::nullopt;
+    const bool isSame = heldAt == shownAt_;
+    shownAt_ = heldAt;
+    listVars_->ShowValues(variables_, kLiveMarkedTimes,
+                          !heldAt  ? VariableList::Marks::Fade
+                          : isSame ? VariableList::Marks::Keep
+                                   : VariableList::Marks::Renew);
 }
 
 void VariablesWindow::BeginReading() {

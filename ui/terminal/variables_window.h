@@ -5,12 +5,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "comms/variable_reader.h"
 #include "ui/support/workbench.h"
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -33,9 +35,13 @@ class VariablesWindow : public QWidget {
     /// The terminal to read through; null: none.
     void SetTerminal(TerminalSession* terminal);
 
+    /// Tells at which of its instructions a virtual board is held; nothing while it runs.
+    using HeldAt = std::function<std::optional<std::uint64_t>()>;
+
     /// Shows a virtual board's memory ten times a second instead of asking the terminal; an empty
     /// function ends that. Comes before LoadVariables, which would ask the terminal otherwise.
-    void SetLiveMemory(LiveMemory memory);
+    /// While the board is held, what a step has changed stays marked until the next.
+    void SetLiveMemory(LiveMemory memory, HeldAt heldAt = {});
 
     /// What the values are of, while they are live.
     void SetNote(const QString& note);
@@ -67,10 +73,13 @@ class VariablesWindow : public QWidget {
     Workbench& workbench_;
     VariableReader reader_;
     LiveMemory liveMemory_;
+    HeldAt heldAt_;
+    std::optional<std::uint64_t> shownAt_;  ///< where the board was held at the last look
     QTimer liveTimer_;
     std::vector<DebugVariable> variables_;  ///< with the values that are shown
     VariableList* listVars_;
     QLineEdit* filter_;
+    QCheckBox* compilersOwn_;
     QLabel* status_;
     QPushButton* cmdRefresh_;
     bool closed_ = false;

@@ -211,6 +211,47 @@ TEST(FaultReportTest, OfASourceSpeaksItsWords) {
     }
 }
 
+/// The values of the line and the calls of a program that fails.
+FaultReport ReportOfSource(test::Program& program) {
+    EXPECT_TRUE(program.Compile()) << program.output.log;
+    const auto board = std::make_unique<Board>();
+    EXPECT_EQ(LoadObjectText(*board, program.object.text), "");
+    StartProgram(*board);
+    RunInstructions(*board, 1'000'000);
+    return DescribeFault(*board, WordsOf(program.compilation));
+}
+
+TEST(FaultReportTest, TellsTheValuesOfTheLineAndTheCalls) {
+    test::Program deep(
+        "DEFINE BYTE Mean = 3\nDEFINE FLAG Done = TRUE\n"
+        "DEFINE ROUTINE Share(Parts BYTE)\nMean = Mean / Parts\nEND ROUTINE\n"
+        "DEFINE ROUTINE Work()\nCALL Share(0)\nEND ROUTINE\n"
+        "BEGIN PROGRAM\nCALL Work()\nEND PROGRAM\n");
+    FaultReport report = ReportOfSource(deep);
+    EXPECT_EQ(report.values, "Mean = 3, Parts of Share = 0");
+    EXPECT_EQ(report.calls, "Share was called in line 7, Work in line 10");
+    EXPECT_THAT(report.WholeText(),
+                EndsWith("divided by it. Mean = 3, Parts of Share = 0. Share was called in line 7, "
+                         "Work in line 10"));
+
+    test::Program endless(
+        "DEFINE ROUTINE Deeper(Left WORD)\nCALL Deeper(Left)\nEND ROUTINE\n"
+        "BEGIN PROGRAM\nCALL Deeper(3)\nEND PROGRAM\n");
+    report = ReportOfSource(endless);
+    EXPECT_EQ(report.values, "Left of Deeper = 3");
+    EXPECT_EQ(report.calls,
+              "Deeper was called in line 2, Deeper in line 2, Deeper in line 2, Deeper in line 2, "
+              "Deeper in line 2, 250 more calls, Deeper in line 5");
+
+    test::Program handler(
+        "DEFINE BYTE Zero = 0\nDEFINE ROUTINE Fail()\nZero = 1 / Zero\nEND ROUTINE\n"
+        "DEFINE EVENT Tick()\nCALL Fail()\nEND EVENT\n"
+        "BEGIN PROGRAM\nSET EVENT 9, Tick\nENABLE EVENTS\nRAISE EVENT 9\nEND PROGRAM\n");
+    report = ReportOfSource(handler);
+    EXPECT_EQ(report.values, "Zero = 0");
+    EXPECT_EQ(report.calls, "Fail was called in line 6");
+}
+
 /// Each call keeps 142 bytes, so memory ends before 256 of them.
 TEST(FaultReportTest, OfManyLocalVariablesOnTheStackNamesTheLikelyCause) {
     std::string source = "DEFINE ROUTINE Deeper(Left WORD)\n";

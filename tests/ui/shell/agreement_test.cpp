@@ -8,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QTabBar>
 #include <algorithm>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -16,6 +17,7 @@
 #include "compiler/source_of_address.h"
 #include "desktop/board_state.h"
 #include "desktop/file_watcher.h"
+#include "desktop/line_follower.h"
 #include "desktop/live_check.h"
 #include "desktop/text_file.h"
 #include "tests/comms/board_fixture.h"
@@ -41,6 +43,8 @@ constexpr const char* kFaulty =
     "END PROGRAM\n";
 constexpr int kHereBit = 1 << 2;
 constexpr int kMistakeBits = 0b11;
+constexpr int kFilledBit = 1 << 7;
+constexpr int kHollowBit = 1 << 9;
 
 class AgreementTest : public MainWindowTest {
   protected:
@@ -87,6 +91,7 @@ class AgreementTest : public MainWindowTest {
     QStringList Arrows();
     QStringList WhereItStands();
     void ExpectArrowAgrees();
+    void ExpectBreakpointsAgree();
     void ExpectValuesAgree();
     void ExpectBoardAgrees();
 
@@ -171,6 +176,14 @@ std::vector<AgreementTest::Step> AgreementTest::Steps() {
         {"stop", click("BtnBoardStop")},
         {"step", click("BtnBoardStep")},
         {"step back", click("BtnBoardStepBack")},
+        {"line", trigger(CommandId::StepLine)},
+        {"line back", trigger(CommandId::StepLineBack)},
+        {"breakpoint",
+         [this] {
+             if (FrontSource() == nullptr) return;
+             FrontSource()->PutCaretAt(++turn_ % FrontSource()->Editor()->lines() + 1);
+             Trigger(CommandId::ToggleBreakpoint);
+         }},
         {"a program that loops", [this] { RunOnBoard("loops.txt"); }},
         {"a program that ends", [this] { RunOnBoard("ends.txt"); }},
         {"a fault", [this] { RunOnBoard("faulty.txt"); }},
@@ -213,6 +226,7 @@ void AgreementTest::ExpectAgreement() {
     ExpectFrontAgrees();
     ExpectMarksAgree();
     ExpectArrowAgrees();
+    ExpectBreakpointsAgree();
     ExpectValuesAgree();
     ExpectBoardAgrees();
 }
@@ -318,12 +332,16 @@ QStringList AgreementTest::WhereItStands() {
     const bool isHeld = processor.running && host.IsPaused();
     const bool isFaulty = !processor.running && processor.end == EndReason::Fault;
     if (!isHeld && !isFaulty) return {};
-    const std::uint32_t address = isHeld ? processor.address : processor.instruction;
+    const std::uint32_t address =
+        isHeld ? zentro::WhereItStands(host.State()) : processor.instruction;
     const auto place = SourceOfAddress(*compiled->compilation, static_cast<std::uint16_t>(address));
     if (!place) return {};
-    const SourceWindow* source = window->Files().Find(
-        QString::fromStdString(place->pathName) + '/' + QString::fromStdString(place->fileName));
-    return source == nullptr ? QStringList() : QStringList(source->FileName());
+    const QString key =
+        FileKey(QString::fromStdString(place->pathName), QString::fromStdString(place->fileName));
+    for (const OpenFile& file : window->OpenPrograms().Files()) {
+        if (file.key == key) return {file.name};
+    }
+    return {};
 }
 
 /// There is an arrow just where the program of the board in front stands, and nowhere else.
@@ -331,6 +349,27 @@ void AgreementTest::ExpectArrowAgrees() {
     EXPECT_TRUE(QTest::qWaitFor([&] { return Arrows() == WhereItStands(); }, 1000))
         << Arrows().join(' ').toStdString() << " instead of "
         << WhereItStands().join(' ').toStdString();
+}
+
+/// Each breakpoint has its mark, which is filled when the board is held there.
+void AgreementTest::ExpectBreakpointsAgree() {
+    const auto* breakpoints = window->findChild<Breakpoints*>();
+    const auto* lines = window->findChild<LineFollower*>();
+    for (const SourceWindow* source : window->Files().Windows()) {
+        std::map<int, int> expected;
+        for (const Breakpoint& breakpoint : breakpoints->All()) {
+            if (breakpoint.file == source->File().key)
+                expected[std::clamp(breakpoint.line, 1, source->Editor()->lines())] =
+                    lines->IsOnBoard(breakpoint) ? kFilledBit : kHollowBit;
+        }
+        std::map<int, int> shown;
+        for (int line = 0; line < source->Editor()->lines(); ++line) {
+            const int mark =
+                static_cast<int>(source->Editor()->markersAtLine(line)) & (kFilledBit | kHollowBit);
+            if (mark != 0) shown[line + 1] = mark;
+        }
+        EXPECT_EQ(shown, expected) << source->FileName().toStdString();
+    }
 }
 
 /// The variables are those of the program on the board, with the values in its memory.

@@ -1,0 +1,162 @@
+#include "desktop/line_follower.h"
+
+#include <QDir>
+#include <QScopedValueRollback>
+#include <utility>
+#include <vector>
+
+#include "compiler/source_of_address.h"
+#include "desktop/variable_values.h"
+
+namespace zentro {
+
+LineFollower::LineFollower(Programs& programs, BoardState& board, Breakpoints& breakpoints,
+                           const InstructionConfiguration& configuration, QObject* parent)
+    : QObject(parent),
+      programs_(programs),
+      board_(board),
+      breakpoints_(breakpoints),
+      configuration_(configuration) {
+    connect(&board, &BoardState::Changed, this, &LineFollower::Follow);
+    connect(&breakpoints, &Breakpoints::Changed, this, &LineFollower::Bind);
+}
+
+/// Another program may be on the virtual board.
+void LineFollower::Follow() {
+    if (board_.Kind() != BoardKind::Virtual || !board_.HasVirtualBoard()) return;
+    if (board_.Program().compiled == program_) return;
+    program_ = board_.Program().compiled;
+    lines_.reset();
+    if (program_ != nullptr) lines_.emplace(*program_->compilation);
+    board_.VirtualBoard().SetLines(lines_ ? lines_->Starts() : nullptr);
+    Bind();
+}
+
+void LineFollower::Bind() {
+    if (isBinding_) return;
+    const QScopedValueRollback binding(isBinding_, true);
+    std::map<std::uint16_t, ProgramStops::Condition> stops;
+    const std::vector<Breakpoint> all = breakpoints_.All();
+    for (const Breakpoint& breakpoint : all)
+        BindOne(breakpoint, stops);
+    if (board_.HasVirtualBoard()) board_.VirtualBoard().SetBreakpoints(std::move(stops));
+    emit Changed();
+}
+
+/// A line of the text that the board's program was made from, and that has no code, gives its
+/// breakpoint to the next one.
+void LineFollower::BindOne(const Breakpoint& breakpoint,
+                           std::map<std::uint16_t, ProgramStops::Condition>& stops) {
+    const std::optional<int> then = LineThen(breakpoint.file, breakpoint.line);
+    if (!then) return;
+    std::optional<int> line = then;
+    if (!lines_->StartOf(breakpoint.file, *then)) {
+        line = lines_->LineWithCode(breakpoint.file, *then);
+        if (!line || !programs_.IsUpToDate(*program_)) return;
+        breakpoints_.Move(breakpoint.file, breakpoint.line, *line);
+        emit BreakpointMoved(breakpoint.line, *line);
+    }
+    stops[*lines_->StartOf(breakpoint.file, *line)] = ConditionOf(breakpoint, *line);
+}
+
+/// Where the line stood in the program on the board; nothing: nowhere.
+std::optional<int> LineFollower::LineThen(const QString& file, int line) const {
+    if (program_ == nullptr) return std::nullopt;
+    const auto read = program_->texts.find(file);
+    if (read == program_->texts.end()) return std::nullopt;
+    const OpenFile* open = programs_.Find(file);
+    if (open != nullptr && read->second == kOtherText) return std::nullopt;
+    return open == nullptr ? line : programs_.LineThen(*open, line, read->second);
+}
+
+BoundCondition LineFollower::BoundConditionOf(const Breakpoint& breakpoint, int lineThen) const {
+    if (breakpoint.condition.isEmpty()) return {};
+    ReadCondition read = ReadBreakCondition(breakpoint.condition, configuration_.commands);
+    if (!read.condition) return {{}, read.problem};
+    return BindCondition(*read.condition, *program_->compilation,
+                         lines_->ScopeOf(breakpoint.file, lineThen));
+}
+
+ProgramStops::Condition LineFollower::ConditionOf(const Breakpoint& breakpoint,
+                                                  int lineThen) const {
+    return BoundConditionOf(breakpoint, lineThen).holds;
+}
+
+QString LineFollower::ProblemOf(const Breakpoint& breakpoint) const {
+    const std::optional<int> then = LineThen(breakpoint.file, breakpoint.line);
+    return then ? BoundConditionOf(breakpoint, *then).problem : QString();
+}
+
+bool LineFollower::IsOnBoard(const Breakpoint& breakpoint) const {
+    if (board_.Kind() != BoardKind::Virtual) return false;
+    const std::optional<int> then = LineThen(breakpoint.file, breakpoint.line);
+    return then && lines_->StartOf(breakpoint.file, *then);
+}
+
+QString LineFollower::ProblemWith(const OpenFile& file, int line,
+                                  const QString& condition) const {
+    if (condition.trimmed().isEmpty()) return {};
+    const ReadCondition read = ReadBreakCondition(condition, configuration_.commands);
+    if (!read.condition) return read.problem;
+    const std::vector<ProgramName> known = programs_.NamesFor(file);
+    for (const std::string& name : NamesIn(*read.condition, configuration_.commands)) {
+        const ProgramName* declared = FindName(known, name);
+        if (declared == nullptr && !known.empty())
+            return tr("The program declares no variable and no constant %1.")
+                .arg(QString::fromStdString(name));
+        if (declared != nullptr && declared->isRoutine)
+            return tr("%1 is a routine, and a condition compares values.")
+                .arg(QString::fromStdString(name));
+    }
+    const Breakpoint asked{file.key, line, condition};
+    const bool isKnown = IsOnBoard(asked) && programs_.IsUpToDate(*program_);
+    return isKnown ? ProblemOf(asked) : QString();
+}
+
+std::optional<SourcePlace> LineFollower::PlaceOf(const CompiledProgram& program,
+                                                 std::uint16_t address) const {
+    const auto place = SourceOfAddress(*program.compilation, address);
+    if (!place) return std::nullopt;
+    SourcePlace found;
+    found.folder = QString::fromStdString(place->pathName);
+    found.name = QString::fromStdString(place->fileName);
+    found.file = FileKey(found.folder, found.name);
+    found.line = place->sourceLineNo;
+    const OpenFile* open = programs_.Find(found.file);
+    const auto read = program.texts.find(found.file);
+    if (open == nullptr || read == program.texts.end()) return found;
+    const auto now = read->second == kOtherText
+                         ? std::nullopt
+                         : programs_.LineNow(*open, found.line, read->second);
+    if (now) {
+        found.line = *now;
+    } else {
+        found.isCertain = false;
+    }
+    return found;
+}
+
+std::optional<std::uint16_t> LineFollower::StartOf(const OpenFile& file, int line) const {
+    const std::optional<int> then = LineThen(file.key, line);
+    const auto withCode = then ? lines_->LineWithCode(file.key, *then) : std::nullopt;
+    return withCode ? lines_->StartOf(file.key, *withCode) : std::nullopt;
+}
+
+QString LineFollower::ValueOf(const OpenFile& file, int line, const QString& name) const {
+    if (board_.Kind() != BoardKind::Virtual || program_ == nullptr) return {};
+    if (board_.Program().extent != HeldProgram::Extent::Whole) return {};
+    if (!program_->texts.contains(file.key)) return {};
+    const int then = LineThen(file.key, line).value_or(line);
+    const Symbol* variable = FindVariable(*program_->compilation, name.toStdString(),
+                                          lines_->ScopeOf(file.key, then));
+    if (variable == nullptr) return {};
+    const QString value =
+        DescribeVariable(*program_->compilation, *variable,
+                         [this](std::uint32_t address, std::size_t count) {
+                             return board_.ReadNow(address, count);
+                         });
+    if (programs_.IsUpToDate(*program_)) return value;
+    return tr("%1 (in the program on the board, which is older than this text)").arg(value);
+}
+
+}  // namespace zentro

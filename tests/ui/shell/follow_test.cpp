@@ -1,0 +1,323 @@
+// A program followed in its source with real keys and clicks, through the whole window.
+#include <QAbstractButton>
+#include <QAction>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QListWidget>
+#include <QStatusBar>
+#include <QToolTip>
+
+#include "desktop/board_state.h"
+#include "tests/ui/shell/main_window_fixture.h"
+#include "ui/editor/scintilla_text.h"
+#include "ui/editor/source_editor.h"
+#include "ui/editor/source_window.h"
+#include "ui/shell/source_files.h"
+
+namespace zentro {
+namespace {
+
+constexpr int kHereBit = 1 << 2;
+constexpr int kLitBit = 1 << 3;
+constexpr int kSoftBit = 1 << 4;
+constexpr int kFaultBit = 1 << 6;
+constexpr int kFullBit = 1 << 7;
+constexpr int kConditionalBit = 1 << 8;
+constexpr int kHollowBit = 1 << 9;
+
+constexpr const char* kCounting = R"(DEFINE BYTE Count = 0
+DEFINE FLAG Even = TRUE
+DEFINE TABLE Tune = 1, 2, 3
+DEFINE ROUTINE Add(Number BYTE)
+    Count = Count + Number
+    Even = FALSE
+END ROUTINE
+BEGIN PROGRAM
+    LOOP
+        CALL Add(1)
+        WAIT 1
+    END LOOP
+END PROGRAM
+)";
+
+class FollowTest : public MainWindowTest {
+  protected:
+    VirtualBoardHost& Host() { return window->Board().VirtualBoard(); }
+    bool IsHeld() { return Host().State().processor.running && Host().IsPaused(); }
+    bool WaitUntilHeld() {
+        return QTest::qWaitFor([this] { return IsHeld(); }, 10'000);
+    }
+
+    /// The lines, from 1, of the window that bear the mark.
+    static std::vector<int> LinesWith(const SourceWindow& source, int bit) {
+        std::vector<int> lines;
+        for (int line = 0; line < source.Editor()->lines(); ++line) {
+            if ((source.Editor()->markersAtLine(line) & bit) != 0) lines.push_back(line + 1);
+        }
+        return lines;
+    }
+    std::vector<int> LinesWith(int bit) { return LinesWith(*FrontSource(), bit); }
+    /// Waits until the line of the source in front, and no other, is lit.
+    ::testing::AssertionResult IsLit(int line) {
+        const auto isLit = [&] {
+            return LinesWith(kHereBit) == std::vector{line} &&
+                   LinesWith(kLitBit) == std::vector{line};
+        };
+        if (QTest::qWaitFor(isLit, 2000)) return ::testing::AssertionSuccess();
+        const std::vector<int> lit = LinesWith(kHereBit);
+        return ::testing::AssertionFailure()
+               << "lit in " << FrontSource()->FileName().toStdString() << ": "
+               << (lit.empty() ? std::string("nothing") : std::to_string(lit.front()));
+    }
+    ::testing::AssertionResult KeyLightsUp(CommandId id, int line) {
+        Press(id);
+        return IsLit(line);
+    }
+
+    QPoint PlaceIn(int line, int column) {
+        SourceEditor& editor = *FrontSource()->Editor();
+        const long position = LineBegin(editor, line - 1) + column;
+        return {static_cast<int>(
+                    Send(editor, QsciScintillaBase::SCI_POINTXFROMPOSITION, 0, position)) +
+                    2,
+                static_cast<int>(
+                    Send(editor, QsciScintillaBase::SCI_POINTYFROMPOSITION, 0, position)) +
+                    4};
+    }
+    void ClickMargin(int line, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(FrontSource()->Editor()->viewport(), button, {},
+                          {8, PlaceIn(line, 0).y()});
+        QTest::qWait(0);
+    }
+    QString TipOver(int line, int column) {
+        QWidget* viewport = FrontSource()->Editor()->viewport();
+        const QPoint place = PlaceIn(line, column);
+        QHelpEvent event(QEvent::ToolTip, place, viewport->mapToGlobal(place));
+        QApplication::sendEvent(viewport, &event);
+        QString text = QToolTip::text();
+        QToolTip::hideText();
+        return text.remove("<p style='white-space:pre-wrap'>").remove("</p>");
+    }
+    QString Status() { return window->statusBar()->currentMessage(); }
+    unsigned Count() {
+        return TipOver(5, 4).section("Count = ", 1).section('\n', 0, 0).toUInt();
+    }
+};
+
+TEST_F(FollowTest, ABreakpointWithAConditionHoldsInALoopAndLinesGoBack) {
+    Write("count.txt", kCounting);
+    ClickMargin(11);
+    EXPECT_EQ(LinesWith(kHollowBit), std::vector{11}) << "it is not on the board yet";
+    FrontSource()->GotoLine(11);
+    dialogs.text = "Cuont > 10";
+    QTest::qWait(350);  // the names of the program are known once it was checked
+    Press(CommandId::SetCondition);
+    EXPECT_EQ(LastShown(), "The program declares no variable and no constant Cuont.");
+    dialogs.text = "Count > 10";
+    Press(CommandId::SetCondition);
+    Press(CommandId::Run);
+    ASSERT_TRUE(WaitUntilHeld());
+    EXPECT_TRUE(IsLit(11));
+    EXPECT_EQ(LinesWith(kConditionalBit), std::vector{11});
+    EXPECT_TRUE(TipOver(5, 4).startsWith("Count = 11")) << TipOver(5, 4).toStdString();
+    EXPECT_TRUE(TipOver(6, 4).startsWith("Even = FALSE"));
+    EXPECT_TRUE(TipOver(5, 20).startsWith("Number of Add = 1"));
+    EXPECT_TRUE(TipOver(3, 14).startsWith("Tune = 1, 2, 3"));
+    // What is no condition is told, and the old one stays.
+    dialogs.text = "Count 3";
+    Press(CommandId::SetCondition);
+    EXPECT_EQ(LastShown(), "A condition is one comparison, such as Count > 10.");
+    EXPECT_EQ(dialogs.questions.filter("for example Count > 10").size(), 3);
+    EXPECT_TRUE(TipOver(11, 60).contains("when Count &gt; 10") ||
+                FrontSource()->MessageAtCursor().contains("when Count > 10"));
+
+    for (const int line : {10, 9, 12, 11, 10})
+        EXPECT_TRUE(KeyLightsUp(CommandId::StepLineBack, line)) << line;
+    EXPECT_EQ(Count(), 9U);
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 11));
+    EXPECT_EQ(Count(), 10U);
+    Press(CommandId::PauseProgram);
+    ASSERT_TRUE(WaitUntilHeld());
+    EXPECT_TRUE(IsLit(11));
+    EXPECT_EQ(Count(), 11U);
+    // The breakpoint is taken away by a click, and the program runs on.
+    ClickMargin(11);
+    EXPECT_EQ(LinesWith(kConditionalBit | kHollowBit | kFullBit), std::vector<int>{});
+    Press(CommandId::PauseProgram);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Host().State().outputs == Outputs{} && !IsHeld(); }));
+}
+
+TEST_F(FollowTest, StepsFromTheFirstLineAndTheLitLineFollowsEdits) {
+    Write("count.txt", kCounting);
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 8));
+    EXPECT_TRUE(FrontSource()->Editor()->hasFocus());
+    for (const int line : {9, 10, 11, 12, 9})
+        EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, line)) << line;
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 10));
+    for (const int line : {4, 5, 6, 7, 11})
+        EXPECT_TRUE(KeyLightsUp(CommandId::StepInto, line)) << line;
+    FrontSource()->PutCaretAt(1);
+    Type("; one\n; two\n");
+    EXPECT_TRUE(IsLit(13));
+    FrontSource()->PutCaretAt(13);
+    EXPECT_TRUE(FrontSource()->MessageAtCursor().contains("The text has been changed"))
+        << FrontSource()->MessageAtCursor().toStdString();
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 14));
+    Press(CommandId::Undo);
+    Press(CommandId::StepLineBack);
+    EXPECT_EQ(LinesWith(kHereBit).size(), 1U);
+}
+
+TEST_F(FollowTest, GoesIntoAFileThatIsNotOpen) {
+    WriteFile("part.txt", "DEFINE ROUTINE Rest()\n    WAIT 1\nEND ROUTINE\n");
+    Write("main.txt",
+          "INCLUDE \"part.txt\"\nBEGIN PROGRAM\n    CALL Rest()\n    WAIT 2\nEND PROGRAM\n");
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 2));
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 3));
+    Press(CommandId::StepInto);
+    EXPECT_EQ(FrontSource()->FileName(), "part.txt");
+    EXPECT_TRUE(IsLit(1));
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 2));
+    ClickMargin(3);
+    EXPECT_EQ(LinesWith(kFullBit), std::vector{3});
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 3));
+    Press(CommandId::StepLine);
+    EXPECT_EQ(FrontSource()->FileName(), "main.txt");
+    EXPECT_TRUE(IsLit(4));
+    // In a file that was closed meanwhile it holds all the same.
+    window->Files().Find(FilePath("part.txt"))->parentWidget()->close();
+    QTest::qWait(0);
+    Press(CommandId::Run);
+    ASSERT_TRUE(WaitUntilHeld());
+    EXPECT_EQ(FrontSource()->FileName(), "part.txt");
+    EXPECT_TRUE(IsLit(3));
+}
+
+TEST_F(FollowTest, AFaultTellsItsValuesAndItsCalls) {
+    Write("fault.txt", R"(DEFINE BYTE Mean = 0
+DEFINE BYTE Parts = 0
+DEFINE ROUTINE Share(Total BYTE)
+    Mean = Total / Parts
+END ROUTINE
+DEFINE ROUTINE Work()
+    CALL Share(9)
+END ROUTINE
+BEGIN PROGRAM
+    CALL Work()
+END PROGRAM
+)");
+    Press(CommandId::Run);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return LinesWith(kFaultBit) == std::vector{4}; }, 5000));
+    const QString told = FrontSource()->MessageAtCursor();
+    EXPECT_TRUE(told.contains("Total of Share = 9, Parts = 0, Mean = 0") ||
+                told.contains("Mean = 0, Total of Share = 9, Parts = 0"))
+        << told.toStdString();
+    EXPECT_TRUE(told.contains("Share was called in line 7, Work in line 10.")) << told.toStdString();
+    const auto* state = Child<QLabel>("BoardState");
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return state->text().contains("Share was called in line 7, Work in line 10"); }))
+        << state->text().toStdString();
+    // It can be taken back, line by line.
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLineBack, 4));
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLineBack, 3));
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLineBack, 7));
+}
+
+TEST_F(FollowTest, ARunningProgramIsMarkedSoftlyAndRunsToTheCaret) {
+    Write("count.txt", kCounting);
+    Press(CommandId::Run);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return LinesWith(kSoftBit).size() == 1; }, 5000));
+    EXPECT_EQ(LinesWith(kHereBit), std::vector<int>{});
+    FrontSource()->PutCaretAt(6);
+    Press(CommandId::RunToCaret);
+    ASSERT_TRUE(WaitUntilHeld());
+    EXPECT_TRUE(IsLit(6));
+    EXPECT_EQ(LinesWith(kSoftBit), std::vector<int>{});
+    Press(CommandId::Stop);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return LinesWith(kHereBit).empty(); }));
+    // Without a running program the one in front is loaded for it.
+    Press(CommandId::RunToCaret);
+    ASSERT_TRUE(WaitUntilHeld());
+    EXPECT_TRUE(IsLit(6));
+}
+
+TEST_F(FollowTest, ALineWithoutEndLeavesTheWindowAlive) {
+    Write("endless.txt",
+          "DEFINE BYTE Count = 0\nDEFINE ROUTINE Work()\n    LOOP\n        INCREMENT Count\n"
+          "    END LOOP\nEND ROUTINE\nBEGIN PROGRAM\n    CALL Work()\nEND PROGRAM\n");
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 7));
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 8));
+    Press(CommandId::StepLine);
+    EXPECT_TRUE(Status().contains("goes on")) << Status().toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return LinesWith(kSoftBit).size() == 1; }));
+    Press(CommandId::PauseProgram);
+    EXPECT_TRUE(IsHeld());
+    EXPECT_EQ(LinesWith(kHereBit).size(), 1U);
+    EXPECT_TRUE(KeyLightsUp(CommandId::StepLineBack, 8));
+}
+
+TEST_F(FollowTest, ALineWithoutCodeSaysWhereItsBreakpointStands) {
+    Write("count.txt", kCounting);
+    QTest::qWait(350);
+    FrontSource()->PutCaretAt(2);
+    Press(CommandId::ToggleBreakpoint);
+    QTest::qWait(0);
+    EXPECT_EQ(LinesWith(kHollowBit), std::vector{4});
+    EXPECT_EQ(Status(), "Line 2 has no code, so the breakpoint stands in line 4.");
+    // A compile, an edit above and a new name keep it.
+    FrontSource()->PutCaretAt(1);
+    Type("\n");
+    dialogs.fileToSave = FilePath("other.txt");
+    Press(CommandId::SaveSourceAs);
+    Press(CommandId::CompileSource);
+    EXPECT_EQ(LinesWith(kHollowBit), std::vector{5});
+    Press(CommandId::Run);
+    ASSERT_TRUE(WaitUntilHeld());
+    EXPECT_TRUE(IsLit(5));
+    EXPECT_EQ(LinesWith(kFullBit), std::vector{5});
+    Press(CommandId::ClearBreakpoints);
+    QTest::qWait(0);
+    EXPECT_EQ(LinesWith(kFullBit | kHollowBit), std::vector<int>{});
+}
+
+TEST_F(FollowTest, VariablesSpeakInWordsAndKeepTheMarksOfAStep) {
+    Write("count.txt", kCounting);
+    Press(CommandId::StepLine);
+    Press(CommandId::Variables);
+    auto* list = Child<QListWidget>("ListVars");
+    const auto item = [&](const QString& name) { return list->findItems(name, Qt::MatchContains)[0]; };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return item("Tune")->text().endsWith("\t1, 2, 3"); }))
+        << item("Tune")->text().toStdString();
+    EXPECT_TRUE(item("Tune")->text().contains("(1st 8 bytes only)"));
+    EXPECT_TRUE(item("%SysTemp")->isHidden());
+    QTest::mouseClick(Child<QAbstractButton>("chkCompilersOwn"), Qt::LeftButton, {}, {8, 8});
+    EXPECT_FALSE(item("%SysTemp")->isHidden());
+    for (int step = 0; step < 3; ++step)
+        Press(CommandId::StepLine);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return item("Even")->text().endsWith("0\t(00h)\tFALSE"); }))
+        << item("Even")->text().toStdString();
+    EXPECT_TRUE(item("Even")->font().bold());
+    QTest::qWait(1300);  // longer than marks of a running program stay
+    EXPECT_TRUE(item("Even")->font().bold());
+    Press(CommandId::StepLine);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !item("Even")->font().bold(); }));
+}
+
+TEST_F(FollowTest, TheBoardsButtonsStepLinesAndInstructions) {
+    Write("count.txt", kCounting);
+    Press(CommandId::StepLine);
+    ASSERT_TRUE(IsLit(8));
+    Click("BtnBoardLine");
+    EXPECT_TRUE(IsLit(9));
+    Click("BtnBoardStep");
+    EXPECT_TRUE(IsLit(10));
+    Click("BtnBoardStep");
+    EXPECT_TRUE(IsLit(10)) << "the middle of the line";
+    Click("BtnBoardLineBack");
+    EXPECT_TRUE(IsLit(10));
+    Click("BtnBoardLineBack");
+    EXPECT_TRUE(IsLit(9));
+}
+
+}  // namespace
+}  // namespace zentro
