@@ -237,7 +237,8 @@ BoardActivity BoardState::VirtualActivity() const {
     }
     if (processor.end == EndReason::Fault) {
         const FaultReport report = DescribeFault(host_->State(), host_->Words());
-        return {State::Fault, AsAddress(report.address), QString::fromStdString(report.WholeText())};
+        return {State::Fault, AsAddress(report.address),
+                QString::fromStdString(report.WholeText())};
     }
     if (processor.end != EndReason::None) return {State::Ended, {}, {}};
     return {host_->HasProgram() ? State::Ready : State::NoProgram, {}, {}};

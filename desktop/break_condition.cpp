@@ -182,8 +182,8 @@ BoundCondition BindCondition(const BreakCondition& condition, const Compilation&
     if (!first.value) return {{}, first.problem};
     if (!second.value) return {{}, second.problem};
     const ComparisonRow& row = *RowOf(condition.comparison);
-    return {[row, first = std::move(first.value), second = std::move(second.value)](
-                const Board& board) {
+    return {[row, first = std::move(first.value),
+             second = std::move(second.value)](const Board& board) {
                 const unsigned a = first(board);
                 const unsigned b = second(board);
                 return a < b ? row.less : a > b ? row.greater : row.equal;

@@ -9,6 +9,7 @@
 #include "compiler/paths.h"
 #include "config/file.h"
 #include "config/input_files.h"
+#include "desktop/live_check.h"
 #include "desktop/program_files.h"
 
 namespace zentro {
@@ -187,6 +188,13 @@ ListingSink* CompileService::Wanted(ListingSink* listing) const {
     return AsBoolean(settings_.GetSetting(SettingNumber::ShowObjectCode)) ? listing : nullptr;
 }
 
+/// A run ends with the first stage that has errors; the marks tell all mistakes of the texts as
+/// they stand. What only a later stage finds is in the run's own report.
+ProgramReport CompileService::WithAllMistakes(ProgramReport report, const OpenFile& file) const {
+    ProgramReport checked = CheckProgram(configuration_, file, settings_, programs_);
+    return checked.succeeded ? std::move(report) : std::move(checked);
+}
+
 /// Which texts of the open files a run reads that begins now; the windows cannot save or edit
 /// meanwhile.
 std::map<QString, Revision> CompileService::RevisionsOf(Texts texts) const {
@@ -231,7 +239,8 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file, Texts
     ProgramReport report =
         messages.Report(file.key, *program->compilation, read, program->succeeded);
     program->texts = report.texts;
-    programs_.SetReport(std::move(report));
+    programs_.SetReport(program->succeeded ? std::move(report)
+                                           : WithAllMistakes(std::move(report), file));
     return program;
 }
 

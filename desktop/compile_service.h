@@ -64,6 +64,7 @@ class CompileService : public QObject {
 
     std::shared_ptr<CompiledProgram> Run(const OpenFile& file, Texts texts, OutputSink& output,
                                          const RunStages& runStages);
+    ProgramReport WithAllMistakes(ProgramReport report, const OpenFile& file) const;
     std::map<QString, Revision> RevisionsOf(Texts texts) const;
     ListingSink* Wanted(ListingSink* listing) const;
 

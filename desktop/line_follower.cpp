@@ -93,8 +93,7 @@ bool LineFollower::IsOnBoard(const Breakpoint& breakpoint) const {
     return then && lines_->StartOf(breakpoint.file, *then);
 }
 
-QString LineFollower::ProblemWith(const OpenFile& file, int line,
-                                  const QString& condition) const {
+QString LineFollower::ProblemWith(const OpenFile& file, int line, const QString& condition) const {
     if (condition.trimmed().isEmpty()) return {};
     const ReadCondition read = ReadBreakCondition(condition, configuration_.commands);
     if (!read.condition) return read.problem;
@@ -147,14 +146,13 @@ QString LineFollower::ValueOf(const OpenFile& file, int line, const QString& nam
     if (board_.Program().extent != HeldProgram::Extent::Whole) return {};
     if (!program_->texts.contains(file.key)) return {};
     const int then = LineThen(file.key, line).value_or(line);
-    const Symbol* variable = FindVariable(*program_->compilation, name.toStdString(),
-                                          lines_->ScopeOf(file.key, then));
+    const Symbol* variable =
+        FindVariable(*program_->compilation, name.toStdString(), lines_->ScopeOf(file.key, then));
     if (variable == nullptr) return {};
-    const QString value =
-        DescribeVariable(*program_->compilation, *variable,
-                         [this](std::uint32_t address, std::size_t count) {
-                             return board_.ReadNow(address, count);
-                         });
+    const QString value = DescribeVariable(*program_->compilation, *variable,
+                                           [this](std::uint32_t address, std::size_t count) {
+                                               return board_.ReadNow(address, count);
+                                           });
     if (programs_.IsUpToDate(*program_)) return value;
     return tr("%1 (in the program on the board, which is older than this text)").arg(value);
 }

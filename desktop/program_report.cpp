@@ -22,8 +22,7 @@ std::map<QString, std::vector<int>> CodeLinesOf(const Compilation& compilation) 
                                             QString::fromStdString(file.name))];
     for (const SourceLine& line : compilation.sourceLines) {
         const auto file = ofFiles.find(line.file);
-        if (file != ofFiles.end() && line.GeneratesCode())
-            file->second->push_back(line.fileLineNo);
+        if (file != ofFiles.end() && line.GeneratesCode()) file->second->push_back(line.fileLineNo);
     }
     return codeLines;
 }

@@ -67,11 +67,10 @@ const Symbol* FindVariable(const Compilation& compilation, const std::string& na
 QString DescribeVariable(const Compilation& compilation, const Symbol& variable,
                          const ReadMemory& read) {
     const std::size_t size = SizeInMemory(variable);
-    const std::string memory = read(static_cast<std::uint32_t>(variable.label.address),
-                                    std::min(size, kMostBytesShown));
+    const std::string memory =
+        read(static_cast<std::uint32_t>(variable.label.address), std::min(size, kMostBytesShown));
     const std::vector<std::uint8_t> bytes(memory.begin(), memory.end());
-    const QString value =
-        ValueText(bytes, variable.type, size, compilation.configuration.commands);
+    const QString value = ValueText(bytes, variable.type, size, compilation.configuration.commands);
     const QString name = QString::fromStdString(ToUtf8(variable.name));
     if (variable.parent == ParentId::Program) return ValueTexts::tr("%1 = %2").arg(name, value);
     const QString routine =

@@ -61,8 +61,8 @@ void VirtualBoardHost::StepLineAtOnce() {
 /// The rest of the instructions of a tick. True when the program is held before one of them.
 bool VirtualBoardHost::RunWatched() {
     const std::uint64_t left = kInstructionsPerTick - std::min(stepsInTick_, kInstructionsPerTick);
-    const History::Watched watched = history_.RunUntil(
-        left, [this](const Board& board) { return stops_.HoldsBefore(board); });
+    const History::Watched watched =
+        history_.RunUntil(left, [this](const Board& board) { return stops_.HoldsBefore(board); });
     stepsInTick_ += watched.done;
     if (watched.done > 0 && !stepBegan_) stepBegan_ = watched.first;
     if (watched.isHeld) HoldAtStop();

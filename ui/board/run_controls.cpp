@@ -91,6 +91,7 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->addLayout(MakeButtons());
+    rows->addLayout(MakeSpeed());
     rows->addLayout(MakeStatus());
 }
 
@@ -106,9 +107,14 @@ QPushButton* RunControls::AddButton(const QString& name, const QString& text, co
 
 QLayout* RunControls::MakeButtons() {
     auto* row = new QHBoxLayout;
-    for (QPushButton* button :
-         {run_, stop_, pause_, line_, lineBack_, step_, stepBack_, reset_})
+    for (QPushButton* button : {run_, stop_, pause_, line_, lineBack_, reset_})
         row->addWidget(button);
+    return row;
+}
+
+/// Steps of single instructions are for those who look closely, as is another speed.
+QLayout* RunControls::MakeSpeed() {
+    auto* row = new QHBoxLayout;
     speed_->setObjectName("BoardSpeed");
     speed_->setAccessibleName(tr("Speed of the board"));
     speed_->setRange(0, static_cast<int>(kSpeeds.size()) - 1);
@@ -119,10 +125,11 @@ QLayout* RunControls::MakeButtons() {
     label->setBuddy(speed_);
     speedText_->setObjectName("BoardSpeedText");
     speedText_->setMinimumWidth(fontMetrics().horizontalAdvance("10000 instructions a second"));
-    row->addSpacing(12);
     row->addWidget(label);
     row->addWidget(speed_, 1);
     row->addWidget(speedText_);
+    row->addWidget(step_);
+    row->addWidget(stepBack_);
     return row;
 }
 

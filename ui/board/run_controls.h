@@ -31,6 +31,7 @@ class RunControls : public QWidget {
     QPushButton* AddButton(const QString& name, const QString& text, const QString& icon,
                            const QString& help);
     QLayout* MakeButtons();
+    QLayout* MakeSpeed();
     QLayout* MakeStatus();
     void ShowInstruction();
     bool InstructionFlickers() const;

@@ -15,9 +15,9 @@ namespace zentro {
 namespace {
 
 constexpr std::array kKnown{
-    CommandId::StepLine,         CommandId::StepInto,       CommandId::StepLineBack,
-    CommandId::PauseProgram,     CommandId::RunToCaret,     CommandId::ToggleBreakpoint,
-    CommandId::SetCondition,     CommandId::ClearBreakpoints,
+    CommandId::StepLine,     CommandId::StepInto,         CommandId::StepLineBack,
+    CommandId::PauseProgram, CommandId::RunToCaret,       CommandId::ToggleBreakpoint,
+    CommandId::SetCondition, CommandId::ClearBreakpoints,
 };
 
 constexpr std::array kNeeds{CommandNeed::LineToStep, CommandNeed::StepToTakeBack,
@@ -154,7 +154,8 @@ void FollowCommands::RunToCaret() {
 }
 
 void FollowCommands::AtCaret(void (FollowCommands::*run)(FileId, int)) {
-    if (const SourceWindow* source = files_.Front()) (this->*run)(source->Id(), source->CaretLine());
+    if (const SourceWindow* source = files_.Front())
+        (this->*run)(source->Id(), source->CaretLine());
 }
 
 void FollowCommands::ToggleBreakpoint(FileId id, int line) {
@@ -191,8 +192,8 @@ void FollowCommands::AskCondition(FileId id, int line) {
         return workbench_.dialogs.ShowMessage(surroundings_.dialogParent, problem);
     if (breakpoints_.At(file->key, line) == nullptr) ToggleBreakpoint(id, line);
     const int placed = programs_.LineWithCode(*file, line).value_or(line);
-    breakpoints_.SetCondition(file->key, breakpoints_.At(file->key, line) != nullptr ? line : placed,
-                              answer->trimmed());
+    breakpoints_.SetCondition(
+        file->key, breakpoints_.At(file->key, line) != nullptr ? line : placed, answer->trimmed());
 }
 
 void FollowCommands::ClearBreakpoints() {

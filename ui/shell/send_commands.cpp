@@ -36,7 +36,8 @@ std::shared_ptr<const CompiledProgram> SendCommands::CompileFront() {
         notices_.Withdraw(subject);
     if (program == nullptr || program->succeeded) return program;
     surroundings_.showStatus(
-        tr("%1 does not run yet: mend what is marked, then run it again.").arg(program->name));
+        tr("%1 does not run yet: mend what the messages name, then run it again.")
+            .arg(program->name));
     return nullptr;
 }
 
@@ -166,11 +167,34 @@ void SendCommands::OfferFrontFile(FileId compiled) {
 }
 
 void SendCommands::TellWhyNoDownload() {
+    const auto hasNone = [this] { return board_.Connection() != ConnectionState::Connected; };
+    if (board_.Connection() == ConnectionState::Lost) {
+        return notices_.Offer({"no board",
+                               tr("The connection to %1 is lost. Plug the board in and press Open "
+                                  "Again in the terminal, or use the virtual board.")
+                                   .arg(board_.PortName()),
+                               tr("Open &Virtual Board"), surroundings_.openVirtualBoard, hasNone});
+    }
+    if (board_.Kind() == BoardKind::Virtual) {
+        return notices_.Offer({"no board",
+                               tr("F7 sends over the terminal, which is not open. Run (F9) brings "
+                                  "the program in front to the virtual board at once."),
+                               tr("&Run"), [this] { Run(); }, hasNone});
+    }
     notices_.Offer({"no board",
                     tr("No board is connected that the program could be sent to. F6 opens the "
                        "connection to a board."),
-                    tr("Open &Virtual Board"), surroundings_.openVirtualBoard,
-                    [this] { return board_.Connection() != ConnectionState::Connected; }});
+                    tr("Open &Virtual Board"), surroundings_.openVirtualBoard, hasNone});
+}
+
+/// What Run has compiled is not what the download sends.
+void SendCommands::OfferToRun() {
+    notices_.Offer(
+        {"old object code",
+         tr("F7 sends what F5 has compiled last. Run (F9) compiles the program in front "
+            "and brings it to the board at once."),
+         tr("&Run"), [this] { Run(); },
+         [this] { return programs_.Main() == nullptr && programs_.Front() != nullptr; }});
 }
 
 /// Without object code there is nothing to send.
@@ -190,6 +214,7 @@ void SendCommands::Download() {
     const OpenFile* main = programs_.Main();
     const auto compiled = main == nullptr ? nullptr : programs_.CompiledFrom(main->key);
     if (main != nullptr && compiler_.ObjectCode() == nullptr) OfferToCompile(*main);
+    if (main == nullptr) OfferToRun();
     if (!boards_.DownloadCurrent()) return;
     if (compiled != nullptr && programs_.IsUpToDate(*compiled))
         return notices_.Withdraw("old object code");

@@ -56,6 +56,7 @@ class SendCommands : public QObject {
     void OfferFrontFile(FileId compiled);
     void OfferToSend(FileId compiled);
     void OfferToCompile(const OpenFile& file);
+    void OfferToRun();
     void TellOfOldObjectCode(const OpenFile& file, bool compiledBefore);
     void CompileAsMain(FileId file);
     bool TellOfLostLine();
