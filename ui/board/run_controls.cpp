@@ -118,7 +118,8 @@ QLayout* RunControls::MakeButtons() {
     auto* label = new QLabel(tr("Spee&d"), this);
     label->setBuddy(speed_);
     speedText_->setObjectName("BoardSpeedText");
-    speedText_->setMinimumWidth(fontMetrics().horizontalAdvance("10000 instructions a second"));
+    speedText_->setWordWrap(true);
+    speedText_->setMinimumWidth(fontMetrics().horizontalAdvance("10000 instructions "));
     row->addSpacing(12);
     row->addWidget(label);
     row->addWidget(speed_, 1);
