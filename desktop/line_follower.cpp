@@ -23,8 +23,9 @@ LineFollower::LineFollower(Programs& programs, BoardState& board, Breakpoints& b
 
 /// Another program may be on the virtual board.
 void LineFollower::Follow() {
-    if (board_.Kind() != BoardKind::Virtual || !board_.HasVirtualBoard()) return;
-    if (board_.Program().compiled == program_) return;
+    const bool isVirtual = board_.Kind() == BoardKind::Virtual && board_.HasVirtualBoard();
+    if (std::exchange(isVirtual_, isVirtual) != isVirtual) emit Changed();
+    if (!isVirtual || board_.Program().compiled == program_) return;
     program_ = board_.Program().compiled;
     lines_.reset();
     if (program_ != nullptr) lines_.emplace(*program_->compilation);

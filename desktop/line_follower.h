@@ -75,6 +75,7 @@ class LineFollower : public QObject {
     const InstructionConfiguration& configuration_;
     std::shared_ptr<const CompiledProgram> program_;  ///< on the virtual board; null: unknown
     std::optional<ProgramLines> lines_;               ///< of the program
+    bool isVirtual_ = false;  ///< the windows are about the virtual board
     bool isBinding_ = false;
 };
 
