@@ -189,7 +189,11 @@ SourceWindow* CompileCommands::GoBackToSource() {
     const std::vector<PostedMessage> messages = output_->Messages();
     const auto error = std::ranges::find(messages, Severity::Error, &PostedMessage::severity);
     if (error != messages.end()) {
-        if (SourceWindow* window = ShowLine(error->place)) return window;
+        if (SourceWindow* window = OpenWindowOf(error->place)) {
+            surroundings_.bringToFront(window);
+            window->PutCaretAt(error->place.sourceLineNo);
+            return window;
+        }
     }
     SourceWindow* window = files_.Front();
     if (window != nullptr) surroundings_.bringToFront(window);

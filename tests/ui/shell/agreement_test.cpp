@@ -356,19 +356,27 @@ void AgreementTest::ExpectBreakpointsAgree() {
     const auto* breakpoints = window->findChild<Breakpoints*>();
     const auto* lines = window->findChild<LineFollower*>();
     for (const SourceWindow* source : window->Files().Windows()) {
-        std::map<int, int> expected;
-        for (const Breakpoint& breakpoint : breakpoints->All()) {
-            if (breakpoint.file == source->File().key)
-                expected[std::clamp(breakpoint.line, 1, source->Editor()->lines())] =
-                    lines->IsOnBoard(breakpoint) ? kFilledBit : kHollowBit;
-        }
-        std::map<int, int> shown;
-        for (int line = 0; line < source->Editor()->lines(); ++line) {
-            const int mark =
-                static_cast<int>(source->Editor()->markersAtLine(line)) & (kFilledBit | kHollowBit);
-            if (mark != 0) shown[line + 1] = mark;
-        }
-        EXPECT_EQ(shown, expected) << source->FileName().toStdString();
+        const auto expected = [&] {
+            std::map<int, int> marks;
+            for (const Breakpoint& breakpoint : breakpoints->All()) {
+                if (breakpoint.file == source->File().key)
+                    marks[std::clamp(breakpoint.line, 1, source->Editor()->lines())] =
+                        lines->IsOnBoard(breakpoint) ? kFilledBit : kHollowBit;
+            }
+            return marks;
+        };
+        const auto shown = [&] {
+            std::map<int, int> marks;
+            for (int line = 0; line < source->Editor()->lines(); ++line) {
+                const int mark = static_cast<int>(source->Editor()->markersAtLine(line)) &
+                                 (kFilledBit | kHollowBit);
+                if (mark != 0) marks[line + 1] = mark;
+            }
+            return marks;
+        };
+        // What the board does is told a little later.
+        static_cast<void>(QTest::qWaitFor([&] { return shown() == expected(); }, 1000));
+        EXPECT_EQ(shown(), expected()) << source->FileName().toStdString();
     }
 }
 
