@@ -9,6 +9,8 @@ namespace zentro {
 namespace {
 
 constexpr std::size_t kLongestRun = 64;           // instructions that are decoded in one go
+constexpr std::size_t kShortRun = 2;              // the same right after instructions changed
+constexpr int kShortRuns = 64;                    // how many runs count as right after
 constexpr std::size_t kMostRepeated = 16;         // of them, how many may stand elsewhere already
 constexpr std::int32_t kMostSteps = 16;           // of one instruction with what leads to it
 constexpr std::size_t kMostInstructions = 60000;  // indexes have 16 bits
@@ -54,6 +56,8 @@ void DecodedProgram::Clear() {
 }
 
 const DecodedInstruction* DecodedProgram::Find(const Memory& memory, std::uint32_t address) {
+    if (!tables_) tables_ = std::make_unique<Tables>();
+    if (IsFull()) ForgetAll();
     StartAgainIfForgotten();
     const std::uint16_t known = tables_->indexes[address];
     const std::uint16_t index = known != 0 ? known : Decode(memory, address);
@@ -62,12 +66,8 @@ const DecodedInstruction* DecodedProgram::Find(const Memory& memory, std::uint32
 
 const DecodedInstruction* DecodedProgram::GoOn(const Memory& memory,
                                                const DecodedInstruction* place) {
-    if (tables_->isForgotten || place->fault != Fault::None || place == Instructions())
-        return nullptr;
-    if (tables_->instructions.size() > kMostInstructions) {
-        ForgetAll();
-        return nullptr;
-    }
+    const bool isPlace = place->fault == Fault::None && place != Instructions();
+    if (tables_->isForgotten || IsFull() || !isPlace) return nullptr;
     // From now on the jump leads there itself, and what runs on to here needs not look again.
     const std::size_t jump = place->a;
     const auto index = static_cast<std::size_t>(place - Instructions());
@@ -77,9 +77,14 @@ const DecodedInstruction* DecodedProgram::GoOn(const Memory& memory,
     return Instructions() + target;
 }
 
+bool DecodedProgram::IsFull() const {
+    return tables_->instructions.size() > kMostInstructions;
+}
+
 void DecodedProgram::ByteWasWritten(std::uint32_t address) {
     if (!tables_->isCode[address]) return;
     tables_->isWritten[address] = true;
+    tables_->shortRuns = kShortRuns;
     ForgetAll();
 }
 
@@ -93,7 +98,6 @@ void DecodedProgram::ForgetAll() {
 }
 
 void DecodedProgram::StartAgainIfForgotten() {
-    if (!tables_) tables_ = std::make_unique<Tables>();
     if (!tables_->isForgotten) return;
     tables_->isForgotten = false;
     for (const DecodedInstruction& instruction : tables_->instructions) {
@@ -108,6 +112,7 @@ std::uint16_t DecodedProgram::Decode(const Memory& memory, std::uint32_t address
     const std::size_t first = instructions.size();
     const std::uint32_t behind = DecodeRun(memory, address);
     const std::size_t end = instructions.size();
+    if (tables_->shortRuns > 0) --tables_->shortRuns;
     AppendPlace(behind, 0);
     for (std::size_t index = first; index < end; ++index) {
         if (HasJumpTarget(instructions[index])) ConnectJump(index);
@@ -120,7 +125,8 @@ std::uint32_t DecodedProgram::DecodeRun(const Memory& memory, std::uint32_t addr
     auto& instructions = tables_->instructions;
     std::uint32_t next = address;
     std::size_t repeated = 0;
-    for (std::size_t length = 0; length < kLongestRun; ++length) {
+    const std::size_t longest = tables_->shortRuns > 0 ? kShortRun : kLongestRun;
+    for (std::size_t length = 0; length < longest; ++length) {
         const DecodedInstruction instruction = DecodeWithWay(memory, next);
         if (length > 0 && IsWritten(instruction)) break;
         std::uint16_t& index = tables_->indexes[next];
@@ -141,7 +147,8 @@ std::uint32_t DecodedProgram::DecodeRun(const Memory& memory, std::uint32_t addr
 DecodedInstruction DecodedProgram::DecodeWithWay(const Memory& memory, std::uint32_t start) {
     DecodedInstruction instruction = DecodeInstruction(memory, start);
     std::int32_t steps = 1;
-    while (LeadsOn(instruction) && steps < kMostSteps) {
+    const std::int32_t most = tables_->shortRuns > 0 ? 1 : kMostSteps;
+    while (LeadsOn(instruction) && steps < most) {
         const bool jumps = instruction.opcode == Opcode::Jump;
         const DecodedInstruction ahead =
             DecodeInstruction(memory, jumps ? instruction.a : AddressBehind(instruction));

@@ -58,6 +58,7 @@ class DecodedProgram {
         /// Code that the program has written over. It may as well be a variable, so it is decoded
         /// only when the program arrives there.
         std::bitset<kAddresses> isWritten;
+        int shortRuns = 0;  ///< how many of the next runs are short
         bool isForgotten = false;
     };
 
@@ -68,6 +69,7 @@ class DecodedProgram {
     void AppendPlace(std::uint32_t address, std::size_t jump);
     void MarkAsCode(const DecodedInstruction& instruction);
     bool IsWritten(const DecodedInstruction& instruction) const;
+    bool IsFull() const;
     void ForgetAll();
     void StartAgainIfForgotten();
 

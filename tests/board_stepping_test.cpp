@@ -197,6 +197,39 @@ TEST(BoardStepping, RandomInstructionsRunTheSame) {
     }
 }
 
+void AddWithAddress(Bytes& program, int opcode, int address) {
+    program.insert(program.end(), {opcode, address / 256, address % 256});
+}
+
+/// Each call leads to an instruction of its own and from there to what all share, which is decoded
+/// again behind each: far more than is kept.
+TEST(BoardStepping, MoreThanCanBeKeptRunsTheSame) {
+    constexpr int kCalls = 3500;
+    constexpr int kRoutines = 3 * kCalls + 1;
+    constexpr int kShared = kRoutines + 6 * kCalls;
+    constexpr int kSharedSteps = 20;
+    constexpr int kVariable = kShared + 3 * kSharedSteps + 1;
+    Bytes program;
+    for (int call = 0; call < kCalls; ++call)
+        AddWithAddress(program, 51, kRoutines + 6 * call);  // CALL
+    program.push_back(5);                                   // END
+    for (int call = 0; call < kCalls; ++call) {
+        AddWithAddress(program, 56, kVariable);  // INCREMENT BYTE
+        AddWithAddress(program, 53, kShared);    // JUMP
+    }
+    for (int step = 0; step < kSharedSteps; ++step)
+        AddWithAddress(program, 56, kVariable);
+    program.push_back(52);  // RETURN
+
+    const auto fast = Loaded(program);
+    const auto stepped = Loaded(program);
+    const std::uint64_t done = RunInstructions(*fast, 1'000'000);
+    EXPECT_EQ(done, std::uint64_t{kCalls} * (kSharedSteps + 4) + 1);
+    EXPECT_EQ(RunInPieces(*stepped, done + 1, [](auto) { return 1; }), done);
+    EXPECT_TRUE(*fast == *stepped);
+    EXPECT_EQ(fast->processor.end, EndReason::End);
+}
+
 TEST(BoardStepping, ACopyIsSmall) {
     EXPECT_LE(sizeof(Board), 40'000U);
 }
