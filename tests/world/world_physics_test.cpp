@@ -240,8 +240,8 @@ TEST(WorldSensors, BumpersFeelTheSideThatIsHit) {
     };
     const Case cases[] = {
         {"nothing near", {{220, 100}, {220, 200}}, false, false},
-        {"to the left ahead", {{207, 162}, {216, 153}}, true, false},
-        {"to the right ahead", {{207, 138}, {216, 147}}, false, true},
+        {"to the left ahead", {{203.55, 162}, {212.55, 153}}, true, false},
+        {"to the right ahead", {{203.55, 138}, {212.55, 147}}, false, true},
         {"straight ahead", {{211.05, 100}, {211.05, 200}}, true, true},
         {"behind", {{188.95, 100}, {188.95, 200}}, false, false},
     };
@@ -300,6 +300,7 @@ TEST(WorldInputs, NoiseIsOffUnlessAskedForAndRepeatsItself) {
     World world = EmptyWorld();
     Sensor eye;
     eye.kind = SensorKind::Floor;
+    eye.input = {InputKind::Analog, 0};
     eye.noise = 10;
     world.floor.brightness = 100;
     world.sensors = {eye};
@@ -340,6 +341,7 @@ TEST(WorldGoals, AreMetOrMissedInTheirTime) {
     const Goal stop{GoalKind::Reach, "home", 5, 1, 0};
     const Goal follow{GoalKind::Follow, "track", 5, 0, 6};
     const Goal clear{GoalKind::Clear, "", 3, 0, 0};
+    const Goal longClear{GoalKind::Clear, "", 10, 0, 0};
     // The area lies 40 to 60 cm ahead, the line goes on for 100 cm, the wall stands 189 cm ahead.
     const Case cases[] = {
         {"reached after 40 cm", reach, 100, 200, kMet, 80},
@@ -350,7 +352,7 @@ TEST(WorldGoals, AreMetOrMissedInTheirTime) {
         {"followed to its end", follow, 100, 220, kMet, 0},
         {"half the line", follow, 50, 200, kOpen, 0},
         {"touched nothing", clear, 10, 200, kMet, 300},
-        {"touched the wall", clear, 100, 500, kMissed, 0},
+        {"touched the wall", longClear, 100, 500, kMissed, 378},
     };
     for (const Case& test : cases) {
         World world = EmptyWorld();
