@@ -76,9 +76,9 @@ TEST_F(WorldProgramTest, TheExamplesMeetTheGoalsOfTheirWorlds) {
 }
 
 TEST_F(WorldProgramTest, TellsPlacesGoalsAndVerdict) {
-    // SET MOTOR 1 and 2, FORWARD, [16] = 50; WAIT [14] = 200; STOP MOTORS; END.
+    // SET MOTOR 1 and 2, FORWARD, [17] = 50; WAIT [15] = 200; STOP MOTORS; END.
     const std::string program =
-        Write("ahead.obj", "21,1,70,0,16\n21,2,70,0,16\n70,0,14\n20\n5\n0\n0,200\n50\n");
+        Write("ahead.obj", "21,1,70,0,17\n21,2,70,0,17\n70,0,15\n20\n5\n0,200\n50\n");
     const std::string world = Write("short.world", R"({"start": {"at": [20, 75]},
         "areas": [{"name": "near", "corner": [40, 60], "size": [10, 30]},
                   {"name": "end", "corner": [60, 60], "size": [20, 30]}],
@@ -105,10 +105,9 @@ TEST_F(WorldProgramTest, TellsPlacesGoalsAndVerdict) {
 }
 
 TEST_F(WorldProgramTest, AHandOnAnInputHoldsItUntilItIsLetGo) {
-    // READ ANALOG INPUT 1, [16]; DISPLAY NUMBER [16]; WAIT [14] = 10; JUMP 0.
+    // READ ANALOG INPUT 1, [15]; DISPLAY NUMBER [15]; WAIT [13] = 10; JUMP 0.
     const std::string program = Write("look.obj", "32,1,0,15\n39,0,15\n70,0,13\n53,0,0\n0,10\n0\n");
-    const std::string inputs =
-        Write("hand", "20 analog1 77\n40 analog1 world\n");
+    const std::string inputs = Write("hand", "20 analog1 77\n40 analog1 world\n");
     const std::string world = Write("bright.world", R"({"start": {"at": [20, 75]},
         "sensors": [{"kind": "floor", "input": "analog1"}]})");
     EXPECT_EQ(Drive(program, world, "--events --seconds 1 --inputs " + inputs), 0) << output_;

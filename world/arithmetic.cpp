@@ -1,6 +1,7 @@
 #include "world/arithmetic.h"
 
 #include <algorithm>
+#include <array>
 #include <cfloat>
 #include <cmath>
 #include <limits>
@@ -10,6 +11,22 @@ namespace zentro::world {
 static_assert(std::numeric_limits<double>::is_iec559);
 static_assert(FLT_EVAL_METHOD == 0, "intermediate results must be doubles, too");
 
+namespace {
+
+/// Of x - x^3/3! + x^5/5! ..., as far as a double can tell, the last one first.
+constexpr std::array<double, 11> SineSeries() {
+    std::array<double, 11> factors{};
+    double factor = 1;
+    for (int term = 0; term < 11; ++term) {
+        factors[static_cast<std::size_t>(10 - term)] = factor;
+        factor /= -(2.0 * term + 2) * (2.0 * term + 3);
+    }
+    return factors;
+}
+constexpr std::array<double, 11> kSineSeries = SineSeries();
+
+}  // namespace
+
 double Unwound(double angle) {
     return angle - 2 * kPi * std::floor(angle / (2 * kPi) + 0.5);
 }
@@ -18,11 +35,9 @@ double Sine(double angle) {
     double x = Unwound(angle);
     if (x > kPi / 2) x = kPi - x;
     if (x < -kPi / 2) x = -kPi - x;
-    // Its series: x - x^3/3! + x^5/5! ... as far as a double can tell, the smallest term first.
-    constexpr int kLastPower = 21;
-    double sum = 1;
-    for (int power = kLastPower; power > 1; power -= 2) {
-        sum = 1 - x * x / (power * (power - 1)) * sum;
+    double sum = 0;
+    for (const double factor : kSineSeries) {
+        sum = sum * (x * x) + factor;
     }
     return x * sum;
 }

@@ -7,7 +7,8 @@ namespace zentro::world {
 // The same world gives the same bits on every machine. So this library adds, subtracts, multiplies,
 // divides and takes square roots of doubles, which IEEE 754 rounds in one way only, never fuses two
 // of them (its target says -ffp-contract=off), and has a sine of its own, since those of the C
-// libraries differ. No header of it holds arithmetic that another library would compile.
+// libraries differ. Arithmetic in its headers is static, so what
+// another library makes of it stays there.
 
 inline constexpr double kPi = 3.14159265358979323846;
 

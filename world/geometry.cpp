@@ -7,44 +7,8 @@
 
 namespace zentro::world {
 
-Point Plus(const Point& a, const Point& b) {
-    return {a.x + b.x, a.y + b.y};
-}
-
-Point Minus(const Point& a, const Point& b) {
-    return {a.x - b.x, a.y - b.y};
-}
-
-Point Times(const Point& a, double factor) {
-    return {a.x * factor, a.y * factor};
-}
-
-double Dot(const Point& a, const Point& b) {
-    return a.x * b.x + a.y * b.y;
-}
-
-double Cross(const Point& a, const Point& b) {
-    return a.x * b.y - a.y * b.x;
-}
-
-double Length(const Point& a) {
-    return std::sqrt(Dot(a, a));
-}
-
 Point Direction(double angle) {
     return {Cosine(angle), Sine(angle)};
-}
-
-Point Turned(const Point& way, const Point& ahead) {
-    return {way.x * ahead.x - way.y * ahead.y, way.x * ahead.y + way.y * ahead.x};
-}
-
-Point Nearest(const Segment& segment, const Point& to) {
-    const Point along = Minus(segment.to, segment.from);
-    const double square = Dot(along, along);
-    if (square == 0) return segment.from;
-    const double share = Dot(Minus(to, segment.from), along) / square;
-    return Plus(segment.from, Times(along, std::clamp(share, 0.0, 1.0)));
 }
 
 double Distance(const Segment& segment, const Point& to) {
@@ -67,21 +31,9 @@ double Distance(const Sweep& sweep, const Point& to) {
     // one of the two is enough.
     const bool behindBegin = Cross(sweep.begin, way) >= 0;
     const bool beforeEnd = Cross(way, sweep.end) >= 0;
-    const bool beside =
-        arc.turn <= kPi ? behindBegin && beforeEnd : behindBegin || beforeEnd;
+    const bool beside = arc.turn <= kPi ? behindBegin && beforeEnd : behindBegin || beforeEnd;
     if (beside || arc.turn >= 2 * kPi) return std::abs(Length(way) - arc.radius);
     return std::min(Length(Minus(way, sweep.begin)), Length(Minus(way, sweep.end)));
-}
-
-std::optional<double> RayLength(const Point& eye, const Point& direction, const Segment& segment) {
-    const Point along = Minus(segment.to, segment.from);
-    const double across = Cross(direction, along);
-    if (across == 0) return std::nullopt;
-    const Point way = Minus(segment.from, eye);
-    const double length = Cross(way, along) / across;
-    const double share = Cross(way, direction) / across;
-    if (length < 0 || share < 0 || share > 1) return std::nullopt;
-    return length;
 }
 
 bool Meet(const Segment& a, const Segment& b) {

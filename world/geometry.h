@@ -1,6 +1,7 @@
 #pragma once
 
-#include <optional>
+#include <algorithm>
+#include <cmath>
 
 namespace zentro::world {
 
@@ -36,27 +37,69 @@ struct Sweep {
     Point end;
 };
 
-Point Plus(const Point& a, const Point& b);
-Point Minus(const Point& a, const Point& b);
-Point Times(const Point& a, double factor);
-double Dot(const Point& a, const Point& b);
-double Cross(const Point& a, const Point& b);
-double Length(const Point& a);
+static inline Point Plus(const Point& a, const Point& b) {
+    return {a.x + b.x, a.y + b.y};
+}
+
+static inline Point Minus(const Point& a, const Point& b) {
+    return {a.x - b.x, a.y - b.y};
+}
+
+static inline Point Times(const Point& a, double factor) {
+    return {a.x * factor, a.y * factor};
+}
+
+static inline double Dot(const Point& a, const Point& b) {
+    return a.x * b.x + a.y * b.y;
+}
+
+static inline double Cross(const Point& a, const Point& b) {
+    return a.x * b.y - a.y * b.x;
+}
+
+static inline double Length(const Point& a) {
+    return std::sqrt(Dot(a, a));
+}
+
+/// A way seen from a robot (x ahead, y to its left) as one on the floor.
+static inline Point Turned(const Point& way, const Point& ahead) {
+    return {way.x * ahead.x - way.y * ahead.y, way.x * ahead.y + way.y * ahead.x};
+}
+
+static inline Point Nearest(const Segment& segment, const Point& to) {
+    const Point along = Minus(segment.to, segment.from);
+    const double square = Dot(along, along);
+    if (square == 0) return segment.from;
+    const double share = Dot(Minus(to, segment.from), along) / square;
+    return Plus(segment.from, Times(along, std::clamp(share, 0.0, 1.0)));
+}
+
+/// How far a ray from `eye` in a direction of length 1 goes until it meets the segment; `most` if
+/// it does not before.
+static inline double RayLength(const Point& eye, const Point& direction, const Segment& segment,
+                               double most) {
+    const Point along = Minus(segment.to, segment.from);
+    const Point way = Minus(segment.from, eye);
+    double across = Cross(direction, along);
+    double share = Cross(way, direction);
+    double length = Cross(way, along);
+    if (across < 0) {
+        across = -across;
+        share = -share;
+        length = -length;
+    }
+    // Divided last, since most rays meet nothing.
+    if (share < 0 || share > across || length < 0 || length >= most * across) return most;
+    return length / across;
+}
 
 /// The way of length 1 in a direction, in radians anticlockwise from x.
 Point Direction(double angle);
 
-/// A way seen from a robot (x ahead, y to its left) as one on the floor.
-Point Turned(const Point& way, const Point& ahead);
-
-Point Nearest(const Segment& segment, const Point& to);
 double Distance(const Segment& segment, const Point& to);
 Sweep MakeSweep(const Arc& arc);
 double Distance(const Sweep& sweep, const Point& to);
 Point PointOf(const Arc& arc, double angle);
-
-/// How far a ray from `eye` in a direction of length 1 goes until it meets the segment.
-std::optional<double> RayLength(const Point& eye, const Point& direction, const Segment& segment);
 
 /// Whether two segments have a point in common.
 bool Meet(const Segment& a, const Segment& b);

@@ -15,9 +15,8 @@ void Decide(GoalState& goal, GoalStatus status, std::uint64_t tick) {
 }
 
 bool IsInside(const World& world, const std::string& name, const Point& point) {
-    return std::ranges::any_of(world.areas, [&](const Area& area) {
-        return area.name == name && Holds(area, point);
-    });
+    return std::ranges::any_of(
+        world.areas, [&](const Area& area) { return area.name == name && Holds(area, point); });
 }
 
 bool HasReached(const World& world, const Goal& goal, const WorldState& state, bool moved,
@@ -50,7 +49,7 @@ void DecideOne(const WorldMap& map, WorldState& state, std::size_t index, bool m
     GoalState& progress = state.goals[index];
     const bool over = static_cast<double>(state.tick) * kSecondsPerTick >= goal.seconds;
     if (goal.kind == GoalKind::Clear) {
-        if (Touches(map, state.robot))
+        if (Touches(map, state.robot.place))
             Decide(progress, GoalStatus::Missed, state.tick);
         else if (over)
             Decide(progress, GoalStatus::Met, state.tick);
@@ -86,9 +85,8 @@ void DecideGoals(const WorldMap& map, WorldState& state, bool moved) {
 }
 
 bool AllDecided(const WorldState& state) {
-    return std::ranges::none_of(state.goals, [](const GoalState& goal) {
-        return goal.status == GoalStatus::Open;
-    });
+    return std::ranges::none_of(
+        state.goals, [](const GoalState& goal) { return goal.status == GoalStatus::Open; });
 }
 
 bool AllMet(const WorldState& state) {

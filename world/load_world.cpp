@@ -236,8 +236,9 @@ class Reader {
         fields.Take("input", word);
         const std::optional<InputId> input = InputOf(word);
         if (!input) {
-            fields.Complain("input", "must be digital1 to 4, button1 to 6, analog1 to 6 or "
-                                     "pulses1 to 4");
+            fields.Complain("input",
+                            "must be digital1 to 4, button1 to 6, analog1 to 6 or "
+                            "pulses1 to 4");
             return;
         }
         sensor.input = *input;

@@ -31,9 +31,12 @@ class Drawing {
 
     std::string Draw(const std::vector<Pose>& way) {
         Begin();
-        for (const Area& area : map_.world.areas) AddArea(area);
-        for (const Stroke& stroke : map_.strokes) AddStroke(stroke);
-        for (const Box& box : map_.world.boxes) AddBox(box);
+        for (const Area& area : map_.world.areas)
+            AddArea(area);
+        for (const Stroke& stroke : map_.strokes)
+            AddStroke(stroke);
+        for (const Box& box : map_.world.boxes)
+            AddBox(box);
         for (const Segment& wall : map_.world.walls)
             AddPath({wall.from, wall.to}, "#7a3b12", 2, "round");
         for (const Lamp& lamp : map_.world.lamps)
@@ -81,8 +84,7 @@ class Drawing {
         const std::string fill = Grey(floor_.brightness - area.darkness);
         const std::string edge = area.name.empty() ? fill : "#2e7d32";
         if (area.radius > 0)
-            AddCircle(area.corner, area.radius,
-                      "fill=\"" + fill + "\" stroke=\"" + edge + "\"");
+            AddCircle(area.corner, area.radius, "fill=\"" + fill + "\" stroke=\"" + edge + "\"");
         else
             AddRectangle(area.corner, area.size, fill, edge);
     }
@@ -105,7 +107,8 @@ class Drawing {
 
     void AddWay(const std::vector<Pose>& way) {
         std::vector<Point> points;
-        for (const Pose& pose : way) points.push_back(pose.place);
+        for (const Pose& pose : way)
+            points.push_back(pose.place);
         AddPath(points, "#1565c0", 1, "round");
         if (way.empty()) return;
         const Pose& end = way.back();

@@ -1,6 +1,7 @@
 #include "world/robot.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "world/arithmetic.h"
 

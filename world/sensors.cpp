@@ -1,34 +1,20 @@
 #include "world/sensors.h"
 
 #include <algorithm>
-#include <cmath>
-
-#include "world/arithmetic.h"
 
 namespace zentro::world {
 
 namespace {
 
-constexpr int kRays = 9;  // in the cone of a distance sensor
 constexpr double kTouch = 0.1;
 
-Point PlaceOf(const Sensor& sensor, const Pose& robot) {
-    return Plus(robot.place, Turned(sensor.place, Direction(robot.heading)));
+Point EyeOf(const SensorPlan& plan, const Stance& robot) {
+    return Plus(robot.place, Turned(plan.sensor.place, robot.ahead));
 }
 
-/// How far a ray goes, at most `most`.
-double RayTo(const WorldMap& map, const Point& eye, const Point& direction, double most) {
-    double length = most;
-    for (const Segment& barrier : map.barriers) {
-        if (const std::optional<double> found = RayLength(eye, direction, barrier))
-            length = std::min(length, *found);
-    }
-    return length;
-}
-
-double Light(const WorldMap& map, const Sensor& sensor, const Pose& robot) {
-    const Point eye = PlaceOf(sensor, robot);
-    const Point ahead = Direction(robot.heading + sensor.heading);
+double Light(const WorldMap& map, const SensorPlan& plan, const Stance& robot) {
+    const Point eye = EyeOf(plan, robot);
+    const Point facing = Turned(plan.facing, robot.ahead);
     double light = 0;
     for (const Lamp& lamp : map.world.lamps) {
         const Segment beam{eye, lamp.place};
@@ -37,51 +23,52 @@ double Light(const WorldMap& map, const Sensor& sensor, const Pose& robot) {
         const Point way = Minus(lamp.place, eye);
         const double distance = Length(way);
         // What comes from the side counts less, what comes from behind not at all.
-        const double facing = distance == 0 ? 1 : std::max(0.0, Dot(way, ahead) / distance);
+        const double share = distance == 0 ? 1 : std::max(0.0, Dot(way, facing) / distance);
         const double far = distance / lamp.halfAt;
-        light += lamp.brightness * facing / (1 + far * far);
+        light += lamp.brightness * share / (1 + far * far);
     }
     return light;
 }
 
 }  // namespace
 
-double FreeWay(const WorldMap& map, const Sensor& sensor, const Pose& robot) {
-    const Point eye = PlaceOf(sensor, robot);
-    const double middle = robot.heading + sensor.heading;
-    double nearest = sensor.range;
-    const int rays = sensor.cone == 0 ? 1 : kRays;
-    for (int ray = 0; ray < rays; ++ray) {
-        const double share = rays == 1 ? 0 : static_cast<double>(ray) / (rays - 1) - 0.5;
-        const Point direction = Direction(middle + share * sensor.cone);
-        nearest = std::min(nearest, RayTo(map, eye, direction, sensor.range));
+Stance StanceOf(const Pose& robot) {
+    return {robot.place, Direction(robot.heading)};
+}
+
+double FreeWay(const WorldMap& map, const SensorPlan& plan, const Stance& robot) {
+    const Point eye = EyeOf(plan, robot);
+    double nearest = plan.sensor.range;
+    for (const Point& ray : plan.rays) {
+        const Point direction = Turned(ray, robot.ahead);
+        for (const Segment& barrier : map.barriers) {
+            nearest = RayLength(eye, direction, barrier, nearest);
+        }
     }
     return nearest;
 }
 
-double Reading(const WorldMap& map, const Sensor& sensor, const Pose& robot) {
-    switch (sensor.kind) {
-        case SensorKind::Floor: return BrightnessAt(map, PlaceOf(sensor, robot));
-        case SensorKind::Distance:
-            return 255 * (1 - FreeWay(map, sensor, robot) / sensor.range);
-        case SensorKind::Light: return Light(map, sensor, robot);
+double Reading(const WorldMap& map, const SensorPlan& plan, const Stance& robot) {
+    switch (plan.sensor.kind) {
+        case SensorKind::Floor: return BrightnessAt(map, EyeOf(plan, robot));
+        case SensorKind::Distance: return 255 * (1 - FreeWay(map, plan, robot) / plan.sensor.range);
+        case SensorKind::Light: return Light(map, plan, robot);
         case SensorKind::Bumper:
         case SensorKind::Wheel: break;
     }
     return 0;
 }
 
-bool IsPressed(const WorldMap& map, const Sensor& bumper, const Pose& robot) {
-    const Point middle = Direction(robot.heading + bumper.heading);
-    const double widest = Cosine(bumper.cone / 2);
+bool IsPressed(const WorldMap& map, const SensorPlan& bumper, const Stance& robot) {
+    const Point facing = Turned(bumper.facing, robot.ahead);
     const double reach = map.world.robot.radius + kTouch;
     return std::ranges::any_of(Touched(map, robot.place, reach), [&](const Point& way) {
-        return Dot(way, middle) >= widest * Length(way);
+        return Dot(way, facing) >= bumper.widest * Length(way);
     });
 }
 
-bool Touches(const WorldMap& map, const Pose& robot) {
-    return !Touched(map, robot.place, map.world.robot.radius + kTouch).empty();
+bool Touches(const WorldMap& map, const Point& middle) {
+    return !Touched(map, middle, map.world.robot.radius + kTouch).empty();
 }
 
 }  // namespace zentro::world

@@ -88,13 +88,13 @@ enum class SensorKind : std::uint8_t { Floor, Distance, Light, Bumper, Wheel };
 struct Sensor {
     SensorKind kind{};
     InputId input;
-    Point place;           ///< on the robot: x ahead of its middle, y to its left
-    double heading = 0;    ///< radians, anticlockwise from ahead
-    double cone = 0;       ///< radians, the whole width in which it sees or feels
-    double range = 100;    ///< of a distance sensor: it reads 0 from there on, and 255 at 0
+    Point place;         ///< on the robot: x ahead of its middle, y to its left
+    double heading = 0;  ///< radians, anticlockwise from ahead
+    double cone = 0;     ///< radians, the whole width in which it sees or feels
+    double range = 100;  ///< of a distance sensor: it reads 0 from there on, and 255 at 0
     bool rightWheel = false;
-    double pulses = 20;    ///< of a wheel, in one turn
-    double noise = 0;      ///< at most so far from the true reading, if noise is asked for
+    double pulses = 20;  ///< of a wheel, in one turn
+    double noise = 0;    ///< at most so far from the true reading, if noise is asked for
 
     bool operator==(const Sensor&) const = default;
 };

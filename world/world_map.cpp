@@ -11,6 +11,7 @@ namespace zentro::world {
 namespace {
 
 constexpr double kBlurredEdge = 2;  // an eye sees a small patch of the floor, not a point
+constexpr int kRays = 9;            // in the cone of a distance sensor
 constexpr double kPassageDistance = 5;
 constexpr std::size_t kMostPassages = 64;
 
@@ -51,7 +52,8 @@ std::vector<Point> PassagesOf(const World& world, const std::string& name) {
         if (line.name == name) AddStrokes(line, strokes);
     }
     double length = 0;
-    for (const Stroke& stroke : strokes) length += LengthOf(stroke);
+    for (const Stroke& stroke : strokes)
+        length += LengthOf(stroke);
     const double apart = std::max(kPassageDistance, length / kMostPassages);
     std::vector<Point> passages;
     double next = apart / 2;  // from the beginning of the stroke
@@ -87,10 +89,22 @@ std::vector<Segment> SidesOf(const Point& corner, const Point& size) {
     return {{corner, right}, {right, across}, {across, left}, {left, corner}};
 }
 
+SensorPlan MakePlan(const Sensor& sensor) {
+    SensorPlan plan{sensor, Direction(sensor.heading), Cosine(sensor.cone / 2), {}};
+    if (sensor.kind != SensorKind::Distance) return plan;
+    const int rays = sensor.cone == 0 ? 1 : kRays;
+    for (int ray = 0; ray < rays; ++ray) {
+        const double share = rays == 1 ? 0 : static_cast<double>(ray) / (rays - 1) - 0.5;
+        plan.rays.push_back(Direction(sensor.heading + share * sensor.cone));
+    }
+    return plan;
+}
+
 WorldMap MakeMap(World world) {
     WorldMap map;
     map.world = std::move(world);
-    for (const Line& line : map.world.lines) AddStrokes(line, map.strokes);
+    for (const Line& line : map.world.lines)
+        AddStrokes(line, map.strokes);
     map.obstacles = map.world.walls;
     for (const Box& box : map.world.boxes) {
         const std::vector<Segment> sides = SidesOf(box.corner, box.size);
@@ -98,10 +112,11 @@ WorldMap MakeMap(World world) {
     }
     map.barriers = SidesOf({0, 0}, {map.world.floor.width, map.world.floor.height});
     map.barriers.insert(map.barriers.end(), map.obstacles.begin(), map.obstacles.end());
+    for (const Sensor& sensor : map.world.sensors)
+        map.sensors.push_back(MakePlan(sensor));
     for (const Goal& goal : map.world.goals) {
         const bool follows = goal.kind == GoalKind::Follow;
-        map.passages.push_back(follows ? PassagesOf(map.world, goal.target)
-                                       : std::vector<Point>{});
+        map.passages.push_back(follows ? PassagesOf(map.world, goal.target) : std::vector<Point>{});
     }
     return map;
 }

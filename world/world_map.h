@@ -14,6 +14,14 @@ struct Stroke {
     double darkness = 0;
 };
 
+/// A sensor and what follows from its place on the robot.
+struct SensorPlan {
+    Sensor sensor;
+    Point facing;             ///< its direction on the robot, of length 1
+    double widest = 1;        ///< the cosine of half its cone
+    std::vector<Point> rays;  ///< directions on the robot, of a distance sensor
+};
+
 /// A world and what follows from it, worked out once. Nothing in it changes while robots drive, so
 /// any number of them can share it.
 struct WorldMap {
@@ -21,11 +29,13 @@ struct WorldMap {
     std::vector<Stroke> strokes;
     std::vector<Segment> obstacles;  ///< walls and the sides of boxes
     std::vector<Segment> barriers;   ///< the same and the walls round the floor
+    std::vector<SensorPlan> sensors;
     /// For each goal the places that must be passed, at most 64.
     std::vector<std::vector<Point>> passages;
 };
 
 WorldMap MakeMap(World world);
+SensorPlan MakePlan(const Sensor& sensor);
 
 /// What an eye over that point reads.
 double BrightnessAt(const WorldMap& map, const Point& point);

@@ -29,18 +29,16 @@ double WithNoise(const Sensor& sensor, std::uint32_t& noise, double reading) {
     return noise == 0 || sensor.noise == 0 ? reading : reading + sensor.noise * DrawNoise(noise);
 }
 
-void Feed(const WorldMap& map, WorldState& state, const Sensor& sensor, Inputs& inputs) {
+void Feed(const WorldMap& map, WorldState& state, const SensorPlan& plan, const Stance& robot,
+          Inputs& inputs) {
+    const Sensor& sensor = plan.sensor;
     const std::size_t index = sensor.input.index;
     switch (sensor.input.kind) {
-        case InputKind::Digital:
-            inputs.digital[index] = IsPressed(map, sensor, state.robot);
-            break;
-        case InputKind::Button:
-            inputs.buttons[index] = IsPressed(map, sensor, state.robot);
-            break;
+        case InputKind::Digital: inputs.digital[index] = IsPressed(map, plan, robot); break;
+        case InputKind::Button: inputs.buttons[index] = IsPressed(map, plan, robot); break;
         case InputKind::Analog:
             inputs.analog[index] =
-                ToByte(WithNoise(sensor, state.noise, Reading(map, sensor, state.robot)));
+                ToByte(WithNoise(sensor, state.noise, Reading(map, plan, robot)));
             break;
         case InputKind::Pulses:
             inputs.pulses[index] =
@@ -93,8 +91,9 @@ void PassTick(const WorldMap& map, WorldState& state, const Outputs& outputs) {
 }
 
 void FeedInputs(const WorldMap& map, WorldState& state, Inputs& inputs) {
-    for (const Sensor& sensor : map.world.sensors) {
-        if (!IsTakenOver(state, sensor.input)) Feed(map, state, sensor, inputs);
+    const Stance robot = StanceOf(state.robot);
+    for (const SensorPlan& plan : map.sensors) {
+        if (!IsTakenOver(state, plan.sensor.input)) Feed(map, state, plan, robot, inputs);
     }
     state.newPulses = {};
 }

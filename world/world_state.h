@@ -14,9 +14,9 @@ enum class GoalStatus : std::uint8_t { Open, Met, Missed };
 
 struct GoalState {
     GoalStatus status = GoalStatus::Open;
-    std::uint64_t tick = 0;       ///< when that was decided
-    std::uint64_t passed = 0;     ///< one bit for each passage of a line
-    std::uint64_t standing = 0;   ///< ticks without a move in the area
+    std::uint64_t tick = 0;      ///< when that was decided
+    std::uint64_t passed = 0;    ///< one bit for each passage of a line
+    std::uint64_t standing = 0;  ///< ticks without a move in the area
 
     bool operator==(const GoalState&) const = default;
 };

@@ -29,7 +29,8 @@ struct InputScript {
 };
 
 /// Reads a script: on each line a tick, the name of an input and its new value, with blanks
-/// between. "world" instead of a value lets an input go that the world feeds. Empty lines and lines that begin with ";" say nothing.
+/// between. "world" instead of a value lets an input go that the world feeds. Empty lines and lines
+/// that begin with ";" say nothing.
 InputScript ParseInputScript(std::string_view text);
 
 }  // namespace zentro

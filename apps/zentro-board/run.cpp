@@ -71,7 +71,8 @@ bool ReadFiles(Run& run) {
         run.drive = WorldDrive::Load(text, run.options.noise, run.options.events, error);
         return error;
     };
-    return UseFile(run.options.objectFile, load) && UseFile(run.options.worldFile, readWorld) && UseFile(run.options.symbolFile, readSymbols) &&
+    return UseFile(run.options.objectFile, load) && UseFile(run.options.worldFile, readWorld) &&
+           UseFile(run.options.symbolFile, readSymbols) &&
            UseFile(run.options.inputFile, readScript);
 }
 
@@ -200,8 +201,7 @@ ExitStatus StatusOf(const Run& run) {
         return ExitStatus::Fault;
     }
     if (processor.running && StepsLeft(run) == 0) return ExitStatus::StepsRanOut;
-    return run.drive && !run.drive->HasMetItsGoals() ? ExitStatus::GoalsMissed
-                                                     : ExitStatus::Ended;
+    return run.drive && !run.drive->HasMetItsGoals() ? ExitStatus::GoalsMissed : ExitStatus::Ended;
 }
 
 }  // namespace

@@ -33,8 +33,11 @@ std::string Seconds(std::uint64_t ticks) {
 }  // namespace
 
 WorldDrive::WorldDrive(world::WorldMap map, std::uint32_t noiseSeed, bool showPlaces)
-    : map_(std::move(map)), state_(StartState(map_, noiseSeed)), showPlaces_(showPlaces),
-      way_{state_.robot}, shown_(map_.world.goals.size()) {}
+    : map_(std::move(map)),
+      state_(StartState(map_, noiseSeed)),
+      showPlaces_(showPlaces),
+      way_{state_.robot},
+      shown_(map_.world.goals.size()) {}
 
 std::optional<WorldDrive> WorldDrive::Load(std::string_view text, std::uint32_t noiseSeed,
                                            bool showPlaces, std::string& error) {

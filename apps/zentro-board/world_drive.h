@@ -14,7 +14,8 @@ namespace zentro {
 /// What the board drives in a world during a run. Prints on standard output what comes of it.
 class WorldDrive {
   public:
-    /// Nothing when the text is no world; `error` tells why. `showPlaces`: print where the robot is.
+    /// Nothing when the text is no world; `error` tells why. `showPlaces`: print where the robot
+    /// is.
     static std::optional<WorldDrive> Load(std::string_view text, std::uint32_t noiseSeed,
                                           bool showPlaces, std::string& error);
 

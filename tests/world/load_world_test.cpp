@@ -1,4 +1,6 @@
 // *.world files: what is read from them, and what is said of those that are wrong.
+#include "world/load_world.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -7,7 +9,6 @@
 #include <string>
 
 #include "world/arithmetic.h"
-#include "world/load_world.h"
 
 namespace zentro::world {
 namespace {
@@ -57,7 +58,8 @@ TEST(LoadWorld, ReadsEveryField) {
     expected.sensors[2] = {SensorKind::Light, {InputKind::Analog, 1}, {}, -kPi / 4};
     expected.sensors[3] = {SensorKind::Bumper, {InputKind::Button, 5}, {}, 0, kPi};
     expected.sensors[4] = {SensorKind::Wheel, {InputKind::Pulses, 3}, {}, 0, 0, 100, true, 12};
-    expected.goals = {{GoalKind::Reach, "b", 30, 2, 10}, {GoalKind::Follow, "a", 300, 0, 5},
+    expected.goals = {{GoalKind::Reach, "b", 30, 2, 10},
+                      {GoalKind::Follow, "a", 300, 0, 5},
                       {GoalKind::Clear, "", 300, 0, 10}};
     EXPECT_EQ(loaded.world.name, expected.name);
     EXPECT_EQ(loaded.world.floor, expected.floor);
@@ -102,7 +104,8 @@ TEST(LoadWorld, NamesWhatIsWrongAndWhere) {
         {WithField(R"("floor": {"width": null})"), "floor.width: must be a number"},
         {WithField(R"("robot": {"fullSpeed": 100000})"), "robot.fullSpeed: must be from 1 to 200"},
         {WithField(R"("walls": {})"), "walls: must be a list"},
-        {WithField(R"("walls": [{"from": [1, 1], "to": [2, 2]}, 7])"), "walls[1]: must be an object"},
+        {WithField(R"("walls": [{"from": [1, 1], "to": [2, 2]}, 7])"),
+         "walls[1]: must be an object"},
         {WithField(R"("walls": [{"from": [1, 1]}])"), "walls[0].to: is missing"},
         {WithField(R"("walls": [{"from": [90, 100], "to": [110, 100]}])"), "start: the robot"},
         {WithField(R"("boxes": [{"corner": [50, 50], "size": [99, 99]}])"), "start: the robot"},
@@ -137,15 +140,18 @@ TEST(LoadWorld, NamesWhatIsWrongAndWhere) {
 
 TEST(LoadWorld, RefusesHugeFiles) {
     std::string walls = R"("walls": [)";
-    for (int wall = 0; wall < 10'000; ++wall) walls += R"({"from": [1, 1], "to": [2, 2]},)";
+    for (int wall = 0; wall < 10'000; ++wall)
+        walls += R"({"from": [1, 1], "to": [2, 2]},)";
     walls.back() = ']';
     EXPECT_EQ(LoadWorld(WithField(walls)).error, "walls: must have at most 500 entries");
     EXPECT_NE(LoadWorld(std::string(kMostBytes + 1, ' ')).error, "");
     EXPECT_NE(LoadWorld(std::string(500'000, '[')).error, "");
-    EXPECT_THAT(LoadWorld(WithField(R"("x": )" + std::string(50, '[') + std::string(50, ']'))).error,
-                testing::HasSubstr("too many brackets"));
+    EXPECT_THAT(
+        LoadWorld(WithField(R"("x": )" + std::string(50, '[') + std::string(50, ']'))).error,
+        testing::HasSubstr("too many brackets"));
     std::string lines = R"("lines": [)";
-    for (int line = 0; line < 300; ++line) lines += R"({"points": [[1, 1], [2, 2]]},)";
+    for (int line = 0; line < 300; ++line)
+        lines += R"({"points": [[1, 1], [2, 2]]},)";
     lines.back() = ']';
     EXPECT_THAT(LoadWorld(WithField(lines)).error, testing::HasSubstr("all lines together"));
 }

@@ -28,10 +28,14 @@ void AddTick(Digest& digest, const WorldState& state, const Inputs& inputs) {
     digest.Add(state.robot.place.x);
     digest.Add(state.robot.place.y);
     digest.Add(state.robot.heading);
-    for (const double turned : state.wheelsTurned) digest.Add(turned);
-    for (const std::uint8_t reading : inputs.analog) digest.Add(std::uint64_t{reading});
-    for (const bool pressed : inputs.digital) digest.Add(std::uint64_t{pressed});
-    for (const std::uint16_t pulses : inputs.pulses) digest.Add(std::uint64_t{pulses});
+    for (const double turned : state.wheelsTurned)
+        digest.Add(turned);
+    for (const std::uint8_t reading : inputs.analog)
+        digest.Add(std::uint64_t{reading});
+    for (const bool pressed : inputs.digital)
+        digest.Add(std::uint64_t{pressed});
+    for (const std::uint16_t pulses : inputs.pulses)
+        digest.Add(std::uint64_t{pulses});
     for (const GoalState& goal : state.goals) {
         digest.Add(static_cast<std::uint64_t>(goal.status));
         digest.Add(goal.tick);

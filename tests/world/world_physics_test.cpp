@@ -17,7 +17,7 @@
 namespace zentro::world {
 namespace {
 
-constexpr std::uint64_t kExpectedDigest = 0xb2ef304b8b619b0f;
+constexpr std::uint64_t kExpectedDigest = 0x9df5b7f8ba8cacf6;
 
 World EmptyWorld() {
     World world;
@@ -40,7 +40,8 @@ Outputs Motors(int left, int right) {
 Pose After(const World& world, int left, int right, int ticks) {
     const WorldMap map = MakeMap(world);
     WorldState state = StartState(map);
-    for (int tick = 0; tick < ticks; ++tick) PassTick(map, state, Motors(left, right));
+    for (int tick = 0; tick < ticks; ++tick)
+        PassTick(map, state, Motors(left, right));
     return state.robot;
 }
 
@@ -72,8 +73,8 @@ TEST(WorldDrive, GoesStraightTurnsAndCurves) {
         {"on the spot to the right", 50, -50, 50, 0, 0, -spot / 2},
         {"curve to the left", 40, 80, 100, radius * std::sin(turn), radius * (1 - std::cos(turn)),
          Degrees(turn)},
-        {"curve to the right", 80, 40, 100, radius * std::sin(turn),
-         -radius * (1 - std::cos(turn)), -Degrees(turn)},
+        {"curve to the right", 80, 40, 100, radius * std::sin(turn), -radius * (1 - std::cos(turn)),
+         -Degrees(turn)},
     };
     for (const Case& test : cases) {
         const Pose end = After(EmptyWorld(), test.left, test.right, test.ticks);
@@ -100,7 +101,10 @@ TEST(WorldDrive, StopsAtWhatItHitsAndSlidesAlong) {
         {"along a wall that stands at 45 degrees", {{{200, 100}, {300, 200}}}, {}, 0, {}},
         {"into a corner", {{{230, 0}, {230, 300}}, {{0, 170}, {400, 170}}}, {}, 45, {219, 159}},
         {"a box", {}, {{{240, 100}, {30, 100}}}, 0, {229, 150}},
-        {"a gap that is too narrow", {{{230, 0}, {230, 140}}, {{230, 160}, {230, 300}}}, {}, 0,
+        {"a gap that is too narrow",
+         {{{230, 0}, {230, 140}}, {{230, 160}, {230, 300}}},
+         {},
+         0,
          {230 - std::sqrt(121.0 - 100), 150}},
     };
     for (const Case& test : cases) {
@@ -140,9 +144,9 @@ TEST(WorldDrive, NeverGetsIntoAWall) {
 TEST(WorldSensors, DistancesToWallsAtAngles) {
     struct Case {
         const char* what;
-        double wall;      // stands so far from the sensor, ...
-        double slant;     // ... turned by so many degrees about the point ahead
-        double heading;   // of the sensor on the robot
+        double wall;     // stands so far from the sensor, ...
+        double slant;    // ... turned by so many degrees about the point ahead
+        double heading;  // of the sensor on the robot
         double cone;
         double distance;
     };
@@ -165,8 +169,10 @@ TEST(WorldSensors, DistancesToWallsAtAngles) {
         sensor.heading = Radians(test.heading);
         sensor.cone = Radians(test.cone);
         const WorldMap map = MakeMap(world);
-        EXPECT_NEAR(FreeWay(map, sensor, world.start), test.distance, 0.01) << test.what;
-        EXPECT_NEAR(Reading(map, sensor, world.start), 255 * (1 - test.distance / 100), 0.1)
+        EXPECT_NEAR(FreeWay(map, MakePlan(sensor), StanceOf(world.start)), test.distance, 0.01)
+            << test.what;
+        EXPECT_NEAR(Reading(map, MakePlan(sensor), StanceOf(world.start)),
+                    255 * (1 - test.distance / 100), 0.1)
             << test.what;
     }
 }
@@ -177,7 +183,7 @@ TEST(WorldSensors, LightFallsOffIsShadedAndHasADirection) {
     Sensor eye;
     eye.kind = SensorKind::Light;
     const auto reading = [&](const Point& place, double degrees) {
-        return Reading(MakeMap(world), eye, {place, Radians(degrees)});
+        return Reading(MakeMap(world), MakePlan(eye), StanceOf({place, Radians(degrees)}));
     };
     EXPECT_NEAR(reading({250, 150}, 0), 200, 0.1) << "next to it";
     EXPECT_NEAR(reading({200, 150}, 0), 100, 0.1) << "the half";
@@ -248,8 +254,8 @@ TEST(WorldSensors, BumpersFeelTheSideThatIsHit) {
     for (const Case& test : cases) {
         world.walls = {test.wall};
         const WorldMap map = MakeMap(world);
-        EXPECT_EQ(IsPressed(map, left, world.start), test.left) << test.what;
-        EXPECT_EQ(IsPressed(map, right, world.start), test.right) << test.what;
+        EXPECT_EQ(IsPressed(map, MakePlan(left), StanceOf(world.start)), test.left) << test.what;
+        EXPECT_EQ(IsPressed(map, MakePlan(right), StanceOf(world.start)), test.right) << test.what;
     }
 }
 
