@@ -17,6 +17,8 @@ function(install_program_files component folder)
     install(FILES ${program_files} DESTINATION ${folder} COMPONENT ${component} ${ARGN})
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${folder} COMPONENT ${component} ${ARGN}
             FILES_MATCHING PATTERN "*.txt" PATTERN "README.md")
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/data/worlds DESTINATION ${folder} COMPONENT ${component} ${ARGN}
+            FILES_MATCHING PATTERN "*.world")
 endfunction()
 
 # The programs look for their files in ../share/zentrocompiler, whatever a system calls its data folder.

@@ -8,6 +8,7 @@ enum class ExitStatus : int {
     BadUsage = 2,  ///< wrong options, a file that cannot be read or written, no pseudo-terminal
     Fault = 3,     ///< the board stopped the program
     StepsRanOut = 4,
+    GoalsMissed = 5,  ///< the program ran, but its robot did not meet all goals of its world
 };
 
 }  // namespace zentro

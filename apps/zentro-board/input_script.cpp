@@ -17,6 +17,7 @@ struct InputKind {
     std::size_t count;
     unsigned largest;
     void (*set)(Inputs& inputs, std::size_t index, unsigned value);
+    std::optional<world::InputKind> fed = {};  ///< what a world calls it
 };
 
 std::uint8_t Byte(unsigned value) {
@@ -28,12 +29,16 @@ std::uint16_t Word(unsigned value) {
 }
 
 constexpr InputKind kInputKinds[] = {
-    {"digital", 4, 1, [](Inputs& in, std::size_t i, unsigned v) { in.digital[i] = v != 0; }},
-    {"button", 6, 1, [](Inputs& in, std::size_t i, unsigned v) { in.buttons[i] = v != 0; }},
-    {"analog", 6, 255, [](Inputs& in, std::size_t i, unsigned v) { in.analog[i] = Byte(v); }},
+    {"digital", 4, 1, [](Inputs& in, std::size_t i, unsigned v) { in.digital[i] = v != 0; },
+     world::InputKind::Digital},
+    {"button", 6, 1, [](Inputs& in, std::size_t i, unsigned v) { in.buttons[i] = v != 0; },
+     world::InputKind::Button},
+    {"analog", 6, 255, [](Inputs& in, std::size_t i, unsigned v) { in.analog[i] = Byte(v); },
+     world::InputKind::Analog},
     {"timed", 4, 65535, [](Inputs& in, std::size_t i, unsigned v) { in.timed[i] = Word(v); }},
     {"pulses", 4, 65535,
-     [](Inputs& in, std::size_t i, unsigned v) { in.pulses[i] = Word(in.pulses[i] + v); }},
+     [](Inputs& in, std::size_t i, unsigned v) { in.pulses[i] = Word(in.pulses[i] + v); },
+     world::InputKind::Pulses},
     {"stickx", 2, 255, [](Inputs& in, std::size_t i, unsigned v) { in.joysticks[i].x = Byte(v); }},
     {"sticky", 2, 255, [](Inputs& in, std::size_t i, unsigned v) { in.joysticks[i].y = Byte(v); }},
     {"battery", 0, 255, [](Inputs& in, std::size_t, unsigned v) { in.battery = Byte(v); }},
@@ -71,11 +76,17 @@ std::string ParseLine(std::string_view line, std::vector<InputChange>& changes) 
     if (!tick) return std::string(words[0]) + " is no time in ticks";
     const auto input = FindInput(words[1]);
     if (!input) return std::string("there is no input ").append(words[1]);
+    std::optional<world::InputId> fed;
+    if (input->kind->fed) fed = world::InputId{*input->kind->fed, input->index};
+    if (fed && words[2] == "world") {
+        changes.push_back({*tick, input->kind->set, input->index, 0, fed, true});
+        return {};
+    }
     const auto value = ReadNumber(words[2], input->kind->largest);
     if (!value)
         return std::string(words[1]) + " must be a number from 0 to " +
                std::to_string(input->kind->largest);
-    changes.push_back({*tick, input->kind->set, input->index, static_cast<unsigned>(*value)});
+    changes.push_back({*tick, input->kind->set, input->index, static_cast<unsigned>(*value), fed});
     return {};
 }
 

@@ -12,6 +12,7 @@
 
 #include "apps/zentro-board/input_script.h"
 #include "apps/zentro-board/symbol_file.h"
+#include "apps/zentro-board/world_drive.h"
 #include "board/board.h"
 #include "board/loader.h"
 #include "board/text.h"
@@ -29,6 +30,7 @@ struct Run {
     std::vector<Variable> variables;
     std::vector<InputChange> script;
     std::size_t scriptDone = 0;
+    std::optional<WorldDrive> drive;  ///< in a world, if there is one
 };
 
 bool Complain(const std::string& path, const std::string& wrong) {
@@ -64,7 +66,13 @@ bool ReadFiles(Run& run) {
         run.script = std::move(script.changes);
         return script.error;
     };
-    return UseFile(run.options.objectFile, load) && UseFile(run.options.symbolFile, readSymbols) &&
+    const auto readWorld = [&run](const std::string& text) {
+        std::string error;
+        run.drive = WorldDrive::Load(text, run.options.noise, run.options.events, error);
+        return error;
+    };
+    return UseFile(run.options.objectFile, load) && UseFile(run.options.worldFile, readWorld) &&
+           UseFile(run.options.symbolFile, readSymbols) &&
            UseFile(run.options.inputFile, readScript);
 }
 
@@ -72,6 +80,8 @@ void ApplyScript(Run& run) {
     while (run.scriptDone < run.script.size() &&
            run.script[run.scriptDone].tick <= run.board.clock) {
         const InputChange& change = run.script[run.scriptDone++];
+        if (run.drive) run.drive->Hold(change);
+        if (change.letsGo) continue;
         Inputs inputs = run.board.inputs;
         change.set(inputs, change.index, change.value);
         SetInputs(run.board, inputs);
@@ -109,6 +119,7 @@ void RunTick(Run& run) {
 
 /// Whether the program sleeps and nothing can come any more that would wake it.
 bool SleepsForEver(const Run& run) {
+    if (run.drive && run.drive->GoesOn(run.board)) return false;
     const auto watched = [&run](EventNumber number) {
         return run.board.events.handlers[static_cast<std::size_t>(number)] != kNoHandler;
     };
@@ -129,23 +140,49 @@ void KeepPace(const Run& run, std::chrono::steady_clock::time_point start) {
                                   std::chrono::seconds(1) * run.board.clock / kTicksPerSecond);
 }
 
+/// In a world the run goes on after the program, until the robot stands or its goals are decided.
+bool IsOver(const Run& run) {
+    if (run.drive) return run.drive->IsOver(run.board);
+    return !run.board.processor.running;
+}
+
 void RunToEnd(Run& run) {
     const auto start = std::chrono::steady_clock::now();
     ApplyScript(run);
+    if (run.drive) run.drive->Feed(run.board);
     StartProgram(run.board);
     while (true) {
         RunTick(run);
-        if (!run.board.processor.running || StepsLeft(run) == 0) return;
+        if (StepsLeft(run) == 0 || IsOver(run)) return;
         if (SleepsForEver(run)) {
             std::cerr << "zentro-board: the program sleeps, and no event can wake it any more\n";
             return;
         }
         AdvanceTick(run.board);
         ShowChanges(run);
+        if (run.drive) run.drive->PassTick(run.board);
         if (TimeIsOver(run)) return;
         KeepPace(run, start);
         ApplyScript(run);
+        if (run.drive) run.drive->Feed(run.board);
     }
+}
+
+/// Writes the picture, if one is asked for.
+bool DrawPicture(const Run& run) {
+    const std::string& path = run.options.pictureFile;
+    if (path.empty()) return true;
+    const std::string problem = WriteWholeFile(path, run.drive->Picture());
+    return problem.empty() || Complain(path, "cannot be written: " + problem);
+}
+
+bool OptionsFit(const RunOptions& options) {
+    if (options.worldFile.empty()) {
+        if (!options.pictureFile.empty()) return Complain("--picture", "needs --world");
+        return options.noise == 0 || Complain("--noise", "needs --world");
+    }
+    if (options.pictureFile.empty() || options.pictureFile.ends_with(".svg")) return true;
+    return Complain(options.pictureFile, "pictures are SVG files: give it a name with .svg");
 }
 
 void PrintResults(const Run& run) {
@@ -154,6 +191,7 @@ void PrintResults(const Run& run) {
     }
     std::cout << "steps\t" << run.board.processor.steps << '\n';
     if (run.board.droppedEvents > 0) std::cout << "dropped\t" << run.board.droppedEvents << '\n';
+    if (run.drive) run.drive->PrintVerdict();
 }
 
 ExitStatus StatusOf(const Run& run) {
@@ -162,7 +200,8 @@ ExitStatus StatusOf(const Run& run) {
         std::cerr << FaultLine(processor.fault, processor.instruction) << '\n';
         return ExitStatus::Fault;
     }
-    return processor.running && StepsLeft(run) == 0 ? ExitStatus::StepsRanOut : ExitStatus::Ended;
+    if (processor.running && StepsLeft(run) == 0) return ExitStatus::StepsRanOut;
+    return run.drive && !run.drive->HasMetItsGoals() ? ExitStatus::GoalsMissed : ExitStatus::Ended;
 }
 
 }  // namespace
@@ -171,11 +210,13 @@ ExitStatus RunProgram(const RunOptions& options) {
     std::ios::sync_with_stdio(false);
     const auto run = std::make_unique<Run>();
     run->options = options;
-    if (!ReadFiles(*run)) return ExitStatus::BadUsage;
+    if (!OptionsFit(options) || !ReadFiles(*run)) return ExitStatus::BadUsage;
     run->board.random = options.seed;
     RunToEnd(*run);
+    if (run->drive) run->drive->End();
     PrintResults(*run);
     std::cout.flush();
+    if (run->drive && !DrawPicture(*run)) return ExitStatus::BadUsage;
     return StatusOf(*run);
 }
 

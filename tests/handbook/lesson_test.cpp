@@ -10,6 +10,8 @@
 #include "desktop/board_world.h"
 #include "tests/support/compile_fixture.h"
 #include "tools/handbook/manuscript.h"
+#include "world/load_world.h"
+#include "world/world_state.h"
 
 namespace zentro {
 namespace {
@@ -67,6 +69,44 @@ struct Journey {
     double widest = 0;    ///< to either side of the line of its start
     int ticks = 0;
 };
+
+/// The shipped world of that name.
+world::WorldMap ShippedWorld(const std::string& name) {
+    world::LoadedWorld loaded =
+        world::LoadWorld(test::ReadFile(ZENTRO_WORLDS_FOLDER "/" + name + ".world"));
+    EXPECT_EQ(loaded.error, "");
+    return world::MakeMap(std::move(loaded.world));
+}
+
+// The window's floor and the first world are one: what is learnt on one holds on the other.
+TEST(FirstLesson, TheFirstWorldIsTheWindowsFloor) {
+    const world::WorldMap oval = ShippedWorld("oval");
+    world::WorldState state = StartState(oval);
+    const auto window = MakeBoardWorld();
+    constexpr double kCentimetres = 100;
+    std::uint32_t chance = 1;
+    for (int tick = 0; tick < 3000; ++tick) {
+        if (tick % 50 == 0) {
+            for (Drive& motor : window->board.outputs.motors) {
+                chance = chance * 1'664'525U + 1'013'904'223U;
+                motor = {(chance >> 20) % 5 == 0 ? kBackward : kForward,
+                         static_cast<std::uint8_t>((chance >> 24) % 101)};
+            }
+        }
+        PassTick(*window);
+        PassTick(oval, state, window->board.outputs);
+        Inputs inputs;
+        FeedInputs(oval, state, inputs);
+        ASSERT_NEAR(state.robot.place.x, (window->robot.place.x + kFloorWidth / 2) * kCentimetres,
+                    1e-6);
+        ASSERT_NEAR(state.robot.place.y, (window->robot.place.y + kFloorHeight / 2) * kCentimetres,
+                    1e-6);
+        for (std::size_t eye = 0; eye < 2; ++eye) {
+            ASSERT_NEAR(inputs.analog[eye], window->board.inputs.analog[eye], 1) << tick;
+        }
+    }
+    EXPECT_NE(state.robot, oval.world.start);
+}
 
 TEST(FirstLesson, TwoWheelsTurn) {
     const std::string program = ProgramOfSection("Two wheels turn");
