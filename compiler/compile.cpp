@@ -10,6 +10,7 @@
 #include "compiler/paths.h"
 #include "compiler/resolve_labels.h"
 #include "frontend/parse_source_line.h"
+#include "hints/line_hints.h"
 
 namespace zentro {
 
@@ -153,15 +154,21 @@ bool RunStages(Compilation& compilation, const ProgramFiles& files, FileWriter& 
 
 bool CompileSource(Compilation& compilation, const ProgramFiles& files, FileWriter& writer,
                    ListingSink* listing) {
+    LineHints hints(compilation);
+    compilation.diagnostics.SetHints(&hints);
     compilation.diagnostics.StartCompile(files.sourceFileName);
     const bool succeeded = RunStages(compilation, files, writer, listing);
+    compilation.diagnostics.SetHints(nullptr);
     compilation.diagnostics.EndCompile(MessageCode::RunEnds);
     return succeeded;
 }
 
 bool SyntaxCheck(Compilation& compilation, const ProgramFiles& files) {
+    LineHints hints(compilation);
+    compilation.diagnostics.SetHints(&hints);
     compilation.diagnostics.StartCompile(files.sourceFileName);
     const bool succeeded = LoadSource(compilation, files) && ParseSource(compilation);
+    compilation.diagnostics.SetHints(nullptr);
     compilation.diagnostics.EndCompile(MessageCode::RunEnds);
     return succeeded;
 }

@@ -6,6 +6,7 @@
 #include "compiler/consequences.h"
 #include "compiler/load_source.h"
 #include "frontend/parse_source_line.h"
+#include "hints/line_hints.h"
 
 namespace zentro {
 
@@ -108,7 +109,9 @@ std::vector<IncludedMistakes> MistakesOfIncludedFiles(const Compilation& compila
 
 std::vector<IncludedMistakes> CheckForEditor(Compilation& compilation, const ProgramFiles& files) {
     ConsequenceFilter filter(compilation);
+    LineHints hints(compilation);
     compilation.diagnostics.SetFilter(&filter);
+    compilation.diagnostics.SetHints(&hints);
     compilation.diagnostics.StartCompile(files.sourceFileName);
     const bool isOpen = LoadSourceFiles(compilation, files);
     const bool wasReadToTheEnd = isOpen && compilation.states.Current() != CompileState::Aborted;
@@ -119,6 +122,7 @@ std::vector<IncludedMistakes> CheckForEditor(Compilation& compilation, const Pro
     if (!compilation.mainBlockSeen && count == compilation.sourceLines.size())
         compilation.diagnostics.PostError(MessageCode::NoProgram, nullptr);
     compilation.diagnostics.SetFilter(nullptr);
+    compilation.diagnostics.SetHints(nullptr);
     return MistakesOfIncludedFiles(compilation, filter);
 }
 

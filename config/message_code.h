@@ -130,6 +130,29 @@ enum class MessageCode : std::uint16_t {
     FoundConstant = 2017,
     TypographicQuotes = 2018,  ///< the hint behind the message of a line that holds some
     TypographicDashes = 2019,
+    // The hints: %1 and so on stand for what they are about.
+    NearWord = 2020,
+    NearStatement = 2021,
+    NearName = 2022,
+    SeparateWords = 2023,
+    LetterForDigit = 2024,
+    CapitalLetter = 2025,
+    CallIsMissing = 2026,
+    OtherLanguage = 2027,
+    WriteInstead = 2028,
+    FractionWritten = 2029,
+    NegativeWritten = 2030,
+    TooLargeForByte = 2031,
+    TooLargeToWrite = 2032,
+    BlockStillOpen = 2033,
+    ValuesOfStatement = 2034,
+    ValuesOfRoutine = 2035,
+    ValuesOfFunction = 2036,
+    MissingAtEnd = 2037,
+    ComparisonOfFlag = 2038,
+    WordNeeded = 2039,
+    FirstOtherLanguageRow = 2100,  ///< words of other languages: see other_languages.h
+    LastOtherLanguageRow = 2299,
     AlreadyOpen = 3002,     ///< a source file is opened a second time
     OutsideFailure = 3003,  ///< something outside the program failed: a disk, a folder
 };

@@ -34,9 +34,9 @@ void MessageCollector::Add(const PostedMessage& message) {
     const bool counts =
         message.severity == Severity::Error || message.severity == Severity::Warning;
     if (!counts || message.place.fileName.empty() || message.place.sourceLineNo < 1) return;
-    Add(message.place,
-        {message.place.sourceLineNo, message.severity, QString::fromStdString(message.text), false,
-         MessageCodeText(message.code)});
+    Add(message.place, {message.place.sourceLineNo, message.severity,
+                        QString::fromStdString(message.text), false, MessageCodeText(message.code),
+                        QString::fromStdString(message.hint.text), message.hint.fix});
 }
 
 void MessageCollector::AddInclude(const LineXref& place, Severity severity, const QString& text) {

@@ -3,6 +3,7 @@
 #include <QString>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,9 +27,11 @@ inline constexpr Revision kOtherText = ~Revision{0};
 struct LineMessage {
     int line = 0;  ///< from 1
     Severity severity = Severity::Error;
-    QString text;
+    QString text;                 ///< with the hint behind it
     bool isAboutInclude = false;  ///< tells of the mistakes in the file that the line includes
     std::string code{};           ///< "E15", under which the handbook explains it; empty: none
+    QString hint{};               ///< what may have been meant; empty: nothing is known
+    std::optional<Fix> fix{};     ///< of this file, where the mend is certain
 
     bool operator==(const LineMessage&) const = default;
 };

@@ -154,7 +154,7 @@ void Diagnostics::Post(MessageCode code, SourceLine* line, const std::string& sh
         return;
     }
     if (!shownExtra.empty()) message.text = shownExtra + " - " + text;
-    PostAgainst(*line, std::move(message));
+    PostAgainst(*line, std::move(message), shownExtra);
 }
 
 void Diagnostics::PostRangeError(SourceLine& line, RangeDescription needed,
@@ -169,7 +169,8 @@ void Diagnostics::PostRangeError(SourceLine& line, RangeDescription needed,
     const std::string text = std::string(valueText) + " - " + entry->errorMsg + " " +
                              textOf(needed, &RangeRow::needed) + " " +
                              textOf(found, &RangeRow::found);
-    PostAgainst(line, {MessageCode::TypeMismatch, entry->errorSeverity, {}, ToUtf8(text)});
+    PostAgainst(line, {MessageCode::TypeMismatch, entry->errorSeverity, {}, ToUtf8(text)},
+                ToUtf8(valueText));
 }
 
 void Diagnostics::PostInfo(MessageCode code, std::optional<std::int64_t> value) {
@@ -184,7 +185,8 @@ const ErrorMessage* Diagnostics::Find(MessageCode code) {
     return entry;
 }
 
-void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message) {
+void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message,
+                              std::string_view shownExtra) {
     if (message.severity == Severity::Error) line.hasErrors = true;
     if (message.severity == Severity::Warning) line.hasWarnings = true;
     message.place.sourceLineNo = line.fileLineNo;
@@ -194,9 +196,16 @@ void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message) {
     }
     const bool isMistake =
         message.severity == Severity::Error || message.severity == Severity::Warning;
-    if (isMistake) message.text += TypographicHint(line, message.code);
+    if (isMistake) message.hint = HintFor(line, message.code, shownExtra);
+    if (!message.hint.text.empty()) message.text += " " + message.hint.text;
     if (filter_ != nullptr && filter_->HoldsBack(message, line)) return;
     PostMessage(message, LineTextColumn(line.parsedLine));
+}
+
+Hint Diagnostics::HintFor(const SourceLine& line, MessageCode code,
+                          std::string_view shownExtra) const {
+    if (std::string text = TypographicHint(line, code); !text.empty()) return {std::move(text), {}};
+    return hints_ == nullptr ? Hint{} : hints_->HintFor(code, line, shownExtra);
 }
 
 /// What a message adds when a word processor has made the line's quotes or dashes, which it shows
@@ -212,10 +221,11 @@ std::string Diagnostics::TypographicHint(const SourceLine& line, MessageCode cod
             if (TypographicSignOf(one.character) == kind && isMeant && isNew) found += " " + shown;
         }
         const std::string_view words = catalogue_.GetMessageText(text);
-        return found.empty() || words.empty() ? "" : " " + ToUtf8(words) + found;
+        return found.empty() || words.empty() ? "" : ToUtf8(words) + found;
     };
-    return hint(TypographicSign::Quote, MessageCode::TypographicQuotes) +
-           hint(TypographicSign::Dash, MessageCode::TypographicDashes);
+    const std::string quotes = hint(TypographicSign::Quote, MessageCode::TypographicQuotes);
+    const std::string dashes = hint(TypographicSign::Dash, MessageCode::TypographicDashes);
+    return quotes.empty() || dashes.empty() ? quotes + dashes : quotes + " " + dashes;
 }
 
 void Diagnostics::PostMessage(const PostedMessage& message, std::string_view lineText) {

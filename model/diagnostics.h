@@ -27,6 +27,15 @@ class MessageFilter {
     virtual bool HoldsBack(const PostedMessage& message, const SourceLine& line) = 0;
 };
 
+/// Knows what may have been meant by a line with a mistake.
+class HintSource {
+  public:
+    virtual ~HintSource() = default;
+    /// The hint behind a message; an empty one where none fits. The extra is what the message shows
+    /// before its text, UTF-8.
+    virtual Hint HintFor(MessageCode code, const SourceLine& line, std::string_view extra) = 0;
+};
+
 /// Turns message codes into lines of the log and counts them.
 class Diagnostics {
   public:
@@ -57,6 +66,9 @@ class Diagnostics {
     /// The filter is asked until another one, or none, is set.
     void SetFilter(MessageFilter* filter) { filter_ = filter; }
 
+    /// The hints are asked for, once a message is posted, until others, or none, are set.
+    void SetHints(HintSource* hints) { hints_ = hints; }
+
     int ErrorCount() const { return errorCount_; }
     int WarningCount() const { return warningCount_; }
     /// False once a line has been refused, of whatever severity the language makes the message.
@@ -66,7 +78,8 @@ class Diagnostics {
     const ErrorMessage* Find(MessageCode code);
     void Post(MessageCode code, SourceLine* line, const std::string& shownExtra);
     void PostMessage(const PostedMessage& message, std::string_view lineText);
-    void PostAgainst(SourceLine& line, PostedMessage message);
+    void PostAgainst(SourceLine& line, PostedMessage message, std::string_view shownExtra);
+    Hint HintFor(const SourceLine& line, MessageCode code, std::string_view shownExtra) const;
     std::string TypographicHint(const SourceLine& line, MessageCode code) const;
     void WriteHeaderOnce();
     void WriteStageLine(MessageCode code, const std::string& text);
@@ -75,6 +88,7 @@ class Diagnostics {
     OutputSink& output_;
     Prompts& prompts_;
     MessageFilter* filter_ = nullptr;
+    HintSource* hints_ = nullptr;
     int errorCount_ = 0;
     int warningCount_ = 0;
     bool headerWritten_ = false;

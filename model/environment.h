@@ -19,12 +19,31 @@ struct LineXref {
     std::int32_t address = 0;
 };
 
+/// A change of one line that mends what a message is about.
+struct Fix {
+    std::string fileName;  ///< UTF-8
+    std::string pathName;  ///< the file's folder, UTF-8
+    std::int32_t line = 0;
+    std::int32_t column = 0;  ///< of the line as it stands in the file, in characters, from 1
+    std::int32_t length = 0;  ///< how many characters go; 0: nothing does
+    std::string text;         ///< what comes in their place, UTF-8
+
+    bool operator==(const Fix&) const = default;
+};
+
+/// The most likely cause of a message in its very line, and what to write.
+struct Hint {
+    std::string text;        ///< a sentence, UTF-8; empty: there is no hint
+    std::optional<Fix> fix;  ///< where the mend is certain
+};
+
 /// A message as it was posted.
 struct PostedMessage {
     MessageCode code{};
     Severity severity = Severity::Information;
     LineXref place;    ///< without a file and with line 0 when the message belongs to no line
-    std::string text;  ///< UTF-8, without the code
+    std::string text;  ///< UTF-8, without the code, with the hint's sentence behind it
+    Hint hint{};
 };
 
 /// The colours of the log, by meaning.

@@ -284,6 +284,34 @@ TEST_F(Zentroc, QuietShowsErrorsAndWarningsOnly) {
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 2);
 }
 
+TEST_F(Zentroc, JsonHoldsHintsAndFixes) {
+    Write("main.txt",
+          "INCLUDE \"part.txt\"\nBEGIN PROGRAM\n  print 5\nSTOP MOTORS 1\nEND PROGRAM\n");
+    Write("part.txt", "\n\tdefine bite Speed = 1\n");
+    std::vector<nlohmann::json> mistakes;
+    std::istringstream lines(Run("--format json --quiet main.txt").out);
+    for (std::string line; std::getline(lines, line);)
+        mistakes.push_back(nlohmann::json::parse(line));
+    ASSERT_EQ(mistakes.size(), 1U);
+    const std::string hint = mistakes[0]["hint"];
+    EXPECT_EQ(hint, "bite is not a word of the language. Did you mean BYTE?");
+    EXPECT_THAT(std::string(mistakes[0]["text"]), testing::EndsWith(" " + hint));
+    const nlohmann::json fix{{"file", "part.txt"}, {"path", mistakes[0]["path"]},
+                             {"line", 2},          {"column", 9},
+                             {"length", 4},        {"text", "BYTE"}};
+    EXPECT_EQ(mistakes[0]["fix"], fix);
+
+    Write("part.txt", "");
+    mistakes.clear();
+    std::istringstream more(Run("--format json --quiet main.txt").out);
+    for (std::string line; std::getline(more, line);)
+        mistakes.push_back(nlohmann::json::parse(line));
+    ASSERT_EQ(mistakes.size(), 2U);
+    EXPECT_TRUE(mistakes[0].contains("hint"));
+    EXPECT_FALSE(mistakes[0].contains("fix"));
+    EXPECT_FALSE(mistakes[1].contains("hint"));
+}
+
 TEST_F(Zentroc, JsonIsOneObjectALine) {
     Write("main.txt", "INCLUDE \"part.txt\"\n" + kWrong);
     Write("part.txt", "\nHop\"\xC3\xA9\"\n");

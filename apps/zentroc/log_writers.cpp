@@ -1,6 +1,7 @@
 #include "apps/zentroc/log_writers.h"
 
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <utility>
 
 namespace zentro {
@@ -54,11 +55,16 @@ void TextLog::Write(std::string_view text, LogColour colour, const PostedMessage
 
 void JsonLog::Write(std::string_view, LogColour, const PostedMessage* message) {
     if (message == nullptr || (quiet_ && !IsMistake(message))) return;
-    const nlohmann::ordered_json object{
+    nlohmann::ordered_json object{
         {"code", MessageCodeText(message->code)}, {"severity", SeverityName(message->severity)},
         {"file", message->place.fileName},        {"path", message->place.pathName},
         {"line", message->place.sourceLineNo},    {"text", message->text},
     };
+    if (!message->hint.text.empty()) object["hint"] = message->hint.text;
+    if (const std::optional<Fix>& fix = message->hint.fix) {
+        object["fix"] = {{"file", fix->fileName}, {"path", fix->pathName}, {"line", fix->line},
+                         {"column", fix->column}, {"length", fix->length}, {"text", fix->text}};
+    }
     using Handler = nlohmann::ordered_json::error_handler_t;
     output_.Write(object.dump(-1, ' ', false, Handler::replace) + "\n");
 }

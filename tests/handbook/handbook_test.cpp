@@ -249,9 +249,6 @@ TEST(Manuscripts, ThatAreWrongNameThePlace) {
              {"@ E78\n", "a.txt:1: the configuration has no message E78"},
              {"@ s18\n@args motor\n", "a.txt:1: STOP MOTORS takes 0 values, but @args names 1"},
              {"@ s19\n", "a.txt:1: SET MOTOR takes 3 values, but @args names 0"},
-             {"@other-words\n| print | it |\n",
-              "a.txt:1: a row needs a `word` and a text: print | it |"},
-             {"# Lines\n\n@other-words\n| `lines` | none |\n", "a.txt:3: lines is a title as well"},
              {"@unheard of\n", "a.txt:1: @unheard is not known"},
          }) {
         Manuscript manuscript;
@@ -259,6 +256,23 @@ TEST(Manuscripts, ThatAreWrongNameThePlace) {
         const Handbook handbook = MakeHandbook(test::ShippedLanguage(), manuscript);
         EXPECT_THAT(handbook.problems, ElementsAre(problem)) << text;
     }
+}
+
+TEST(Manuscripts, TakeTheWordsOfOtherLanguagesFromTheConfiguration) {
+    std::string records;
+    for (const std::string& record : test::Split(test::ReadFile(ZENTRO_SHIPPED_CONFIG), '\n')) {
+        if (!std::regex_search(record, std::regex("^\"E2[12][0-9]{2}\""))) records += record + "\n";
+    }
+    InstructionConfiguration language;
+    records += "\"E2100\",\"lines becomes {s18}: they say\",\"2\"\n\"E2299\",\"bare\",\"2\"\n";
+    ASSERT_EQ(ParseInstructionConfig(records, language), "");
+    Manuscript manuscript;
+    ReadManuscript("a.txt", "# Lines\n\n@other-words\n| a | table |\n", manuscript);
+    const Handbook handbook = MakeHandbook(language, manuscript);
+    EXPECT_THAT(handbook.problems, ElementsAre("nothing is said of the word bare",
+                                               "a.txt:3: lines is a title as well"));
+    EXPECT_THAT(handbook.html, HasSubstr("<code>lines</code></td><td>"));
+    EXPECT_THAT(handbook.html, HasSubstr("<td>they say</td>"));
 }
 
 TEST(Manuscripts, KeepProgramsAsTheyStand) {

@@ -171,8 +171,7 @@ TEST_F(HandbookWindow, OpensAtEveryWordAndMessage) {
 TEST_F(HandbookWindow, LeadsFromOtherLanguagesWordsToTheirRows) {
     ASSERT_TRUE(Wait());
     std::vector<std::string> problems;
-    const std::vector<OtherWord> words =
-        OtherWords(configuration.commands, ReadManuscriptFolder(ZENTRO_HANDBOOK_FOLDER), problems);
+    const std::vector<OtherWord> words = OtherWords(configuration, problems);
     EXPECT_TRUE(problems.empty());
     QStringList known;
     auto& field = *browser_.findChild<QLineEdit*>("txtSearch");

@@ -41,7 +41,7 @@ class Page {
           references_(language, manuscript),
           keywords_(KeywordsOf(language.commands)) {
         handbook_.problems = manuscript.problems;
-        otherWords_ = OtherWords(language.commands, manuscript, handbook_.problems);
+        otherWords_ = OtherWords(language, handbook_.problems);
         places_ = WordPlaces(language.commands, otherWords_);
     }
 
@@ -231,7 +231,6 @@ class Page {
     void WriteOtherWords(const Block& block) {
         Rows rows{{"Elsewhere", "Here"}};
         for (const OtherWord& other : otherWords_) {
-            if (other.place != block.place) continue;
             if (references_.HasPlace(other.word)) Report(block, other.word + " is a title as well");
             const std::string anchors = other.isOwn ? "" : WordAnchorsHtml(other.word);
             rows.push_back({anchors + CodeHtml(other.word), TextOf(block, other.text)});

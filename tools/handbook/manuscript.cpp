@@ -32,7 +32,7 @@ class Reader {
         if (line.starts_with("@")) return ReadDirective(line.substr(1));
         if (line.starts_with("> ")) return AddLine(Kind::Printed, line.substr(2));
         if (line.starts_with("- ")) return AddLine(Kind::List, line.substr(2));
-        if (line.starts_with("| ")) return AddRow(line.substr(2));
+        if (line.starts_with("| ")) return AddLine(Kind::Table, line.substr(2));
         if (line.starts_with("  ") && open_ == Kind::List)
             return AppendTo(Last(Kind::List).lines.back(), Trim(line));
         Block& paragraph = Last(Kind::Paragraph);
@@ -62,11 +62,6 @@ class Reader {
     }
 
     void AddLine(Kind kind, std::string_view line) { Last(kind).lines.emplace_back(line); }
-
-    void AddRow(std::string_view row) {
-        const bool isOtherWord = isOpen_ && open_ == Kind::OtherWords;
-        AddLine(isOtherWord ? Kind::OtherWords : Kind::Table, row);
-    }
 
     /// A blank line inside a program belongs to it.
     void EndBlock() {
@@ -118,7 +113,6 @@ class Reader {
             Add(Kind::Arguments).lines = SplitTrimmed(rest, ';');
         } else if (name == "other-words") {
             Add(Kind::OtherWords);
-            return;  // its rows follow
         } else if (name == "index") {
             Add(Kind::WordIndex);
         } else if (name == "messages") {

@@ -20,7 +20,7 @@ struct Block {
         Words,    ///< the page of one or more entries of the configuration
         Message,  ///< the page of a message
         Arguments,
-        OtherWords,  ///< words of other languages, each in a row with what is said here
+        OtherWords,  ///< the table of the words of other languages that the configuration knows
         WordIndex,
         MessageTable,
         InstructionTable,

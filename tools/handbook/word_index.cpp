@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "config/text.h"
+#include "hints/other_languages.h"
 #include "tools/handbook/handbook.h"
 #include "tools/handbook/manuscript.h"
 
@@ -40,26 +41,16 @@ std::vector<std::string> KeywordsOf(const CommandCatalogue& commands) {
     return words;
 }
 
-std::vector<OtherWord> OtherWords(const CommandCatalogue& commands, const Manuscript& manuscript,
+std::vector<OtherWord> OtherWords(const InstructionConfiguration& language,
                                   std::vector<std::string>& problems) {
     std::vector<OtherWord> words;
-    for (const Block& block : manuscript.blocks) {
-        if (block.kind != Block::Kind::OtherWords) continue;
-        for (const std::string& row : block.lines) {
-            const std::size_t end = row.find('`', 1);
-            const std::size_t bar = row.find('|', std::min(end, row.size()));
-            if (!row.starts_with('`') || bar == std::string::npos) {
-                problems.push_back(block.place + ": a row needs a `word` and a text: " + row);
-                continue;
-            }
-            OtherWord word{row.substr(1, end - 1), {}, block.place, false};
-            word.text = Trim(std::string_view(row).substr(bar + 1));
-            if (word.text.ends_with('|')) word.text.pop_back();
-            word.isOwn = std::ranges::any_of(commands.Entries(), [&](const Command& entry) {
-                return EqualsIgnoreCase(entry.command, word.word);
-            });
-            words.push_back(std::move(word));
-        }
+    for (OtherLanguageRow& row : OtherLanguageRows(language.messages)) {
+        if (row.text.empty()) problems.push_back("nothing is said of the word " + row.word);
+        OtherWord word{std::move(row.word), std::move(row.text), false};
+        word.isOwn = std::ranges::any_of(language.commands.Entries(), [&](const Command& entry) {
+            return EqualsIgnoreCase(entry.command, word.word);
+        });
+        words.push_back(std::move(word));
     }
     return words;
 }

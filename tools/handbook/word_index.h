@@ -5,8 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "config/command_catalogue.h"
-#include "tools/handbook/manuscript.h"
+#include "config/configuration.h"
 
 namespace zentro {
 
@@ -22,14 +21,13 @@ struct WordPlace {
 /// A word of other languages, and what the handbook says about it.
 struct OtherWord {
     std::string word;
-    std::string text;    ///< as in the manuscript
-    std::string place;   ///< of the row's table in the manuscript
+    std::string text;    ///< with the references of the manuscript's texts
     bool isOwn = false;  ///< it is a word of this language as well, which has a page
 };
 
-/// The rows of all tables of other languages' words. What is wrong with them is appended to the
-/// problems.
-std::vector<OtherWord> OtherWords(const CommandCatalogue& commands, const Manuscript& manuscript,
+/// The words of other languages that the configuration knows. What is wrong with them is appended
+/// to the problems.
+std::vector<OtherWord> OtherWords(const InstructionConfiguration& language,
                                   std::vector<std::string>& problems);
 
 /// A row for each word that the editor colours, in the order of that list.

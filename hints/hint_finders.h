@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string_view>
+
+#include "hints/other_languages.h"
+#include "model/compilation.h"
+
+namespace zentro {
+
+/// What a hint is wanted for.
+struct HintQuestion {
+    const Compilation& compilation;
+    std::span<const OtherLanguageRow> otherLanguages;
+    MessageCode code;
+    const SourceLine& line;
+    std::string_view extra;  ///< what the message shows before its text
+};
+
+// Each finds one kind of cause, and nothing where its pattern does not fit.
+
+/// Signs of other languages: ==, //, +=
+std::optional<Hint> FindForeignSign(const HintQuestion& question);
+/// Words of other languages: print, else if
+std::optional<Hint> FindForeignWord(const HintQuestion& question);
+/// 0.5 and 1,5; -1; 1OO; what is too large
+std::optional<Hint> FindNumberHint(const HintQuestion& question);
+/// Words of statements, names and values that are nearly right.
+std::optional<Hint> FindNearSpelling(const HintQuestion& question);
+/// Too many or too few values, parentheses that do not belong there, a missing word.
+std::optional<Hint> FindValuesHint(const HintQuestion& question);
+/// The block that is open where another one ends.
+std::optional<Hint> FindOpenBlock(const HintQuestion& question);
+
+}  // namespace zentro

@@ -1,0 +1,48 @@
+#include "hints/hint_text.h"
+
+#include "config/encoding.h"
+#include "config/text.h"
+
+namespace zentro {
+
+Hint MakeHint(const HintQuestion& question, MessageCode text,
+              std::initializer_list<std::string_view> words) {
+    const std::string pattern =
+        ToUtf8(question.compilation.configuration.messages.GetMessageText(text));
+    Hint hint;
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        const bool isPlace = pattern[i] == '%' && i + 1 < pattern.size() && IsDigit(pattern[i + 1]);
+        const std::size_t number = isPlace ? static_cast<std::size_t>(pattern[i + 1] - '0') : 0;
+        if (number == 0 || number > words.size()) {
+            hint.text += pattern[i];
+            continue;
+        }
+        hint.text += words.begin()[number - 1];
+        ++i;
+    }
+    return hint;
+}
+
+Fix FixOf(const SourceLine& line, std::size_t begin, std::size_t length, std::string_view text) {
+    Fix fix;
+    fix.fileName = line.file->name;
+    fix.pathName = line.file->directory;
+    fix.line = line.fileLineNo;
+    fix.column = static_cast<std::int32_t>(begin) + 1;
+    fix.length = static_cast<std::int32_t>(length);
+    fix.text = ToUtf8(text);
+    return fix;
+}
+
+std::string WithoutQuotes(const SourceLine& line) {
+    std::string text(line.text.substr(0, FindComment(line.text)));
+    bool inQuotes = false;
+    for (char& c : text) {
+        const bool isQuote = c == '"';
+        if (isQuote) inQuotes = !inQuotes;
+        if (isQuote || inQuotes) c = ' ';
+    }
+    return text;
+}
+
+}  // namespace zentro

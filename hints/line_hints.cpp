@@ -1,0 +1,39 @@
+#include "hints/line_hints.h"
+
+#include <array>
+#include <utility>
+
+#include "hints/hint_finders.h"
+
+namespace zentro {
+
+namespace {
+
+using Finder = std::optional<Hint> (*)(const HintQuestion&);
+
+/// The more certain ones first.
+constexpr std::array<Finder, 6> kFinders{FindOpenBlock,  FindForeignSign,  FindForeignWord,
+                                         FindNumberHint, FindNearSpelling, FindValuesHint};
+
+/// Nobody has typed a longer line by hand.
+constexpr std::size_t kLongestLine = 200;
+
+}  // namespace
+
+Hint LineHints::HintFor(MessageCode code, const SourceLine& line, std::string_view extra) {
+    if (line.text.size() > kLongestLine) return {};
+    if (!rows_) rows_ = OtherLanguageRows(compilation_.configuration.messages);
+    const HintQuestion question{compilation_, *rows_, code, line, extra};
+    for (const Finder find : kFinders) {
+        std::optional<Hint> hint = find(question);
+        if (!hint || hint->text.empty()) continue;
+        const bool isRepeated = &line == lastLine_ && hint->text == lastText_;
+        if (isRepeated) return {};
+        lastLine_ = &line;
+        lastText_ = hint->text;
+        return std::move(*hint);
+    }
+    return {};
+}
+
+}  // namespace zentro

@@ -1,0 +1,154 @@
+#include <algorithm>
+
+#include "config/encoding.h"
+#include "config/text.h"
+#include "frontend/argument_template.h"
+#include "frontend/words.h"
+#include "hints/hint_finders.h"
+#include "hints/hint_text.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr std::int32_t kLargestByte = 255;
+constexpr std::int32_t kLargestWritten = 32767;
+
+bool IsWordCharacter(char c) {
+    return IsLetter(c) || IsDigit(c) || c == '_';
+}
+
+/// A piece of the line by its place; empty: there is none.
+using Place = PlacedWord;
+
+/// Digits with the sign between them: 0.5, and .5 too.
+Place FindFraction(std::string_view text, char point) {
+    for (std::size_t at = text.find(point); at != std::string_view::npos;
+         at = text.find(point, at + 1)) {
+        std::size_t begin = at;
+        std::size_t end = at + 1;
+        while (begin > 0 && IsDigit(text[begin - 1]))
+            --begin;
+        while (end < text.size() && IsDigit(text[end]))
+            ++end;
+        const bool isPartOfWord = (begin > 0 && IsWordCharacter(text[begin - 1])) ||
+                                  (end < text.size() && IsWordCharacter(text[end]));
+        const bool hasDigits = end > at + 1 && (begin < at || point == '.');
+        if (hasDigits && !isPartOfWord) return {begin, end - begin};
+    }
+    return {};
+}
+
+/// 1,5 where a statement takes one value, so that there is one too many.
+Place FindCommaFraction(const HintQuestion& question, std::string_view text) {
+    const StatementTemplate* expected = FindStatementTemplate(question.line.token);
+    if (question.code != MessageCode::WrongArgumentCount || expected == nullptr) return {};
+    const std::size_t values = SplitCommaList(text).size();
+    if (values != expected->count + std::size_t{1}) return {};
+    const Place first = FindFraction(text, ',');
+    const bool isOnly = first.length > 0 && FindFraction(text.substr(first.End()), ',').length == 0;
+    return isOnly ? first : Place{};
+}
+
+std::optional<Hint> FindFractionHint(const HintQuestion& question, std::string_view text) {
+    Place place = FindFraction(text, '.');
+    if (place.length == 0) place = FindCommaFraction(question, text);
+    if (place.length == 0) return std::nullopt;
+    return MakeHint(question, MessageCode::FractionWritten, {place.In(text)});
+}
+
+/// A minus sign that stands before a number, not between two values.
+bool HasNegativeNumber(std::string_view text) {
+    for (std::size_t at = text.find('-'); at != std::string_view::npos;
+         at = text.find('-', at + 1)) {
+        const std::string_view before = TrimBlanks(text.substr(0, at));
+        const std::string_view behind = TrimBlanks(text.substr(at + 1));
+        constexpr std::string_view kBeginsValue = "=<>,(+-*/";
+        const bool beginsValue =
+            !before.empty() && kBeginsValue.find(before.back()) != std::string_view::npos;
+        if (beginsValue && !behind.empty() && IsDigit(behind.front())) return true;
+    }
+    return false;
+}
+
+bool IsAboutSigns(MessageCode code) {
+    switch (code) {
+        case MessageCode::EqualSignExpected:
+        case MessageCode::ThenExpected:
+        case MessageCode::ConditionIncomplete:
+        case MessageCode::TypeMismatch:
+        case MessageCode::WrongArgumentCount:
+        case MessageCode::UnknownOperator:
+        case MessageCode::UnexpectedText:
+        case MessageCode::ValueOutOfRange:
+        case MessageCode::KeywordAsValue:
+        case MessageCode::UnknownName:
+        case MessageCode::ValueNotAllowed: return true;
+        default: return false;
+    }
+}
+
+/// What is meant by a number with the letter O for 0, or l or I for 1.
+std::string WithDigits(std::string_view typed) {
+    std::string number(typed);
+    for (char& c : number) {
+        if (FoldCase(c) == 'O') c = '0';
+        if (c == 'l' || c == 'I') c = '1';
+    }
+    const bool isNumber = std::ranges::all_of(number, IsDigit);
+    return isNumber && IsDigit(typed.front()) ? number : std::string();
+}
+
+std::optional<Hint> FindLetterForDigit(const HintQuestion& question) {
+    if (question.code != MessageCode::UnknownName || question.extra.empty()) return std::nullopt;
+    const std::string meant = WithDigits(question.extra);
+    if (meant.empty()) return std::nullopt;
+    const CommandCatalogue& commands = question.compilation.configuration.commands;
+    for (const PlacedWord& word : WordsInLine(commands, question.line.text)) {
+        if (word.In(question.line.text) != question.extra) continue;
+        Hint hint = MakeHint(question, MessageCode::LetterForDigit, {question.extra, meant});
+        hint.fix = FixOf(question.line, word.begin, word.length, meant);
+        return hint;
+    }
+    return std::nullopt;
+}
+
+/// DEFINE BYTE Steps = 1000
+Hint HintOfWord(const HintQuestion& question) {
+    const std::string_view word = question.compilation.GetCommandText(Token::DefineWord);
+    Hint hint = MakeHint(question, MessageCode::WordNeeded, {question.extra, ToUtf8(word)});
+    const std::string_view byte = question.compilation.GetCommandText(Token::DefineByte);
+    const std::string_view line = question.line.text;
+    const std::size_t begin = std::min(line.find_first_not_of(" \t"), line.size());
+    if (StartsWithIgnoreCase(line.substr(begin), byte))
+        hint.fix = FixOf(question.line, begin, byte.size(), word);
+    return hint;
+}
+
+std::optional<Hint> FindLargeNumber(const HintQuestion& question) {
+    const Token token = question.line.token;
+    const bool isDeclaration = token == Token::DefineByte || token == Token::DefineWord;
+    const bool isAboutSize = question.code == MessageCode::ValueOutOfRange ||
+                             (question.code == MessageCode::TypeMismatch && isDeclaration);
+    const bool isNumber = std::ranges::all_of(question.extra, IsDigit) && !question.extra.empty();
+    if (!isAboutSize || !isNumber || token == Token::Reserve) return std::nullopt;
+    const std::int32_t number = ParseNumber(question.extra).value_or(kLargestWritten + 1);
+    if (number > kLargestWritten)
+        return MakeHint(question, MessageCode::TooLargeToWrite, {question.extra});
+    if (number <= kLargestByte) return std::nullopt;
+    if (token == Token::DefineByte) return HintOfWord(question);
+    return MakeHint(question, MessageCode::TooLargeForByte, {question.extra});
+}
+
+}  // namespace
+
+std::optional<Hint> FindNumberHint(const HintQuestion& question) {
+    if (const auto letter = FindLetterForDigit(question)) return letter;
+    if (!IsAboutSigns(question.code) || question.line.token == Token::Include) return std::nullopt;
+    const std::string text = WithoutQuotes(question.line);
+    if (const auto fraction = FindFractionHint(question, text)) return fraction;
+    if (HasNegativeNumber(text)) return MakeHint(question, MessageCode::NegativeWritten, {});
+    return FindLargeNumber(question);
+}
+
+}  // namespace zentro

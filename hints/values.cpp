@@ -1,0 +1,237 @@
+#include <algorithm>
+
+#include "config/encoding.h"
+#include "config/text.h"
+#include "frontend/argument_template.h"
+#include "frontend/words.h"
+#include "hints/hint_finders.h"
+#include "hints/hint_text.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr auto kNone = std::string_view::npos;
+
+/// The line's text without the blanks around it and its comment, as it stands in the file.
+std::string_view StatementOf(const SourceLine& line) {
+    return TrimBlanks(line.text.substr(0, FindComment(line.text)));
+}
+
+/// The same as another line's hint shows it.
+std::string ShownStatement(const SourceLine& line) {
+    constexpr std::size_t kShownWhole = 100;
+    const std::string_view statement = StatementOf(line);
+    return statement.size() <= kShownWhole ? std::string(statement) : Shorten(statement);
+}
+
+std::size_t PlaceIn(const SourceLine& line, std::string_view piece) {
+    return static_cast<std::size_t>(piece.data() - line.text.data());
+}
+
+Hint Rewrite(const HintQuestion& question, MessageCode text, const std::string& instead) {
+    const std::string_view old = StatementOf(question.line);
+    Hint hint = MakeHint(question, text, {ToUtf8(old), ToUtf8(instead)});
+    hint.fix = FixOf(question.line, PlaceIn(question.line, old), old.size(), instead);
+    return hint;
+}
+
+/// What the language's description says of the values: what stands before its colon.
+std::string_view FormOf(const Command& entry) {
+    const std::size_t colon = entry.description.find(": ");
+    return colon == kNone ? std::string_view()
+                          : std::string_view(entry.description).substr(0, colon);
+}
+
+std::optional<Hint> HintOfStatementValues(const HintQuestion& question) {
+    const SourceLine& line = question.line;
+    const StatementTemplate* expected = FindStatementTemplate(line.token);
+    const Command* entry = question.compilation.configuration.commands.ByToken(line.token);
+    if (expected == nullptr || entry == nullptr || FormOf(*entry).empty()) return std::nullopt;
+    const std::string_view values = line.parsedLine.substr(entry->command.size());
+    return MakeHint(
+        question, MessageCode::ValuesOfStatement,
+        {ToUtf8(entry->command), ToUtf8(FormOf(*entry)), std::to_string(expected->count),
+         std::to_string(SplitCommaList(values).size())});
+}
+
+/// The call of a line: what stands before its parenthesis, and how many values stand in it.
+struct LineCall {
+    std::string_view name;
+    std::size_t values = 0;
+};
+
+std::optional<LineCall> CallOf(const SourceLine& line) {
+    const std::size_t open = FindOutsideQuotes(line.parsedLine, '(');
+    const std::size_t close = open == kNone ? kNone : FindClosingParenthesis(line.parsedLine, open);
+    if (close == kNone) return std::nullopt;
+    const std::string_view before = Trim(line.parsedLine.substr(0, open));
+    const std::size_t blank = before.rfind(' ');
+    const std::string_view name = blank == kNone ? before : before.substr(blank + 1);
+    return LineCall{name,
+                    SplitCommaList(line.parsedLine.substr(open + 1, close - open - 1)).size()};
+}
+
+std::optional<Hint> HintOfRoutineValues(const HintQuestion& question, const LineCall& call) {
+    const Compilation& compilation = question.compilation;
+    const Symbol* symbol = compilation.symbols.FindOwn(call.name, ParentId::Program);
+    if (symbol == nullptr || symbol->symbolClass != SymbolClass::Routine) return std::nullopt;
+    const SourceLine& header = compilation.GetSourceLine(symbol->declareLineNo);
+    const std::optional<LineCall> declared = CallOf(header);
+    const bool isHere = header.file == question.line.file;
+    if (!declared || declared->values == call.values || !isHere) return std::nullopt;
+    return MakeHint(question, MessageCode::ValuesOfRoutine,
+                    {std::to_string(header.fileLineNo), ToUtf8(ShownStatement(header)),
+                     std::to_string(declared->values), std::to_string(call.values)});
+}
+
+std::optional<Hint> HintOfFunctionValues(const HintQuestion& question, const LineCall& call) {
+    const Command* entry = question.compilation.FindCommand(call.name);
+    const bool isFunction = entry != nullptr && entry->family == TokenFamily::Function;
+    const FunctionTemplate* expected = isFunction ? SystemFunctionTemplate(entry->id) : nullptr;
+    if (expected == nullptr || expected->count == call.values) return std::nullopt;
+    return MakeHint(
+        question, MessageCode::ValuesOfFunction,
+        {ToUtf8(FormOf(*entry)), std::to_string(expected->count), std::to_string(call.values)});
+}
+
+std::optional<Hint> FindWrongCount(const HintQuestion& question) {
+    if (question.code != MessageCode::WrongArgumentCount) return std::nullopt;
+    if (const auto statement = HintOfStatementValues(question)) return statement;
+    const std::optional<LineCall> call = CallOf(question.line);
+    if (!call) return std::nullopt;
+    if (const auto routine = HintOfRoutineValues(question, *call)) return routine;
+    return HintOfFunctionValues(question, *call);
+}
+
+/// WAIT(100)
+std::optional<Hint> FindParentheses(const HintQuestion& question) {
+    if (question.code != MessageCode::ArgumentsInParentheses) return std::nullopt;
+    const std::string_view statement = StatementOf(question.line);
+    const std::size_t open = FindOutsideQuotes(statement, '(');
+    const bool isOnlyPair = open != kNone && statement.back() == ')' &&
+                            FindOutsideQuotes(statement, '(', open + 1) == kNone &&
+                            FindOutsideQuotes(statement, ')', open + 1) == statement.size() - 1;
+    if (!isOnlyPair) return std::nullopt;
+    std::string instead(TrimBlanks(statement.substr(0, open)));
+    instead.append(" ").append(TrimBlanks(statement.substr(open + 1, statement.size() - open - 2)));
+    return Rewrite(question, MessageCode::WriteInstead, instead);
+}
+
+/// A routine of the program that gives no result; nothing when the name is not that of one.
+const Symbol* PlainRoutine(const HintQuestion& question, std::string_view name) {
+    const Symbol* symbol = question.compilation.symbols.FindOwn(name, ParentId::Program);
+    if (symbol == nullptr || symbol->symbolClass != SymbolClass::Routine) return nullptr;
+    const SourceLine& header = question.compilation.GetSourceLine(symbol->declareLineNo);
+    const bool hasResult = !header.parsedLine.ends_with(')');
+    return hasResult ? nullptr : symbol;
+}
+
+/// Drive(60), Halt and CALL Halt
+std::optional<Hint> FindMissingCall(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    const std::string call(question.compilation.GetCommandText(Token::Call));
+    const std::size_t end = statement.find_first_of(" \t(");
+    const std::string_view first = statement.substr(0, end);
+    std::string instead = call + " " + std::string(statement);
+    const bool isCalled = question.code == MessageCode::UnknownCall && statement.back() == ')';
+    const bool isNamed = question.code == MessageCode::UnknownStatement && end == kNone;
+    if ((isCalled || isNamed) && PlainRoutine(question, first) != nullptr) {
+        if (isNamed) instead += "()";
+        Hint hint = Rewrite(question, MessageCode::CallIsMissing, instead);
+        const Hint text =
+            MakeHint(question, MessageCode::CallIsMissing, {ToUtf8(first), ToUtf8(instead)});
+        hint.text = text.text;
+        return hint;
+    }
+    const bool isWithoutList = question.code == MessageCode::ParenthesisNotClosed &&
+                               EqualsIgnoreCase(first, call) && end != kNone &&
+                               statement.find_first_of("()") == kNone;
+    if (!isWithoutList) return std::nullopt;
+    const std::string_view name = TrimBlanks(statement.substr(end));
+    if (PlainRoutine(question, name) == nullptr) return std::nullopt;
+    return Rewrite(question, MessageCode::WriteInstead, std::string(statement) + "()");
+}
+
+/// IF Speed = 1 without THEN: four words and nothing more.
+std::optional<Hint> FindMissingThen(const HintQuestion& question) {
+    const bool isThen = question.code == MessageCode::ThenExpected;
+    const std::string_view parsed = question.line.parsedLine;
+    constexpr auto kBlanks = 3;
+    if (!isThen || std::ranges::count(parsed, ' ') != kBlanks || parsed.find('(') != kNone)
+        return std::nullopt;
+    const std::string_view then = question.compilation.GetCommandText(Token::Then);
+    Hint hint = MakeHint(question, MessageCode::MissingAtEnd, {ToUtf8(then)});
+    const std::string_view statement = StatementOf(question.line);
+    hint.fix = FixOf(question.line, PlaceIn(question.line, statement) + statement.size(), 0,
+                     " " + std::string(then));
+    return hint;
+}
+
+/// IF Lost THEN, WHILE Lost
+std::optional<Hint> FindFlagAlone(const HintQuestion& question) {
+    if (question.code != MessageCode::ConditionIncomplete) return std::nullopt;
+    const Compilation& compilation = question.compilation;
+    for (const PlacedWord& word :
+         WordsInLine(compilation.configuration.commands, question.line.text)) {
+        const std::string_view name = word.In(question.line.text);
+        const Symbol* symbol = compilation.symbols.FindSymbol(name, question.line.parent);
+        if (symbol == nullptr) continue;
+        const bool isFlag =
+            symbol->symbolClass == SymbolClass::Variable && symbol->type == DataType::Flag;
+        if (!isFlag) return std::nullopt;
+        std::string instead(name);
+        instead.append(" ").append(compilation.GetCommandText(Token::Equal));
+        instead.append(" ").append(compilation.GetCommandText(Token::True));
+        Hint hint =
+            MakeHint(question, MessageCode::ComparisonOfFlag, {ToUtf8(name), ToUtf8(instead)});
+        const bool isAlone = std::ranges::count(question.line.parsedLine, ' ') <= 2;
+        if (isAlone) hint.fix = FixOf(question.line, word.begin, word.length, instead);
+        return hint;
+    }
+    return std::nullopt;
+}
+
+bool IsAboutOpenBlocks(MessageCode code) {
+    switch (code) {
+        case MessageCode::TableInBlock:
+        case MessageCode::RoutineInBlock:
+        case MessageCode::ProgramInBlock:
+        case MessageCode::IfNotEnded:
+        case MessageCode::WhileNotEnded:
+        case MessageCode::RepeatNotEnded:
+        case MessageCode::SelectNotEnded:
+        case MessageCode::TableNotEnded:
+        case MessageCode::RoutineNotEnded:
+        case MessageCode::ProgramNotEnded:
+        case MessageCode::LoopNotEnded:
+        case MessageCode::EventNotEndedBefore:
+        case MessageCode::EventNotEnded: return true;
+        default: return false;
+    }
+}
+
+}  // namespace
+
+std::optional<Hint> FindValuesHint(const HintQuestion& question) {
+    for (const auto find :
+         {FindWrongCount, FindParentheses, FindMissingCall, FindMissingThen, FindFlagAlone}) {
+        if (std::optional<Hint> hint = find(question)) return hint;
+    }
+    return std::nullopt;
+}
+
+std::optional<Hint> FindOpenBlock(const HintQuestion& question) {
+    const Compilation& compilation = question.compilation;
+    const CompileState state = compilation.states.Current();
+    const bool isOpen = state != CompileState::Outside && state != CompileState::Aborted;
+    if (!isOpen || !IsAboutOpenBlocks(question.code)) return std::nullopt;
+    const SourceLine& opener =
+        compilation.GetSourceLine(compilation.states.Innermost().firstLineNo);
+    const bool isHere = question.line.file == nullptr || question.line.file == opener.file;
+    if (!isHere || &opener == &question.line) return std::nullopt;
+    return MakeHint(question, MessageCode::BlockStillOpen,
+                    {std::to_string(opener.fileLineNo), ToUtf8(ShownStatement(opener))});
+}
+
+}  // namespace zentro
