@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "config/encoding.h"
+#include "hints/line_hints.h"
 #include "tests/support/compile_fixture.h"
 
 namespace zentro {
@@ -369,6 +369,24 @@ TEST(Hints, AreNotGivenToValidPrograms) {
         program.Compile();
         for (const PostedMessage& message : program.output.messages)
             EXPECT_EQ(message.hint.text, "") << path << ":" << message.place.sourceLineNo;
+    }
+}
+
+/// What is right is never taken for a sign or a word of other languages, whatever is said of its
+/// line.
+TEST(Hints, TakeNothingThatIsRightForForeign) {
+    for (const std::string& path : ValidPrograms()) {
+        Program program(test::ReadFile(path));
+        program.Compile();
+        LineHints hints(program.compilation);
+        for (const SourceLine& line : program.compilation.sourceLines) {
+            if (line.parsedLine.empty() || line.purpose == Purpose::Unclassified) continue;
+            for (const MessageCode code :
+                 {MessageCode::UnknownStatement, MessageCode::UnknownOperator,
+                  MessageCode::EqualSignExpected, MessageCode::UnexpectedText,
+                  MessageCode::BlankInCalledName, MessageCode::KeywordAsValue})
+                EXPECT_EQ(hints.HintFor(code, line, "").text, "") << path << "\n" << line.text;
+        }
     }
 }
 
