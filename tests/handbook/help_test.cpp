@@ -71,7 +71,7 @@ TEST_F(HandbookWindow, OpensAtTheStatementUnderTheCaret) {
         // What the user never writes.
         if (entry.id == Token::KeywordList || entry.command == "<routine>") continue;
         ++entries;
-        const std::string line = "  " + entry.command + " 1";
+        const std::string line = "  " + entry.command + " Some";
         for (std::size_t i = 2; i <= 2 + entry.command.size(); ++i) {
             const HelpTopic topic = HelpTopicAt(configuration.commands, {}, line, i);
             const auto page = std::ranges::find(topic.pages, entry.command);
