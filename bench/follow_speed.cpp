@@ -1,5 +1,6 @@
 // Measures what a press of F10 and Shift+F10 takes on the virtual board, after a run of 25 million
-// instructions, and how fast a program is watched for a breakpoint. bench/follow builds and runs it.
+// instructions, and how fast a program is watched for a breakpoint. bench/follow builds and runs
+// it.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -93,13 +94,15 @@ void Measure(VirtualBoardHost& host, std::uint16_t breakpoint) {
         host.StepLine(LineStep::Over);
         return host.State().processor.steps > before && host.IsPaused();
     });
-    std::printf("result\tfollowing, million instructions a second before a breakpoint\t\t\t%.1f\t"
-                ">= 1\n",
-                static_cast<double>(kInstructions) / watched / 1e3);
+    std::printf(
+        "result\tfollowing, million instructions a second before a breakpoint\t\t\t%.1f\t"
+        ">= 1\n",
+        static_cast<double>(kInstructions) / watched / 1e3);
     std::printf("result\tfollowing, slowest F10 in ms\t\t\t%.3f\t<= 20\n", forward);
-    std::printf("result\tfollowing, first Shift+F10 after 25 million instructions in ms\t\t\t%.1f\t"
-                "<= 100\n",
-                first);
+    std::printf(
+        "result\tfollowing, first Shift+F10 after 25 million instructions in ms\t\t\t%.1f\t"
+        "<= 100\n",
+        first);
     std::printf("result\tfollowing, slowest Shift+F10 after that in ms\t\t\t%.1f\t<= 100\n", back);
 }
 

@@ -17,7 +17,8 @@ std::vector<LineStart> LineStartsOf(const Compilation& compilation) {
     std::vector<LineStart> starts;
     for (const ObjectLine& line : compilation.objectLines) {
         if (line.purpose != ObjectPurpose::Instruction || line.sourceLineNo == 0) continue;
-        if (line.address < 0 || static_cast<std::uint32_t>(line.address) > kLargestAddress) continue;
+        if (line.address < 0 || static_cast<std::uint32_t>(line.address) > kLargestAddress)
+            continue;
         if (LeadsPast(compilation, line)) continue;
         if (!starts.empty() && starts.back().lineNumber == line.sourceLineNo) continue;
         starts.push_back({line.sourceLineNo, static_cast<std::uint16_t>(line.address)});

@@ -25,7 +25,8 @@ struct SourcePlace {
 
 /// Brings the lines of the texts and the virtual board together: which instruction a line begins
 /// with, which line an instruction belongs to although the text has been edited since, and before
-/// which instructions the board is to be held. The board knows addresses, the breakpoints know lines.
+/// which instructions the board is to be held. The board knows addresses, the breakpoints know
+/// lines.
 class LineFollower : public QObject {
     Q_OBJECT
 
@@ -46,8 +47,8 @@ class LineFollower : public QObject {
     /// held every time; empty: it can.
     QString ProblemOf(const Breakpoint& breakpoint) const;
 
-    /// What is wrong with a condition that a breakpoint in a line of the text is to get, as far as it
-    /// is known; empty: nothing.
+    /// What is wrong with a condition that a breakpoint in a line of the text is to get, as far as
+    /// it is known; empty: nothing.
     QString ProblemWith(const OpenFile& file, int line, const QString& condition) const;
 
     /// "Count = 5" of a variable that is named in a line of the text, as the virtual board holds it
@@ -75,7 +76,7 @@ class LineFollower : public QObject {
     const InstructionConfiguration& configuration_;
     std::shared_ptr<const CompiledProgram> program_;  ///< on the virtual board; null: unknown
     std::optional<ProgramLines> lines_;               ///< of the program
-    bool isVirtual_ = false;  ///< the windows are about the virtual board
+    bool isVirtual_ = false;                          ///< the windows are about the virtual board
     bool isBinding_ = false;
 };
 

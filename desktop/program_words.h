@@ -26,8 +26,8 @@ struct VariableWords {
 
 /// A statement of the source. Texts are UTF-8.
 struct StatementWords {
-    std::string place;  ///< "line 14", in an included file "line 3 of motors.txt"
-    std::string text;   ///< "Mean = Total / Count", a long one cut
+    std::string place;         ///< "line 14", in an included file "line 3 of motors.txt"
+    std::string text;          ///< "Mean = Total / Count", a long one cut
     std::string routine = {};  ///< the routine or event that it belongs to; empty: none
     std::vector<VariableWords> variables = {};  ///< that it reads or writes, each once
 };

@@ -178,10 +178,18 @@ TEST_F(LineFollowerTest, ConditionsHoldWhenTheyAreTrue) {
         const char* condition;
         unsigned count;  ///< when it holds first
     };
-    for (const Case& row : {Case{"Count > 10", 11}, {"count >= 10", 10}, {"10=Count", 10},
-                            {"Count<>0", 1}, {"Twice = 1000", 1}, {"Count > Most", 4},
-                            {"Count = 0FH", 15}, {"Lost = FALSE", 1}, {"Number > 499", 1},
-                            {"Count = \"A\"", 65}, {"Count =>3", 3}, {"2 < Count", 3}}) {
+    for (const Case& row : {Case{"Count > 10", 11},
+                            {"count >= 10", 10},
+                            {"10=Count", 10},
+                            {"Count<>0", 1},
+                            {"Twice = 1000", 1},
+                            {"Count > Most", 4},
+                            {"Count = 0FH", 15},
+                            {"Lost = FALSE", 1},
+                            {"Number > 499", 1},
+                            {"Count = \"A\"", 65},
+                            {"Count =>3", 3},
+                            {"2 < Count", 3}}) {
         breakpoints.Clear();
         Load();
         ASSERT_EQ(follower.ProblemWith(File(), 9, row.condition), "") << row.condition;
@@ -202,8 +210,9 @@ TEST_F(LineFollowerTest, SaysWhatIsWrongWithACondition) {
     for (const Case& row :
          {Case{"Count", "A condition is one comparison, such as Count > 10."},
           {"Count > 1 AND Count < 3", "A condition is one comparison, such as Count > 10."},
-          {"Count + 1", "+ does not compare anything. Write =, <>, <, >, <= or >= between the two "
-                        "values."},
+          {"Count + 1",
+           "+ does not compare anything. Write =, <>, <, >, <= or >= between the two "
+           "values."},
           {"Count > 70000", "70000 is neither a name nor a value from 0 to 65535."},
           {"Cuont > 1", "The program declares no variable and no constant Cuont."},
           {"Work > 1", "Work is a routine, and a condition compares values."},
@@ -234,8 +243,8 @@ TEST_F(LineFollowerTest, ValuesAreThoseOfTheBoardThatHoldsTheProgram) {
 
 TEST(VariableValues, AreBounded) {
     std::vector<std::uint8_t> bytes(200, 7);
-    const QString shown = ValueText(bytes, DataType::Table, bytes.size(),
-                                    test::ShippedLanguage().commands);
+    const QString shown =
+        ValueText(bytes, DataType::Table, bytes.size(), test::ShippedLanguage().commands);
     EXPECT_TRUE(shown.startsWith("7, 7, ")) << shown.toStdString();
     EXPECT_TRUE(shown.endsWith("7, ... (200 bytes)"));
     EXPECT_EQ(shown.count(','), 64);

@@ -132,15 +132,17 @@ struct StepCase {
 };
 
 const StepCase kStepCases[] = {
-    {"branches and loops", kBranches, {}, "oooooooooooooooo",
-     "2 3 4 5 8 9 3 4 6 7 8 9 3 10 11 13"},
+    {"branches and loops", kBranches, {}, "oooooooooooooooo", "2 3 4 5 8 9 3 4 6 7 8 9 3 10 11 13"},
     {"branches and loops back", kBranches, {}, "oooooobbbbbb", "2 3 4 5 8 9 8 5 4 3 2 no"},
     {"a whole call at once", kCalls, {}, "oooo", "10 11 12 13"},
     {"a whole call back", kCalls, {}, "oooobbb", "10 11 12 13 12 11 10"},
     {"into calls of itself", kCalls, {}, "ooiiiiiiii", "10 11 2 4 5 6 7 2 4 5"},
     {"over a call inside", kCalls, {}, "ooiiiiioo", "10 11 2 4 5 6 7 8 9"},
     {"out of a call", kCalls, {}, "ooiiiiiooo", "10 11 2 4 5 6 7 8 9 12"},
-    {"steps are taken back as they were made", kCalls, {}, "ooiiiiiooobbbb",
+    {"steps are taken back as they were made",
+     kCalls,
+     {},
+     "ooiiiiiooobbbb",
      "10 11 2 4 5 6 7 8 9 12 9 8 7 6"},
     {"the middle of a line goes back to its beginning", kCalls, {}, "oosb", "10 11 ? 11"},
     {"a handler within a wait", kEvents, {}, "ooooo", "5 6 7 8 9"},
@@ -149,9 +151,11 @@ const StepCase kStepCases[] = {
     {"back out of a handler", kEvents, {}, "ooooib", "5 6 7 8 2 8"},
     {"the end can be taken back", kEvents, {}, "oooooobb", "5 6 7 8 9 10 9 8"},
     {"and the very end", kEvents, {}, "ooooooobo", "5 6 7 8 9 10 end 10 end"},
-    {"another file", "INCLUDE \"part.txt\"\nBEGIN PROGRAM\n    CALL Rest()\nEND PROGRAM\n",
+    {"another file",
+     "INCLUDE \"part.txt\"\nBEGIN PROGRAM\n    CALL Rest()\nEND PROGRAM\n",
      {{"part.txt", "; rests\nDEFINE ROUTINE Rest()\n    WAIT 1\nEND ROUTINE\n"}},
-     "ooiooobbb", "2 3 part.txt:2 part.txt:3 part.txt:4 4 part.txt:4 part.txt:3 part.txt:2"},
+     "ooiooobbb",
+     "2 3 part.txt:2 part.txt:3 part.txt:4 4 part.txt:4 part.txt:3 part.txt:2"},
 };
 
 TEST(LineSteps, LeadFromLineToLineAndBack) {
@@ -197,8 +201,8 @@ END PROGRAM
 )";
 
 TEST(LineSteps, BreakpointsHoldAtEverySpeed) {
-    for (const BoardSpeed::Kind kind : {BoardSpeed::Kind::SlowMotion, BoardSpeed::Kind::RealTime,
-                                        BoardSpeed::Kind::FullSpeed}) {
+    for (const BoardSpeed::Kind kind :
+         {BoardSpeed::Kind::SlowMotion, BoardSpeed::Kind::RealTime, BoardSpeed::Kind::FullSpeed}) {
         Followed followed(kCounting);
         followed.host.SetSpeed({kind, 1000});
         QSignalSpy reached(&followed.host, &VirtualBoardHost::StopReached);

@@ -167,8 +167,8 @@ void EditorMarks::Redraw(const QColor& page) {
     lightUp(kFaultLine, kFaultColour, kFaultShare);
     using Look = BreakpointMark::Look;
     for (const Look look : {Look::Full, Look::Conditional, Look::Hollow})
-        editor_.markerDefine(
-            BreakpointPicture(density, readable(kBreakpointColour), page, look), MarkerOf(look));
+        editor_.markerDefine(BreakpointPicture(density, readable(kBreakpointColour), page, look),
+                             MarkerOf(look));
     editor_.setMarginMarkerMask(kBreakpointMargin, kBreakpointMarks);
     editor_.setMarginMarkerMask(
         kMargin, 1 << kWarningMark | 1 << kErrorMark | 1 << kHereMark | 1 << kSoftMark);
@@ -231,9 +231,9 @@ void EditorMarks::MarkLine(int line, const QString& text, LineMark::Kind kind) {
     ClearMark();
     const bool isSoft = kind == LineMark::Kind::Soft;
     here_ = SetMark(line, isSoft ? kSoftMark : kHereMark, text);
-    editor_.markerAdd(line, isSoft                            ? kSoftLine
+    editor_.markerAdd(line, isSoft                          ? kSoftLine
                             : kind == LineMark::Kind::Fault ? kFaultLine
-                                                              : kHereLine);
+                                                            : kHereLine);
 }
 
 void EditorMarks::ClearMark() {

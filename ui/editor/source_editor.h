@@ -117,8 +117,8 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     bool isColouring_ = true;
     bool isLoading_ = false;
     bool wasEdited_ = false;
-    int editedLine_ = -1;  ///< of an edit that is not told yet; -1: there is none
-    int linesBefore_ = 0;  ///< that edit
+    int editedLine_ = -1;          ///< of an edit that is not told yet; -1: there is none
+    int linesBefore_ = 0;          ///< that edit
     bool editBeginsLine_ = false;  ///< only blanks stand before it
     bool isReplacing_ = false;     ///< the whole text
     std::function<QString(int line, const QString& word)> valueOf_;

@@ -25,8 +25,8 @@ class CommandStates : public QObject {
     /// What the main window does for it.
     struct Surroundings {
         std::function<QAction*(CommandId)> action;
-        std::function<QWidget*()> front;  ///< the child window in front; null: none
-        QWidget* window = nullptr;        ///< of the keys
+        std::function<QWidget*()> front;                  ///< the child window in front; null: none
+        QWidget* window = nullptr;                        ///< of the keys
         std::function<bool(CommandNeed)> followsProgram;  ///< needs of following a program
     };
 

@@ -94,10 +94,10 @@ enum class CommandNeed : std::uint8_t {
     TextToCopy,
     TextToPaste,
     TextToSelect,
-    LineToStep,      ///< here and below on the virtual board: an open program, or one that runs
+    LineToStep,  ///< here and below on the virtual board: an open program, or one that runs
     StepToTakeBack,
     RunningProgram,
-    Breakpoint,      ///< any
+    Breakpoint,  ///< any
 };
 
 /// A menu, in the order of the menu bar.

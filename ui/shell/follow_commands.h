@@ -27,14 +27,15 @@ class FollowCommands : public QObject {
     /// What the main window does for it.
     struct Surroundings {
         std::function<void(const QString&)> showStatus;
-        std::function<void(QWidget*)> uncover;  ///< shows a child window without giving it the focus
+        std::function<void(QWidget*)>
+            uncover;  ///< shows a child window without giving it the focus
         QWidget* dialogParent = nullptr;
     };
 
     /// All of them outlive the object.
-    FollowCommands(Workbench& workbench, Programs& programs, BoardState& board,
-                   LineFollower& lines, Breakpoints& breakpoints, SourceFiles& files,
-                   SendCommands& sending, Surroundings surroundings, QObject* parent);
+    FollowCommands(Workbench& workbench, Programs& programs, BoardState& board, LineFollower& lines,
+                   Breakpoints& breakpoints, SourceFiles& files, SendCommands& sending,
+                   Surroundings surroundings, QObject* parent);
 
     static bool Knows(CommandId id);
     void Do(CommandId id);

@@ -137,8 +137,7 @@ void VariablesWindow::Refresh() {
 void VariablesWindow::LookUp() {
     for (DebugVariable& variable : variables_) {
         const std::size_t whole = std::min<std::size_t>(variable.size, kMostBytesShown);
-        const std::string bytes =
-            liveMemory_(variable.address, std::max(whole, kBytesInReply));
+        const std::string bytes = liveMemory_(variable.address, std::max(whole, kBytesInReply));
         if (bytes.empty()) continue;
         variable.bytes.assign(bytes.begin(), bytes.end());
         variable.debugValue = FormatBytes(variable.bytes, variable.type);

@@ -79,12 +79,11 @@ class FollowTest : public MainWindowTest {
     QPoint PlaceIn(int line, int column) {
         SourceEditor& editor = *FrontSource()->Editor();
         const long position = LineBegin(editor, line - 1) + column;
-        return {static_cast<int>(
-                    Send(editor, QsciScintillaBase::SCI_POINTXFROMPOSITION, 0, position)) +
-                    2,
-                static_cast<int>(
-                    Send(editor, QsciScintillaBase::SCI_POINTYFROMPOSITION, 0, position)) +
-                    4};
+        return {
+            static_cast<int>(Send(editor, QsciScintillaBase::SCI_POINTXFROMPOSITION, 0, position)) +
+                2,
+            static_cast<int>(Send(editor, QsciScintillaBase::SCI_POINTYFROMPOSITION, 0, position)) +
+                4};
     }
     void ClickMargin(int line, Qt::MouseButton button = Qt::LeftButton) {
         QTest::qWait(20);  // nobody clicks sooner
@@ -103,9 +102,7 @@ class FollowTest : public MainWindowTest {
         return text.remove("<p style='white-space:pre-wrap'>").remove("</p>");
     }
     QString Status() { return window->statusBar()->currentMessage(); }
-    unsigned Count() {
-        return TipOver(5, 4).section("Count = ", 1).section('\n', 0, 0).toUInt();
-    }
+    unsigned Count() { return TipOver(5, 4).section("Count = ", 1).section('\n', 0, 0).toUInt(); }
 };
 
 TEST_F(FollowTest, ABreakpointWithAConditionHoldsInALoopAndLinesGoBack) {
@@ -148,7 +145,8 @@ TEST_F(FollowTest, ABreakpointWithAConditionHoldsInALoopAndLinesGoBack) {
     ClickMargin(11);
     EXPECT_EQ(LinesWith(kConditionalBit | kHollowBit | kFullBit), std::vector<int>{});
     Press(CommandId::PauseProgram);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return Host().State().outputs == Outputs{} && !IsHeld(); }));
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return Host().State().outputs == Outputs{} && !IsHeld(); }));
 }
 
 TEST_F(FollowTest, StepsFromTheFirstLineAndTheLitLineFollowsEdits) {
@@ -217,11 +215,12 @@ END PROGRAM
     EXPECT_TRUE(told.contains("Total of Share = 9, Parts = 0, Mean = 0") ||
                 told.contains("Mean = 0, Total of Share = 9, Parts = 0"))
         << told.toStdString();
-    EXPECT_TRUE(told.contains("Share was called in line 7, Work in line 10.")) << told.toStdString();
+    EXPECT_TRUE(told.contains("Share was called in line 7, Work in line 10."))
+        << told.toStdString();
     const auto* state = Child<QLabel>("BoardState");
-    EXPECT_TRUE(QTest::qWaitFor(
-        [&] { return state->text().contains("Share was called in line 7, Work in line 10"); }))
-        << state->text().toStdString();
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return state->text().contains("Share was called in line 7, Work in line 10");
+    })) << state->text().toStdString();
     // It can be taken back, line by line.
     EXPECT_TRUE(KeyLightsUp(CommandId::StepLineBack, 4));
     EXPECT_TRUE(KeyLightsUp(CommandId::StepLineBack, 3));
@@ -288,7 +287,9 @@ TEST_F(FollowTest, VariablesSpeakInWordsAndKeepTheMarksOfAStep) {
     Press(CommandId::StepLine);
     Press(CommandId::Variables);
     auto* list = Child<QListWidget>("ListVars");
-    const auto item = [&](const QString& name) { return list->findItems(name, Qt::MatchContains)[0]; };
+    const auto item = [&](const QString& name) {
+        return list->findItems(name, Qt::MatchContains)[0];
+    };
     EXPECT_TRUE(QTest::qWaitFor([&] { return item("Notes")->text().endsWith("\t1, 2, 3"); }))
         << item("Notes")->text().toStdString();
     EXPECT_TRUE(item("Notes")->text().contains("(1st 8 bytes only)"));
