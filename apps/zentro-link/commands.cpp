@@ -151,8 +151,10 @@ ExitStatus CarryOut(const Options& options, int& signal) {
     if (!line.Open(options.port)) return ExitStatus::NoConnection;
     // Motors stop at once, however long the board takes to say its name.
     const bool isUrgent = options.command == LinkCommand::Stop;
-    if (!isUrgent && !line.WaitForAnswer([&] { return HasSaidItsName(line.Received()); }))
-        return TellNoAnswer(line, options);
+    const bool isNamed =
+        isUrgent || line.WaitForAnswer([&] { return HasSaidItsName(line.Received()); });
+    // One that says something else may understand its command all the same, and has to show it.
+    if (!isNamed && (line.IsLost() || line.Received().empty())) return TellNoAnswer(line, options);
     return Do({line, options, BrokenOffLoad(line.Received())}, std::move(variables), signal);
 }
 
