@@ -91,6 +91,7 @@ void SourceEditor::SkipAccessibility() {
 
 void SourceEditor::SetUpMargins() {
     setMarginType(kNumberMargin, QsciScintilla::NumberMargin);
+    setMarginMarkerMask(kNumberMargin, 0);  // of itself it would show every mark
     for (const int margin : {EditorMarks::kBreakpointMargin, EditorMarks::kMargin}) {
         setMarginType(margin, QsciScintilla::SymbolMargin);
         setMarginWidth(margin, kSymbolMarginWidth);
