@@ -129,7 +129,7 @@ void Download::Hear(std::string_view received) {
 /// What the board said before it started the loader is no answer to this load.
 void Download::LookForEcho(std::string_view received) {
     echoBegin_ += received;
-    const std::size_t echo = echoBegin_.find(kLoaderEcho);
+    const std::size_t echo = echoBegin_.rfind(kLoaderEcho);  // the newest one
     loaderStarted_ = echo != std::string::npos;
     if (loaderStarted_) {
         heard_ = echoBegin_.substr(echo + kLoaderEcho.size());
@@ -214,6 +214,8 @@ microseconds Download::Begin() {
         return {};
     }
     result_.bytesInFile = CountBytes(text_);
+    // What is left to be read of an earlier load has its own echo and verdict.
+    if (terminal_.hearArrived) terminal_.hearArrived();
     state_ = State::StartingLoader;
     if (!Write(kEndProgram)) End(DownloadOutcome::LineLost);
     return kLoaderDelay;

@@ -224,11 +224,16 @@ TEST_F(DownloadTest, IsWhatTheBoardSaysOfIt) {
 TEST_F(DownloadTest, TakesNothingThatCameBeforeItsLastLineForItsVerdict) {
     WriteFile("1\n");
     Download* current = nullptr;
-    std::string waiting = "X\r\nZ\r\nL\r\nLoaded 1 bytes\r\n";
+    // Of an earlier load, and of this one.
+    std::vector<std::string> waiting{"X\r\nZ\r\nL\r\nLoaded 1 bytes\r\n",
+                                     "X\r\nZ\r\nL\r\nNot loaded: line 7 is bad\r\n"};
     Download download(
         path_.string(), std::nullopt,
         {[&](std::string_view) { return true; }, [](std::string_view) {}, [](const std::string&) {},
-         [&] { current->Hear(std::exchange(waiting, {})); }});
+         [&] {
+             current->Hear(waiting.back());
+             waiting.pop_back();
+         }});
     current = &download;
     while (download.IsSending())
         download.Step();
