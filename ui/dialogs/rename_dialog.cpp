@@ -16,6 +16,7 @@ namespace {
 
 const QColor kProblemColour(200, 0, 0);
 constexpr int kProblemLines = 4;
+constexpr int kProblemWidth = 72;  // characters
 
 }  // namespace
 
@@ -28,11 +29,15 @@ RenameDialog::RenameDialog(const QString& name, const QString& places, Check che
     setObjectName("frmRename");
     setWindowTitle(tr("Rename %1").arg(name));
     newName_->setObjectName("txtNewName");
-    auto* label = new QLabel(tr("New &name:"), this);
-    label->setBuddy(newName_);
-    auto* told = new QLabel(places, this);
-    told->setObjectName("lblPlaces");
-    told->setWordWrap(true);
+    SetUpProblem();
+    BuildLayout(places);
+    connect(newName_, &QLineEdit::textChanged, this, &RenameDialog::Look);
+    newName_->selectAll();
+    newName_->setFocus();
+    Look();
+}
+
+void RenameDialog::SetUpProblem() {
     problem_->setObjectName("lblProblem");
     problem_->setWordWrap(true);
     problem_->setTextFormat(Qt::PlainText);
@@ -42,25 +47,29 @@ RenameDialog::RenameDialog(const QString& name, const QString& places, Check che
                      ReadableOn(kProblemColour, palette.color(QPalette::Window)));
     problem_->setPalette(palette);
     // Room for a sentence, so that the window does not jump while one types.
-    problem_->setMinimumSize(fontMetrics().averageCharWidth() * 72,
+    problem_->setMinimumSize(fontMetrics().averageCharWidth() * kProblemWidth,
                              fontMetrics().lineSpacing() * kProblemLines);
+}
+
+void RenameDialog::BuildLayout(const QString& places) {
+    auto* rows = new QVBoxLayout(this);
+    auto* told = new QLabel(places, this);
+    told->setObjectName("lblPlaces");
+    told->setWordWrap(true);
+    auto* label = new QLabel(tr("New &name:"), this);
+    label->setBuddy(newName_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     ok_ = buttons->button(QDialogButtonBox::Ok);
     ok_->setObjectName("OKButton");
     ok_->setText(tr("&Rename"));
     buttons->button(QDialogButtonBox::Cancel)->setObjectName("CancelButton");
-    auto* layout = new QVBoxLayout(this);
-    for (QWidget* part : {static_cast<QWidget*>(told), static_cast<QWidget*>(label),
-                          static_cast<QWidget*>(newName_), static_cast<QWidget*>(problem_),
-                          static_cast<QWidget*>(buttons)}) {
-        layout->addWidget(part);
-    }
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(newName_, &QLineEdit::textChanged, this, &RenameDialog::Look);
-    newName_->selectAll();
-    newName_->setFocus();
-    Look();
+    rows->addWidget(told);
+    rows->addWidget(label);
+    rows->addWidget(newName_);
+    rows->addWidget(problem_);
+    rows->addWidget(buttons);
 }
 
 QString RenameDialog::NewName() const {

@@ -24,6 +24,8 @@ class RenameDialog : public QDialog {
     QString NewName() const;
 
   private:
+    void SetUpProblem();
+    void BuildLayout(const QString& places);
     void Look();
 
     QString name_;

@@ -1,7 +1,7 @@
 #include "ui/editor/line_edits.h"
 
 #include <algorithm>
-#include <compare>
+#include <utility>
 
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/source_editor.h"
@@ -32,7 +32,10 @@ struct TextPoint {
     int line = 0;
     long offset = 0;
 
-    auto operator<=>(const TextPoint&) const = default;
+    bool operator==(const TextPoint&) const = default;
+    bool operator<(const TextPoint& other) const {
+        return std::pair(line, offset) < std::pair(other.line, other.offset);
+    }
 };
 
 /// Keeps the selection on its text while the text before it becomes longer or shorter.

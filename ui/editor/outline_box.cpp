@@ -19,7 +19,7 @@ constexpr int kManyLines = 20000;
 constexpr std::chrono::milliseconds kLongRest = 1000ms;
 
 QString TextOf(const OutlineEntry& entry) {
-    const QString name = QString::fromStdString(entry.name);
+    QString name = QString::fromStdString(entry.name);
     switch (entry.kind) {
         case OutlineKind::Routine: return OutlineBox::tr("Routine %1").arg(name);
         case OutlineKind::Event: return OutlineBox::tr("Event %1").arg(name);
