@@ -282,9 +282,8 @@ QString SourceWindow::Text() const {
 
 /// An example stays as it is for the next one who looks at it.
 bool SourceWindow::AsksForName() const {
-    const QString examples =
-        QString::fromStdString((workbench_.programFolder / "examples").string());
-    const bool isExample = !PathName().isEmpty() && QDir(PathName()) == QDir(examples);
+    const bool isExample =
+        !PathName().isEmpty() && QDir(PathName()) == QDir(workbench_.ExamplesFolder());
     return IsNewFile() || isExample;
 }
 

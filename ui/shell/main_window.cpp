@@ -148,8 +148,6 @@ void MainWindow::MakeCentre() {
 }
 
 QWidget* MainWindow::MakeStartPage() {
-    const QString examples =
-        QString::fromStdString((workbench_.programFolder / "examples").string());
     const auto trigger = [this](CommandId id) { return [this, id] { Action(id)->trigger(); }; };
     return new StartPage(
         {trigger(CommandId::NewSource), trigger(CommandId::OpenSource),
@@ -159,7 +157,7 @@ QWidget* MainWindow::MakeStartPage() {
              for (const QString& path : paths)
                  OpenPath(path);
          }},
-        examples, [this] { return RecentFiles(workbench_.settings).Paths(); },
+        workbench_.ExamplesFolder(), [this] { return RecentFiles(workbench_.settings).Paths(); },
         [this] { return SessionFiles(workbench_.settings).Paths(); });
 }
 
@@ -203,11 +201,10 @@ void MainWindow::MakeParts() {
     recovery_ = new RecoveryKeeper(workbench_, *programs_, *files_, this);
     checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
     search_ = std::make_unique<SourceSearch>(*files_);
-    editing_ =
-        new EditorCommands(workbench_, *programs_, *files_, *checks_, *search_,
-                           {[this](const QString& text) { statusBar()->showMessage(text, 10'000); },
-                            [this] { return compiler_->Output(); }},
-                           this);
+    editing_ = new EditorCommands(
+        workbench_, *programs_, *files_, *checks_, *search_,
+        {[this](const QString& text) { ShowStatus(text); }, [this] { return compiler_->Output(); }},
+        this);
     connect(programs_, &Programs::Changed, this, &MainWindow::ShowFront);
     connect(programs_, &Programs::Changed, this, &MainWindow::RememberFiles);
     connect(notices_, &NoticeBar::FocusLeft, this, &MainWindow::BackToSource);
@@ -216,8 +213,7 @@ void MainWindow::MakeParts() {
     Action(CommandId::CheckWhileTyping)->setChecked(checks_->IsOn());
     sending_ = new SendCommands(
         *programs_, *board_, *compiler_, *boards_, *notices_,
-        {[this] { boards_->OpenVirtualBoard(); },
-         [this](const QString& text) { statusBar()->showMessage(text, kStatusTime); },
+        {[this] { boards_->OpenVirtualBoard(); }, [this](const QString& text) { ShowStatus(text); },
          [this] { BackToSource(); }},
         this);
     MakeFollowing();
@@ -237,17 +233,16 @@ void MainWindow::MakeFollowing() {
     auto* lines =
         new LineFollower(*programs_, *board_, *breakpoints, workbench_.configuration, this);
     new ProgramMarks(*programs_, *board_, *lines, *files_, *compiler_, this);
-    following_ = new FollowCommands(
-        workbench_, *programs_, *board_, *lines, *breakpoints, *files_, *sending_,
-        {[this](const QString& text) { statusBar()->showMessage(text, kStatusTime); },
-         [this](QWidget* window) { area_->Uncover(*window); }, this},
-        this);
+    following_ = new FollowCommands(workbench_, *programs_, *board_, *lines, *breakpoints, *files_,
+                                    *sending_,
+                                    {[this](const QString& text) { ShowStatus(text); },
+                                     [this](QWidget* window) { area_->Uncover(*window); }, this},
+                                    this);
 }
 
 void MainWindow::ConnectCompiler() {
     connect(compiler_, &CompileCommands::Finished, this, [this](FileId file, bool succeeded) {
-        statusBar()->showMessage(succeeded ? tr("No errors were found.") : tr("There are errors."),
-                                 kStatusTime);
+        ShowStatus(succeeded ? tr("No errors were found.") : tr("There are errors."));
         sending_->FollowCompile(file, succeeded);
     });
 }
@@ -287,6 +282,10 @@ void MainWindow::BringToFront(QWidget* window) {
     if (frame->isMinimized()) frame->showNormal();
     area_->setActiveSubWindow(frame);
     FocusInto(*window);
+}
+
+void MainWindow::ShowStatus(const QString& text) {
+    statusBar()->showMessage(text, kStatusTime);
 }
 
 void MainWindow::BackToSource() {

@@ -114,6 +114,7 @@ class MainWindow : public QMainWindow {
     void FillWindowsMenu();
     void BringToFront(QWidget* window);
     void BackToSource();
+    void ShowStatus(const QString& text);
     QWidget* Front() const;
     QString Setting(SettingNumber number) const;
 

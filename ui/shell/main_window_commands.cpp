@@ -160,9 +160,8 @@ void MainWindow::OpenSource() {
 }
 
 void MainWindow::OpenExample() {
-    const QString folder = QString::fromStdString((workbench_.programFolder / "examples").string());
-    const std::optional<QString> path =
-        workbench_.dialogs.ChooseFileToOpen(this, SourceChoice("Example Programs", folder));
+    const std::optional<QString> path = workbench_.dialogs.ChooseFileToOpen(
+        this, SourceChoice("Example Programs", workbench_.ExamplesFolder()));
     if (path) OpenPath(*path);
 }
 

@@ -8,6 +8,16 @@
 
 namespace zentro {
 
+namespace {
+
+// What the notices are about: one about the same takes the place of another.
+constexpr auto kNoBoard = "no board";
+constexpr auto kOldCode = "old object code";
+constexpr auto kOtherProgram = "another program";
+constexpr auto kMainFile = "main file";
+
+}  // namespace
+
 SendCommands::SendCommands(Programs& programs, BoardState& board, CompileCommands& compiler,
                            BoardWindows& boards, NoticeBar& notices, Surroundings surroundings,
                            QObject* parent)
@@ -32,7 +42,7 @@ std::shared_ptr<const CompiledProgram> SendCommands::CompileFront() {
     if (TellOfLostLine()) return nullptr;
     const OpenFile* root = programs_.Find(programs_.RootOf(*front));
     auto program = compiler_.CompileTexts(root == nullptr ? *front : *root);
-    for (const char* subject : {"another program", "old object code", "no board"})
+    for (const char* subject : {kOtherProgram, kOldCode, kNoBoard})
         notices_.Withdraw(subject);
     if (program == nullptr || program->succeeded) return program;
     surroundings_.showStatus(
@@ -61,17 +71,10 @@ void SendCommands::FollowSending(const DownloadResult& result) {
         return surroundings_.showStatus(tr("%1 was sent to the board and runs.").arg(name));
     surroundings_.showStatus(tr("%1 does not run: it has not arrived at the board.").arg(name));
     if (result.outcome != DownloadOutcome::NoVerdict) return;
-    notices_.Offer(
-        {"no board",
-         tr("No board answers on %1. Look at the cable and at the board's switch, choose "
-            "another port in the options, or use the virtual board.")
-             .arg(board_.PortName()),
-         tr("Run on &Virtual Board"),
-         [this] {
-             surroundings_.openVirtualBoard();
-             Run();
-         },
-         [this] { return board_.Kind() == BoardKind::Port; }});
+    OfferVirtualBoard(tr("No board answers on %1. Look at the cable and at the board's switch, "
+                         "choose another port in the options, or use the virtual board.")
+                          .arg(board_.PortName()),
+                      [this] { return board_.Kind() == BoardKind::Port; });
 }
 
 /// The virtual board tells when a program is over.
@@ -94,17 +97,20 @@ bool SendCommands::Load() {
 /// Whoever works with a real board is not to find the program on another one without a word.
 bool SendCommands::TellOfLostLine() {
     if (board_.Connection() != ConnectionState::Lost) return false;
-    notices_.Offer({"no board",
-                    tr("Nothing was run: the connection to %1 is lost. Plug the board in and press "
-                       "Open Again, or use the virtual board.")
-                        .arg(board_.PortName()),
-                    tr("Run on &Virtual Board"),
+    OfferVirtualBoard(tr("Nothing was run: the connection to %1 is lost. Plug the board in and "
+                         "press Open Again, or use the virtual board.")
+                          .arg(board_.PortName()),
+                      [this] { return board_.Connection() == ConnectionState::Lost; });
+    return true;
+}
+
+void SendCommands::OfferVirtualBoard(const QString& text, std::function<bool()> holds) {
+    notices_.Offer({kNoBoard, text, tr("Run on &Virtual Board"),
                     [this] {
                         surroundings_.openVirtualBoard();
                         Run();
                     },
-                    [this] { return board_.Connection() == ConnectionState::Lost; }});
-    return true;
+                    std::move(holds)});
 }
 
 void SendCommands::Stop() {
@@ -143,7 +149,7 @@ void SendCommands::OfferToSend(FileId compiled) {
             ? tr("The board holds only a part of %1. %2 has been compiled and can be sent.")
             : tr("The board holds %1 as it was sent before. %2, as it was compiled now, is not on "
                  "it yet.");
-    notices_.Offer({"another program", text.arg(held.name, program->name), tr("&Send (F7)"),
+    notices_.Offer({kOtherProgram, text.arg(held.name, program->name), tr("&Send (F7)"),
                     [this] { Download(); }, isNews});
 }
 
@@ -152,9 +158,9 @@ void SendCommands::OfferFrontFile(FileId compiled) {
     const OpenFile* front = programs_.Front();
     const OpenFile* file = programs_.File(compiled);
     if (front == nullptr || file == nullptr || programs_.RootOf(*front) == file->key)
-        return notices_.Withdraw("main file");
+        return notices_.Withdraw(kMainFile);
     const FileId id = front->id;
-    notices_.Offer({"main file",
+    notices_.Offer({kMainFile,
                     tr("%1 was compiled, the file with the key. %2, which is in front, does not "
                        "belong to it.")
                         .arg(file->name, front->name),
@@ -169,19 +175,19 @@ void SendCommands::OfferFrontFile(FileId compiled) {
 void SendCommands::TellWhyNoDownload() {
     const auto hasNone = [this] { return board_.Connection() != ConnectionState::Connected; };
     if (board_.Connection() == ConnectionState::Lost) {
-        return notices_.Offer({"no board",
+        return notices_.Offer({kNoBoard,
                                tr("The connection to %1 is lost. Plug the board in and press Open "
                                   "Again in the terminal, or use the virtual board.")
                                    .arg(board_.PortName()),
                                tr("Open &Virtual Board"), surroundings_.openVirtualBoard, hasNone});
     }
     if (board_.Kind() == BoardKind::Virtual) {
-        return notices_.Offer({"no board",
+        return notices_.Offer({kNoBoard,
                                tr("F7 sends over the terminal, which is not open. Run (F9) brings "
                                   "the program in front to the virtual board at once."),
                                tr("&Run"), [this] { Run(); }, hasNone});
     }
-    notices_.Offer({"no board",
+    notices_.Offer({kNoBoard,
                     tr("No board is connected that the program could be sent to. F6 opens the "
                        "connection to a board."),
                     tr("Open &Virtual Board"), surroundings_.openVirtualBoard, hasNone});
@@ -190,7 +196,7 @@ void SendCommands::TellWhyNoDownload() {
 /// What Run has compiled is not what the download sends.
 void SendCommands::OfferToRun() {
     notices_.Offer(
-        {"old object code",
+        {kOldCode,
          tr("F7 sends what F5 has compiled last. Run (F9) compiles the program in front "
             "and brings it to the board at once."),
          tr("&Run"), [this] { Run(); },
@@ -200,7 +206,7 @@ void SendCommands::OfferToRun() {
 /// Without object code there is nothing to send.
 void SendCommands::OfferToCompile(const OpenFile& file) {
     const FileId id = file.id;
-    notices_.Offer({"old object code",
+    notices_.Offer({kOldCode,
                     tr("Nothing was sent: %1 has not been compiled without errors. Mend what is "
                        "marked, and compile it.")
                         .arg(file.name),
@@ -216,8 +222,7 @@ void SendCommands::Download() {
     if (main != nullptr && compiler_.ObjectCode() == nullptr) OfferToCompile(*main);
     if (main == nullptr) OfferToRun();
     if (!boards_.DownloadCurrent()) return;
-    if (compiled != nullptr && programs_.IsUpToDate(*compiled))
-        return notices_.Withdraw("old object code");
+    if (compiled != nullptr && programs_.IsUpToDate(*compiled)) return notices_.Withdraw(kOldCode);
     TellOfOldObjectCode(*main, compiled != nullptr);
 }
 
@@ -233,7 +238,7 @@ void SendCommands::TellOfOldObjectCode(const OpenFile& file, bool compiledBefore
         compiledBefore
             ? tr("The board got %1 as it was compiled last. The text has been changed since.")
             : tr("The board got what was compiled of %1 at an earlier time.");
-    notices_.Offer({"old object code", text.arg(file.name), tr("&Compile and Send"), compileAndSend,
+    notices_.Offer({kOldCode, text.arg(file.name), tr("&Compile and Send"), compileAndSend,
                     [this, id] { return programs_.File(id) != nullptr; }});
 }
 

@@ -57,6 +57,7 @@ class SendCommands : public QObject {
     void OfferToSend(FileId compiled);
     void OfferToCompile(const OpenFile& file);
     void OfferToRun();
+    void OfferVirtualBoard(const QString& text, std::function<bool()> holds);
     void TellOfOldObjectCode(const OpenFile& file, bool compiledBefore);
     void CompileAsMain(FileId file);
     bool TellOfLostLine();

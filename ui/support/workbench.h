@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <filesystem>
 
 #include "config/configuration.h"
@@ -17,6 +18,10 @@ struct Workbench {
     Dialogs& dialogs;
     std::filesystem::path programFolder;  ///< of the help, the language and the examples
     std::filesystem::path dataFolder;     ///< the user's own: recovery copies
+
+    QString ExamplesFolder() const {
+        return QString::fromStdString((programFolder / "examples").string());
+    }
 };
 
 /// What stands above message boxes and in captions.
