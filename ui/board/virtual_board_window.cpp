@@ -25,8 +25,10 @@ QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
     return area;
 }
 
-/// From this relation of width to height on, floor and board stand side by side.
+/// From this relation of width to height on, floor and board stand side by side, if there is room
+/// for the captions of the board.
 constexpr double kWide = 1.9;
+constexpr int kLeastForBoth = 540;  // pixels
 
 }  // namespace
 
@@ -92,7 +94,7 @@ void VirtualBoardWindow::FitInputs() {
 void VirtualBoardWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     const QSize room = size() - QSize(inputsArea_->width(), controls_->sizeHint().height());
-    const bool isWide = room.width() > kWide * room.height();
+    const bool isWide = room.width() > kWide * room.height() && room.width() >= kLeastForBoth;
     pictures_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
