@@ -97,6 +97,9 @@ void EditorCommands::ShowMessage(Direction direction) {
     if (source == nullptr) return;
     if (told_ != nullptr && told_ != source) told_->Editor()->Marks().ShowBelow(0, {});
     told_ = source;
+    // A file that was opened only now is checked as it stands before its message is shown, or the
+    // next check would take that away.
+    checks_.CheckForCommand();
     source->PutCaretAt(stop->line);
     source->ShowMessageBeside();
 }

@@ -136,6 +136,8 @@ TEST_F(EditorCommandsTest, MessagesAreVisitedThroughAllFilesAndRound) {
         Press(NextMessage);
         EXPECT_EQ(Place(), places[stop]);
         EXPECT_FALSE(Editor().hasSelectedText());
+        // The check that follows a file that came to the front leaves the message there.
+        window->findChild<LiveCheck*>()->CheckNow();
         EXPECT_TRUE(Editor().annotation(Editor().CaretLine() - 1).contains("Error: "));
         EXPECT_TRUE(QTest::qWaitFor([&] { return Told().startsWith("Error: "); }));
     }
