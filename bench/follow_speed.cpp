@@ -1,10 +1,11 @@
 // Measures what a press of F10 and Shift+F10 takes on the virtual board, after a run of 25 million
 // instructions, and how fast a program is watched for a breakpoint. bench/follow builds and runs
 // it.
+#include <QCoreApplication>
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 #include "compiler/compile.h"
 #include "config/file.h"
 #include "desktop/program_lines.h"
+#include "desktop/program_report.h"
 #include "desktop/virtual_board_host.h"
 
 namespace {
@@ -53,11 +55,11 @@ struct ToMemory : zentro::FileWriter {
     }
 };
 
+/// What the work used of the processor, which others on the machine disturb least.
 double Milliseconds(const std::function<void()>& work) {
-    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t begin = std::clock();
     work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin)
-        .count();
+    return static_cast<double>(std::clock() - begin) * 1e3 / CLOCKS_PER_SEC;
 }
 
 [[noreturn]] void Fail(const char* what) {
@@ -109,6 +111,7 @@ void Measure(VirtualBoardHost& host, std::uint16_t breakpoint) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
     zentro::InstructionConfiguration language;
     if (argc != 2 || !zentro::LoadInstructionConfig(argv[1], language).empty())
         Fail("usage: follow_speed CONFIGURATION");

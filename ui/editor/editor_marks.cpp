@@ -46,6 +46,7 @@ const QColor kFaultColour(230, 0, 0);
 const QColor kBreakpointColour(200, 30, 40);
 // How much of their colours lines have that are lit, in hundredths.
 constexpr int kLitShare = 38;
+constexpr int kLitShareOfDarkPage = 22;  // words in colours are to be read on it
 constexpr int kSoftShare = 13;
 constexpr int kFaultShare = 28;
 
@@ -162,7 +163,8 @@ void EditorMarks::Redraw(const QColor& page) {
         editor_.markerDefine(QsciScintilla::Background, marker);
         editor_.setMarkerBackgroundColor(Mix(colour, page, share), marker);
     };
-    lightUp(kHereLine, kLitColour, kLitShare);
+    const bool isDark = page.lightness() < QColor(Qt::gray).lightness();
+    lightUp(kHereLine, kLitColour, isDark ? kLitShareOfDarkPage : kLitShare);
     lightUp(kSoftLine, kLitColour, kSoftShare);
     lightUp(kFaultLine, kFaultColour, kFaultShare);
     using Look = BreakpointMark::Look;

@@ -42,7 +42,10 @@ FollowCommands::FollowCommands(Workbench& workbench, Programs& programs, BoardSt
     const auto showLater = [this] { later_.start(); };
     connect(&later_, &QTimer::timeout, this, &FollowCommands::ShowBreakpoints);
     connect(&lines, &LineFollower::Changed, this, showLater);
-    connect(&programs, &Programs::Changed, this, showLater);
+    connect(&programs, &Programs::Changed, this, [this, showLater] {
+        Attach();
+        showLater();
+    });
     connect(&board, &BoardState::Changed, this, &FollowCommands::FollowBoard);
     connect(&lines, &LineFollower::BreakpointMoved, this, [this](int from, int to) {
         surroundings_.showStatus(
@@ -218,21 +221,28 @@ void FollowCommands::ShowStop() {
     window->ShowLine(place->line);
 }
 
+/// Windows that are new are listened to and told values.
+void FollowCommands::Attach() {
+    for (SourceWindow* window : files_.Windows()) {
+        connect(window, &SourceWindow::BreakpointWanted, this, &FollowCommands::ToggleBreakpoint,
+                Qt::UniqueConnection);
+        connect(window, &SourceWindow::ConditionWanted, this, &FollowCommands::AskCondition,
+                Qt::UniqueConnection);
+        window->Editor()->SetValueSource([this, id = window->Id()](int line, const QString& word) {
+            const OpenFile* file = programs_.File(id);
+            return file == nullptr ? QString() : lines_.ValueOf(*file, line, word);
+        });
+    }
+}
+
 void FollowCommands::ShowBreakpoints() {
+    Attach();
     for (SourceWindow* window : files_.Windows())
         ShowIn(*window);
     FollowBoard();
 }
 
 void FollowCommands::ShowIn(SourceWindow& window) {
-    connect(&window, &SourceWindow::BreakpointWanted, this, &FollowCommands::ToggleBreakpoint,
-            Qt::UniqueConnection);
-    connect(&window, &SourceWindow::ConditionWanted, this, &FollowCommands::AskCondition,
-            Qt::UniqueConnection);
-    window.Editor()->SetValueSource([this, id = window.Id()](int line, const QString& word) {
-        const OpenFile* file = programs_.File(id);
-        return file == nullptr ? QString() : lines_.ValueOf(*file, line, word);
-    });
     std::vector<BreakpointMark> marks;
     for (const Breakpoint& breakpoint : breakpoints_.All()) {
         if (breakpoint.file == window.File().key) marks.push_back(MarkOf(breakpoint));

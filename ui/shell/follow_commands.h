@@ -60,6 +60,7 @@ class FollowCommands : public QObject {
     void FollowBoard();
     void ShowStop();
     void ShowBreakpoints();
+    void Attach();
     void ShowIn(SourceWindow& window);
     BreakpointMark MarkOf(const Breakpoint& breakpoint) const;
 

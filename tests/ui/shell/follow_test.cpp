@@ -59,6 +59,10 @@ class FollowTest : public MainWindowTest {
         return lines;
     }
     std::vector<int> LinesWith(int bit) { return LinesWith(*FrontSource(), bit); }
+    /// Waits until these lines of the source in front, and no others, bear the mark.
+    bool Bears(int bit, const std::vector<int>& lines) {
+        return QTest::qWaitFor([&] { return LinesWith(bit) == lines; }, 2000);
+    }
     /// Waits until the line of the source in front, and no other, is lit.
     ::testing::AssertionResult IsLit(int line) {
         const auto isLit = [&] {
@@ -86,10 +90,8 @@ class FollowTest : public MainWindowTest {
                 4};
     }
     void ClickMargin(int line, Qt::MouseButton button = Qt::LeftButton) {
-        QTest::qWait(20);  // nobody clicks sooner
         QTest::mouseClick(FrontSource()->Editor()->viewport(), button, {},
                           {8, PlaceIn(line, 0).y()});
-        QTest::qWait(20);
     }
     QString TipOver(int line, int column) {
         FrontSource()->ShowLine(line);
@@ -108,7 +110,7 @@ class FollowTest : public MainWindowTest {
 TEST_F(FollowTest, ABreakpointWithAConditionHoldsInALoopAndLinesGoBack) {
     Write("count.txt", kCounting);
     ClickMargin(11);
-    EXPECT_EQ(LinesWith(kHollowBit), std::vector{11}) << "it is not on the board yet";
+    EXPECT_TRUE(Bears(kHollowBit, {11})) << "it is not on the board yet";
     FrontSource()->GotoLine(11);
     dialogs.text = "Cuont > 10";
     QTest::qWait(350);  // the names of the program are known once it was checked
@@ -119,7 +121,7 @@ TEST_F(FollowTest, ABreakpointWithAConditionHoldsInALoopAndLinesGoBack) {
     Press(CommandId::Run);
     ASSERT_TRUE(WaitUntilHeld());
     EXPECT_TRUE(IsLit(11));
-    EXPECT_EQ(LinesWith(kConditionalBit), std::vector{11});
+    EXPECT_TRUE(Bears(kConditionalBit, {11}));
     EXPECT_TRUE(TipOver(5, 4).startsWith("Count = 11")) << TipOver(5, 4).toStdString();
     EXPECT_TRUE(TipOver(6, 4).startsWith("Even = FALSE"));
     EXPECT_TRUE(TipOver(5, 20).startsWith("Number of Add = 1"));
@@ -143,7 +145,7 @@ TEST_F(FollowTest, ABreakpointWithAConditionHoldsInALoopAndLinesGoBack) {
     EXPECT_EQ(Count(), 11U);
     // The breakpoint is taken away by a click, and the program runs on.
     ClickMargin(11);
-    EXPECT_EQ(LinesWith(kConditionalBit | kHollowBit | kFullBit), std::vector<int>{});
+    EXPECT_TRUE(Bears(kConditionalBit | kHollowBit | kFullBit, {}));
     Press(CommandId::PauseProgram);
     EXPECT_TRUE(
         QTest::qWaitFor([this] { return Host().State().outputs == Outputs{} && !IsHeld(); }));
@@ -182,7 +184,7 @@ TEST_F(FollowTest, GoesIntoAFileThatIsNotOpen) {
     EXPECT_TRUE(IsLit(1));
     EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 2));
     ClickMargin(3);
-    EXPECT_EQ(LinesWith(kFullBit), std::vector{3});
+    EXPECT_TRUE(Bears(kFullBit, {3}));
     EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 3));
     Press(CommandId::StepLine);
     EXPECT_EQ(FrontSource()->FileName(), "main.txt");
@@ -265,7 +267,7 @@ TEST_F(FollowTest, ALineWithoutCodeSaysWhereItsBreakpointStands) {
     QTest::qWait(350);
     FrontSource()->PutCaretAt(2);
     Press(CommandId::ToggleBreakpoint);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return LinesWith(kHollowBit) == std::vector{4}; }));
+    EXPECT_TRUE(Bears(kHollowBit, {4}));
     EXPECT_EQ(Status(), "Line 2 has no code, so the breakpoint stands in line 4.");
     // A compile, an edit above and a new name keep it.
     FrontSource()->PutCaretAt(1);
@@ -273,13 +275,13 @@ TEST_F(FollowTest, ALineWithoutCodeSaysWhereItsBreakpointStands) {
     dialogs.fileToSave = FilePath("other.txt");
     Press(CommandId::SaveSourceAs);
     Press(CommandId::CompileSource);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return LinesWith(kHollowBit) == std::vector{5}; }));
+    EXPECT_TRUE(Bears(kHollowBit, {5}));
     Press(CommandId::Run);
     ASSERT_TRUE(WaitUntilHeld());
     EXPECT_TRUE(IsLit(5));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return LinesWith(kFullBit) == std::vector{5}; }));
+    EXPECT_TRUE(Bears(kFullBit, {5}));
     Press(CommandId::ClearBreakpoints);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return LinesWith(kFullBit | kHollowBit).empty(); }));
+    EXPECT_TRUE(Bears(kFullBit | kHollowBit, {}));
 }
 
 TEST_F(FollowTest, VariablesSpeakInWordsAndKeepTheMarksOfAStep) {
