@@ -8,7 +8,7 @@ namespace zentro {
 void DrawFitting(QPainter& painter, const QRect& area, Qt::Alignment alignment,
                  const QString& text) {
     const QFont font = painter.font();
-    const int width = painter.fontMetrics().horizontalAdvance(text);
+    const int width = painter.fontMetrics().size(0, text).width();
     if (width > area.width()) {
         QFont smaller = font;
         smaller.setPointSizeF(font.pointSizeF() * area.width() / width);

@@ -20,7 +20,7 @@ inline constexpr QColor kSegmentOn{0xFF, 0x5A, 0x3C};
 inline constexpr QColor kSegmentOff{0x3A, 0x28, 0x26};
 inline constexpr QColor kLampOff{0x2A, 0x60, 0x53};
 
-/// Draws a line of text, in a smaller font when it is too wide for the area.
+/// Draws text, in a smaller font where a line of it is too wide for the area.
 void DrawFitting(QPainter& painter, const QRect& area, Qt::Alignment alignment,
                  const QString& text);
 

@@ -49,13 +49,12 @@ FloorWidget::FloorWidget(QWidget* parent)
     FollowRobot();
 }
 
-/// In a corner of the floor, where the line does not go.
+/// Below the floor, where it covers neither line nor robot.
 void FloorWidget::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     const QRect floor = FromMetres().mapRect(FloorRect()).toRect();
     putBack_->adjustSize();
-    putBack_->move(floor.right() - putBack_->width() - kButtonMargin,
-                   floor.bottom() - putBack_->height() - kButtonMargin);
+    putBack_->move(floor.right() - putBack_->width(), floor.bottom() + kButtonMargin);
 }
 
 void FloorWidget::Show(const RobotModel& robot, const Outputs& outputs) {
@@ -80,10 +79,11 @@ void FloorWidget::FollowRobot() {
 }
 
 QTransform FloorWidget::FromMetres() const {
-    const double scale =
-        std::min((width() - 2 * kMargin) / kFloorWidth, (height() - 2 * kMargin) / kFloorHeight);
+    const double below = putBack_->sizeHint().height() + kButtonMargin;
+    const double scale = std::min((width() - 2 * kMargin) / kFloorWidth,
+                                  (height() - below - 2 * kMargin) / kFloorHeight);
     QTransform transform;
-    transform.translate(width() / 2.0, height() / 2.0);
+    transform.translate(width() / 2.0, (height() - below) / 2.0);
     transform.scale(scale, -scale);
     return transform;
 }

@@ -17,6 +17,7 @@ constexpr QColor kLedLight{0xFF, 0xC4, 0x2E};
 constexpr QColor kPortLight{0x5F, 0xE0, 0x7A};
 constexpr std::int64_t kMostTicksPerPicture = 5;  // a wheel that turns faster seems to stand still
 constexpr int kMargin = 18;
+constexpr double kLeastShare = 0.6;  // of the font's size, in titles
 
 }  // namespace
 
@@ -78,6 +79,27 @@ void OutputsPanel::Show(const Board& board) {
         ports_[index]->Show(outputs.ports[index]);
     display_->Show(outputs.display);
     note_->Show(outputs.note);
+}
+
+void OutputsPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    FitTitles();
+}
+
+/// All titles have one size: that of the one with the least room.
+void OutputsPanel::FitTitles() {
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetricsF metrics(bold);
+    const QList<QWidget*> parts = findChildren<QWidget*>();
+    double share = 1;
+    for (const QWidget* part : parts)
+        share = std::min(share,
+                         part->width() / metrics.horizontalAdvance(part->accessibleName() + ' '));
+    QFont titles = font();
+    titles.setPointSizeF(titles.pointSizeF() * std::max(share, kLeastShare));
+    for (QWidget* part : parts)
+        part->setFont(titles);
 }
 
 void OutputsPanel::paintEvent(QPaintEvent*) {

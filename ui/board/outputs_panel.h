@@ -27,9 +27,11 @@ class OutputsPanel : public QWidget {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void LayOut();
+    void FitTitles();
 
     std::array<MotorWidget*, 4> motors_{};
     std::array<ServoWidget*, 3> servos_{};

@@ -228,6 +228,7 @@ void HelpBrowser::ShowLoaded() {
     address_->clear();
     address_->addItems(visited_.Texts());
     address_->setEditText(shown);
+    address_->lineEdit()->home(false);  // a long address shows where it begins
 }
 
 void HelpBrowser::FindTopic() {

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -16,6 +15,7 @@
 #include "ui/editor/source_editor.h"
 #include "ui/support/colours.h"
 #include "ui/support/dialogs.h"
+#include "ui/support/source_font.h"
 
 namespace zentro {
 
@@ -266,10 +266,7 @@ void SourceWindow::SetFont() {
     constexpr double kLargest = 200;
     if (size < 1 || size > kLargest)
         return refuse(QString("a font cannot have the size %1").arg(size));
-    QFont font(name);
-    font.setStyleHint(QFont::Monospace);  // where the font is missing
-    font.setPointSizeF(size);
-    editor_->SetSourceFont(font);
+    editor_->SetSourceFont(SourceFont(name, size));
 }
 
 void SourceWindow::SetColouring() {

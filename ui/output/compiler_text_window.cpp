@@ -1,31 +1,25 @@
 #include "ui/output/compiler_text_window.h"
 
 #include <QCloseEvent>
-#include <QFontDatabase>
-#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTextBlock>
 
 #include "ui/support/colours.h"
+#include "ui/support/source_font.h"
 
 namespace zentro {
 
 namespace {
 
-/// The editor's font, or the desktop's own of that size where its columns would not line up.
+/// The editor's font, or one of that size in which columns line up.
 QFont FixedPitchFont(const SettingsStore& settings) {
     constexpr double kUsualSize = 9.75;
     const double wanted = AsNumber(settings.GetSetting(SettingNumber::EditorFontSize));
-    const double size = wanted > 0 ? wanted : kUsualSize;
-    QFont font(QString::fromStdString(AsText(settings.GetSetting(SettingNumber::EditorFontName))));
-    font.setStyleHint(QFont::Monospace);
-    font.setPointSizeF(size);
-    if (QFontInfo(font).fixedPitch()) return font;
-    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    fixed.setPointSizeF(size);
-    return fixed;
+    return ColumnFont(
+        QString::fromStdString(AsText(settings.GetSetting(SettingNumber::EditorFontName))),
+        wanted > 0 ? wanted : kUsualSize);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QTextDocument>
 
 #include "settings/settings_store.h"
+#include "ui/support/source_font.h"
 
 namespace zentro {
 
@@ -19,12 +20,12 @@ QString PrintedText(const QString& fileTitle, const QString& text, int copies) {
 
 void PrintSource(const QString& fileTitle, const QString& text, const SettingsStore& settings,
                  QPrinter& printer) {
-    QFont font(QString::fromStdString(AsText(settings.GetSetting(SettingNumber::EditorFontName))));
-    font.setStyleHint(QFont::Monospace);
-    const double size = AsNumber(settings.GetSetting(SettingNumber::EditorFontSize));
-    if (size > 0) font.setPointSizeF(size);
+    constexpr double kUsualSize = 9.75;
+    const double wanted = AsNumber(settings.GetSetting(SettingNumber::EditorFontSize));
     QTextDocument document;
-    document.setDefaultFont(font);
+    document.setDefaultFont(SourceFont(
+        QString::fromStdString(AsText(settings.GetSetting(SettingNumber::EditorFontName))),
+        wanted > 0 ? wanted : kUsualSize));
     document.setPlainText(PrintedText(fileTitle, text, printer.copyCount()));
     // The copies stand in the text already.
     printer.setCopyCount(1);

@@ -240,5 +240,21 @@ TEST_F(BoardWindowTest, EveryControlHasANameAndFitsASmallScreen) {
     EXPECT_LE(window.minimumSizeHint().height(), 600);
 }
 
+TEST_F(BoardWindowTest, TheTitlesOnTheBoardHaveOneSizeInWhichAllFit) {
+    for (const QSize& size : {QSize(500, 400), QSize(740, 400), QSize(900, 900)}) {
+        window.resize(size);
+        QCoreApplication::processEvents();
+        const QList<QWidget*> parts = Find("Outputs")->findChildren<QWidget*>();
+        ASSERT_FALSE(parts.isEmpty());
+        for (const QWidget* part : parts) {
+            QFont bold = part->font();
+            bold.setBold(true);
+            EXPECT_EQ(part->font(), parts.front()->font());
+            EXPECT_LE(QFontMetrics(bold).horizontalAdvance(part->accessibleName()), part->width())
+                << part->accessibleName().toStdString() << " at " << size.width();
+        }
+    }
+}
+
 }  // namespace
 }  // namespace zentro

@@ -1,3 +1,5 @@
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QMdiArea>
@@ -10,6 +12,7 @@
 #include "ui/support/icons.h"
 #include "ui/support/message_bar.h"
 #include "ui/support/readable_style.h"
+#include "ui/support/source_font.h"
 #include "ui/support/window_place.h"
 
 namespace zentro {
@@ -31,6 +34,20 @@ TEST_F(SupportTest, PlacesAreKeptInTwipsAndStayVisible) {
     SavePlace(*settings, kTerminalWindowPlace, {40, 30, 500, 400});
     EXPECT_EQ(AsInteger(settings->GetSetting(SettingNumber::TerminalWindowWidth)), 7500);
     EXPECT_EQ(LoadPlace(*settings, kTerminalWindowPlace), QRect(40, 30, 500, 400));
+}
+
+TEST_F(SupportTest, AFontThatIsMissingHasAMonospacedOneInItsPlace) {
+    ASSERT_FALSE(QFontDatabase::hasFamily("No Such Font"));
+    EXPECT_TRUE(QFontInfo(SourceFont("No Such Font", 9.75)).fixedPitch());
+    EXPECT_TRUE(QFontInfo(ColumnFont("No Such Font", 9.75)).fixedPitch());
+    const QStringList families = QFontDatabase::families();
+    const auto proportional =
+        std::find_if(families.begin(), families.end(),
+                     [](const QString& name) { return !QFontInfo(QFont(name)).fixedPitch(); });
+    ASSERT_NE(proportional, families.end());
+    EXPECT_EQ(SourceFont(*proportional, 20).family(), *proportional) << "as it was chosen";
+    EXPECT_TRUE(QFontInfo(ColumnFont(*proportional, 20)).fixedPitch());
+    EXPECT_EQ(ColumnFont(*proportional, 20).pointSizeF(), 20);
 }
 
 TEST_F(SupportTest, AChildWindowMovesWithItsFrame) {
