@@ -298,6 +298,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
             case Opcode::SetMotorFromVars: handler = handle::SetMotorFromVars; break;
 
             // Nothing else is ever decoded, and the compiler need not look for it.
+            case Opcode::Count:
             default: __builtin_unreachable();
         }
 

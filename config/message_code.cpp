@@ -1,155 +1,52 @@
 #include "config/message_code.h"
 
+#include <algorithm>
 #include <array>
 
 namespace zentro {
 
 namespace {
 
-constexpr auto kMessageCodes = std::to_array<MessageCode>({
-    MessageCode::StageFailed,
-    MessageCode::BlockOutside,
-    MessageCode::TableInTable,
-    MessageCode::TableInBlock,
-    MessageCode::RoutineInBlock,
-    MessageCode::ProgramInBlock,
-    MessageCode::SecondProgram,
-    MessageCode::NothingToEnd,
-    MessageCode::IfNotEnded,
-    MessageCode::WhileNotEnded,
-    MessageCode::RepeatNotEnded,
-    MessageCode::SelectNotEnded,
-    MessageCode::TableNotEnded,
-    MessageCode::RoutineNotEnded,
-    MessageCode::ProgramNotEnded,
-    MessageCode::UnknownStatement,
-    MessageCode::EqualSignExpected,
-    MessageCode::FunctionAsStatement,
-    MessageCode::ThenExpected,
-    MessageCode::ConditionIncomplete,
-    MessageCode::UnknownReturnType,
-    MessageCode::ParameterListNotClosed,
-    MessageCode::NotUnderstood,
-    MessageCode::ConstantWithoutValue,
-    MessageCode::TypeMismatch,
-    MessageCode::DuplicateName,
-    MessageCode::NoProgram,
-    MessageCode::ConstantAsStatement,
-    MessageCode::UnknownComparison,
-    MessageCode::UnknownParameterType,
-    MessageCode::WrongArgumentCount,
-    MessageCode::UnknownOperator,
-    MessageCode::UnexpectedText,
-    MessageCode::NothingToReturn,
-    MessageCode::NotACondition,
-    MessageCode::NotAConstant,
-    MessageCode::NotSupported,
-    MessageCode::PointerWithValue,
-    MessageCode::InvalidName,
-    MessageCode::CallWithoutName,
-    MessageCode::NameMissing,
-    MessageCode::CaseWithoutSelect,
-    MessageCode::SelectNeedsByteOrWord,
-    MessageCode::UnknownRoutine,
-    MessageCode::BlankInCalledName,
-    MessageCode::ParenthesisNotClosed,
-    MessageCode::LoopNotEnded,
-    MessageCode::ConstantNeeded,
-    MessageCode::ValueOutOfRange,
-    MessageCode::EventNotEnded,
-    MessageCode::EventWithParameters,
-    MessageCode::UnknownCall,
-    MessageCode::UnknownLabel,
-    MessageCode::FileNotOpened,
-    MessageCode::IncludedTooDeep,
-    MessageCode::NameTooShort,
-    MessageCode::KeywordAsValue,
-    MessageCode::UnknownName,
-    MessageCode::PointerAssigned,
-    MessageCode::ReturnOutsideRoutine,
-    MessageCode::ArgumentsInParentheses,
-    MessageCode::ValueNotAllowed,
-    MessageCode::TargetNotAVariable,
-    MessageCode::NameReserved,
-    MessageCode::LabelTwice,
-    MessageCode::TableEntryMissing,
-    MessageCode::ElseMisplaced,
-    MessageCode::ProgramTooLarge,
-    MessageCode::CallInsideStatement,
-    MessageCode::TableEmpty,
-    MessageCode::DivisionByZero,
-    MessageCode::NoInitialValue,
-    MessageCode::QuoteNotClosed,
-    MessageCode::RoutineEndReached,
-    MessageCode::ByteComparedWithWord,
-    MessageCode::LogicOnOneByte,
-    MessageCode::OperatorLine,
-    MessageCode::NeverRuns,
-    MessageCode::TextWithoutQuotes,
-    MessageCode::EventNotEndedBefore,
-    MessageCode::RestIgnored,
-    MessageCode::NothingOpenToEnd,
-    MessageCode::BeforeFirstCase,
-    MessageCode::CommaMissing,
-    MessageCode::CharacterNotOnBoard,
-    MessageCode::CharacterIgnored,
-    MessageCode::LoadStarts,
-    MessageCode::LoadEnds,
-    MessageCode::SharedParametersOn,
-    MessageCode::ParseStarts,
-    MessageCode::ParseEnds,
-    MessageCode::GenerateStarts,
-    MessageCode::GenerateEnds,
-    MessageCode::AddressStarts,
-    MessageCode::AddressEnds,
-    MessageCode::WriteStarts,
-    MessageCode::WriteEnds,
-    MessageCode::RunEnds,
-    MessageCode::SourceLineCount,
-    MessageCode::ObjectLineCount,
-    MessageCode::ProgramSize,
-    MessageCode::NeededByteVariable,
-    MessageCode::NeededWordVariable,
-    MessageCode::NeededFlagVariable,
-    MessageCode::NeededPointerVariable,
-    MessageCode::NeededTable,
-    MessageCode::NeededRoutine,
-    MessageCode::NeededEvent,
-    MessageCode::NeededConstant,
-    MessageCode::FoundByteVariable,
-    MessageCode::FoundWordVariable,
-    MessageCode::FoundFlagVariable,
-    MessageCode::FoundPointerVariable,
-    MessageCode::FoundTable,
-    MessageCode::FoundRoutine,
-    MessageCode::FoundEvent,
-    MessageCode::FoundLiteral,
-    MessageCode::FoundConstant,
-    MessageCode::TypographicQuotes,
-    MessageCode::TypographicDashes,
-    MessageCode::NearWord,
-    MessageCode::NearStatement,
-    MessageCode::NearName,
-    MessageCode::SeparateWords,
-    MessageCode::LetterForDigit,
-    MessageCode::CapitalLetter,
-    MessageCode::CallIsMissing,
-    MessageCode::OtherLanguage,
-    MessageCode::WriteInstead,
-    MessageCode::FractionWritten,
-    MessageCode::NegativeWritten,
-    MessageCode::TooLargeForByte,
-    MessageCode::TooLargeToWrite,
-    MessageCode::BlockStillOpen,
-    MessageCode::ValuesOfStatement,
-    MessageCode::ValuesOfRoutine,
-    MessageCode::ValuesOfFunction,
-    MessageCode::MissingAtEnd,
-    MessageCode::ComparisonOfFlag,
-    MessageCode::WordNeeded,
-    MessageCode::AlreadyOpen,
-    MessageCode::OutsideFailure,
-});
+struct MessageGroup {
+    MessageCode first;
+    MessageCode end;
+};
+
+constexpr std::array kGroups{
+    MessageGroup{MessageCode::StageFailed, MessageCode::EndOfErrors},
+    MessageGroup{MessageCode::NoInitialValue, MessageCode::EndOfWarnings},
+    MessageGroup{MessageCode::LoadStarts, MessageCode::EndOfProgress},
+    MessageGroup{MessageCode::NeededByteVariable, MessageCode::EndOfHints},
+    MessageGroup{MessageCode::AlreadyOpen, MessageCode::EndOfFailures},
+};
+
+/// The numbers of messages that there are no more.
+constexpr std::array kUnused{
+    MessageCode::Unused28,   MessageCode::Unused32,  MessageCode::Unused35, MessageCode::Unused44,
+    MessageCode::Unused46,   MessageCode::Unused56,  MessageCode::Unused57, MessageCode::Unused501,
+    MessageCode::Unused1003, MessageCode::Unused2008};
+
+constexpr std::size_t CountMessages() {
+    std::size_t count = 0;
+    for (const MessageGroup& group : kGroups)
+        count += static_cast<std::size_t>(group.end) - static_cast<std::size_t>(group.first);
+    return count - kUnused.size();
+}
+
+constexpr std::array<MessageCode, CountMessages()> ListMessages() {
+    std::array<MessageCode, CountMessages()> codes{};
+    std::size_t count = 0;
+    for (const MessageGroup& group : kGroups) {
+        for (auto number = static_cast<std::uint16_t>(group.first);
+             number < static_cast<std::uint16_t>(group.end); ++number) {
+            const auto code = static_cast<MessageCode>(number);
+            if (std::ranges::find(kUnused, code) == kUnused.end()) codes[count++] = code;
+        }
+    }
+    return codes;
+}
+
+constexpr auto kMessageCodes = ListMessages();
 
 }  // namespace
 

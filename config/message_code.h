@@ -7,11 +7,11 @@
 namespace zentro {
 
 /// The messages of the compiler by their numbers: 24 is "E24" in the configuration file, which
-/// holds the texts and severities.
+/// holds the texts and severities. Each number from the first of a group to its end is a message,
+/// unless it is called unused, so a new one stands before the end of its group.
 enum class MessageCode : std::uint16_t {
-    StageFailed = 0,  ///< the stage found errors
-    BlockOutside =
-        1,  ///< a block outside the program, routine or event; ELSE or CASE with nothing open
+    StageFailed = 0,   ///< the stage found errors
+    BlockOutside = 1,  ///< outside program, routine and event; ELSE or CASE with nothing open
     TableInTable = 2,
     TableInBlock = 3,
     RoutineInBlock = 4,
@@ -38,11 +38,14 @@ enum class MessageCode : std::uint16_t {
     DuplicateName = 25,
     NoProgram = 26,
     ConstantAsStatement = 27,
+    Unused28 = 28,
     UnknownComparison = 29,
     UnknownParameterType = 30,
     WrongArgumentCount = 31,
+    Unused32 = 32,
     UnknownOperator = 33,
     UnexpectedText = 34,  ///< text where none may stand, or none where some must
+    Unused35 = 35,
     NothingToReturn = 36,
     NotACondition = 37,
     NotAConstant = 38,
@@ -51,7 +54,9 @@ enum class MessageCode : std::uint16_t {
     InvalidName = 41,
     CallWithoutName = 42,
     NameMissing = 43,
+    Unused44 = 44,
     CaseWithoutSelect = 45,
+    Unused46 = 46,
     SelectNeedsByteOrWord = 47,
     UnknownRoutine = 48,
     BlankInCalledName = 49,
@@ -61,6 +66,8 @@ enum class MessageCode : std::uint16_t {
     ValueOutOfRange = 53,
     EventNotEnded = 54,
     EventWithParameters = 55,
+    Unused56 = 56,
+    Unused57 = 57,
     UnknownCall = 58,
     UnknownLabel = 59,
     FileNotOpened = 60,
@@ -81,7 +88,10 @@ enum class MessageCode : std::uint16_t {
     CallInsideStatement = 75,
     TableEmpty = 76,
     DivisionByZero = 77,
+    EndOfErrors,
+
     NoInitialValue = 500,
+    Unused501 = 501,
     QuoteNotClosed = 502,
     RoutineEndReached = 503,
     ByteComparedWithWord = 504,
@@ -96,9 +106,12 @@ enum class MessageCode : std::uint16_t {
     CommaMissing = 513,         ///< values of a table stand together
     CharacterNotOnBoard = 514,  ///< a character that the board's character set lacks
     CharacterIgnored = 515,     ///< a character outside quotes that counts as a blank
+    EndOfWarnings,
+
     LoadStarts = 1000,
     LoadEnds = 1001,
     SharedParametersOn = 1002,
+    Unused1003 = 1003,
     ParseStarts = 1004,
     ParseEnds = 1005,
     GenerateStarts = 1006,
@@ -111,6 +124,8 @@ enum class MessageCode : std::uint16_t {
     SourceLineCount = 1013,
     ObjectLineCount = 1014,
     ProgramSize = 1015,
+    EndOfProgress,
+
     NeededByteVariable = 2000,
     NeededWordVariable = 2001,
     NeededFlagVariable = 2002,
@@ -119,6 +134,7 @@ enum class MessageCode : std::uint16_t {
     NeededRoutine = 2005,
     NeededEvent = 2006,
     NeededConstant = 2007,
+    Unused2008 = 2008,
     FoundByteVariable = 2009,
     FoundWordVariable = 2010,
     FoundFlagVariable = 2011,
@@ -151,10 +167,14 @@ enum class MessageCode : std::uint16_t {
     MissingAtEnd = 2037,
     ComparisonOfFlag = 2038,
     WordNeeded = 2039,
+    EndOfHints,
+
     FirstOtherLanguageRow = 2100,  ///< words of other languages: see other_languages.h
     LastOtherLanguageRow = 2299,
+
     AlreadyOpen = 3002,     ///< a source file is opened a second time
     OutsideFailure = 3003,  ///< something outside the program failed: a disk, a folder
+    EndOfFailures,
 };
 
 /// Whether something that the object code needs is missing after the message. The others, which
