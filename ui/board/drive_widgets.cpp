@@ -13,10 +13,9 @@ namespace {
 
 constexpr double kDegreesPerTick = 3.6;  // at 100 percent: one turn a second
 constexpr int kSpokes = 5;
-constexpr const char* kWidestValue = "100 % backward";
 
-/// The title above a picture and its value below it, on two lines where one is too short for it;
-/// returns the room between them.
+/// The title above a picture and its value below it, which may take two lines; returns the room
+/// between them.
 QRectF PaintCaptions(QPainter& painter, const QRect& area, const QString& title,
                      const std::string& value, bool active) {
     const int line = painter.fontMetrics().height();
@@ -29,10 +28,9 @@ QRectF PaintCaptions(QPainter& painter, const QRect& area, const QString& title,
     painter.setFont(bold);
     painter.setPen(active ? kGold : kDimPrint);
     QString text = QString::fromStdString(value);
-    const bool hasOneLine = painter.fontMetrics().horizontalAdvance(kWidestValue) <= area.width();
-    if (!hasOneLine) text.replace("% ", "%\n");
+    text.replace("% ", "%\n");
     DrawFitting(painter, area, Qt::AlignBottom | Qt::AlignHCenter, text);
-    return QRectF(area).adjusted(2, line + 2, -2, -line * (hasOneLine ? 1 : 2) - 3);
+    return QRectF(area).adjusted(2, line + 2, -2, -2 * line - 3);
 }
 
 QRectF SquareIn(const QRectF& room) {
