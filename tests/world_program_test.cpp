@@ -5,6 +5,7 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -49,6 +50,20 @@ class WorldProgramTest : public testing::Test {
         return Run(ZENTRO_BOARD_PROGRAM " run " + program + " --world " + path + " " + options);
     }
 
+    std::string Read(const std::string& name) {
+        std::ifstream stream(folder_ / name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+    /// A run that is recorded and replayed prints the same, and ends in the same way.
+    void ExpectReplayed(const std::string& program, const std::string& world,
+                        const std::string& options) {
+        const int status = Drive(program, world, options + " --events --record tape");
+        const std::string output = output_;
+        EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " replay tape --events"), status) << output_;
+        EXPECT_EQ(output_, output) << program << options;
+    }
+
     fs::path folder_ = fs::path(testing::TempDir()) / ("world-" + std::to_string(getpid()));
     std::string output_;
 };
@@ -71,6 +86,7 @@ TEST_F(WorldProgramTest, TheExamplesMeetTheGoalsOfTheirWorlds) {
                 << example << noise << output_;
             EXPECT_THAT(output_, HasSubstr("goal 1 met: ")) << example;
             EXPECT_THAT(output_, HasSubstr("\nverdict\tpassed, ")) << example;
+            ExpectReplayed(std::string(example) + ".obj", world, options + noise);
         }
     }
 }
@@ -138,6 +154,63 @@ TEST_F(WorldProgramTest, RefusesWrongWorldsAndOptions) {
     EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " run " + program + " --picture way.svg"), 2);
     EXPECT_THAT(output_, HasSubstr("--picture: needs --world"));
     EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " run " + program + " --noise 1"), 2);
+}
+
+TEST_F(WorldProgramTest, ARecordingEndsAsTheRunDid) {
+    // READ ANALOG INPUT 1, [15]; DISPLAY NUMBER [15]; WAIT [13] = 10; JUMP 0.
+    const std::string look = Write("look.obj", "32,1,0,15\n39,0,15\n70,0,13\n53,0,0\n0,10\n0\n");
+    const std::string inputs = Write("hand",
+                                     "0 analog1 5\n20 analog1 77\n20 pace 2\n"
+                                     "40 analog1 world\n45 step 1\n900 analog1 1\n");
+    const std::string world = Write("bright.world", R"({"start": {"at": [20, 75]},
+        "sensors": [{"kind": "floor", "input": "analog1", "noise": 9}]})");
+    // Time or steps run out in the middle of something.
+    for (const std::string end : {"--seconds 1", "--max-steps 1", "--max-steps 20"}) {
+        std::string how = " --noise 5 --seed 3 --inputs " + inputs;
+        how += " " + end;
+        Drive(look, world, " --events --record tape" + how);
+        const std::string output = output_;
+        EXPECT_THAT(output, HasSubstr(end == "--seconds 1" ? "21 display 77" : "steps"));
+        EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " replay tape --events"), 0) << end << output_;
+        EXPECT_EQ(output_, output) << end;
+    }
+    // DISPLAY NUMBER [9]; CLEAR BYTE [9]; a fault. Without a world.
+    const std::string fault = Write("fault.obj", "39,0,9\n200\n");
+    EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " run " + fault + " --events --record tape"), 3);
+    const std::string output = output_;
+    EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " replay tape --events"), 3);
+    EXPECT_EQ(output_, output);
+}
+
+TEST_F(WorldProgramTest, AReplayThatComesOutOtherwiseSaysWhere) {
+    const std::string look = Write("look.obj", "32,1,0,15\n39,0,15\n70,0,13\n53,0,0\n0,10\n0\n");
+    const std::string inputs = Write("hand", "20 analog1 77\n");
+    EXPECT_EQ(
+        Run(ZENTRO_BOARD_PROGRAM " run " + look + " --seconds 1 --record tape --inputs " + inputs),
+        0);
+    std::string tape = Read("tape");
+    const std::size_t at = tape.find("20 analog1 77");
+    ASSERT_NE(at, std::string::npos);
+    Write("other", tape.replace(at, 13, "20 analog1 78"));
+    EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " replay other"), 6);
+    EXPECT_THAT(output_,
+                HasSubstr("zentro-board: other: output 2 was \"20 display 77\" when it was "
+                          "recorded, and is \"20 display 78\" now"));
+
+    // What a person may write.
+    Write("hand.recording", R"({"recording": 1, "program": ["39,0,4", "5", "42"], "ticks": 3})");
+    EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " replay hand.recording --events"), 0);
+    EXPECT_EQ(output_, "0 display 42\nsteps\t2\n");
+
+    Write("wrong", R"({"recording": 1, "program": ["5"], "ticks": 3, "inputs": ["x"]})");
+    EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " replay wrong"), 2);
+    EXPECT_THAT(output_, HasSubstr("wrong: inputs[0]: write a time in ticks"));
+    EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " replay none"), 2);
+    EXPECT_THAT(output_, HasSubstr("none: cannot be read"));
+    EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " replay hand.recording --picture way.svg"), 2);
+    EXPECT_THAT(output_, HasSubstr("there is no world in the recording"));
+    EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " run " + look + " --seconds 1 --record /none/tape"), 2);
+    EXPECT_THAT(output_, HasSubstr("/none/tape: cannot be written"));
 }
 
 }  // namespace

@@ -170,6 +170,38 @@ void Fields::Take(std::string_view name, std::string& target) {
     target = text;
 }
 
+void Fields::Take(std::string_view name, std::uint64_t& target, std::uint64_t most) {
+    const Json* value = Find(name);
+    if (value == nullptr) return;
+    if (value->is_number_unsigned() && value->get<std::uint64_t>() <= most)
+        target = value->get<std::uint64_t>();
+    else
+        Complain(name, "must be a whole number from 0 to " + std::to_string(most));
+}
+
+void Fields::TakeLines(std::string_view name, std::size_t most,
+                       const std::function<std::string(const std::string&)>& read) {
+    const Json* value = Find(name);
+    if (value == nullptr) return;
+    if (!value->is_array()) return Complain(name, "must be a list, [ ... ]");
+    if (value->size() > most)
+        return Complain(name, "must have at most " + std::to_string(most) + " entries");
+    for (std::size_t index = 0; index < value->size() && !mistake_.Found(); ++index) {
+        const std::string place = PlaceOf(name) + "[" + std::to_string(index) + "]";
+        const Json& line = (*value)[index];
+        const std::string wrong = line.is_string() ? read(line.get_ref<const std::string&>())
+                                                   : "must be a text in quotes";
+        if (!wrong.empty()) mistake_.Note(place, wrong);
+    }
+}
+
+void Fields::TakeObjectText(std::string_view name, std::string& target) {
+    const Json* value = Find(name);
+    if (value == nullptr) return;
+    if (!value->is_object()) return Complain(name, "must be an object, { ... }");
+    target = value->dump();
+}
+
 void Fields::TakeObject(std::string_view name, const std::function<void(Fields&)>& read) {
     const Json* value = Find(name);
     if (value == nullptr) return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -44,6 +45,13 @@ class Fields {
     void Take(std::string_view name, std::vector<Point>& target, NumberRange x, NumberRange y,
               std::size_t most);
     void Take(std::string_view name, std::string& target);
+    /// A whole number from 0 on.
+    void Take(std::string_view name, std::uint64_t& target, std::uint64_t most);
+    /// Calls `read` for each text of an array of at most `most`. It returns what is wrong with it.
+    void TakeLines(std::string_view name, std::size_t most,
+                   const std::function<std::string(const std::string&)>& read);
+    /// The object of that name as a text of its own, to be read by somebody else.
+    void TakeObjectText(std::string_view name, std::string& target);
     /// Calls `read` for the object of that name.
     void TakeObject(std::string_view name, const std::function<void(Fields&)>& read);
     /// Calls `read` for each object of an array of at most `most`.

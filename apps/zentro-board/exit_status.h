@@ -9,6 +9,7 @@ enum class ExitStatus : int {
     Fault = 3,     ///< the board stopped the program
     StepsRanOut = 4,
     GoalsMissed = 5,  ///< the program ran, but its robot did not meet all goals of its world
+    Differs = 6,      ///< a replay did not do what the recording says
 };
 
 }  // namespace zentro

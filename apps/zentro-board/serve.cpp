@@ -12,8 +12,8 @@
 #include <unistd.h>
 
 #include "apps/zentro-board/pseudo_terminal.h"
-#include "apps/zentro-board/run.h"
 #include "board/board.h"
+#include "recording/player.h"
 
 namespace zentro {
 

@@ -5,7 +5,7 @@
 #include <iterator>
 #include <optional>
 
-#include "apps/zentro-board/text_file.h"
+#include "config/text_lines.h"
 
 namespace zentro {
 

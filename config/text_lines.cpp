@@ -1,4 +1,4 @@
-#include "apps/zentro-board/text_file.h"
+#include "config/text_lines.h"
 
 #include <charconv>
 

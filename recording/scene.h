@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+#include "board/board.h"
+#include "recording/action.h"
+#include "world/world_state.h"
+
+namespace zentro {
+
+/// A board, and the world in which it drives a robot if there is one. A copy is a snapshot.
+struct Scene {
+    Board board;
+    std::shared_ptr<const world::WorldMap> map;  ///< nothing: the board stands alone
+    world::WorldState state;                     ///< only with a map
+};
+
+/// The robot stands at its start and its sensors feed the board. No map: it stands alone.
+void EnterWorld(Scene& scene, std::shared_ptr<const world::WorldMap> map, std::uint32_t noise);
+
+/// Lets 1/100 second pass for the board and the world. Instructions are carried out between ticks.
+void PassTick(Scene& scene);
+
+/// Sets an input or lets it go. Pace and steps are up to the Player.
+void CarryOut(Scene& scene, const Action& action);
+
+}  // namespace zentro
