@@ -97,7 +97,7 @@ TEST(Hints, GuessTheWordThatWasMeant) {
          "PLAY SOUND 60, 20", ""},
         {"ENDIF", "Write END IF instead of ENDIF.", "END IF", "E14"},
         {"SETMOTOR 1, FORWARD, 60",
-         "Between the words belong blanks: write SET MOTOR instead of SETMOTOR.",
+         "A blank is missing or too much: write SET MOTOR instead of SETMOTOR.",
          "SET MOTOR 1, FORWARD, 60", ""},
         {"DISPLAY Sped", "Nothing is called Sped. Did you mean Speed?", "DISPLAY Speed", ""},
         {"Speed = Cruse", "Nothing is called Cruse. Did you mean Cruise?", "Speed = Cruise", ""},

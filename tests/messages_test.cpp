@@ -127,17 +127,17 @@ TEST(MessageTexts, NameWhatIsWrong) {
         "DEFINE POINTER Reader\nDEFINE TABLE Tune = 1\nEND TABLE\nDEFINE CONSTANT Far = 1000\n"
         "DEFINE ROUTINE Halt()\nEND ROUTINE\nDEFINE EVENT Bumped()\nEND EVENT\n";
     for (const TextRow& row : {
-             TextRow{"Small = Wide", "E24", "Wide - |Needed here: a byte. Found: a word variable."},
-             {"Wide = Lost", "E24", "Needed here: a word. Found: a flag."},
-             {"Lost = Reader", "E24", "Needed here: a flag, or TRUE or FALSE. Found: a pointer."},
-             {"WRITE Tune, 1", "E24", "Needed here: a pointer. Found: a table."},
+             TextRow{"Small = Wide", "E24",
+                     "Wide - |Needed here: a BYTE, 0 to 255. Found: a WORD variable."},
+             {"Wide = Lost", "E24", "Needed here: a WORD, 0 to 65535. Found: a FLAG."},
+             {"Lost = Reader", "E24", "Needed here: a FLAG, TRUE or FALSE. Found: a POINTER."},
+             {"WRITE Tune, 1", "E24", "Needed here: a POINTER. Found: a table."},
              {"PLAY TUNE Small", "E24",
-              "Needed here: the name of a table. Found: a byte variable."},
+              "Needed here: the name of a table. Found: a BYTE variable."},
              {"SET EVENT 3, Halt", "E24", "Needed here: the name of an event. Found: a routine."},
-             {"Small = Bumped", "E24", "Needed here: a byte. Found: an event."},
-             {"Lost = 5", "E24",
-              "Needed here: a flag, or TRUE or FALSE. Found: a number or a text."},
-             {"Lost = ON", "E24", "Needed here: a flag, or TRUE or FALSE. Found: a constant."},
+             {"Small = Bumped", "E24", "Needed here: a BYTE, 0 to 255. Found: an event."},
+             {"Lost = 5", "E24", "Needed here: a FLAG, TRUE or FALSE. Found: a number or a text."},
+             {"Lost = ON", "E24", "Needed here: a FLAG, TRUE or FALSE. Found: a constant."},
              {"Small = Small * 2", "E24", "Sum Variable - "},
              {"SET MOTOR 1, \"f\", 60", "E68", "f|F|B"},
              {"DISPLAY Nobody", "E64", "Nobody"},
@@ -188,6 +188,43 @@ TEST(MessageTexts, SpeakTheLanguageOfTheUser) {
         for (const char* word : {"TOKEN", "ELEMENT", "CLASS", "OPERAND", "IDENTIFIER", "LITERAL"}) {
             EXPECT_EQ(text.find(word), std::string::npos) << MessageCodeText(code);
         }
+    }
+}
+
+std::size_t Count(std::string_view text, std::string_view piece) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(piece); at != std::string_view::npos;
+         at = text.find(piece, at + 1))
+        ++count;
+    return count;
+}
+
+/// A child reads one sentence: what is wrong, and behind a colon what to do about it. More causes
+/// than two are a list to search, so each of them is a hint, which stands where it is true.
+TEST(MessageTexts, OfMistakesAreOneShortSentence) {
+    constexpr std::size_t kLongest = 110;
+    for (const MessageCode code : MessageCodes()) {
+        const ErrorMessage& message = *test::ShippedLanguage().messages.Find(code);
+        const bool isMistake =
+            message.errorSeverity == Severity::Error || message.errorSeverity == Severity::Warning;
+        if (!isMistake || code > MessageCode::EndOfWarnings) continue;
+        const std::string& text = message.errorMsg;
+        EXPECT_LE(text.size(), kLongest) << text;
+        EXPECT_TRUE(text.ends_with(".")) << text;
+        EXPECT_EQ(Count(text, ". ") + Count(text, ";"), 0U) << text;
+        EXPECT_LE(Count(text, ": "), 1U) << text;
+        EXPECT_LE(Count(text, " or "), 1U) << text;
+    }
+}
+
+/// "word" is a text to a child and a WORD to the language, and there is nothing below 0.
+TEST(MessageTexts, NeitherSayWordAloneNorWriteNumbersBelowZero) {
+    for (const MessageCode code : MessageCodes()) {
+        const std::string text(test::ShippedLanguage().messages.GetMessageText(code));
+        EXPECT_EQ(Count(text, "word"),
+                  Count(text, "a word of the language") + Count(text, "a word processor"))
+            << text;
+        EXPECT_EQ(Count(text, "0 - 1"), 0U) << text;
     }
 }
 

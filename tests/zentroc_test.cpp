@@ -337,7 +337,7 @@ TEST_F(Zentroc, JsonIsOneObjectALine) {
     EXPECT_EQ(mistakes[2]["severity"], "warning");
     EXPECT_EQ(mistakes[2]["file"], "main.txt");
     EXPECT_EQ(mistakes[2]["line"], 4);
-    EXPECT_THAT(std::string(mistakes[2]["text"]), HasSubstr("ignored"));
+    EXPECT_THAT(std::string(mistakes[2]["text"]), HasSubstr("does nothing"));
 }
 
 TEST_F(Zentroc, MessagesOfIncludedFilesNameTheFile) {

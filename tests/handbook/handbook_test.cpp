@@ -229,7 +229,7 @@ TEST(HandbookPages, TakeTheirFactsFromTheCompiler) {
     EXPECT_THAT(pageOf("F6"), HasSubstr("<td>1 or 2; "));
     EXPECT_THAT(pageOf("F22"), HasSubstr("It gives a word."));
     EXPECT_THAT(pageOf("s34"), HasSubstr("a number from 0 to 32767"));
-    EXPECT_THAT(pageOf("E77"), HasSubstr("Nothing can be divided by 0."));
+    EXPECT_THAT(pageOf("E77"), HasSubstr("Nothing can be divided by 0:"));
     EXPECT_THAT(pageOf("E77"), HasSubstr("the message names line 4"));
     EXPECT_THAT(pageOf("E77"), HasSubstr("<u>Share = Share / 0</u>"));
     EXPECT_THAT(pageOf("C1"), HasSubstr("<code>TRUE</code> has the value <code>255</code>"));
