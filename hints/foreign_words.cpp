@@ -55,8 +55,10 @@ Hint HintOfRow(const HintQuestion& question, const OtherLanguageRow& row, std::s
     if (row.replacement.empty())
         return MakeHint(question, MessageCode::OtherLanguage,
                         {shown, ToUtf8(PlainText(commands, row.text))});
-    return MakeHint(question, MessageCode::WriteInstead,
-                    {shown, ToUtf8(PlainText(commands, row.replacement))});
+    Hint hint = MakeHint(question, MessageCode::WriteInstead,
+                         {shown, ToUtf8(PlainText(commands, row.replacement))});
+    hint.kind += ' ' + row.word;
+    return hint;
 }
 
 /// The longest sign that stands at the place.
@@ -209,7 +211,10 @@ std::optional<Hint> FindForeignSign(const HintQuestion& question) {
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (IsBlank(text[at]) || IsLetter(text[at]) || IsDigit(text[at])) continue;
         const OtherLanguageRow* row = SignAt(question, std::string_view(text).substr(at));
-        if (row != nullptr) return HintOfSign(question, *row, text, at);
+        if (row == nullptr) continue;
+        std::optional<Hint> hint = HintOfSign(question, *row, text, at);
+        if (hint) hint->kind = MessageCodeText(MessageCode::WriteInstead) + ' ' + row->word;
+        return hint;
     }
     return std::nullopt;
 }

@@ -10,6 +10,7 @@ Hint MakeHint(const HintQuestion& question, MessageCode text,
     const std::string pattern =
         ToUtf8(question.compilation.configuration.messages.GetMessageText(text));
     Hint hint;
+    hint.kind = MessageCodeText(text);
     for (std::size_t i = 0; i < pattern.size(); ++i) {
         const bool isPlace = pattern[i] == '%' && i + 1 < pattern.size() && IsDigit(pattern[i + 1]);
         const std::size_t number = isPlace ? static_cast<std::size_t>(pattern[i + 1] - '0') : 0;

@@ -31,6 +31,7 @@ Hint LineHints::HintFor(MessageCode code, const SourceLine& line, std::string_vi
         if (isRepeated) return {};
         lastLine_ = &line;
         lastText_ = hint->text;
+        if (hint->fix) hint->fix->kind = hint->kind;
         return std::move(*hint);
     }
     return {};

@@ -27,6 +27,7 @@ struct Fix {
     std::int32_t column = 0;  ///< of the line as it stands in the file, in characters, from 1
     std::int32_t length = 0;  ///< how many characters go; 0: nothing does
     std::string text;         ///< what comes in their place, UTF-8
+    std::string kind{};       ///< the same for fixes of the same mistake; no text for users
 
     bool operator==(const Fix&) const = default;
 };
@@ -35,6 +36,7 @@ struct Fix {
 struct Hint {
     std::string text;        ///< a sentence, UTF-8; empty: there is no hint
     std::optional<Fix> fix;  ///< where the mend is certain
+    std::string kind{};      ///< becomes that of the fix
 };
 
 /// A message as it was posted.

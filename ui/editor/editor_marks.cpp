@@ -1,5 +1,6 @@
 #include "ui/editor/editor_marks.h"
 
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
@@ -30,6 +31,7 @@ enum Marker : std::uint8_t {
     kFullBreakpoint,
     kConditionalBreakpoint,
     kHollowBreakpoint,
+    kLampMark,
 };
 constexpr int kBreakpointMarks =
     1 << kFullBreakpoint | 1 << kConditionalBreakpoint | 1 << kHollowBreakpoint;
@@ -44,6 +46,8 @@ const QColor kHereColour(0, 90, 200);
 const QColor kLitColour(255, 180, 0);
 const QColor kFaultColour(230, 0, 0);
 const QColor kBreakpointColour(200, 30, 40);
+const QColor kLampColour(150, 110, 0);
+const QColor kLampLight(255, 215, 60);
 // How much of their colours lines have that are lit, in hundredths.
 constexpr int kLitShare = 38;
 constexpr int kLitShareOfDarkPage = 22;  // words in colours are to be read on it
@@ -80,6 +84,19 @@ QImage WarningPicture(qreal density, const QColor& colour, const QColor& page) {
     painter.setPen(QPen(page, 1.6, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(QPointF(7, 5.2), QPointF(7, 8.2));
     painter.drawPoint(QPointF(7, 10.6));
+    return picture;
+}
+
+/// A bulb with its socket.
+QImage LampPicture(qreal density, const QColor& colour) {
+    QImage picture = EmptyPicture(density);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour, 1.3, Qt::SolidLine, Qt::RoundCap));
+    painter.setBrush(kLampLight);
+    painter.drawEllipse(QRectF(3, 1, 8, 8));
+    painter.drawLine(QPointF(5.2, 10.8), QPointF(8.8, 10.8));
+    painter.drawLine(QPointF(6, 12.8), QPointF(8, 12.8));
     return picture;
 }
 
@@ -171,6 +188,8 @@ void EditorMarks::Redraw(const QColor& page) {
     for (const Look look : {Look::Full, Look::Conditional, Look::Hollow})
         editor_.markerDefine(BreakpointPicture(density, readable(kBreakpointColour), page, look),
                              MarkerOf(look));
+    editor_.markerDefine(LampPicture(density, readable(kLampColour)), kLampMark);
+    editor_.setMarginMarkerMask(kLampMargin, 1 << kLampMark);
     editor_.setMarginMarkerMask(kBreakpointMargin, kBreakpointMarks);
     editor_.setMarginMarkerMask(
         kMargin, 1 << kWarningMark | 1 << kErrorMark | 1 << kHereMark | 1 << kSoftMark);
@@ -205,7 +224,22 @@ void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
         messages_.push_back(
             SetMark(line, isError ? kErrorMark : kWarningMark, kind + message.text));
         Underline(line, message.severity);
+        AddLamp(message, line);
     }
+}
+
+/// One for a line, behind all that its messages say.
+void EditorMarks::AddLamp(const LineMessage& message, int line) {
+    if (!message.fix || HasLamp(line)) return;
+    lamps_.push_back(SetMark(
+        line, kLampMark,
+        QCoreApplication::translate("EditorMarks",
+                                    "Alt+Enter, or a click on the lamp beside the line, fixes it.")));
+}
+
+bool EditorMarks::HasLamp(int line) const {
+    return std::ranges::any_of(
+        lamps_, [&](const Mark& lamp) { return editor_.markerLine(lamp.handle) == line; });
 }
 
 void EditorMarks::ShowBelow(int line, const QString& text) {
@@ -221,6 +255,8 @@ void EditorMarks::ClearMessages() {
     editor_.clearAnnotations();
     editor_.setScrollWidth(1);  // it grows again to what the text needs
     messages_.clear();
+    lamps_.clear();
+    editor_.markerDeleteAll(kLampMark);
     editor_.markerDeleteAll(kErrorMark);
     editor_.markerDeleteAll(kWarningMark);
     for (const int indicator : {kErrorLine, kWarningLine}) {
@@ -265,6 +301,8 @@ QString EditorMarks::TextAt(int line) const {
     for (const Mark& mark : breakpoints_)
         add(mark);
     for (const Mark& mark : messages_)
+        add(mark);
+    for (const Mark& mark : lamps_)
         add(mark);
     return texts.join('\n');
 }

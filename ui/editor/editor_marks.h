@@ -43,6 +43,7 @@ class EditorMarks {
     // The editor's margins in which breakpoints and the other marks stand.
     static constexpr int kBreakpointMargin = 0;
     static constexpr int kMargin = 2;
+    static constexpr int kLampMargin = 4;  ///< beside the text, for lines that can be fixed
 
     /// The editor outlives the object.
     explicit EditorMarks(QsciScintilla& editor) : editor_(editor) {}
@@ -63,6 +64,9 @@ class EditorMarks {
     /// Marks the lines with breakpoints in place of those before.
     void ShowBreakpoints(const std::vector<BreakpointMark>& breakpoints);
 
+    /// Whether the line can be fixed. Lines count from 0.
+    bool HasLamp(int line) const;
+
     /// Writes a text below a line, until the messages change. Lines count from 0.
     void ShowBelow(int line, const QString& text);
 
@@ -75,11 +79,13 @@ class EditorMarks {
         QString text;
     };
 
+    void AddLamp(const LineMessage& message, int line);
     Mark SetMark(int line, int marker, const QString& text);
     void Underline(int line, Severity severity);
 
     QsciScintilla& editor_;
     std::vector<Mark> messages_;
+    std::vector<Mark> lamps_;
     std::vector<Mark> breakpoints_;
     std::optional<Mark> here_;
     QColor page_;

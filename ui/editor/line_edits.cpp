@@ -194,13 +194,21 @@ void MoveLinesDown(SourceEditor& editor) {
 
 void ReplacePieces(SourceEditor& editor, const std::vector<LinePiece>& pieces,
                    const std::string& text) {
+    std::vector<PieceChange> changes;
+    changes.reserve(pieces.size());
+    for (const LinePiece& piece : pieces)
+        changes.push_back({piece, text});
+    ReplacePieces(editor, std::move(changes));
+}
+
+void ReplacePieces(SourceEditor& editor, std::vector<PieceChange> changes) {
     SelectionPoints selection(editor);
-    std::vector<LinePiece> fromTheEnd = pieces;
-    std::ranges::sort(fromTheEnd, [](const LinePiece& a, const LinePiece& b) {
-        return std::pair(a.line, a.column) > std::pair(b.line, b.column);
+    // From the end, so that the places of the others stay right.
+    std::ranges::sort(changes, [](const PieceChange& a, const PieceChange& b) {
+        return std::pair(a.piece.line, a.piece.column) > std::pair(b.piece.line, b.piece.column);
     });
     Send(editor, Sci::SCI_BEGINUNDOACTION);
-    for (const LinePiece& piece : fromTheEnd) {
+    for (const auto& [piece, text] : changes) {
         const int line = piece.line - 1;
         const long lineBegin = LineBegin(editor, line);
         const long begin = Send(editor, Sci::SCI_POSITIONRELATIVE, lineBegin, piece.column);

@@ -28,8 +28,16 @@ struct LinePiece {
     int length = 0;
 };
 
+/// A piece of a line and what comes in its place, UTF-8.
+struct PieceChange {
+    LinePiece piece;
+    std::string text;
+};
+
 /// Puts the text in place of all the pieces, which must not overlap. The caret keeps its place.
 void ReplacePieces(SourceEditor& editor, const std::vector<LinePiece>& pieces,
                    const std::string& text);
+/// The same with a text for each piece.
+void ReplacePieces(SourceEditor& editor, std::vector<PieceChange> changes);
 
 }  // namespace zentro

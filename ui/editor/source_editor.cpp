@@ -92,13 +92,13 @@ void SourceEditor::SkipAccessibility() {
 void SourceEditor::SetUpMargins() {
     setMarginType(kNumberMargin, QsciScintilla::NumberMargin);
     setMarginMarkerMask(kNumberMargin, 0);  // of itself it would show every mark
-    for (const int margin : {EditorMarks::kBreakpointMargin, EditorMarks::kMargin}) {
+    for (const int margin :
+         {EditorMarks::kBreakpointMargin, EditorMarks::kMargin, EditorMarks::kLampMargin}) {
         setMarginType(margin, QsciScintilla::SymbolMargin);
         setMarginWidth(margin, kSymbolMarginWidth);
-        setMarginSensitivity(margin, margin == EditorMarks::kBreakpointMargin);
+        setMarginSensitivity(margin, margin != EditorMarks::kMargin);
     }
     setFolding(QsciScintilla::BoxedTreeFoldStyle, kFoldMargin);
-    setMarginWidth(4, 0);
     Send(*this, Sci::SCI_SETMARGINLEFT, 0, 4);
 }
 
@@ -130,6 +130,7 @@ void SourceEditor::ConnectSignals() {
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settle_.start(0); });
     connect(this, &QsciScintilla::marginClicked, this, [this](int margin, int line) {
         if (margin == EditorMarks::kBreakpointMargin) emit BreakpointClicked(line + 1);
+        if (margin == EditorMarks::kLampMargin && marks_.HasLamp(line)) emit LampClicked(line + 1);
     });
     connect(this, &QsciScintilla::marginRightClicked, this, [this](int margin, int line) {
         if (margin == EditorMarks::kBreakpointMargin) emit ConditionClicked(line + 1);

@@ -74,6 +74,8 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     /// The margin for breakpoints beside a line, from 1, was clicked, or with the right button.
     void BreakpointClicked(int line);
     void ConditionClicked(int line);
+    /// The lamp beside a line, from 1, was clicked.
+    void LampClicked(int line);
     /// The text is about to be edited, or an edit undone.
     void EditBegins();
     /// The text was edited, or an edit was undone. Comes soon after the edit.

@@ -62,6 +62,7 @@ SourceWindow::SourceWindow(Workbench& workbench, Programs& programs, QWidget* pa
             [this](int line) { emit BreakpointWanted(id_, line); });
     connect(editor_, &SourceEditor::ConditionClicked, this,
             [this](int line) { emit ConditionWanted(id_, line); });
+    connect(editor_, &SourceEditor::LampClicked, this, &SourceWindow::FixWanted);
     connect(editor_, &QsciScintilla::modificationChanged, this, [this](bool changed) {
         if (!changed) programs_.NoteAtSavedText(id_);
     });
@@ -85,7 +86,6 @@ void SourceWindow::Open(const QString& folder, const QString& name) {
     Refresh();
 }
 
-/// Shows what the programs know of the file.
 void SourceWindow::Refresh() {
     if (programs_.File(id_) == nullptr) return;
     ShowTitle();

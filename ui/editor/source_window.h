@@ -99,6 +99,8 @@ class SourceWindow : public QWidget {
     int CaretLine() const;  ///< from 1
     /// Shows what the marks of the caret's line say below the line, until there are other messages.
     void ShowMessageBeside();
+    /// Shows what the programs know of the file by now, without waiting to be told.
+    void Refresh();
     /// What the marks of the caret's line say; empty without marks.
     QString MessageAtCursor() const;
 
@@ -110,6 +112,8 @@ class SourceWindow : public QWidget {
     /// A breakpoint is wanted in a line, from 1, or not any more; or a condition of it.
     void BreakpointWanted(zentro::FileId id, int line);
     void ConditionWanted(zentro::FileId id, int line);
+    /// A line, from 1, is to be fixed.
+    void FixWanted(int line);
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -117,7 +121,6 @@ class SourceWindow : public QWidget {
 
   private:
     void Open(const QString& folder, const QString& name);
-    void Refresh();
     void ShowTitle();
     void ShowReport();
     QString ChooseName();

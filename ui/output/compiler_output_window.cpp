@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <algorithm>
@@ -50,6 +51,7 @@ QColor ColourOf(LogColour colour, const QPalette& palette) {
 CompilerOutputWindow::CompilerOutputWindow(const Workbench& workbench, QWidget* parent)
     : CompilerTextWindow(workbench, kTabColumns, parent),
       summary_(new QLabel(this)),
+      fix_(new QPushButton(tr("Fix This"), this)),
       progress_(new QProgressBar(this)) {
     setObjectName("frmCompilerOutput");
     setWindowTitle("Compiler Output");
@@ -60,6 +62,9 @@ CompilerOutputWindow::CompilerOutputWindow(const Workbench& workbench, QWidget* 
     showTimer_.setInterval(kShowDelay);
     connect(&showTimer_, &QTimer::timeout, this, &CompilerOutputWindow::ShowPending);
     connect(&View(), &CompilerTextView::LineActivated, this, &CompilerOutputWindow::ShowLineOf);
+    connect(&View(), &QPlainTextEdit::cursorPositionChanged, this, &CompilerOutputWindow::OfferFix);
+    connect(fix_, &QPushButton::clicked, this, &CompilerOutputWindow::FixMessage);
+    OfferFix();
     SetFormColours();
 }
 
@@ -79,6 +84,10 @@ void CompilerOutputWindow::BuildLayout() {
     policy.setRetainSizeWhenHidden(true);
     progress_->setSizePolicy(policy);
     progress_->hide();
+    fix_->setObjectName("cmdFix");
+    fix_->setAccessibleDescription(
+        tr("Writes into the source what the message at the caret says (Alt+Enter)"));
+    fix_->setToolTip(fix_->accessibleDescription());
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -87,6 +96,7 @@ void CompilerOutputWindow::BuildLayout() {
     footer->setContentsMargins(6, 3, 6, 3);
     footer->addWidget(summary_, 1);
     footer->addWidget(progress_);
+    footer->addWidget(fix_);
     layout->addLayout(footer);
 }
 
@@ -106,6 +116,7 @@ void CompilerOutputWindow::Write(std::string_view text, LogColour colour,
 void CompilerOutputWindow::Clear() {
     log_ = CompileLog(fileName_.toStdString());
     View().clear();
+    OfferFix();
     hasBegun_ = true;
     summary_->setText("Compiling...");
     progress_->setValue(0);
@@ -132,6 +143,7 @@ void CompilerOutputWindow::FinishCompile() {
                                 : "Nothing was compiled");
     unvisited_ = log_.FirstErrorLine();
     if (unvisited_) View().SelectLine(*unvisited_);
+    OfferFix();
     Announce();
 }
 
@@ -195,11 +207,28 @@ void CompilerOutputWindow::ShowLineOf(int logLine) {
     emit ShowLineWithError(place);
 }
 
+const PostedMessage* CompilerOutputWindow::MessageAtCursor() const {
+    return log_.MessageInLine(View().textCursor().blockNumber());
+}
+
+/// The button is there only for messages that know the fix.
+void CompilerOutputWindow::OfferFix() {
+    const PostedMessage* message = MessageAtCursor();
+    fix_->setVisible(message != nullptr && message->hint.fix);
+}
+
+void CompilerOutputWindow::FixMessage() {
+    const PostedMessage* message = MessageAtCursor();
+    if (message == nullptr || !message->hint.fix) return;
+    const Fix fix = *message->hint.fix;  // the log may go
+    emit FixWanted(fix);
+}
+
 /// A message that is about no source line is told by its code, which stands in the log as well.
 HelpTopic CompilerOutputWindow::TopicAtCursor() const {
     static const QRegularExpression kCode("\\b(E\\d+): ");
     const QTextBlock line = View().textCursor().block();
-    const PostedMessage* message = log_.MessageInLine(line.blockNumber());
+    const PostedMessage* message = MessageAtCursor();
     const std::string code = message != nullptr
                                  ? MessageCodeText(message->code)
                                  : kCode.match(line.text()).captured(1).toStdString();

@@ -9,6 +9,7 @@
 
 class QLabel;
 class QProgressBar;
+class QPushButton;
 
 namespace zentro {
 
@@ -41,8 +42,11 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
     /// ShowLineWithError for it. The first error, selected when the run was over, is the first one.
     void ShowNextMessage();
     void ShowPreviousMessage();
+    /// Wants the message at the caret to be fixed, when it says for certain how.
+    void FixMessage();
 
   signals:
+    void FixWanted(const zentro::Fix& fix);
     /// The user wants to see the source line of a message.
     void ShowLineWithError(const LineXref& line);
 
@@ -59,11 +63,14 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
     void ShowLineOf(int logLine);
     void GoTo(std::optional<int> logLine);
     void Announce();
+    const PostedMessage* MessageAtCursor() const;
+    void OfferFix();
 
     CompileLog log_;
     QString path_;
     QString fileName_;
     QLabel* summary_;
+    QPushButton* fix_;
     QProgressBar* progress_;
     QTimer animation_;
     QTimer showTimer_;

@@ -60,6 +60,8 @@ constexpr std::array kCommands{
     CommandRow{GoBack, MenuId::Edit, "Menu_Edit_GoBack", "Go &Back", "Shift+F2", "", kNone, "", false, "Go back to where you were before", CommandNeed::SourceFile},
     CommandRow{NextMessage, MenuId::Edit, "Menu_Edit_NextMessage", "Next &Message", "F4", "", kNone, "", false, "Go to the next mistake in the program", CommandNeed::SourceFile},
     CommandRow{PreviousMessage, MenuId::Edit, "Menu_Edit_PreviousMessage", "Pre&vious Message", "Shift+F4", "", kNone, "", false, "Go to the mistake before", CommandNeed::SourceFile},
+    CommandRow{FixLine, MenuId::Edit, "Menu_Edit_FixLine", "&Fix Line", "Alt+Return", "", kNone, "", false, "Write what the message beside the line says", CommandNeed::SourceFile},
+    CommandRow{FixAllOfKind, MenuId::Edit, "Menu_Edit_FixAllOfKind", "Fix All of This &Kind", "Alt+Shift+Return", "", kNone, "", false, "Fix the same mistake in all lines of the file", CommandNeed::SourceFile},
     CommandRow{ToggleComment, MenuId::Edit, "Menu_Edit_ToggleComment", "Comment &In or Out", "Ctrl+/", "", kNone, "", true, "Make the lines a comment, or a comment lines of the program", CommandNeed::SourceFile},
     CommandRow{DuplicateLines, MenuId::Edit, "Menu_Edit_Duplicate", "Dup&licate", "Ctrl+D", "", kNone, "", false, "Repeat the selection or the line below itself", CommandNeed::SourceFile},
     CommandRow{MoveLinesUp, MenuId::Edit, "Menu_Edit_MoveLinesUp", "Move Lines U&p", "Alt+Up", "", kNone, "", false, "Exchange the lines with the one above", CommandNeed::SourceFile},

@@ -39,6 +39,8 @@ enum class CommandId : std::uint8_t {
     GoBack,
     NextMessage,
     PreviousMessage,
+    FixLine,
+    FixAllOfKind,
     ToggleComment,
     DuplicateLines,
     MoveLinesUp,

@@ -181,6 +181,10 @@ void CompileCommands::OpenWindows(bool withListing, const OpenFile& file) {
     output_->InitFile(file.folder, file.name);
     connect(output_, &CompilerOutputWindow::ShowLineWithError, this,
             [this](const LineXref& line) { ShowLine(line); });
+    connect(output_, &CompilerOutputWindow::FixWanted, this, [this](const Fix& fix) {
+        SourceWindow* window = ShowLine({fix.fileName, fix.pathName, fix.line});
+        if (window != nullptr) emit FixWanted(window, fix);
+    });
 }
 
 /// Whoever compiled goes on in the source: at the first error, if it is in an open file.

@@ -66,6 +66,8 @@ class CompileCommands : public QObject {
   signals:
     /// A run is over. The file that it began with need not be the one in front.
     void Finished(zentro::FileId file, bool succeeded);
+    /// What a message of the log told about the file in the window is to be fixed.
+    void FixWanted(zentro::SourceWindow* source, const zentro::Fix& fix);
 
   private:
     class BoxPrompts;

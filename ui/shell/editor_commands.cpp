@@ -15,6 +15,15 @@
 
 namespace zentro {
 
+namespace {
+
+bool HasFocus(const QWidget& window) {
+    const QWidget* focus = QApplication::focusWidget();
+    return focus != nullptr && window.isAncestorOf(focus);
+}
+
+}  // namespace
+
 struct EditorCommands::Row {
     CommandId id;
     std::function<void(EditorCommands&)> run;
@@ -29,6 +38,8 @@ const std::vector<EditorCommands::Row>& EditorCommands::Rows() {
         {CommandId::MoveLinesDown, [](auto& c) { c.Edit(&zentro::MoveLinesDown); }},
         {NextMessage, [](auto& c) { c.ShowMessage(Direction::Forward); }},
         {PreviousMessage, [](auto& c) { c.ShowMessage(Direction::Backward); }},
+        {CommandId::FixLine, [](auto& c) { c.FixLine(); }},
+        {FixAllOfKind, [](auto& c) { c.fixes_.FixAllOfKind(); }},
         {GoToDeclaration, [](auto& c) { c.names_.GoToDeclaration(); }},
         {GoBack, [](auto& c) { c.names_.GoBack(); }},
         {RenameName, [](auto& c) { c.names_.RenameName(); }},
@@ -47,12 +58,15 @@ EditorCommands::EditorCommands(Workbench& workbench, Programs& programs, SourceF
       checks_(checks),
       search_(search),
       surroundings_(std::move(surroundings)),
-      names_(workbench, programs, files, checks, surroundings_.tell, this) {
+      names_(workbench, programs, files, checks, surroundings_.tell, this),
+      fixes_(programs, files, checks, surroundings_.tell, this) {
     connect(&files_, &SourceFiles::Opened, this, [this](SourceWindow* source) {
         connect(source->Outline(), &OutlineBox::LineChosen, this, [this, source](int line) {
             names_.NotePlace(*source);
             source->PutCaretAt(line);
         });
+        connect(source, &SourceWindow::FixWanted, this,
+                [this, source](int line) { fixes_.FixLine(*source, line); });
         connect(
             source->Bar(), &FindBar::Searched, this,
             [this](const QString& text, FindOptions options) { search_.Remember(text, options); });
@@ -80,8 +94,7 @@ void EditorCommands::Edit(void (*edit)(SourceEditor&)) {
 /// In the compiler's window the keys walk through its own messages.
 void EditorCommands::ShowMessage(Direction direction) {
     CompilerOutputWindow* output = surroundings_.output();
-    const QWidget* focus = QApplication::focusWidget();
-    if (output != nullptr && focus != nullptr && output->isAncestorOf(focus)) {
+    if (output != nullptr && HasFocus(*output)) {
         return direction == Direction::Forward ? output->ShowNextMessage()
                                                : output->ShowPreviousMessage();
     }
@@ -102,6 +115,13 @@ void EditorCommands::ShowMessage(Direction direction) {
     checks_.CheckForCommand();
     source->PutCaretAt(stop->line);
     source->ShowMessageBeside();
+}
+
+/// In the compiler's window the key is about its own message.
+void EditorCommands::FixLine() {
+    CompilerOutputWindow* output = surroundings_.output();
+    if (output != nullptr && HasFocus(*output)) return output->FixMessage();
+    fixes_.FixLine();
 }
 
 void EditorCommands::TellNoMessage(const ProgramReport* report) {

@@ -8,6 +8,7 @@
 #include "desktop/message_walk.h"
 #include "desktop/programs.h"
 #include "ui/shell/commands.h"
+#include "ui/shell/fix_commands.h"
 #include "ui/shell/name_commands.h"
 #include "ui/support/workbench.h"
 
@@ -41,12 +42,16 @@ class EditorCommands : public QObject {
     static std::vector<CommandId> Ids();
     void Run(CommandId id);
 
+    /// Fixes what a message of the log told about the file in the window.
+    void FixAsTold(SourceWindow& source, const Fix& fix) { fixes_.FixAsTold(source, fix); }
+
   private:
     struct Row;
     static const std::vector<Row>& Rows();
 
     void Edit(void (*edit)(SourceEditor&));
     void ShowMessage(Direction direction);
+    void FixLine();
     void TellNoMessage(const ProgramReport* report);
     void OpenFindBar();
     void OpenOutline();
@@ -57,6 +62,7 @@ class EditorCommands : public QObject {
     SourceSearch& search_;
     Surroundings surroundings_;
     NameCommands names_;
+    FixCommands fixes_;
     QPointer<SourceWindow> told_;  ///< where a message was shown below its line last
 };
 

@@ -205,6 +205,8 @@ void MainWindow::MakeParts() {
         workbench_, *programs_, *files_, *checks_, *search_,
         {[this](const QString& text) { ShowStatus(text); }, [this] { return compiler_->Output(); }},
         this);
+    connect(compiler_, &CompileCommands::FixWanted, editing_,
+            [this](SourceWindow* source, const Fix& fix) { editing_->FixAsTold(*source, fix); });
     connect(programs_, &Programs::Changed, this, &MainWindow::ShowFront);
     connect(programs_, &Programs::Changed, this, &MainWindow::RememberFiles);
     connect(notices_, &NoticeBar::FocusLeft, this, &MainWindow::BackToSource);
