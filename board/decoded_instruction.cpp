@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "board/handlers.h"
 #include "board/memory.h"
 
 namespace zentro {
@@ -17,6 +18,16 @@ bool HasJumpTarget(const DecodedInstruction& instruction) {
     const auto& roles = InstructionFor(instruction.opcode).roles;
     return instruction.fault == Fault::None &&
            std::ranges::find(roles, ArgumentRole::JumpTarget) != roles.end();
+}
+
+LoopAction ActionOf(Opcode opcode) {
+    const bool isOutside = handle::HandlerFor(opcode) != nullptr;
+    return isOutside ? LoopAction::Outside : LoopAction{static_cast<std::uint8_t>(opcode)};
+}
+
+bool EndsBlock(const DecodedInstruction& instruction) {
+    return instruction.fault != Fault::None || instruction.action == LoopAction::Outside ||
+           instruction.opcode == Opcode::Return || HasJumpTarget(instruction);
 }
 
 std::uint16_t JumpTargetOf(const DecodedInstruction& instruction) {
@@ -51,6 +62,7 @@ DecodedInstruction DecodeInstruction(const Memory& memory, std::uint32_t address
         at += static_cast<std::uint32_t>(size);
     }
     decoded.fault = Fault::None;
+    decoded.action = ActionOf(decoded.opcode);
     decoded.steps = 1;
     return decoded;
 }

@@ -12,7 +12,7 @@ constexpr std::size_t kLongestRun = 64;           // instructions that are decod
 constexpr std::size_t kShortRun = 2;              // the same right after instructions changed
 constexpr int kShortRuns = 64;                    // how many runs count as right after
 constexpr std::size_t kMostRepeated = 16;         // of them, how many may stand elsewhere already
-constexpr std::int32_t kMostSteps = 16;           // of one instruction with what leads to it
+constexpr std::uint16_t kMostSteps = 16;          // of one instruction with what leads to it
 constexpr std::size_t kMostInstructions = 60000;  // indexes have 16 bits
 
 /// Whether the program can go on with the instruction behind this one.
@@ -35,11 +35,41 @@ bool LeadsOn(const DecodedInstruction& instruction) {
            (instruction.opcode == Opcode::Nop || instruction.opcode == Opcode::Jump);
 }
 
+struct Pair {
+    Opcode first;
+    Opcode second;
+    LoopAction action;
+};
+
+constexpr Pair kPairs[] = {
+    {Opcode::PushByte, Opcode::PushByte, LoopAction::PushBytes},
+    {Opcode::PushByte, Opcode::PushWord, LoopAction::PushByteAndWord},
+    {Opcode::PushWord, Opcode::PushByte, LoopAction::PushWordAndByte},
+    {Opcode::PushWord, Opcode::PushWord, LoopAction::PushWords},
+    {Opcode::PushByte, Opcode::Call, LoopAction::PushByteAndCall},
+    {Opcode::PushWord, Opcode::Call, LoopAction::PushWordAndCall},
+    {Opcode::PushByte, Opcode::Return, LoopAction::PushByteAndReturn},
+    {Opcode::PushWord, Opcode::Return, LoopAction::PushWordAndReturn},
+    {Opcode::PopByte, Opcode::PopByte, LoopAction::PopBytes},
+    {Opcode::PopByte, Opcode::PopWord, LoopAction::PopByteAndWord},
+    {Opcode::PopWord, Opcode::PopByte, LoopAction::PopWordAndByte},
+    {Opcode::PopWord, Opcode::PopWord, LoopAction::PopWords},
+    {Opcode::ClearByte, Opcode::ClearByte, LoopAction::ClearBytes},
+    {Opcode::ClearByte, Opcode::ClearWord, LoopAction::ClearByteAndWord},
+    {Opcode::ClearWord, Opcode::ClearByte, LoopAction::ClearWordAndByte},
+    {Opcode::ClearWord, Opcode::ClearWord, LoopAction::ClearWords},
+};
+
+bool Stores(Opcode opcode) {
+    return InstructionFor(opcode).roles[0] == ArgumentRole::ByteWritten ||
+           InstructionFor(opcode).roles[0] == ArgumentRole::WordWritten;
+}
+
 /// An instruction without a step of its own.
 DecodedInstruction Link(std::uint16_t start, std::uint16_t target) {
-    DecodedInstruction link{.steps = 0, .c = target, .start = start};
+    DecodedInstruction link{.c = target, .start = start};
     link.address = start;
-    link.opcode = Opcode::Jump;
+    link.action = LoopAction::Link;
     return link;
 }
 
@@ -66,8 +96,7 @@ const DecodedInstruction* DecodedProgram::Find(const Memory& memory, std::uint32
 
 const DecodedInstruction* DecodedProgram::GoOn(const Memory& memory,
                                                const DecodedInstruction* place) {
-    const bool isPlace = place->fault == Fault::None && place != Instructions();
-    if (tables_->isForgotten || IsFull() || !isPlace) return nullptr;
+    if (tables_->isForgotten || IsFull()) return nullptr;
     // From now on the jump leads there itself, and what runs on to here needs not look again.
     const std::size_t jump = place->a;
     const auto index = static_cast<std::size_t>(place - Instructions());
@@ -90,7 +119,7 @@ void DecodedProgram::ByteWasWritten(std::uint32_t address) {
 
 void DecodedProgram::ForgetAll() {
     for (DecodedInstruction& instruction : tables_->instructions) {
-        instruction.steps = kNever;
+        instruction.action = LoopAction::Leave;
     }
     tables_->isForgotten = true;
     tables_->isCode.reset();
@@ -112,6 +141,8 @@ std::uint16_t DecodedProgram::Decode(const Memory& memory, std::uint32_t address
     const std::size_t first = instructions.size();
     const std::uint32_t behind = DecodeRun(memory, address);
     const std::size_t end = instructions.size();
+    CountBlocks(first);
+    FindPairs(first);
     if (tables_->shortRuns > 0) --tables_->shortRuns;
     AppendPlace(behind, 0);
     for (std::size_t index = first; index < end; ++index) {
@@ -146,8 +177,8 @@ std::uint32_t DecodedProgram::DecodeRun(const Memory& memory, std::uint32_t addr
 /// The instruction to which the NOPs and JUMPs at `start` lead, if there are any.
 DecodedInstruction DecodedProgram::DecodeWithWay(const Memory& memory, std::uint32_t start) {
     DecodedInstruction instruction = DecodeInstruction(memory, start);
-    std::int32_t steps = 1;
-    const std::int32_t most = tables_->shortRuns > 0 ? 1 : kMostSteps;
+    std::uint16_t steps = 1;
+    const std::uint16_t most = tables_->shortRuns > 0 ? 1 : kMostSteps;
     while (LeadsOn(instruction) && steps < most) {
         const bool jumps = instruction.opcode == Opcode::Jump;
         const DecodedInstruction ahead =
@@ -160,6 +191,36 @@ DecodedInstruction DecodedProgram::DecodeWithWay(const Memory& memory, std::uint
     instruction.start = static_cast<std::uint16_t>(start);
     if (instruction.fault == Fault::None) instruction.steps = steps;
     return instruction;
+}
+
+/// Adds to the steps of each instruction of a run those of what follows it in its block.
+void DecodedProgram::CountBlocks(std::size_t first) {
+    auto& instructions = tables_->instructions;
+    for (std::size_t index = instructions.size() - 1; index-- > first;) {
+        DecodedInstruction& instruction = instructions[index];
+        if (EndsBlock(instruction)) continue;
+        instruction.steps = static_cast<std::uint16_t>(instruction.steps + (&instruction)[1].steps);
+    }
+}
+
+void DecodedProgram::FindPairs(std::size_t first) {
+    auto& instructions = tables_->instructions;
+    for (std::size_t index = first; index + 1 < instructions.size(); ++index) {
+        DecodedInstruction& one = instructions[index];
+        const DecodedInstruction& two = instructions[index + 1];
+        if (one.fault != Fault::None || two.fault != Fault::None) continue;
+        const auto* pair = std::ranges::find_if(kPairs, [&](const Pair& row) {
+            return row.first == one.opcode && row.second == two.opcode;
+        });
+        if (pair == std::end(kPairs)) continue;
+        one.action = pair->action;
+        if (Stores(one.opcode)) one.b = std::min(one.a, two.a);
+    }
+}
+
+void DecodedProgram::TakeApart(const DecodedInstruction* pair) {
+    const auto index = static_cast<std::size_t>(pair - Instructions());
+    tables_->instructions[index].action = ActionOf(pair->opcode);
 }
 
 void DecodedProgram::ConnectJump(std::size_t jump) {
@@ -177,6 +238,7 @@ void DecodedProgram::AppendPlace(std::uint32_t address, std::size_t jump) {
     const std::uint16_t known = tables_->indexes[address];
     DecodedInstruction place{.a = static_cast<std::uint16_t>(jump), .start = start};
     place.address = start;
+    place.action = LoopAction::Place;
     tables_->instructions.push_back(known != 0 ? Link(start, known) : place);
 }
 

@@ -11,9 +11,9 @@
 namespace zentro {
 
 /// What has been decoded of a program, in the order in which it runs: behind each instruction
-/// stands the one that follows if it does not jump. NOPs and JUMPs take no time: they only add to
-/// the steps of the instruction to which they lead. Where that is good for a long run without a
-/// jump, an instruction stands there more than once.
+/// stands the one that follows if it does not jump. Steps are counted for a whole block of them, up
+/// to one that may jump. NOPs and JUMPs take no time: they only add to the steps. Where that is
+/// good for a long run without a jump, an instruction stands there more than once.
 ///
 /// It follows from the bytes in memory, so it is no part of a board's state: a copy begins empty
 /// and decodes what it runs. When a program writes over its instructions all are forgotten. They
@@ -29,8 +29,11 @@ class DecodedProgram {
     /// The instruction at an address, decoded if it was not yet.
     const DecodedInstruction* Find(const Memory& memory, std::uint32_t address);
 
-    /// What to carry out instead of one that takes kNever steps; null if there is nothing.
+    /// What to carry out at a place that was not decoded; null if there is nothing.
     const DecodedInstruction* GoOn(const Memory& memory, const DecodedInstruction* place);
+
+    /// From now on a pair is carried out one by one.
+    [[gnu::cold]] void TakeApart(const DecodedInstruction* pair);
 
     /// All instructions that were decoded; Find and GoOn move them. The first is none, and stands
     /// for all that are not decoded.
@@ -65,6 +68,8 @@ class DecodedProgram {
     std::uint16_t Decode(const Memory& memory, std::uint32_t address);
     DecodedInstruction DecodeWithWay(const Memory& memory, std::uint32_t start);
     std::uint32_t DecodeRun(const Memory& memory, std::uint32_t address);
+    void CountBlocks(std::size_t first);
+    void FindPairs(std::size_t first);
     void ConnectJump(std::size_t jump);
     void AppendPlace(std::uint32_t address, std::size_t jump);
     void MarkAsCode(const DecodedInstruction& instruction);

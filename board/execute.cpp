@@ -5,16 +5,11 @@
 #include "board/board.h"
 #include "board/handlers.h"
 
-// An opcode without a case does not build, although there is a default.
-#pragma GCC diagnostic error "-Wswitch-enum"
-
 namespace zentro {
 
 namespace {
 
-using InstructionHandler = void (*)(Board&, const DecodedInstruction&);
-
-constexpr std::uint64_t kMostAtOnce = 1'000'000'000;  // fewer than kNever
+constexpr std::uint64_t kMostAtOnce = 1'000'000'000;  // a std::int32_t holds it
 constexpr std::uint64_t kWorthDecoding = 16;          // fewer instructions are decoded one by one
 
 /// Decoded instructions; jumps lead to one by its index.
@@ -23,8 +18,16 @@ struct Code {
     const std::uint16_t* indexes;  ///< by address, null if none can be found
 };
 
-/// Carries out instructions until none may be any more, or the next one is not decoded and cannot
-/// be, or the board must pause. Returns how many.
+/// For the cases of one switch.
+constexpr int Number(Opcode opcode) {
+    return static_cast<int>(opcode);
+}
+constexpr int Number(LoopAction action) {
+    return static_cast<int>(action);
+}
+
+/// Carries out instructions until fewer are left than the next block has, or the next one is not
+/// decoded and cannot be, or the board must pause. Returns how many.
 std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first,
                  std::int32_t budget) {
     Memory& memory = board.memory;
@@ -32,10 +35,16 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
     // Each a variable of its own: only so do compilers keep them out of memory.
     const DecodedInstruction* at = first;
     const DecodedInstruction* instructions = code.instructions;
+    const std::uint16_t* indexes = code.indexes;
     std::uint32_t elsewhere = 0;
     std::int32_t left = budget;
     std::uint32_t stackTop = processor.stackTop;
+    std::uint32_t returnDepth = processor.returnDepth;
+    Fault fault = Fault::None;
 
+    const auto a = [&at]() -> unsigned { return at->a; };
+    const auto b = [&at]() -> unsigned { return at->b; };
+    const auto c = [&at]() -> unsigned { return at->c; };
     const auto byte = [&memory](std::uint32_t address) -> unsigned { return memory.Byte(address); };
     const auto word = [&memory](std::uint32_t address) -> unsigned { return memory.Word(address); };
     const auto storeByte = [&](std::uint32_t address, unsigned value) {
@@ -48,7 +57,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
     };
     const auto moveTo = [&](std::uint32_t address) {
         elsewhere = address;
-        at = instructions + (code.indexes != nullptr ? code.indexes[address] : 0);
+        at = instructions + (indexes != nullptr ? indexes[address] : 0);
     };
     const auto jump = [&] { at = instructions + at->c; };
     const auto jumpIf = [&](bool condition) {
@@ -68,256 +77,343 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
         stackTop += size;
         return true;
     };
+    const auto mayCall = [&] { return returnDepth < kReturnStackSize; };
+    const auto call = [&] {
+        processor.returnStack[returnDepth++] = at[1].start;
+        jump();
+    };
+    const auto mayReturn = [&] { return returnDepth > 0; };
+    const auto goBack = [&] { moveTo(processor.returnStack[--returnDepth]); };
 
-    while (true) {
-        left -= at->steps;
-        if (left < 0) [[unlikely]] {
-            left += at->steps;
-            if (left == 0 || at->steps != kNever) break;
-            const DecodedInstruction* next = memory.Decoded().GoOn(memory, at);
-            if (next == nullptr) break;
-            at = next;
-            instructions = memory.Decoded().Instructions();
-            continue;
+    // Of two instructions that are carried out at once: what could go wrong is looked at before.
+    const auto mayPush = [&](std::uint32_t size) {
+        const std::uint32_t limit = std::max(processor.programSize, memory.Decoded().End());
+        return stackTop >= limit + size;
+    };
+    const auto mayStore = [&] { return at->b >= memory.Decoded().End(); };
+    const auto mayPop = [&](std::uint32_t size) {
+        return stackTop + size <= kMemorySize && mayStore();
+    };
+    const auto pushByte = [&](const DecodedInstruction& instruction) {
+        const unsigned value = byte(instruction.a);
+        memory.StoreByteBehindCode(--stackTop, value);
+    };
+    const auto pushWord = [&](const DecodedInstruction& instruction) {
+        const unsigned value = word(instruction.a);
+        memory.StoreWordBehindCode(stackTop -= 2, value);
+    };
+    const auto popByte = [&](const DecodedInstruction& instruction) {
+        memory.StoreByteBehindCode(instruction.a, byte(stackTop++));
+    };
+    const auto popWord = [&](const DecodedInstruction& instruction) {
+        memory.StoreWordBehindCode(instruction.a, word(stackTop));
+        stackTop += 2;
+    };
+    const auto clearByte = [&](const DecodedInstruction& instruction) {
+        memory.StoreByteBehindCode(instruction.a, 0);
+    };
+    const auto clearWord = [&](const DecodedInstruction& instruction) {
+        memory.StoreWordBehindCode(instruction.a, 0);
+    };
+    const auto takeApart = [&] { memory.Decoded().TakeApart(at); };
+    const auto pair = [&](bool mayBe, const auto& first, const auto& second) {
+        if (!mayBe) [[unlikely]] {
+            takeApart();
+            return;
         }
-        const unsigned a = at->a;
-        const unsigned b = at->b;
-        const unsigned c = at->c;
-        InstructionHandler handler = nullptr;
-        Fault fault = Fault::None;
-        switch (at->opcode) {
-            case Opcode::Nop:
-            case Opcode::Reserved10:
-            case Opcode::Reserved92:
-            case Opcode::Reserved93:
-            case Opcode::Reserved94:
-            case Opcode::Reserved97:
-            case Opcode::Reserved98:
-            case Opcode::Reserved99: ++at; continue;
+        first(at[0]);
+        second(at[1]);
+        at += 2;
+    };
 
-            case Opcode::MoveByte: storeByte(b, byte(a)); continue;
-            case Opcode::MoveWord: storeWord(b, word(a)); continue;
-            case Opcode::ConvertByte: storeWord(b, byte(a)); continue;
-            case Opcode::ConvertWord: {
-                const unsigned value = word(a);
-                memory.StoreByte(b, value);
-                storeByte(c, value >> 8);
-                continue;
-            }
-            case Opcode::ClearByte:
-            case Opcode::SetFlagFalse: storeByte(a, kFalse); continue;
-            case Opcode::SetFlagTrue: storeByte(a, kTrue); continue;
-            case Opcode::ClearWord: storeWord(a, 0); continue;
-
-            case Opcode::AddByte: storeByte(c, byte(a) + byte(b)); continue;
-            case Opcode::SubtractByte: storeByte(c, byte(a) - byte(b)); continue;
-            case Opcode::MultiplyByte: storeWord(c, byte(a) * byte(b)); continue;
-            case Opcode::LogicalAnd: storeByte(c, byte(a) & byte(b)); continue;
-            case Opcode::LogicalOr: storeByte(c, byte(a) | byte(b)); continue;
-            case Opcode::IncrementByte: storeByte(a, byte(a) + 1); continue;
-            case Opcode::DecrementByte: storeByte(a, byte(a) - 1); continue;
-            case Opcode::ComplimentByte: storeByte(a, ~byte(a)); continue;
-            case Opcode::AddWord: storeWord(c, word(a) + word(b)); continue;
-            case Opcode::SubtractWord: storeWord(c, word(a) - word(b)); continue;
-            case Opcode::IncrementWord: storeWord(a, word(a) + 1); continue;
-            case Opcode::DecrementWord: storeWord(a, word(a) - 1); continue;
-            case Opcode::DivideByte: {
-                const unsigned dividend = byte(a);
-                const unsigned divisor = byte(b);
-                if (divisor == 0) {
-                    fault = Fault::DivisionByZero;
-                    break;
-                }
-                memory.StoreByte(a, dividend / divisor);
-                storeByte(b, dividend % divisor);
-                continue;
-            }
-            case Opcode::DivideWord: {
-                const unsigned dividend = word(a);
-                const unsigned divisor = word(b);
-                if (divisor == 0) {
-                    fault = Fault::DivisionByZero;
-                    break;
-                }
-                memory.StoreWord(a, dividend / divisor);
-                storeWord(b, dividend % divisor);
-                continue;
-            }
-
-            case Opcode::SetDataPointer: storeWord(a, b); continue;
-            case Opcode::ReadDataByte: {
-                const unsigned address = word(a);
-                if (address >= kMemorySize) {
-                    fault = Fault::AddressOutsideMemory;
-                    break;
-                }
-                storeByte(b, byte(address));
-                continue;
-            }
-            case Opcode::ReadDataWord: {
-                const unsigned address = word(a);
-                if (address + 1 >= kMemorySize) {
-                    fault = Fault::AddressOutsideMemory;
-                    break;
-                }
-                storeWord(b, word(address));
-                continue;
-            }
-            case Opcode::WriteDataByte: {
-                const unsigned address = word(a);
-                if (address >= kMemorySize) {
-                    fault = Fault::AddressOutsideMemory;
-                    break;
-                }
-                storeByte(address, byte(b));
-                continue;
-            }
-            case Opcode::WriteDataWord: {
-                const unsigned address = word(a);
-                if (address + 1 >= kMemorySize) {
-                    fault = Fault::AddressOutsideMemory;
-                    break;
-                }
-                storeWord(address, word(b));
-                continue;
-            }
-
-            // What is pushed is read first and what is popped is stored last: its place may be the
-            // stack's own.
-            case Opcode::PushByte: {
-                const unsigned value = byte(a);
-                if (!grow(1)) {
-                    fault = Fault::DataStackOverflow;
-                    break;
-                }
-                storeByte(stackTop, value);
-                continue;
-            }
-            case Opcode::PushWord: {
-                const unsigned value = word(a);
-                if (!grow(2)) {
-                    fault = Fault::DataStackOverflow;
-                    break;
-                }
-                storeWord(stackTop, value);
-                continue;
-            }
-            case Opcode::PopByte:
-                if (!shrink(1)) {
-                    fault = Fault::DataStackUnderflow;
-                    break;
-                }
-                storeByte(a, byte(stackTop - 1));
-                continue;
-            case Opcode::PopWord:
-                if (!shrink(2)) {
-                    fault = Fault::DataStackUnderflow;
-                    break;
-                }
-                storeWord(a, word(stackTop - 2));
-                continue;
-
-            case Opcode::Jump: jump(); continue;
-            case Opcode::LoopUntilZero:
-                memory.StoreByte(a, byte(a) - 1);
-                jumpIf(byte(a) != 0);
-                continue;
-            case Opcode::Call:
-                if (processor.returnDepth == kReturnStackSize) {
-                    fault = Fault::ReturnStackOverflow;
-                    break;
-                }
-                processor.returnStack[processor.returnDepth++] = at[1].start;
-                jump();
-                continue;
-            case Opcode::Return:
-                if (processor.returnDepth == 0) {
-                    fault = Fault::ReturnStackUnderflow;
-                    break;
-                }
-                moveTo(processor.returnStack[--processor.returnDepth]);
-                continue;
-            case Opcode::IfFlagTrue: jumpIf(byte(a) != kFalse); continue;
-            case Opcode::IfFlagFalse: jumpIf(byte(a) == kFalse); continue;
-            case Opcode::IfByteEqual: jumpIf(byte(a) == byte(b)); continue;
-            case Opcode::IfByteNotEqual: jumpIf(byte(a) != byte(b)); continue;
-            case Opcode::IfByteLessThan: jumpIf(byte(a) < byte(b)); continue;
-            case Opcode::IfByteGreaterThan: jumpIf(byte(a) > byte(b)); continue;
-            case Opcode::IfByteLessThanOrEqual: jumpIf(byte(a) <= byte(b)); continue;
-            case Opcode::IfByteGreaterThanOrEqual: jumpIf(byte(a) >= byte(b)); continue;
-            case Opcode::IfWordEqual: jumpIf(word(a) == word(b)); continue;
-            case Opcode::IfWordNotEqual: jumpIf(word(a) != word(b)); continue;
-            case Opcode::IfWordLessThan: jumpIf(word(a) < word(b)); continue;
-            case Opcode::IfWordGreaterThan: jumpIf(word(a) > word(b)); continue;
-            case Opcode::IfWordLessThanOrEqual: jumpIf(word(a) <= word(b)); continue;
-            case Opcode::IfWordGreaterThanOrEqual: jumpIf(word(a) >= word(b)); continue;
-
-            case Opcode::EmergencyStop: handler = handle::EmergencyStop; break;
-            case Opcode::PowerOff: handler = handle::PowerOff; break;
-            case Opcode::Escape: handler = handle::Escape; break;
-            case Opcode::Sleep: handler = handle::Sleep; break;
-            case Opcode::End: handler = handle::End; break;
-            case Opcode::DisableEvents: handler = handle::DisableEvents; break;
-            case Opcode::EnableEvents: handler = handle::EnableEvents; break;
-            case Opcode::Reset: handler = handle::Reset; break;
-            case Opcode::ReadBattery: handler = handle::ReadBattery; break;
-            case Opcode::Transmit: handler = handle::Transmit; break;
-            case Opcode::Receive: handler = handle::Receive; break;
-            case Opcode::StopMotors: handler = handle::StopMotors; break;
-            case Opcode::SetMotor: handler = handle::SetMotor; break;
-            case Opcode::DeferEvents: handler = handle::DeferEvents; break;
-            case Opcode::ReadJoystickOne: handler = handle::ReadJoystickOne; break;
-            case Opcode::ReadJoystickTwo: handler = handle::ReadJoystickTwo; break;
-            case Opcode::CalibrateJoystick: handler = handle::CalibrateJoystick; break;
-            case Opcode::SetActionPort: handler = handle::SetActionPort; break;
-            case Opcode::ReadDigitalInput: handler = handle::ReadDigitalInput; break;
-            case Opcode::ReadAnalogInput: handler = handle::ReadAnalogInput; break;
-            case Opcode::ReadTimedInput: handler = handle::ReadTimedInput; break;
-            case Opcode::GetProgramNumber: handler = handle::GetProgramNumber; break;
-            case Opcode::ReadButton: handler = handle::ReadButton; break;
-            case Opcode::ReadPulseCountDigital: handler = handle::ReadPulseCountDigital; break;
-            case Opcode::ReadPulseCountTimed: handler = handle::ReadPulseCountTimed; break;
-            case Opcode::DisplayHex: handler = handle::DisplayHex; break;
-            case Opcode::DisplayNumber: handler = handle::DisplayNumber; break;
-            case Opcode::SetServo: handler = handle::SetServo; break;
-            case Opcode::SetServoPercent: handler = handle::SetServoPercent; break;
-            case Opcode::SetLeftLed: handler = handle::SetLeftLed; break;
-            case Opcode::SetRightLed: handler = handle::SetRightLed; break;
-            case Opcode::PlaySound: handler = handle::PlaySound; break;
-            case Opcode::PlayTune: handler = handle::PlayTune; break;
-            case Opcode::RandomizeByte: handler = handle::RandomizeByte; break;
-            case Opcode::GetClockTicks: handler = handle::GetClockTicks; break;
-            case Opcode::ReadEeprom: handler = handle::ReadEeprom; break;
-            case Opcode::WriteEeprom: handler = handle::WriteEeprom; break;
-            case Opcode::WaitForTime: handler = handle::WaitForTime; break;
-            case Opcode::OnErrorCall: handler = handle::OnErrorCall; break;
-            case Opcode::SetEventWatch: handler = handle::SetEventWatch; break;
-            case Opcode::RemoveEventWatch: handler = handle::RemoveEventWatch; break;
-            case Opcode::RaiseEvent: handler = handle::RaiseEvent; break;
-            case Opcode::CompleteEvent: handler = handle::CompleteEvent; break;
-            case Opcode::SetMotorFromVars: handler = handle::SetMotorFromVars; break;
-
-            // Nothing else is ever decoded, and the compiler need not look for it.
-            case Opcode::Count:
-            default: __builtin_unreachable();
-        }
-
-        // The board carries it out, or fails to, as if there were no loop.
+    const auto stopLooping = [&] {
+        processor.address = at == instructions ? elsewhere : at->start;
+        processor.stackTop = stackTop;
+        processor.returnDepth = static_cast<std::uint16_t>(returnDepth);
+        return budget - left;
+    };
+    // Where the board carries out an instruction, or fails to, as if there were no loop.
+    const auto showBoard = [&] {
         processor.instruction = at->address;
         processor.address = at[1].start;
         processor.stackTop = stackTop;
-        if (handler != nullptr) {
-            handler(board, *at);
-        } else {
-            Fail(board, fault);
-        }
+        processor.returnDepth = static_cast<std::uint16_t>(returnDepth);
+    };
+    const auto goOnWhereTheBoardIs = [&] {
         stackTop = processor.stackTop;
+        returnDepth = processor.returnDepth;
         moveTo(processor.address);
-        if (MustPause(board)) break;
+    };
+
+    while (true) {
+        // The steps of a block are counted when it begins. What is left of it when it is left
+        // early is given back.
+        if (left < at->steps) [[unlikely]]
+            return stopLooping();
+        left -= at->steps;
+        while (true) {
+            switch (Number(at->action)) {
+                case Number(Opcode::Nop):
+                case Number(Opcode::Reserved10):
+                case Number(Opcode::Reserved92):
+                case Number(Opcode::Reserved93):
+                case Number(Opcode::Reserved94):
+                case Number(Opcode::Reserved97):
+                case Number(Opcode::Reserved98):
+                case Number(Opcode::Reserved99): ++at; continue;
+
+                case Number(Opcode::MoveByte): storeByte(b(), byte(a())); continue;
+                case Number(Opcode::MoveWord): storeWord(b(), word(a())); continue;
+                case Number(Opcode::ConvertByte): storeWord(b(), byte(a())); continue;
+                case Number(Opcode::ConvertWord): {
+                    const unsigned value = word(a());
+                    memory.StoreByte(b(), value);
+                    storeByte(c(), value >> 8);
+                    continue;
+                }
+                case Number(Opcode::ClearByte):
+                case Number(Opcode::SetFlagFalse): storeByte(a(), kFalse); continue;
+                case Number(Opcode::SetFlagTrue): storeByte(a(), kTrue); continue;
+                case Number(Opcode::ClearWord): storeWord(a(), 0); continue;
+
+                case Number(Opcode::AddByte): storeByte(c(), byte(a()) + byte(b())); continue;
+                case Number(Opcode::SubtractByte): storeByte(c(), byte(a()) - byte(b())); continue;
+                case Number(Opcode::MultiplyByte): storeWord(c(), byte(a()) * byte(b())); continue;
+                case Number(Opcode::LogicalAnd): storeByte(c(), byte(a()) & byte(b())); continue;
+                case Number(Opcode::LogicalOr): storeByte(c(), byte(a()) | byte(b())); continue;
+                case Number(Opcode::IncrementByte): storeByte(a(), byte(a()) + 1); continue;
+                case Number(Opcode::DecrementByte): storeByte(a(), byte(a()) - 1); continue;
+                case Number(Opcode::ComplimentByte): storeByte(a(), ~byte(a())); continue;
+                case Number(Opcode::AddWord): storeWord(c(), word(a()) + word(b())); continue;
+                case Number(Opcode::SubtractWord): storeWord(c(), word(a()) - word(b())); continue;
+                case Number(Opcode::IncrementWord): storeWord(a(), word(a()) + 1); continue;
+                case Number(Opcode::DecrementWord): storeWord(a(), word(a()) - 1); continue;
+                case Number(Opcode::DivideByte): {
+                    const unsigned dividend = byte(a());
+                    const unsigned divisor = byte(b());
+                    if (divisor == 0) {
+                        fault = Fault::DivisionByZero;
+                        break;
+                    }
+                    memory.StoreByte(a(), dividend / divisor);
+                    storeByte(b(), dividend % divisor);
+                    continue;
+                }
+                case Number(Opcode::DivideWord): {
+                    const unsigned dividend = word(a());
+                    const unsigned divisor = word(b());
+                    if (divisor == 0) {
+                        fault = Fault::DivisionByZero;
+                        break;
+                    }
+                    memory.StoreWord(a(), dividend / divisor);
+                    storeWord(b(), dividend % divisor);
+                    continue;
+                }
+
+                case Number(Opcode::SetDataPointer): storeWord(a(), b()); continue;
+                case Number(Opcode::ReadDataByte): {
+                    const unsigned address = word(a());
+                    if (address >= kMemorySize) {
+                        fault = Fault::AddressOutsideMemory;
+                        break;
+                    }
+                    storeByte(b(), byte(address));
+                    continue;
+                }
+                case Number(Opcode::ReadDataWord): {
+                    const unsigned address = word(a());
+                    if (address + 1 >= kMemorySize) {
+                        fault = Fault::AddressOutsideMemory;
+                        break;
+                    }
+                    storeWord(b(), word(address));
+                    continue;
+                }
+                case Number(Opcode::WriteDataByte): {
+                    const unsigned address = word(a());
+                    if (address >= kMemorySize) {
+                        fault = Fault::AddressOutsideMemory;
+                        break;
+                    }
+                    storeByte(address, byte(b()));
+                    continue;
+                }
+                case Number(Opcode::WriteDataWord): {
+                    const unsigned address = word(a());
+                    if (address + 1 >= kMemorySize) {
+                        fault = Fault::AddressOutsideMemory;
+                        break;
+                    }
+                    storeWord(address, word(b()));
+                    continue;
+                }
+
+                // What is pushed is read first and what is popped is stored last: its place may be
+                // the stack's own.
+                case Number(Opcode::PushByte): {
+                    const unsigned value = byte(a());
+                    if (!grow(1)) {
+                        fault = Fault::DataStackOverflow;
+                        break;
+                    }
+                    storeByte(stackTop, value);
+                    continue;
+                }
+                case Number(Opcode::PushWord): {
+                    const unsigned value = word(a());
+                    if (!grow(2)) {
+                        fault = Fault::DataStackOverflow;
+                        break;
+                    }
+                    storeWord(stackTop, value);
+                    continue;
+                }
+                case Number(Opcode::PopByte):
+                    if (!shrink(1)) {
+                        fault = Fault::DataStackUnderflow;
+                        break;
+                    }
+                    storeByte(a(), byte(stackTop - 1));
+                    continue;
+                case Number(Opcode::PopWord):
+                    if (!shrink(2)) {
+                        fault = Fault::DataStackUnderflow;
+                        break;
+                    }
+                    storeWord(a(), word(stackTop - 2));
+                    continue;
+
+                case Number(Opcode::Jump): jump(); break;
+                case Number(Opcode::LoopUntilZero):
+                    memory.StoreByte(a(), byte(a()) - 1);
+                    jumpIf(byte(a()) != 0);
+                    break;
+                case Number(Opcode::Call):
+                    if (!mayCall()) {
+                        fault = Fault::ReturnStackOverflow;
+                        break;
+                    }
+                    call();
+                    break;
+                case Number(Opcode::Return):
+                    if (!mayReturn()) {
+                        fault = Fault::ReturnStackUnderflow;
+                        break;
+                    }
+                    goBack();
+                    break;
+                case Number(Opcode::IfFlagTrue): jumpIf(byte(a()) != kFalse); break;
+                case Number(Opcode::IfFlagFalse): jumpIf(byte(a()) == kFalse); break;
+                case Number(Opcode::IfByteEqual): jumpIf(byte(a()) == byte(b())); break;
+                case Number(Opcode::IfByteNotEqual): jumpIf(byte(a()) != byte(b())); break;
+                case Number(Opcode::IfByteLessThan): jumpIf(byte(a()) < byte(b())); break;
+                case Number(Opcode::IfByteGreaterThan): jumpIf(byte(a()) > byte(b())); break;
+                case Number(Opcode::IfByteLessThanOrEqual): jumpIf(byte(a()) <= byte(b())); break;
+                case Number(Opcode::IfByteGreaterThanOrEqual):
+                    jumpIf(byte(a()) >= byte(b()));
+                    break;
+                case Number(Opcode::IfWordEqual): jumpIf(word(a()) == word(b())); break;
+                case Number(Opcode::IfWordNotEqual): jumpIf(word(a()) != word(b())); break;
+                case Number(Opcode::IfWordLessThan): jumpIf(word(a()) < word(b())); break;
+                case Number(Opcode::IfWordGreaterThan): jumpIf(word(a()) > word(b())); break;
+                case Number(Opcode::IfWordLessThanOrEqual): jumpIf(word(a()) <= word(b())); break;
+                case Number(Opcode::IfWordGreaterThanOrEqual):
+                    jumpIf(word(a()) >= word(b()));
+                    break;
+
+                case Number(LoopAction::PushBytes): pair(mayPush(2), pushByte, pushByte); continue;
+                case Number(LoopAction::PushByteAndWord):
+                    pair(mayPush(3), pushByte, pushWord);
+                    continue;
+                case Number(LoopAction::PushWordAndByte):
+                    pair(mayPush(3), pushWord, pushByte);
+                    continue;
+                case Number(LoopAction::PushWords): pair(mayPush(4), pushWord, pushWord); continue;
+                case Number(LoopAction::PopBytes): pair(mayPop(2), popByte, popByte); continue;
+                case Number(LoopAction::PopByteAndWord):
+                    pair(mayPop(3), popByte, popWord);
+                    continue;
+                case Number(LoopAction::PopWordAndByte):
+                    pair(mayPop(3), popWord, popByte);
+                    continue;
+                case Number(LoopAction::PopWords): pair(mayPop(4), popWord, popWord); continue;
+                case Number(LoopAction::ClearBytes):
+                    pair(mayStore(), clearByte, clearByte);
+                    continue;
+                case Number(LoopAction::ClearByteAndWord):
+                    pair(mayStore(), clearByte, clearWord);
+                    continue;
+                case Number(LoopAction::ClearWordAndByte):
+                    pair(mayStore(), clearWord, clearByte);
+                    continue;
+                case Number(LoopAction::ClearWords):
+                    pair(mayStore(), clearWord, clearWord);
+                    continue;
+                case Number(LoopAction::PushByteAndCall):
+                    if (!mayPush(1) || !mayCall()) [[unlikely]] {
+                        takeApart();
+                        continue;
+                    }
+                    pushByte(*at++);
+                    call();
+                    break;
+                case Number(LoopAction::PushWordAndCall):
+                    if (!mayPush(2) || !mayCall()) [[unlikely]] {
+                        takeApart();
+                        continue;
+                    }
+                    pushWord(*at++);
+                    call();
+                    break;
+                case Number(LoopAction::PushByteAndReturn):
+                    if (!mayPush(1) || !mayReturn()) [[unlikely]] {
+                        takeApart();
+                        continue;
+                    }
+                    pushByte(*at++);
+                    goBack();
+                    break;
+                case Number(LoopAction::PushWordAndReturn):
+                    if (!mayPush(2) || !mayReturn()) [[unlikely]] {
+                        takeApart();
+                        continue;
+                    }
+                    pushWord(*at++);
+                    goBack();
+                    break;
+
+                case Number(LoopAction::Outside):
+                    showBoard();
+                    handle::HandlerFor(at->opcode)(board, *at);
+                    goOnWhereTheBoardIs();
+                    if (MustPause(board)) return stopLooping();
+                    break;
+                case Number(LoopAction::Link): jump(); break;
+                case Number(LoopAction::Place): {
+                    const DecodedInstruction* next =
+                        left > 0 ? memory.Decoded().GoOn(memory, at) : nullptr;
+                    if (next == nullptr) return stopLooping();
+                    at = next;
+                    instructions = memory.Decoded().Instructions();
+                    break;
+                }
+                case Number(LoopAction::Leave): left += at->steps; return stopLooping();
+
+                // Nothing else is ever decoded, and the compiler need not look for it.
+                default: __builtin_unreachable();
+            }
+            break;
+        }
+        if (fault != Fault::None) [[unlikely]] {
+            if (!EndsBlock(*at)) left += at[1].steps;
+            showBoard();
+            Fail(board, fault);
+            fault = Fault::None;
+            goOnWhereTheBoardIs();
+            if (MustPause(board)) return stopLooping();
+        }
     }
-    processor.address = at == instructions ? elsewhere : at->start;
-    processor.stackTop = stackTop;
-    return budget - left;
 }
 
 /// One instruction by itself, without anything decoded before.
@@ -351,11 +447,19 @@ std::int32_t CarryOutMany(Board& board, std::uint64_t most) {
 
 std::uint64_t ExecuteInstructions(Board& board, std::uint64_t budget) {
     std::uint64_t done = 0;
+    std::uint64_t oneByOne = 0;  // how many to carry out so
     do {
         const std::uint64_t left = budget - done;
-        const std::int32_t carriedOut = left < kWorthDecoding ? 0 : CarryOutMany(board, left);
-        if (carriedOut == 0) CarryOutOne(board);
-        done += static_cast<std::uint64_t>(std::max(carriedOut, 1));
+        if (oneByOne == 0) {
+            const std::int32_t carriedOut = left < kWorthDecoding ? 0 : CarryOutMany(board, left);
+            done += static_cast<std::uint64_t>(carriedOut);
+            // What is left is less than a block, or the next instruction cannot be decoded.
+            oneByOne = carriedOut == 0 ? kWorthDecoding : 0;
+        } else {
+            CarryOutOne(board);
+            ++done;
+            --oneByOne;
+        }
     } while (done < budget && !MustPause(board));
     board.processor.steps += done;
     return done;

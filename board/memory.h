@@ -25,19 +25,27 @@ class Memory {
 
     /// Keeps the low eight bits of the value.
     void StoreByte(std::uint32_t address, unsigned value) {
-        bytes_[address] = static_cast<std::uint8_t>(value);
+        StoreByteBehindCode(address, value);
         if (address < decoded_.End()) [[unlikely]]
             decoded_.ByteWasWritten(address);
     }
 
     /// Keeps the low sixteen bits of the value.
     void StoreWord(std::uint32_t address, unsigned value) {
-        const std::uint16_t word = HighByteFirst(static_cast<std::uint16_t>(value));
-        std::memcpy(&bytes_[address], &word, sizeof word);
+        StoreWordBehindCode(address, value);
         if (address < decoded_.End()) [[unlikely]] {
             decoded_.ByteWasWritten(address);
             decoded_.ByteWasWritten(address + 1);
         }
+    }
+
+    /// The same for addresses that are known to be at least Decoded().End().
+    void StoreByteBehindCode(std::uint32_t address, unsigned value) {
+        bytes_[address] = static_cast<std::uint8_t>(value);
+    }
+    void StoreWordBehindCode(std::uint32_t address, unsigned value) {
+        const std::uint16_t word = HighByteFirst(static_cast<std::uint16_t>(value));
+        std::memcpy(&bytes_[address], &word, sizeof word);
     }
 
     /// Every byte is 0 again.
@@ -45,6 +53,7 @@ class Memory {
 
     /// What was decoded of the bytes. It belongs to them: to decode more changes nothing.
     DecodedProgram& Decoded() { return decoded_; }
+    const DecodedProgram& Decoded() const { return decoded_; }
 
     /// What was decoded is not compared: it follows from the bytes.
     bool operator==(const Memory& other) const { return bytes_ == other.bytes_; }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <random>
+#include <utility>
 
 #include "board/trace.h"
 #include "tests/support/board_support.h"
@@ -199,6 +200,54 @@ TEST(BoardStepping, RandomInstructionsRunTheSame) {
 
 void AddWithAddress(Bytes& program, int opcode, int address) {
     program.insert(program.end(), {opcode, address / 256, address % 256});
+}
+
+/// An address for a variable: mostly of its own, now and then on the stack or in the code.
+int PlaceForVariable(Dice& dice) {
+    const int kind = dice.Below(40);
+    if (kind == 0) return dice.Below(300);
+    if (kind < 4) return static_cast<int>(kMemorySize) - 2 - dice.Below(40);
+    return 400 + dice.Below(12);
+}
+
+/// What the compiler writes around calls: pushes, pops and clears, one after the other, and calls
+/// and returns between them. A fault leads to an error routine, which is set anew all the time.
+Bytes ProgramOfCalls(Dice& dice) {
+    constexpr int kLines = 80;
+    constexpr int kLineSize = 3;
+    constexpr int kRuns[][3] = {
+        {23, 25, 23}, {24, 26, 24}, {61, 66, 61}, {23, 51, 56}, {25, 52, 71}};
+    const auto line = [&dice] { return kLineSize * dice.Below(kLines); };
+    Bytes program;
+    AddWithAddress(program, 71, 0);  // ON ERROR CALL
+    while (program.size() < kLineSize * kLines) {
+        const int* run = kRuns[dice.Below(static_cast<int>(std::size(kRuns)))];
+        for (int length = 1 + dice.Below(4); length > 0; --length) {
+            const int opcode = run[dice.Below(3)];
+            const bool leads = opcode == 51 || opcode == 71;
+            AddWithAddress(program, opcode, leads ? line() : PlaceForVariable(dice));
+            if (opcode == 52) {  // RETURN takes no address
+                program[program.size() - 2] = program.back() = 0;
+            }
+        }
+    }
+    AddWithAddress(program, 53, 0);  // JUMP
+    return program;
+}
+
+/// In every fourth program the stack has little room, in the next it is never empty, and in the
+/// next it grows into the code.
+TEST(BoardStepping, RandomCallsRunTheSame) {
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Dice dice(seed);
+        const auto board = Loaded(ProgramOfCalls(dice));
+        Processor& processor = board->processor;
+        if (seed % 4 == 0) processor.programSize = kMemorySize - 11;
+        if (seed % 4 == 1) processor.stackTop -= 2000;
+        if (seed % 4 == 2) processor.stackTop = std::exchange(processor.programSize, 3) + 20;
+        ExpectSameInAllWays(*board, 400);
+    }
 }
 
 /// Each call leads to an instruction of its own and from there to what all share, which is decoded
