@@ -85,6 +85,10 @@ bool IsVerdict(std::string_view line) {
     return line.starts_with(kNotLoaded) || BytesIn(line);
 }
 
+bool HoldsNothing(std::string_view verdict) {
+    return BytesIn(verdict).value_or(0) == 0;
+}
+
 std::optional<std::size_t> CountBytes(std::string_view objectCode) {
     std::size_t bytes = 0;
     bool inNumber = false;
@@ -119,9 +123,9 @@ void Download::Hear(std::string_view received) {
     if (state_ == State::Beginning || IsOver()) return;
     heard_ += received;
     if (!loaderStarted_) LookForEcho(received);
-    if (state_ == State::AwaitingVerdict) {
+    if (state_ == State::AwaitingVerdict || loadEnded_) {
         LookForVerdict();
-    } else if (!loadEnded_) {
+    } else {
         heard_.clear();
     }
 }
@@ -144,10 +148,11 @@ void Download::LookForVerdict() {
          end = heard_.find(kLineEnd)) {
         const std::string line = heard_.substr(0, end);
         heard_.erase(0, end + kLineEnd.size());
-        if (!IsVerdict(line)) continue;
+        if (!IsVerdict(line) || hasVerdict_) continue;
         result_.verdict = line;
-        if (loaderStarted_) return Judge();
+        hasVerdict_ = loaderStarted_;
     }
+    if (hasVerdict_ && state_ == State::AwaitingVerdict) return Judge();
     if (heard_.size() > kLongestVerdict) heard_.erase(0, heard_.size() - kLongestVerdict);
 }
 

@@ -40,11 +40,12 @@ struct DownloadResult {
     std::optional<std::size_t> bytesLoaded;  ///< as the board says; nothing when it does not
     std::string verdict;                     ///< the line in which it says so, "Loaded 230 bytes"
     bool replacedProgram = false;  ///< the loader was started: what the board held before is gone
+    bool holdsNothing = false;     ///< the board said so when the load was broken off
 
     bool IsWhole() const { return outcome == DownloadOutcome::Whole; }
     /// Whether the board may hold a part of the program, which it would run.
     bool MayLeavePart() const {
-        return replacedProgram &&
+        return replacedProgram && !holdsNothing &&
                (outcome == DownloadOutcome::WrongCount || outcome == DownloadOutcome::Cancelled ||
                 outcome == DownloadOutcome::LineLost);
     }
@@ -56,6 +57,8 @@ inline constexpr char kCancelCharacter = 0x18;
 
 /// The line in which a loader says what it holds: "Loaded 230 bytes", or "Not loaded" and why.
 bool IsVerdict(std::string_view line);
+/// Whether a verdict says that the board holds no program.
+bool HoldsNothing(std::string_view verdict);
 
 /// The bytes that a board's loader stores of this object code: the numbers in it. Nothing when it
 /// holds something else, which only the board can judge.
@@ -127,7 +130,7 @@ class Download {
     DownloadResult result_;
     std::optional<std::string> given_;
     std::string text_;
-    std::string heard_;      ///< since the last line was sent, and not yet looked at
+    std::string heard_;      ///< since the load may have ended, and not yet looked at
     std::string echoBegin_;  ///< what the echo may begin with, of that heard last
     std::size_t position_ = 0;
     std::size_t linesSent_ = 0;
@@ -135,6 +138,7 @@ class Download {
     bool lineLost_ = false;
     bool loadEnded_ = false;      ///< by a line of the file
     bool loaderStarted_ = false;  ///< the board has echoed the command for it
+    bool hasVerdict_ = false;  ///< on this load, which may have come before the last line is sent
 };
 
 }  // namespace zentro

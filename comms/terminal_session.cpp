@@ -113,6 +113,8 @@ void TerminalSession::GreetBoard(std::string_view greeting) {
     for (const char character : greeting) {
         if (IsConnected()) SendKeyStroke(character);
     }
+    // The greeting ends a load that was left, and the board stores what it has of it.
+    brokenLoadLine_.emplace();
     if (IsConnected()) emit ConnectionInitOK();
 }
 
@@ -157,7 +159,32 @@ void TerminalSession::Poll() {
     } else {
         WriteToScreen(text);
     }
+    HearBrokenLoad(text);
     WorkOnDownload([&text](Download& download) { download.Hear(text); });
+}
+
+/// The newest verdict counts: an earlier one may be that of a load before.
+void TerminalSession::HearBrokenLoad(std::string_view text) {
+    if (!brokenLoadLine_ || download_ != nullptr) return;
+    for (const char character : text) {
+        std::string& line = *brokenLoadLine_;
+        if (character != '\r' && character != '\n') {
+            if (line.size() < kLongestLine) line += character;
+            continue;
+        }
+        const std::string ended = std::exchange(line, {});
+        if (!IsVerdict(ended)) continue;
+        const bool wasCancelled = lastDownload_.outcome != DownloadOutcome::None;
+        if (!wasCancelled) lastDownload_.outcome = DownloadOutcome::Cancelled;
+        lastDownload_.replacedProgram = true;
+        lastDownload_.holdsNothing = HoldsNothing(ended);
+        if (!wasCancelled && lastDownload_.MayLeavePart())
+            WriteToScreen(
+                "\r\nA download was broken off, and KineTron holds only a part of a "
+                "program.\r\nPlease download it again before you run it.\r\n");
+        emit BrokenLoadEnded(lastDownload_);
+        if (!brokenLoadLine_) return;  // who listens may have gone on
+    }
 }
 
 void TerminalSession::HearArrived() {
@@ -223,6 +250,7 @@ void TerminalSession::SendKeyStroke(char key) {
 
 void TerminalSession::PressKey(char key) {
     if (IsDownloading()) return;
+    brokenLoadLine_.reset();  // what is typed may be a load
     if (key == kEnter) {
         screen_.TakePromptLineOff();
         emit ScreenChanged();
@@ -246,6 +274,7 @@ void TerminalSession::DownloadSource(const std::string& path, std::optional<std:
     }
     GiveUpDownload();  // one that waits for its verdict
     lastDownload_ = {};
+    brokenLoadLine_.reset();
     download_ = std::make_unique<Download>(
         path, std::move(text),
         DownloadTerminal{[this](std::string_view text) { return WriteToPort(text); },
@@ -302,6 +331,8 @@ void TerminalSession::WorkOnDownload(const std::function<void(Download&)>& work)
     verdictTimer_.stop();
     const std::unique_ptr<Download> ended = std::move(download_);
     lastDownload_ = ended->Result();
+    if (lastDownload_.outcome == DownloadOutcome::Cancelled && lastDownload_.replacedProgram)
+        brokenLoadLine_.emplace();
     emit DownloadFinished(lastDownload_);
 }
 

@@ -124,6 +124,9 @@ class TerminalSession : public QObject {
     void LineSent(const std::string& line);
     void DownloadProgress(double fraction, int linesSent);
     void DownloadFinished(const zentro::DownloadResult& result);
+    /// The board said what a load that was broken off has left: one that was cancelled, or one
+    /// that somebody began before this connection. LastDownload is of that load.
+    void BrokenLoadEnded(const zentro::DownloadResult& result);
 
   private:
     bool OpenPort(const std::string& device);
@@ -131,6 +134,7 @@ class TerminalSession : public QObject {
     void ClosePort();
     void LoseLink();
     void Poll();
+    void HearBrokenLoad(std::string_view text);
     void LookForPort();
     std::optional<std::string> PresentPort() const;
     bool WriteToPort(std::string_view text);
@@ -149,6 +153,8 @@ class TerminalSession : public QObject {
     std::unique_ptr<Download> download_;
     DownloadResult lastDownload_;
     std::string lineBeingSent_;
+    /// Of what the board says of a load that was broken off; nothing: it is not listened for.
+    std::optional<std::string> brokenLoadLine_;
     std::chrono::steady_clock::time_point downloadDue_;
     QTimer readTimer_;
     QTimer downloadTimer_;

@@ -164,8 +164,14 @@ void VariableReader::Finish(bool complete) {
 }
 
 void VariableReader::GiveUp() {
+    const bool isShown =
+        FindPlace(replyBuffer_, 0) &&
+        !PartOfPlace(replyBuffer_, variables_[currentVariableIndex_ - 1].address).empty();
     Finish(false);
-    showMessage_("KineTron does not answer. Variable Values cannot be gathered");
+    showMessage_(isShown
+                     ? "The program waits, and KineTron shows no debug prompt until it goes on. "
+                       "Variable Values can be gathered then"
+                     : "KineTron does not answer. Variable Values cannot be gathered");
 }
 
 }  // namespace zentro

@@ -74,6 +74,7 @@ void BoardState::ConnectSession() {
                 if (!IsSending()) emit Changed();
             });
     connect(session, &TerminalSession::DownloadFinished, this, &BoardState::FinishSending);
+    connect(session, &TerminalSession::BrokenLoadEnded, this, &BoardState::FollowBrokenLoad);
     // The session is in the middle of its own work when it tells this.
     connect(session, &TerminalSession::FormClosing, this, &BoardState::ConversationOver,
             Qt::QueuedConnection);
@@ -186,6 +187,18 @@ void BoardState::FinishSending(const DownloadResult& result) {
     if (runs && result.IsWhole() && session_->IsConnected()) session_->SendCmd("G\r");
     emit Changed();
     emit SendingOver(result);
+}
+
+/// The board has said what it holds of a load that did not come to its end.
+void BoardState::FollowBrokenLoad(const DownloadResult& result) {
+    HeldProgram& program = ProgramOf(Kind());
+    if (!result.MayLeavePart()) {
+        program = {HeldProgram::Extent::None, {}, nullptr};
+    } else if (program.extent != HeldProgram::Extent::Half) {
+        program = {HeldProgram::Extent::Half, tr("a program"), nullptr};
+    }
+    if (Kind() == BoardKind::Virtual) NameAddresses();
+    emit Changed();
 }
 
 /// What faults call the things of the program.

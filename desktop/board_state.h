@@ -126,6 +126,7 @@ class BoardState : public QObject {
     void BeginSending(const QString& name, std::shared_ptr<const CompiledProgram> compiled,
                       bool runs);
     void FinishSending(const DownloadResult& result);
+    void FollowBrokenLoad(const DownloadResult& result);
     HeldProgram& ProgramOf(BoardKind kind);
     void NameAddresses();
     void FollowVirtualBoard();

@@ -13,6 +13,7 @@
 #include "board/board.h"
 #include "board/loader.h"
 #include "tests/support/compile_fixture.h"
+#include "tests/support/heap.h"
 
 namespace zentro {
 namespace {
@@ -240,6 +241,25 @@ TEST_F(DownloadTest, TakesNothingThatCameBeforeItsLastLineForItsVerdict) {
     EXPECT_FALSE(download.IsOver());
     download.Hear("\r\nNot loaded: line 1 is bad\r\n");
     EXPECT_EQ(download.Result().outcome, DownloadOutcome::Refused);
+}
+
+/// Such a file ends the load itself, and the rest of its lines are commands to the board.
+TEST_F(DownloadTest, WhatComesAfterAnEarlyEndIsNotGathered) {
+    WriteFile("1,2\n]\n" + std::string(600, '\n'));
+    Download download = Start();
+    while (download.LinesSent() < 2)
+        download.Step();
+    download.Hear("X\r\nZ\r\nL\r\nLoaded 2 bytes\r\n");
+    const std::string noise(std::size_t{1} << 20, '.');
+    const std::size_t heap = HeapInUse();
+    while (download.IsSending()) {
+        download.Hear(noise);
+        download.Hear("\r\nLoaded 9 bytes\r\n");
+        download.Step();
+    }
+    EXPECT_LT(HeapInUse(), heap + 2 * noise.size());
+    EXPECT_EQ(download.Result().verdict, "Loaded 2 bytes");
+    EXPECT_TRUE(download.IsOver());
 }
 
 TEST_F(DownloadTest, TellsWhatIsLeftOnTheBoard) {

@@ -166,6 +166,31 @@ TEST_F(TerminalSessionTest, ADownloadKeepsOthersOutAndCanBeCancelled) {
     EXPECT_EQ(terminal_.Shown().find('Q'), std::string::npos);
 }
 
+/// What a broken-off load has left is known as soon as the board says it.
+TEST_F(TerminalSessionTest, WhatIsLeftOfABrokenLoadIsWhatTheBoardSays) {
+    Connect();
+    session_.DownloadSource(FileWith(kSixEnds));
+    ASSERT_TRUE(terminal_.Shows("Downloading Program"));
+    session_.CancelDownload();
+    EXPECT_TRUE(session_.LastDownload().MayLeavePart()) << "until the board has said something";
+    ASSERT_TRUE(terminal_.Shows("Not loaded"));
+    EXPECT_TRUE(WaitUntil([this] { return !session_.LastDownload().MayLeavePart(); }));
+    // Somebody sends a program and is killed: the loader still waits for its lines.
+    session_.SendCmd("L");
+    session_.SendCmd("5\r\n5\r\n");
+    session_.OpenConnection(PathOf("board"));
+    EXPECT_TRUE(terminal_.Shows("KineTron holds only a part of a program.\r\n"));
+    EXPECT_TRUE(session_.LastDownload().MayLeavePart());
+    Download("5\r\n");
+    EXPECT_FALSE(session_.LastDownload().MayLeavePart());
+    // Whoever types a program has broken nothing off.
+    session_.OpenConnection(PathOf("board"));
+    for (const char key : std::string_view("L5\r]"))
+        session_.PressKey(key);
+    EXPECT_TRUE(WaitUntil([this] { return terminal_.Shown().ends_with("Loaded 1 bytes\r\n"); }));
+    EXPECT_FALSE(session_.LastDownload().MayLeavePart());
+}
+
 /// A board behind a line that loses what the test orders.
 class FaultyLineTest : public TerminalSessionTest {
   protected:

@@ -4,13 +4,13 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iostream>
-#include <malloc.h>
 #include <unistd.h>
 
 #include "board/board.h"
 #include "board/loader.h"
 #include "tests/comms/recording_link.h"
 #include "tests/comms/terminal_fixture.h"
+#include "tests/support/heap.h"
 
 namespace zentro {
 namespace {
@@ -21,10 +21,6 @@ constexpr std::string_view kTalking =
     "65,66,67,13,10\r\n0,7\r\n";
 
 constexpr std::uint64_t kTicksPerMinute = 60 * kTicksPerSecond;
-
-std::size_t HeapInUse() {
-    return mallinfo2().uordblks;
-}
 
 std::size_t ResidentBytes() {
     std::ifstream statistics("/proc/self/statm");

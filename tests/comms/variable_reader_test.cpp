@@ -114,6 +114,17 @@ TEST_F(VariableReaderTest, GivesUpABoardThatDoesNotAnswer) {
     EXPECT_THAT(session_->Screen().Text(), testing::EndsWith("Fault: x"));
 }
 
+/// The board shows the memory at once, but no prompt before the program's WAIT is over.
+TEST_F(VariableReaderTest, SaysThatTheProgramWaits) {
+    reader_.RefreshVariables();
+    emit session_->CharsReceived("M001A\r\n[001A] 2A 00 00 00 00 00 00 00\r\n");
+    ASSERT_TRUE(Finishes());
+    EXPECT_THAT(messages_,
+                ElementsAre("The program waits, and KineTron shows no debug prompt until "
+                            "it goes on. Variable Values can be gathered then"));
+    ExpectScreenOn();
+}
+
 TEST_F(VariableReaderTest, PutsALateReplyToNoOtherVariable) {
     reader_.RefreshVariables();
     emit session_->CharsReceived(kFirstReply);

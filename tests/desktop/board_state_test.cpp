@@ -90,6 +90,9 @@ TEST_F(BoardStateTest, KnowsThatADownloadWasBrokenOff) {
     EXPECT_EQ(board.Program().extent, Extent::Half);
     EXPECT_EQ(board.Program().name, "large.obj");
     EXPECT_NE(board.Activity().state, State::Running);
+    // The board says that it has thrown away what it got.
+    EXPECT_TRUE(QTest::qWaitFor([&] { return board.Program().extent == Extent::None; }));
+    EXPECT_FALSE(board.VirtualBoard().HasProgram());
     Send(kEndsAtOnce, true);
     EXPECT_EQ(board.Program().extent, Extent::Whole);
     EXPECT_TRUE(Becomes(State::Ended));

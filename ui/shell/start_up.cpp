@@ -55,12 +55,7 @@ void Load(Desktop& desktop) {
     if (lacksFolder) UseDocumentsFolder(desktop.settings, desktop.folders);
     FollowMovedProgram(desktop.settings, desktop.folders);
     const std::string file = AsText(desktop.settings.GetSetting(SettingNumber::InstructionFile));
-    const std::string problem = LoadInstructionConfig(file, desktop.configuration);
-    ShowIfAny(desktop.workbench.dialogs, problem);
-    if (!problem.empty()) return;
-    // What is there is used; what is missing or wrong would else be noticed only when it is needed.
-    const std::string findings = TellFindings(CheckLanguage(desktop.configuration));
-    if (!findings.empty()) ShowIfAny(desktop.workbench.dialogs, file + ": " + findings);
+    LoadLanguage(file, desktop.configuration, desktop.workbench.dialogs);
 }
 
 void OpenMainWindow(Desktop& desktop, QWidget* splash) {
@@ -93,6 +88,16 @@ int Run(Dialogs& dialogs) {
 }
 
 }  // namespace
+
+void LoadLanguage(const std::string& file, InstructionConfiguration& configuration,
+                  Dialogs& dialogs) {
+    const std::string problem = LoadInstructionConfig(file, configuration);
+    ShowIfAny(dialogs, problem);
+    if (!problem.empty()) return;
+    // What is there is used; what is missing or wrong would else be noticed only when it is needed.
+    const std::string findings = TellFindings(CheckLanguage(configuration));
+    if (!findings.empty()) ShowIfAny(dialogs, file + ": " + findings);
+}
 
 int RunTellingFailures(Dialogs& dialogs, const std::function<int()>& program) {
     try {

@@ -171,6 +171,18 @@ TEST_F(Service, DoesNotReplaceTheSourceByItsObjectFile) {
     EXPECT_EQ(prompts.shown.size(), 1U);
 }
 
+TEST_F(Service, DoesNotReplaceAnIncludedSourceByItsObjectFile) {
+    const QByteArray part = "DEFINE BYTE Part = 0\r\n";
+    WriteFile("main.obj", part);
+    const OpenFile file = Open("main.txt", QByteArray("INCLUDE \"main.obj\"\r\n") + kProgram);
+    EXPECT_FALSE(Compile(file, output, nullptr));
+    EXPECT_EQ(ReadFile("main.obj"), part);
+    EXPECT_EQ(prompts.shown, std::vector<std::string>{
+                                 "The object file '" + PathOf("main.obj") +
+                                 "' would replace the source file '" + PathOf("main.obj") +
+                                 "', which the program includes. Give one of them another name."});
+}
+
 TEST_F(Service, LetsTheWindowsLiveDuringARunButRefusesASecondOne) {
     const OpenFile file = Open("main.txt", kProgram);
     KeptOutput second;

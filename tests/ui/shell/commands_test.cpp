@@ -230,6 +230,31 @@ TEST_F(CommandsTest, NothingIsSentWithoutAConnection) {
               "ZentroCompiler Code Files (*.obj)|*.obj|Ordino Files (*.odn)|*.odn");
 }
 
+TEST_F(CommandsTest, WhatIsWrongWithTheLanguageIsToldWhenItIsLoaded) {
+    const QByteArray whole = ReadFile("ZentroCompiler.cfg");
+    const QByteArray record =
+        "\"E3002\",\"This file is already open. Its tab is in the main window.\"";
+    ASSERT_TRUE(whole.contains(record));
+    struct Row {
+        QByteArray file;
+        QString told;  ///< empty: nothing
+    };
+    const Row rows[] = {{whole, ""},
+                        {QByteArray(whole).replace(record, "\"E9302\",\"x\""), "E3002"},
+                        {"", "ZentroCompiler.cfg"}};
+    for (const Row& row : rows) {
+        WriteFile("ZentroCompiler.cfg", row.file);
+        dialogs.shown.clear();
+        InstructionConfiguration loaded;
+        LoadLanguage(PathOf("ZentroCompiler.cfg"), loaded, dialogs);
+        ASSERT_EQ(dialogs.shown.size(), row.told.isEmpty() ? 0 : 1);
+        if (row.told.isEmpty()) continue;
+        EXPECT_TRUE(LastShown().startsWith(FilePath("ZentroCompiler.cfg") + ": "))
+            << LastShown().toStdString();
+        EXPECT_TRUE(LastShown().contains(row.told)) << LastShown().toStdString();
+    }
+}
+
 TEST_F(CommandsTest, TheProgramTakesNoArgumentsAndTellsWhatItDidNotExpect) {
     EXPECT_EQ(RunDesktop({"zentro", "prog.txt"}, dialogs), 1);
     EXPECT_EQ(LastShown(),
