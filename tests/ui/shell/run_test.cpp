@@ -53,7 +53,7 @@ TEST_F(RunTest, ErrorsLeadToTheFirstMistakeWithItsText) {
     Press(CommandId::Run);
     EXPECT_EQ(FrontSource()->Editor()->CaretLine(), 3);
     EXPECT_FALSE(Below(3).isEmpty());
-    EXPECT_EQ(Below(3).simplified(), FrontSource()->MessageAtCursor());
+    EXPECT_EQ(Below(3).simplified(), FrontSource()->MessageAtCursor().simplified());
     EXPECT_TRUE(Status().contains("does not run yet")) << Status().toStdString();
     EXPECT_EQ(Child("frmVirtualBoard"), nullptr);
     FrontSource()->SetText(kDrive);
