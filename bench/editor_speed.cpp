@@ -140,7 +140,8 @@ int main(int argc, char** argv) {
     double check = std::numeric_limits<double>::max();
     const zentro::SettingsStore settings("no such folder", "no such folder",
                                          [](const std::string&) {});
-    zentro::Programs programs;
+    zentro::Disk disk;
+    zentro::Programs programs(disk);
     const zentro::FileId file = programs.Add({}, "program.txt", [&] { return string; });
     for (int round = 0; round < kRounds; ++round) {
         check = std::min(check, MillisecondsOf([&] {

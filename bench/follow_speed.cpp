@@ -125,7 +125,7 @@ int main(int argc, char** argv) {
     paths.sourceFileName = "main.txt";
     paths.objectFileName = "main.obj";
     if (!zentro::CompileSource(compilation, paths, object, nullptr)) Fail("it does not compile");
-    const zentro::ProgramLines lines(compilation);
+    const zentro::ProgramLines lines(compilation, &zentro::FileKey);
     const auto breakpoint = lines.StartOf(zentro::FileKey({}, "main.txt"), 10);
     const auto host = std::make_unique<VirtualBoardHost>();
     host->SetLines(lines.Starts());

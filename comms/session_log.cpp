@@ -1,7 +1,11 @@
 #include "comms/session_log.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <utility>
+
+#include "config/file.h"
 
 namespace zentro {
 
@@ -21,6 +25,12 @@ std::string SessionLog::Start(const std::string& path, std::string_view longDate
     lostBytes_ = 0;
     failureTold_ = false;
     file_.setFileName(QFile::decodeName(path.c_str()));
+    // To open a pipe that nobody reads would wait for a reader, and so would a write to one.
+    std::error_code unknown;  // then opening it says why
+    if (std::filesystem::is_fifo(path, unknown)) {
+        return "Error writing the session log " + std::exchange(path_, {}) +
+               ". Error text is: " + std::string(kNotARegularFile);
+    }
     bool started = file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered);
     if (started) {
         unwritten_.append("Log Started ").append(longDate).append(kLineEnd);

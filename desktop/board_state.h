@@ -94,8 +94,8 @@ class BoardState : public QObject {
 
     /// Sends an object file to the connected board, and when that was whole and `runs`, starts it.
     /// Of a program that was compiled by this run of ours the board can name what it does.
-    void Send(const QString& objectFile, std::shared_ptr<const CompiledProgram> compiled,
-              bool runs);
+    void Send(const QString& objectFile, std::shared_ptr<const CompiledProgram> compiled, bool runs,
+              std::optional<std::string> text = std::nullopt);
     /// Brings a program to the board and starts it: at once on the virtual board, which it is
     /// unless a port is connected; through a download on a port. The object code need not be in a
     /// file.

@@ -38,41 +38,62 @@ class RunOutput : public OutputSink {
 /// Remembers what it has read.
 class DiskReader : public FileReader {
   public:
-    explicit DiskReader(InputFiles& inputs) : inputs_(inputs) {}
+    DiskReader(Disk& disk, InputFiles& inputs)
+        : reader_(disk, Patience::WhileWanted), inputs_(inputs) {}
 
     FileContent Read(const std::string& path) override {
-        FileContent content = ReadWholeFile(path);
+        FileContent content = reader_.Read(path);
         inputs_.Add(path, content);
         return content;
     }
 
   private:
+    PatientReader reader_;
     InputFiles& inputs_;
 };
 
 /// Tells the reason of a failure, which the log has no room for.
 class DiskWriter : public FileWriter {
   public:
-    DiskWriter(Prompts& prompts, const InputFiles& inputs, std::string& written)
-        : prompts_(prompts), inputs_(inputs), written_(written) {}
+    DiskWriter(Disk& disk, Prompts& prompts, const InputFiles& inputs, std::string& written)
+        : disk_(disk), prompts_(prompts), inputs_(inputs), written_(written) {}
 
     std::string Write(const std::string& path, std::string_view bytes) override {
-        if (const auto source = inputs_.ReplacedBy(path)) {
-            std::string problem = "The object file '" + path + "' would replace the source file '" +
-                                  *source +
-                                  "', which the program includes. Give one of them another name.";
-            prompts_.ShowMessage(problem);
-            return problem;
+        const auto answer = disk_.Ask(QString::fromStdString(path), Patience::WhileWanted,
+                                      [path, inputs = inputs_, text = std::string(bytes)] {
+                                          return Write(path, inputs, text);
+                                      });
+        const Outcome outcome = answer.value_or(Outcome{{}, kNoAnswer});
+        if (outcome.replaced) {
+            prompts_.ShowMessage(outcome.problem);
+        } else if (!outcome.problem.empty()) {
+            prompts_.ShowMessage("The object file '" + path +
+                                 "' cannot be written: " + outcome.problem);
+        } else {
+            written_ = bytes;
         }
-        MendUnfinishedWrites(std::filesystem::path(path).parent_path().string());
-        std::string problem = WriteWholeFile(path, bytes);
-        if (problem.empty()) written_ = bytes;
-        if (!problem.empty())
-            prompts_.ShowMessage("The object file '" + path + "' cannot be written: " + problem);
-        return problem;
+        return outcome.problem;
     }
 
   private:
+    struct Outcome {
+        std::optional<std::string> replaced;  ///< a source that the object file would destroy
+        std::string problem;
+    };
+
+    static Outcome Write(const std::string& path, const InputFiles& inputs,
+                         const std::string& text) {
+        if (auto source = inputs.ReplacedBy(path)) {
+            std::string problem = "The object file '" + path + "' would replace the source file '" +
+                                  *source +
+                                  "', which the program includes. Give one of them another name.";
+            return {std::move(source), std::move(problem)};
+        }
+        MendUnfinishedWrites(std::filesystem::path(path).parent_path().string());
+        return {{}, WriteWholeFile(path, text)};
+    }
+
+    Disk& disk_;
     Prompts& prompts_;
     const InputFiles& inputs_;
     std::string& written_;
@@ -150,7 +171,13 @@ std::shared_ptr<const CompiledProgram> CompileService::Compile(const OpenFile& f
                                                                OutputSink& output,
                                                                ListingSink* listing) {
     const ProgramFiles paths = ProgramFilesOf(file, settings_);
-    if (WouldOverwriteSource(paths)) {
+    const auto overwrites = programs_.FileDisk().Ask(
+        file.Path(), Patience::WhileWanted, [paths] { return WouldOverwriteSource(paths); });
+    if (!overwrites) {
+        prompts_.ShowMessage("'" + paths.sourceFileName + "' was not compiled. " + kNoAnswer + '.');
+        return nullptr;
+    }
+    if (*overwrites) {
         prompts_.ShowMessage("The object file would replace the source file '" +
                              paths.sourceFileName +
                              "'. Save it with another extension than .obj first.");
@@ -158,7 +185,8 @@ std::shared_ptr<const CompiledProgram> CompileService::Compile(const OpenFile& f
     }
     auto program =
         Run(file, Texts::Saved, output, [&](Compilation& compilation, CompiledProgram& made) {
-            DiskWriter writer(prompts_, made.outside->inputs, made.objectText);
+            DiskWriter writer(programs_.FileDisk(), prompts_, made.outside->inputs,
+                              made.objectText);
             return CompileSource(compilation, paths, writer, Wanted(listing));
         });
     if (program != nullptr) programs_.SetCompiled(program);
@@ -222,10 +250,10 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file, Texts
     program->objectFile =
         QString::fromStdString(PathOf(paths.objectDirectory, paths.objectFileName));
     if (texts == Texts::InEditors) {
-        outside.reader = std::make_unique<OpenTextReader>(programs_);
+        outside.reader = std::make_unique<OpenTextReader>(programs_, Patience::WhileWanted);
         outside.unasked = std::make_unique<UnaskedPrompts>(prompts_);
     } else {
-        outside.reader = std::make_unique<DiskReader>(outside.inputs);
+        outside.reader = std::make_unique<DiskReader>(programs_.FileDisk(), outside.inputs);
     }
     const std::map<QString, Revision> read = RevisionsOf(texts);
     Prompts& prompts = outside.unasked == nullptr ? prompts_ : *outside.unasked;
@@ -236,8 +264,8 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file, Texts
         const QScopedValueRollback<OutputSink*> present(outside.output.present, &output);
         program->succeeded = runStages(*program->compilation, *program) && !messages.HasErrors();
     }
-    ProgramReport report =
-        messages.Report(file.key, *program->compilation, read, program->succeeded);
+    ProgramReport report = messages.Report(file.key, *program->compilation, KeysOf(programs_), read,
+                                           program->succeeded);
     program->texts = report.texts;
     programs_.SetReport(program->succeeded ? std::move(report)
                                            : WithAllMistakes(std::move(report), file));

@@ -1,7 +1,6 @@
 #include "desktop/file_watcher.h"
 
 #include <QCryptographicHash>
-#include <QFile>
 #include <QFileInfo>
 #include <chrono>
 
@@ -25,19 +24,27 @@ QByteArray HashOf(const QString& path) {
 
 }  // namespace
 
-FileWatcher::FileWatcher(QObject* parent) : QObject(parent) {
+FileWatcher::FileWatcher(Disk& disk, QObject* parent) : QObject(parent), disk_(disk) {
     settle_.setSingleShot(true);
     settle_.setInterval(kSettleTime);
     connect(&settle_, &QTimer::timeout, this, &FileWatcher::CheckNow);
     const auto startToSettle = [this] { settle_.start(); };
     connect(&watcher_, &QFileSystemWatcher::fileChanged, this, startToSettle);
     connect(&watcher_, &QFileSystemWatcher::directoryChanged, this, startToSettle);
+    connect(&disk_, &Disk::Answered, this, startToSettle);
+}
+
+std::optional<FileWatcher::Seen> FileWatcher::Ask(const QString& path) {
+    return disk_.Ask(path, Patience::Short, [path] {
+        return Seen{QFileInfo::exists(path), HashOf(path)};
+    });
 }
 
 void FileWatcher::Watch(const QString& path) {
-    known_[path] = HashOf(path);
+    const std::optional<Seen> seen = Ask(path);
+    known_[path] = seen ? std::optional(seen->hash) : std::nullopt;
     // The folder tells of a file that is replaced or comes back.
-    watcher_.addPaths({path, QFileInfo(path).absolutePath()});
+    if (seen) watcher_.addPaths({path, QFileInfo(path).absolutePath()});
 }
 
 void FileWatcher::Unwatch(const QString& path) {
@@ -53,12 +60,15 @@ void FileWatcher::Unwatch(const QString& path) {
 void FileWatcher::CheckNow() {
     QStringList changed;
     for (auto file = known_.begin(); file != known_.end(); ++file) {
+        const std::optional<Seen> seen = Ask(file.key());
+        if (!seen) continue;
+        const bool isNew = !file.value();
         // A file that was replaced is not watched any more.
-        if (QFile::exists(file.key())) watcher_.addPath(file.key());
-        const QByteArray hash = HashOf(file.key());
-        if (hash == file.value()) continue;
-        file.value() = hash;
-        changed += file.key();
+        if (seen->isThere) watcher_.addPath(file.key());
+        if (isNew) watcher_.addPath(QFileInfo(file.key()).absolutePath());
+        if (seen->hash == file.value()) continue;
+        file.value() = seen->hash;
+        if (!isNew) changed += file.key();
     }
     // Listeners may watch and unwatch files.
     for (const QString& path : changed) {

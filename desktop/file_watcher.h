@@ -6,16 +6,21 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <optional>
+
+#include "desktop/disk.h"
 
 namespace zentro {
 
 /// Notices that an open file was changed, replaced or deleted by somebody else. It compares
-/// contents, so a file that was only touched has not changed.
+/// contents, so a file that was only touched has not changed. Of a file whose disk does not answer
+/// it says nothing until it does.
 class FileWatcher : public QObject {
     Q_OBJECT
 
   public:
-    explicit FileWatcher(QObject* parent = nullptr);
+    /// The disk outlives the object.
+    explicit FileWatcher(Disk& disk, QObject* parent = nullptr);
 
     /// The file as it is now is the one that is known.
     void Watch(const QString& path);
@@ -32,8 +37,17 @@ class FileWatcher : public QObject {
     void ChangedOnDisk(const QString& path);
 
   private:
+    struct Seen {
+        bool isThere = false;
+        QByteArray hash;
+    };
+
+    std::optional<Seen> Ask(const QString& path);
+
+    Disk& disk_;
     QFileSystemWatcher watcher_;
-    QHash<QString, QByteArray> known_;  ///< the hash of each file's content; empty: no file
+    /// The hash of each file's content; empty: no file. Nothing: the disk has not said yet.
+    QHash<QString, std::optional<QByteArray>> known_;
     QTimer settle_;
 };
 

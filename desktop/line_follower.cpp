@@ -28,7 +28,7 @@ void LineFollower::Follow() {
     if (!isVirtual || board_.Program().compiled == program_) return;
     program_ = board_.Program().compiled;
     lines_.reset();
-    if (program_ != nullptr) lines_.emplace(*program_->compilation);
+    if (program_ != nullptr) lines_.emplace(*program_->compilation, KeysOf(programs_));
     board_.VirtualBoard().SetLines(lines_ ? lines_->Starts() : nullptr);
     Bind();
 }
@@ -120,7 +120,7 @@ std::optional<SourcePlace> LineFollower::PlaceOf(const CompiledProgram& program,
     SourcePlace found;
     found.folder = QString::fromStdString(place->pathName);
     found.name = QString::fromStdString(place->fileName);
-    found.file = FileKey(found.folder, found.name);
+    found.file = programs_.KeyOf(found.folder, found.name);
     found.line = place->sourceLineNo;
     const OpenFile* open = programs_.Find(found.file);
     const auto read = program.texts.find(found.file);

@@ -13,17 +13,31 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::chrono::milliseconds kRest = 300ms;
+constexpr int kMostLateChecks = 3;  // of the same texts
 /// A program that takes longer to check is checked less often.
 constexpr std::size_t kManyLines = 20000;
 constexpr std::chrono::milliseconds kLongRest = 1000ms;
 
 class CheckOutput : public OutputSink {
   public:
+    explicit CheckOutput(const OpenTextReader& files) : files_(files) {}
+
     void Write(std::string_view, LogColour, const PostedMessage* message) override {
-        if (message != nullptr) messages.Add(*message);
+        if (message == nullptr) return;
+        PostedMessage told = *message;
+        if (told.code == MessageCode::FileNotOpened && files_.GotNoAnswer()) {
+            lacksFiles = true;
+            told.hint = {std::string(kNoAnswer) + '.', {}};
+            told.text += ' ' + told.hint.text;
+        }
+        messages.Add(told);
     }
 
     MessageCollector messages;
+    bool lacksFiles = false;
+
+  private:
+    const OpenTextReader& files_;
 };
 
 /// What a line that includes a file with mistakes is marked with.
@@ -50,9 +64,9 @@ QString IncludedText(const IncludedMistakes& mistakes) {
 
 ProgramReport CheckProgram(const InstructionConfiguration& configuration, const OpenFile& file,
                            const SettingsStore& settings, const Programs& programs) {
-    CheckOutput output;
+    OpenTextReader files(programs, Patience::Short);
+    CheckOutput output(files);
     QuietPrompts prompts;
-    OpenTextReader files(programs);
     NoProgress progress;
     Compilation compilation(configuration, {output, prompts, files, progress});
     const std::vector<IncludedMistakes> included =
@@ -62,8 +76,11 @@ ProgramReport CheckProgram(const InstructionConfiguration& configuration, const 
                                    mistakes.errors > 0 ? Severity::Error : Severity::Warning,
                                    IncludedText(mistakes));
     }
-    return output.messages.Report(file.key, compilation, OpenTexts(programs),
-                                  compilation.diagnostics.ErrorCount() == 0);
+    ProgramReport report =
+        output.messages.Report(file.key, compilation, KeysOf(programs), OpenTexts(programs),
+                               compilation.diagnostics.ErrorCount() == 0);
+    report.lacksFiles = output.lacksFiles;
+    return report;
 }
 
 LiveCheck::LiveCheck(const InstructionConfiguration& configuration, SettingsStore& settings,
@@ -77,6 +94,7 @@ LiveCheck::LiveCheck(const InstructionConfiguration& configuration, SettingsStor
     rest_.setSingleShot(true);
     connect(&rest_, &QTimer::timeout, this, &LiveCheck::CheckNow);
     connect(&programs_, &Programs::Changed, this, &LiveCheck::Follow);
+    connect(&programs_.FileDisk(), &Disk::Answered, this, &LiveCheck::CheckLateFiles);
     ReadSetting();
 }
 
@@ -106,6 +124,7 @@ void LiveCheck::Follow() {
     const bool isEdited = texts != texts_;
     front_ = id;
     texts_ = std::move(texts);
+    if (isEdited) lateChecks_ = 0;
     if (!isOn_ || front == nullptr) return;
     const OpenFile* root = programs_.Find(programs_.RootOf(*front));
     const ProgramReport* report = programs_.ReportOf(programs_.RootOf(*front));
@@ -130,6 +149,17 @@ void LiveCheck::LearnIncludes(const OpenFile& file) {
 
 void LiveCheck::Check(const OpenFile& root) {
     programs_.SetReport(CheckProgram(configuration_, root, settings_, programs_));
+}
+
+/// A disk that is always late must not be asked for ever.
+void LiveCheck::CheckLateFiles() {
+    const OpenFile* front = programs_.Front();
+    if (!isOn_ || front == nullptr) return;
+    const OpenFile* root = programs_.Find(programs_.RootOf(*front));
+    const ProgramReport* report = root == nullptr ? nullptr : programs_.ReportOf(root->key);
+    if (report == nullptr || !report->lacksFiles || lateChecks_ == kMostLateChecks) return;
+    ++lateChecks_;
+    Check(*root);
 }
 
 void LiveCheck::CheckNow() {

@@ -42,6 +42,7 @@ class LiveCheck : public QObject {
     void Follow();
     void LearnIncludes(const OpenFile& file);
     void Check(const OpenFile& root);
+    void CheckLateFiles();
 
     const InstructionConfiguration& configuration_;
     SettingsStore& settings_;
@@ -50,6 +51,7 @@ class LiveCheck : public QObject {
     std::optional<FileId> front_;       ///< when it was looked at last
     std::map<FileId, Revision> texts_;  ///< the same
     QTimer rest_;
+    int lateChecks_ = 0;  ///< since the texts were edited last
     bool isOn_ = false;
 };
 

@@ -24,10 +24,19 @@ ProgramFiles ProgramFilesOf(const OpenFile& file, const SettingsStore& settings)
     return files;
 }
 
+FileContent PatientReader::Read(const std::string& path) {
+    auto content =
+        disk_.Ask(QString::fromStdString(path), patience_, [path] { return ReadWholeFile(path); });
+    gotNoAnswer_ = !content;
+    if (content) return std::move(*content);
+    patience_ = Patience::Short;
+    return {FileContent::Status::Failed, {}, kNoAnswer, {}};
+}
+
 FileContent OpenTextReader::Read(const std::string& path) {
     if (const auto text = programs_.OpenText(QString::fromStdString(path)))
         return {FileContent::Status::Read, text->toStdString(), {}};
-    return ReadWholeFile(path);
+    return reader_.Read(path);
 }
 
 bool WouldOverwriteSource(const ProgramFiles& files) {

@@ -25,10 +25,6 @@ class MissingFiles : public OutputSink {
     QString first_;
 };
 
-QString KeyOf(const SourceFile& file) {
-    return FileKey(QString::fromStdString(file.directory), QString::fromStdString(file.name));
-}
-
 }  // namespace
 
 std::size_t IndexedName::FileCount() const {
@@ -43,12 +39,16 @@ ProgramIndex::ProgramIndex(const InstructionConfiguration& configuration, const 
     : root_(root.key) {
     MissingFiles output;
     QuietPrompts prompts;
-    OpenTextReader reader(programs);
+    OpenTextReader reader(programs, Patience::Short);
     NoProgress progress;
     Compilation compilation(configuration, {output, prompts, reader, progress});
     const NameUses found = FindNameUses(compilation, ProgramFilesOf(root, settings));
-    TakeFiles(compilation);
-    TakeNames(compilation, found);
+    Keys keys;
+    for (const SourceFile& file : compilation.files)
+        keys[&file] = programs.KeyOf(QString::fromStdString(file.directory),
+                                     QString::fromStdString(file.name));
+    TakeFiles(compilation, keys);
+    TakeNames(compilation, found, std::move(keys));
     lineCount_ = compilation.sourceLines.size();
     gap_ = output.First();
     if (gap_.isEmpty() && !found.wasReadToTheEnd)
@@ -58,23 +58,21 @@ ProgramIndex::ProgramIndex(const InstructionConfiguration& configuration, const 
     }
 }
 
-void ProgramIndex::TakeFiles(const Compilation& compilation) {
+void ProgramIndex::TakeFiles(const Compilation& compilation, const Keys& keys) {
     for (const SourceFile& file : compilation.files) {
-        const QString key = KeyOf(file);
+        const QString& key = keys.at(&file);
         texts_[key] = kTextOnDisk;
         if (file.includingLineNo == 0) continue;
         const SourceLine& line = compilation.GetSourceLine(file.includingLineNo);
-        includes_[{KeyOf(*line.file), line.fileLineNo}] = key;
+        includes_[{keys.at(line.file), line.fileLineNo}] = key;
     }
 }
 
-void ProgramIndex::TakeNames(const Compilation& compilation, const NameUses& found) {
+void ProgramIndex::TakeNames(const Compilation& compilation, const NameUses& found, Keys keys) {
     // A file that is included twice is read twice; its places count once.
-    std::map<const SourceFile*, QString> keys;
     std::set<QString> seen;
     for (const SourceFile& file : compilation.files) {
-        const QString key = KeyOf(file);
-        if (seen.insert(key).second) keys[&file] = key;
+        if (!seen.insert(keys.at(&file)).second) keys.erase(&file);
     }
     for (const UsedName& used : found.names) {
         IndexedName name;

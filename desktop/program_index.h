@@ -70,8 +70,10 @@ class ProgramIndex {
         std::size_t name = 0;
     };
 
-    void TakeFiles(const Compilation& compilation);
-    void TakeNames(const Compilation& compilation, const NameUses& found);
+    using Keys = std::map<const SourceFile*, QString>;
+
+    void TakeFiles(const Compilation& compilation, const Keys& keys);
+    void TakeNames(const Compilation& compilation, const NameUses& found, Keys keys);
 
     QString root_;
     std::vector<IndexedName> names_;

@@ -5,11 +5,11 @@
 
 namespace zentro {
 
-ProgramLines::ProgramLines(const Compilation& compilation) {
+ProgramLines::ProgramLines(const Compilation& compilation, const FileKeys& keyOf) {
     std::map<const SourceFile*, QString> keys;
     for (const SourceFile& file : compilation.files)
         keys[&file] =
-            FileKey(QString::fromStdString(file.directory), QString::fromStdString(file.name));
+            keyOf(QString::fromStdString(file.directory), QString::fromStdString(file.name));
     LineStarts starts(kMemorySize, false);
     for (const LineStart& start : LineStartsOf(compilation)) {
         const SourceLine& line = compilation.GetSourceLine(start.lineNumber);

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "desktop/program_report.h"
 #include "desktop/program_stops.h"
 #include "model/compilation.h"
 
@@ -16,7 +17,7 @@ namespace zentro {
 /// keys, lines count from 1 in the text that was compiled.
 class ProgramLines {
   public:
-    explicit ProgramLines(const Compilation& compilation);
+    ProgramLines(const Compilation& compilation, const FileKeys& keyOf);
 
     const std::shared_ptr<const LineStarts>& Starts() const { return starts_; }
     /// Nothing: the line has no code, or the program has no such file.

@@ -14,12 +14,13 @@ QString FileKey(const QString& folder, const QString& name) {
 
 namespace {
 
-std::map<QString, std::vector<int>> CodeLinesOf(const Compilation& compilation) {
+std::map<QString, std::vector<int>> CodeLinesOf(const Compilation& compilation,
+                                                const FileKeys& keys) {
     std::map<QString, std::vector<int>> codeLines;
     std::map<const SourceFile*, std::vector<int>*> ofFiles;
     for (const SourceFile& file : compilation.files)
-        ofFiles[&file] = &codeLines[FileKey(QString::fromStdString(file.directory),
-                                            QString::fromStdString(file.name))];
+        ofFiles[&file] = &codeLines[keys(QString::fromStdString(file.directory),
+                                         QString::fromStdString(file.name))];
     for (const SourceLine& line : compilation.sourceLines) {
         const auto file = ofFiles.find(line.file);
         if (file != ofFiles.end() && line.GeneratesCode()) file->second->push_back(line.fileLineNo);
@@ -48,10 +49,11 @@ void MessageCollector::Add(const LineXref& place, LineMessage message) {
 }
 
 ProgramReport MessageCollector::Report(const QString& root, const Compilation& compilation,
+                                       const FileKeys& keys,
                                        const std::map<QString, Revision>& openTexts,
                                        bool succeeded) const {
-    const auto keyOf = [](const std::string& folder, const std::string& name) {
-        return FileKey(QString::fromStdString(folder), QString::fromStdString(name));
+    const auto keyOf = [&](const std::string& folder, const std::string& name) {
+        return keys(QString::fromStdString(folder), QString::fromStdString(name));
     };
     ProgramReport report;
     report.root = root;
@@ -65,7 +67,7 @@ ProgramReport MessageCollector::Report(const QString& root, const Compilation& c
         std::vector<LineMessage>& ofFile = report.messages[keyOf(place.first, place.second)];
         ofFile.insert(ofFile.end(), messages.begin(), messages.end());
     }
-    report.codeLines = CodeLinesOf(compilation);
+    report.codeLines = CodeLinesOf(compilation, keys);
     report.names = NamesOf(compilation);
     report.lines = compilation.sourceLines.size();
     report.succeeded = succeeded;

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -45,13 +46,17 @@ struct ProgramReport {
     std::map<QString, std::vector<LineMessage>> messages;  ///< by the key of the file
     std::map<QString, std::vector<int>> codeLines;  ///< that do something, in ascending order
     std::vector<ProgramName> names;
-    std::size_t lines = 0;  ///< of all files together
+    std::size_t lines = 0;    ///< of all files together
+    bool lacksFiles = false;  ///< a disk did not answer in time
     bool succeeded = false;
 };
 
 /// The same for every spelling of a file's path; of a file that was never saved (no folder) its
 /// name.
+/// It asks the disk itself; where a disk may hang, Programs::KeyOf does.
 QString FileKey(const QString& folder, const QString& name);
+/// FileKey, or somebody who asks it.
+using FileKeys = std::function<QString(const QString& folder, const QString& name)>;
 
 /// Gathers the messages of a run by file.
 class MessageCollector {
@@ -64,7 +69,7 @@ class MessageCollector {
 
     /// The report about a run over the program that begins with `root`. `openTexts` tells what was
     /// read of the open files.
-    ProgramReport Report(const QString& root, const Compilation& compilation,
+    ProgramReport Report(const QString& root, const Compilation& compilation, const FileKeys& keys,
                          const std::map<QString, Revision>& openTexts, bool succeeded) const;
 
   private:

@@ -21,20 +21,42 @@ QString OpenFile::Path() const {
     return folder.isEmpty() ? name : QDir(folder).filePath(name);
 }
 
-Programs::Programs(QObject* parent) : QObject(parent) {
+Programs::Programs(Disk& disk, QObject* parent) : QObject(parent), disk_(disk) {
     later_.setSingleShot(true);
     later_.setInterval(0);
     connect(&later_, &QTimer::timeout, this, &Programs::Changed);
+    connect(&disk_, &Disk::Answered, this, &Programs::AskForKeys);
 }
 
 Programs::~Programs() = default;
+
+QString Programs::KeyOf(const QString& folder, const QString& name) const {
+    const QString path = folder.isEmpty() ? name : QDir(folder).filePath(name);
+    if (!QDir::isAbsolutePath(path)) return FileKey(folder, name);
+    const auto key =
+        disk_.Ask(path, Patience::Short, [folder, name] { return FileKey(folder, name); });
+    if (!key) return keys_.try_emplace(path, QDir::cleanPath(path)).first->second;
+    keys_[path] = *key;
+    return *key;
+}
+
+/// Links may lead to files that did not answer when they were opened.
+void Programs::AskForKeys() {
+    bool areOthers = false;
+    for (OpenFile& file : files_) {
+        QString key = KeyOf(file.folder, file.name);
+        areOthers = areOthers || key != file.key;
+        file.key = std::move(key);
+    }
+    if (areOthers) emit Changed();
+}
 
 FileId Programs::Add(const QString& folder, const QString& name, TextOf text) {
     OpenFile file;
     file.id = FileId{++lastId_};
     file.folder = folder;
     file.name = name;
-    file.key = FileKey(folder, name);
+    file.key = KeyOf(folder, name);
     file.revision = file.savedRevision = ++lastRevision_;
     files_.push_back(file);
     texts_[file.id] = std::move(text);
@@ -73,7 +95,7 @@ const OpenFile* Programs::File(FileId id) const {
 }
 
 const OpenFile* Programs::Find(const QString& path) const {
-    const QString key = FileKey({}, path);
+    const QString key = KeyOf({}, path);
     const auto found = std::ranges::find(files_, key, &OpenFile::key);
     return found == files_.end() ? nullptr : &*found;
 }
@@ -155,7 +177,7 @@ std::optional<int> Programs::LineThen(const OpenFile& file, int line, Revision r
 void Programs::NoteSaved(FileId id, const QString& folder, const QString& name) {
     OpenFile* file = Find(id);
     if (file == nullptr) return;
-    const QString key = FileKey(folder, name);
+    const QString key = KeyOf(folder, name);
     if (key != file->key) reports_.erase(file->key);
     file->folder = folder;
     file->name = name;

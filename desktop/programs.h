@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/disk.h"
 #include "desktop/line_moves.h"
 #include "desktop/program_report.h"
 
@@ -53,7 +54,8 @@ class Programs : public QObject {
   public:
     using TextOf = std::function<QString()>;
 
-    explicit Programs(QObject* parent = nullptr);
+    /// The disk outlives the programs.
+    explicit Programs(Disk& disk, QObject* parent = nullptr);
     ~Programs() override;
 
     /// A file was opened, or with an empty folder begun; it comes to the end of the tabs and to the
@@ -61,6 +63,11 @@ class Programs : public QObject {
     FileId Add(const QString& folder, const QString& name, TextOf text);
     /// Tells with Closing that the file goes, and takes it out.
     void Remove(FileId id);
+
+    /// Where the files lie.
+    Disk& FileDisk() const { return disk_; }
+    /// FileKey, or while the disk does not answer what it was last.
+    QString KeyOf(const QString& folder, const QString& name) const;
 
     /// In the order of the tabs.
     const std::vector<OpenFile>& Files() const { return files_; }
@@ -143,7 +150,10 @@ class Programs : public QObject {
     };
 
     OpenFile* Find(FileId id);
+    void AskForKeys();
 
+    Disk& disk_;
+    mutable std::map<QString, QString> keys_;  ///< by path, as the disk said last
     std::vector<OpenFile> files_;
     std::map<FileId, TextOf> texts_;
     std::map<FileId, Moves> moves_;
@@ -157,5 +167,12 @@ class Programs : public QObject {
     std::uint64_t lastSerial_ = 0;
     QTimer later_;
 };
+
+/// The keys of the files as the programs tell them, which outlive it.
+inline FileKeys KeysOf(const Programs& programs) {
+    return [&programs](const QString& folder, const QString& name) {
+        return programs.KeyOf(folder, name);
+    };
+}
 
 }  // namespace zentro

@@ -1,5 +1,6 @@
 #include "desktop/recent_files.h"
 
+#include <QFileInfo>
 #include <string>
 
 namespace zentro {
@@ -43,6 +44,16 @@ void KeptPaths::AddFirst(const QString& path) {
     paths.removeAll(path);
     paths.prepend(path);
     SetPaths(paths);
+}
+
+QStringList PresentFiles(Disk& disk, const QStringList& paths) {
+    QStringList present;
+    for (const QString& path : paths) {
+        const auto isThere =
+            disk.Ask(path, Patience::Short, [path] { return QFileInfo::exists(path); });
+        if (isThere.value_or(true)) present += path;
+    }
+    return present;
 }
 
 KeptPaths RecentFiles(SettingsStore& settings) {

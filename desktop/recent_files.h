@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "desktop/disk.h"
 #include "settings/settings_store.h"
 
 namespace zentro {
@@ -22,6 +23,9 @@ class KeptPaths {
     SettingNumber number_;
     int most_;
 };
+
+/// Those of the files that are there, or lie on a disk that does not answer.
+QStringList PresentFiles(Disk& disk, const QStringList& paths);
 
 /// The source files that were opened or saved last, the newest first.
 KeptPaths RecentFiles(SettingsStore& settings);

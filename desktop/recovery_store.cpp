@@ -233,8 +233,6 @@ std::vector<UnsavedText> RecoveryStore::Unsaved() {
         for (const QString& folderName : FilesIn(SessionFolder(session))) {
             const QString marker = SessionFolder(session) + '/' + folderName;
             if (auto copy = NewestCopy(folderName, session)) {
-                if (!copy->path.isEmpty())
-                    MendUnfinishedWrites(SystemPath(QFileInfo(copy->path).path()));
                 found.push_back({*std::move(copy), marker});
             } else if (IsMarker(marker) && !HasCopies(folderName, session)) {
                 QFile::remove(marker);  // the crash came before the first copy

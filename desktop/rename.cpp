@@ -43,18 +43,22 @@ std::string WithNewName(std::string text, const QString& file, const IndexedName
 class RenamedTexts : public FileReader {
   public:
     RenamedTexts(const Programs& programs, const IndexedName& name, std::string newName)
-        : reader_(programs), name_(name), newName_(std::move(newName)) {}
+        : programs_(programs),
+          reader_(programs, Patience::Short),
+          name_(name),
+          newName_(std::move(newName)) {}
 
     FileContent Read(const std::string& path) override {
         FileContent content = reader_.Read(path);
         if (content.status != FileContent::Status::Read) return content;
-        const QString key = FileKey({}, QString::fromStdString(path));
+        const QString key = programs_.KeyOf({}, QString::fromStdString(path));
         content.bytes =
             ToUtf8(WithNewName(DecodeText(std::move(content.bytes)), key, name_, newName_));
         return content;
     }
 
   private:
+    const Programs& programs_;
     OpenTextReader reader_;
     const IndexedName& name_;
     std::string newName_;

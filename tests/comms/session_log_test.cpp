@@ -8,6 +8,7 @@
 #include <iterator>
 #include <string>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -86,6 +87,10 @@ TEST_F(SessionLogTest, IsNotStartedWhereNothingCanBeWritten) {
     EXPECT_FALSE(log_.IsOpen());
     EXPECT_THAT(log_.Start("/dev/full", kDate), HasSubstr("No space left on device"));
     EXPECT_FALSE(log_.IsOpen());
+    ASSERT_EQ(mkfifo(path_.c_str(), S_IRUSR | S_IWUSR), 0);
+    EXPECT_THAT(log_.Start(path_, kDate), HasSubstr("a pipe")) << "nobody reads it";
+    EXPECT_FALSE(log_.IsOpen());
+    std::filesystem::remove(path_);
     EXPECT_EQ(log_.Start(path_, kDate), "") << "elsewhere it can";
 }
 

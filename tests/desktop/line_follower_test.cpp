@@ -96,7 +96,7 @@ class LineFollowerTest : public UiTest {
 
     QString text = kText;
     NoPrompts prompts;
-    Programs programs;
+    Programs programs{*workbench->disk};
     BoardState board{[](const std::string&) {}, [] { return std::vector<PortDescription>(); }};
     CompileService service{configuration, *settings, programs, prompts};
     Breakpoints breakpoints{programs};

@@ -20,7 +20,7 @@ class Followed {
         for (const auto& [name, content] : files)
             program_.WithFile(name, content);
         EXPECT_TRUE(program_.Compile()) << program_.output.log;
-        host.SetLines(ProgramLines(program_.compilation).Starts());
+        host.SetLines(ProgramLines(program_.compilation, &FileKey).Starts());
         EXPECT_EQ(host.LoadProgram(program_.object.text), "");
     }
 

@@ -26,7 +26,7 @@ class ProgramsTest : public UiTest {
     }
     bool IsChanged(FileId id) { return programs.File(id)->IsChanged(); }
 
-    Programs programs;
+    Programs programs{*workbench->disk};
     std::map<QString, QString> texts;
 };
 

@@ -29,7 +29,7 @@ class RenameTest : public UiTest {
     }
     /// What is said when a name of the program is to be called otherwise.
     QString Problem(const QString& text, const QString& name, const QString& newName) {
-        Programs alone;
+        Programs alone(*workbench->disk);
         const OpenFile root =
             *alone.File(alone.Add(folder_.path(), "main.txt", [&text] { return text; }));
         const ProgramIndex index(configuration, root, *settings, alone);
@@ -37,7 +37,7 @@ class RenameTest : public UiTest {
             .ProblemWith(newName);
     }
 
-    Programs programs;
+    Programs programs{*workbench->disk};
 
   private:
     std::map<QString, QString> texts_;

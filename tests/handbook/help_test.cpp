@@ -22,7 +22,7 @@ namespace {
 /// The handbook as built, in the window that F1 opens.
 class HandbookWindow : public UiTest {
   protected:
-    HandbookWindow() : browser_(dialogs) {
+    HandbookWindow() : browser_(dialogs, *workbench->disk) {
         browser_.show();
         browser_.SetStartingAddress(ZENTRO_HANDBOOK);
     }

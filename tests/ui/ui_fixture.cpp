@@ -63,6 +63,12 @@ bool ScriptedDialogs::SetUpPrinter(QWidget*, QPrinter& printer) {
     return true;
 }
 
+void ScriptedDialogs::WaitFor(QWidget*, const QString& path, const std::function<bool()>& isDone) {
+    waited += path;
+    while (keepsWaiting && !isDone())
+        QTest::qWait(1);
+}
+
 bool ScriptedDialogs::Run(QDialog& dialog) {
     return run && run(dialog);
 }

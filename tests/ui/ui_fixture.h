@@ -37,6 +37,8 @@ class ScriptedDialogs : public Dialogs {
     std::optional<QFont> font;
     QString printToFile;  ///< empty: the print dialog is cancelled
     int copies = 1;
+    QStringList waited;  ///< what was waited for
+    bool keepsWaiting = true;
     std::function<bool(QDialog&)> run;  ///< acts on a dialog of our own
 
     void ShowMessage(QWidget* parent, const QString& text) override;
@@ -53,6 +55,8 @@ class ScriptedDialogs : public Dialogs {
     std::optional<QColor> ChooseColour(QWidget* parent, const QColor& present) override;
     std::optional<QFont> ChooseFont(QWidget* parent, const QFont& present) override;
     bool SetUpPrinter(QWidget* parent, QPrinter& printer) override;
+    void WaitFor(QWidget* parent, const QString& path,
+                 const std::function<bool()>& isDone) override;
     bool Run(QDialog& dialog) override;
 };
 

@@ -44,8 +44,9 @@ QStringList DriveRoots() {
     return roots;
 }
 
-FolderChooser::FolderChooser(QWidget* parent)
+FolderChooser::FolderChooser(Disk& disk, QWidget* parent)
     : QWidget(parent),
+      disk_(disk),
       folders_(new QFileSystemModel(this)),
       tree_(new QTreeView),
       drives_(new QComboBox),
@@ -72,7 +73,9 @@ FolderChooser::FolderChooser(QWidget* parent)
 void FolderChooser::MakeDriveList() {
     drives_->setObjectName("DriveDefaultSource");
     drives_->setAccessibleName("Drive");
-    const QStringList roots = DriveRoots();
+    // One of them that hangs keeps all others waiting.
+    const QStringList roots =
+        disk_.Ask("/proc/mounts", Patience::Short, &DriveRoots).value_or(QStringList());
     for (const QString& root : roots)
         drives_->addItem(QDir::toNativeSeparators(root), root);
     if (roots.size() < 2) drives_->hide();
@@ -120,12 +123,16 @@ void FolderChooser::SetFolder(const QString& folder) {
 }
 
 void FolderChooser::ShowInTree(const QString& folder) {
+    const auto root = disk_.Ask(folder + "/.", Patience::Short, [folder] {
+        return QFileInfo::exists(folder) ? QStorageInfo(folder).rootPath() : QString();
+    });
+    if (!root) return;
     const QModelIndex index = folders_->index(folder);
     if (!index.isValid()) return;
     shown_ = folders_->filePath(index);
     tree_->setCurrentIndex(index);
     tree_->scrollTo(index);
-    const int drive = drives_->findData(QStorageInfo(folder).rootPath());
+    const int drive = drives_->findData(*root);
     if (drive >= 0) drives_->setCurrentIndex(drive);
 }
 

@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <QWidget>
 
+#include "desktop/disk.h"
+
 class QComboBox;
 class QFileSystemModel;
 class QLabel;
@@ -16,7 +18,8 @@ class FolderChooser : public QWidget {
     Q_OBJECT
 
   public:
-    explicit FolderChooser(QWidget* parent = nullptr);
+    /// The disk outlives the object. What does not answer is not in the tree.
+    explicit FolderChooser(Disk& disk, QWidget* parent = nullptr);
 
     /// Shows that folder as the chosen one, whether it is there or not.
     void SetFolder(const QString& folder);
@@ -34,6 +37,7 @@ class FolderChooser : public QWidget {
     void MakeTree();
     void MakeDriveList();
 
+    Disk& disk_;
     QFileSystemModel* folders_;
     QTreeView* tree_;
     QComboBox* drives_;

@@ -33,7 +33,8 @@ QUrl AddressFromText(const QString& text) {
     if (address.startsWith("www.", Qt::CaseInsensitive)) return QUrl("https://" + address);
     if (QUrl url(address); HasScheme(url)) return url;
     if (address.isEmpty()) return {};
-    const qsizetype hash = QFileInfo::exists(address) ? -1 : address.lastIndexOf('#');
+    qsizetype hash = address.lastIndexOf('#');
+    if (hash >= 0 && QFileInfo::exists(address)) hash = -1;
     QUrl url = QUrl::fromLocalFile(QDir::fromNativeSeparators(address.left(hash)));
     if (hash >= 0) url.setFragment(address.mid(hash + 1), QUrl::DecodedMode);
     return url;

@@ -36,15 +36,23 @@ QString ReadPage(const QUrl& address) {
 /// Has a page for every address, so that the history holds what could not be shown, too.
 class PageView : public QTextBrowser {
   public:
+    explicit PageView(Disk& disk) : disk_(disk) {}
+
     QVariant loadResource(int type, const QUrl& name) override {
         if (type != QTextDocument::HtmlResource) return QTextBrowser::loadResource(type, name);
         switch (KindOf(name)) {
-            case AddressKind::LocalPage: return ReadPage(name);
+            case AddressKind::LocalPage:
+                return disk_
+                    .Ask(name.toLocalFile(), Patience::Short, [name] { return ReadPage(name); })
+                    .value_or(MissingPage(name, QString(kNoAnswer) + '.'));
             case AddressKind::WebAddress: return WebAddressPage(name);
             case AddressKind::Unknown: break;
         }
         return MissingPage(name, "This is neither a file nor a web address.");
     }
+
+  private:
+    Disk& disk_;
 };
 
 QComboBox* MakeAddressBox() {
@@ -68,11 +76,11 @@ bool IsSearchKey(const QKeyEvent& key) {
 
 }  // namespace
 
-HelpBrowser::HelpBrowser(Dialogs& dialogs, OpenOutside openOutside, QWidget* parent)
+HelpBrowser::HelpBrowser(Dialogs& dialogs, Disk& disk, OpenOutside openOutside, QWidget* parent)
     : QWidget(parent),
       dialogs_(dialogs),
       openOutside_(openOutside ? std::move(openOutside) : &QDesktopServices::openUrl),
-      page_(new PageView),
+      page_(new PageView(disk)),
       search_(new HelpSearch(*page_)),
       address_(MakeAddressBox()),
       searching_(new QLabel),

@@ -28,7 +28,8 @@ class HelpBrowser : public QWidget {
     using OpenOutside = std::function<bool(const QUrl&)>;
 
     /// `dialogs` outlives the window. Without `openOutside` the desktop opens web addresses.
-    explicit HelpBrowser(Dialogs& dialogs, OpenOutside openOutside = {}, QWidget* parent = nullptr);
+    HelpBrowser(Dialogs& dialogs, Disk& disk, OpenOutside openOutside = {},
+                QWidget* parent = nullptr);
 
     /// The page that is shown first and by Home: a path or a web address.
     QString StartingAddress() const { return startingAddress_; }

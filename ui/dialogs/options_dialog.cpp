@@ -19,13 +19,13 @@ OptionsDialog::OptionsDialog(Workbench& workbench, PortLister listPorts, QWidget
     setObjectName("frmOptions");
     setWindowTitle("Options");
     QStringList failures;
-    state_ = LoadOptions(workbench.settings, failures);
+    state_ = LoadOptions(workbench.settings, *workbench.disk, failures);
 
     tabs_->setObjectName("TabStrip1");
     tabs_->setAccessibleName("Pages of the options");
     tabs_->setExpanding(false);
     AddPage("GeneralOptions", "&General Options", "FrameGeneralOptions",
-            new OptionsGeneralPage(workbench.dialogs, state_));
+            new OptionsGeneralPage(workbench.dialogs, *workbench.disk, state_));
     AddPage("Kinetron", "&Kinetron", "FrameKinetron",
             new OptionsPortPage(std::move(listPorts), state_));
     AddPage("Advanced", "&Advanced", "FrameAdvanced",

@@ -75,11 +75,12 @@ QWidget* MakeSampleBox(const QString& title, QLabel* sample, const QList<QPushBu
 
 }  // namespace
 
-OptionsGeneralPage::OptionsGeneralPage(Dialogs& dialogs, OptionsState& state, QWidget* parent)
+OptionsGeneralPage::OptionsGeneralPage(Dialogs& dialogs, Disk& disk, OptionsState& state,
+                                       QWidget* parent)
     : QWidget(parent), dialogs_(dialogs), state_(state) {
     auto* layout = new QGridLayout(this);
     layout->addWidget(MakeCheckBoxes(), 0, 0);
-    layout->addWidget(MakeFolderChooser(), 0, 1);
+    layout->addWidget(MakeFolderChooser(disk), 0, 1);
     layout->addWidget(MakeEditorSample(), 1, 0);
     layout->addWidget(MakeTerminalSample(), 1, 1);
     layout->setRowStretch(0, 1);
@@ -112,8 +113,8 @@ QWidget* OptionsGeneralPage::MakeCheckBoxes() {
     return boxes;
 }
 
-QWidget* OptionsGeneralPage::MakeFolderChooser() {
-    auto* chooser = new FolderChooser;
+QWidget* OptionsGeneralPage::MakeFolderChooser(Disk& disk) {
+    auto* chooser = new FolderChooser(disk);
     chooser->SetFolder(state_.sourceFolder);
     connect(chooser, &FolderChooser::FolderChosen, this,
             [this](const QString& folder) { state_.sourceFolder = folder; });

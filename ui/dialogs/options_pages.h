@@ -16,11 +16,12 @@ class OptionsGeneralPage : public QWidget {
     Q_OBJECT
 
   public:
-    OptionsGeneralPage(Dialogs& dialogs, OptionsState& state, QWidget* parent = nullptr);
+    OptionsGeneralPage(Dialogs& dialogs, Disk& disk, OptionsState& state,
+                       QWidget* parent = nullptr);
 
   private:
     QWidget* MakeCheckBoxes();
-    QWidget* MakeFolderChooser();
+    QWidget* MakeFolderChooser(Disk& disk);
     QWidget* MakeEditorSample();
     QWidget* MakeTerminalSample();
     void ShowSamples();

@@ -66,11 +66,21 @@ QString Text(const SettingValue& value) {
     return QString::fromStdString(AsText(value));
 }
 
+/// Why it is no folder; empty: it is one.
+QString ProblemOfFolder(const QString& folder) {
+    std::error_code failure;
+    const std::filesystem::path path = folder.toStdU16String();
+    if (!std::filesystem::is_directory(path, failure) && !failure)
+        failure = std::make_error_code(std::errc::not_a_directory);
+    return failure ? QString::fromStdString(failure.message()) : QString();
+}
+
 /// Puts one setting into its field; `error` says why that was not possible.
 class Loader {
   public:
-    Loader(const SettingsStore& settings, SettingNumber number, OptionsState& state)
+    Loader(const SettingsStore& settings, Disk& disk, SettingNumber number, OptionsState& state)
         : settings_(settings),
+          disk_(disk),
           setting_(SettingOf(number)),
           value_(settings.GetSetting(number)),
           state_(state) {}
@@ -96,11 +106,10 @@ class Loader {
     void operator()(FolderField folder) {
         state_.*folder.path = FolderPath(Text(value_));
         if (IsEmpty()) return;
-        std::error_code failure;
-        const std::filesystem::path path = (state_.*folder.path).toStdU16String();
-        if (!std::filesystem::is_directory(path, failure) && !failure)
-            failure = std::make_error_code(std::errc::not_a_directory);
-        if (failure) error = QString::fromStdString(failure.message());
+        const QString path = state_.*folder.path;
+        const auto problem =
+            disk_.Ask(path + "/.", Patience::Short, [path] { return ProblemOfFolder(path); });
+        error = problem.value_or(kNoAnswer);
     }
     void operator()(FontNameField font) {
         state_.*font.name = Text(value_);
@@ -121,6 +130,7 @@ class Loader {
     }
 
     const SettingsStore& settings_;
+    Disk& disk_;
     const Setting& setting_;
     SettingValue value_;
     OptionsState& state_;
@@ -149,10 +159,10 @@ bool IsSeparator(QChar character) {
 
 }  // namespace
 
-OptionsState LoadOptions(const SettingsStore& settings, QStringList& failures) {
+OptionsState LoadOptions(const SettingsStore& settings, Disk& disk, QStringList& failures) {
     OptionsState state;
     for (const Option& option : kOptions) {
-        Loader loader(settings, option.number, state);
+        Loader loader(settings, disk, option.number, state);
         std::visit(loader, option.field);
         if (loader.error.isEmpty()) continue;
         failures +=

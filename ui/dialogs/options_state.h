@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <cstdint>
 
+#include "desktop/disk.h"
 #include "settings/settings_store.h"
 
 namespace zentro {
@@ -35,7 +36,7 @@ struct OptionsState {
 };
 
 /// Reads every option. One that cannot be read gets its default and a message for the user.
-OptionsState LoadOptions(const SettingsStore& settings, QStringList& failures);
+OptionsState LoadOptions(const SettingsStore& settings, Disk& disk, QStringList& failures);
 
 /// The colour of a new settings file.
 std::int32_t DefaultColour(SettingNumber colour);

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/file.h"
 #include "desktop/text_file.h"
 #include "ui/support/colours.h"
 #include "ui/support/workbench.h"
@@ -68,8 +69,9 @@ QString CountChanges(const std::vector<DifferenceLine>& lines) {
 
 }  // namespace
 
-RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent)
+RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, Disk& disk, QWidget* parent)
     : QDialog(parent),
+      disk_(disk),
       texts_(std::move(texts)),
       explanation_(new QLabel(this)),
       list_(new QTreeWidget(this)),
@@ -169,8 +171,17 @@ void RecoveryDialog::ShowDifference() {
     const int index = list_->indexOfTopLevelItem(list_->currentItem());
     if (index < 0) return;
     const RecoveryCopy& copy = texts_[static_cast<std::size_t>(index)].copy;
-    const bool isOnDisk = !copy.path.isEmpty() && QFileInfo::exists(copy.path);
-    const LoadedText onDisk = isOnDisk ? LoadText(copy.path) : LoadedText();
+    const auto answer =
+        disk_.Ask(copy.path, Patience::Short, [path = copy.path]() -> std::optional<LoadedText> {
+            if (path.isEmpty()) return std::nullopt;
+            // The crash may have come in the middle of a save.
+            MendUnfinishedWrites(SystemPath(QFileInfo(path).path()));
+            if (!QFileInfo::exists(path)) return std::nullopt;
+            return LoadText(path);
+        });
+    const auto found = answer.value_or(LoadedText{{}, kNoAnswer});
+    const bool isOnDisk = found.has_value();
+    const LoadedText onDisk = found.value_or(LoadedText());
     const std::vector<DifferenceLine> lines =
         DifferenceOf(QString::fromStdString(onDisk.file.text), copy.text);
     QString state = "&Compared with the file on the disk: ";

@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <vector>
 
+#include "desktop/disk.h"
 #include "desktop/recovery_store.h"
 #include "desktop/text_difference.h"
 
@@ -21,7 +22,8 @@ class RecoveryDialog : public QDialog {
     Q_OBJECT
 
   public:
-    explicit RecoveryDialog(std::vector<UnsavedText> texts, QWidget* parent = nullptr);
+    /// The disk outlives the dialog.
+    RecoveryDialog(std::vector<UnsavedText> texts, Disk& disk, QWidget* parent = nullptr);
 
     /// The texts are copies from before: one can be taken back, and all stay as they are.
     void OfferOnlyRecovery();
@@ -43,6 +45,7 @@ class RecoveryDialog : public QDialog {
     void Discard();
     void CloseWhenDone();
 
+    Disk& disk_;
     std::vector<UnsavedText> texts_;  ///< an item of the list has the index of its text
     bool onlyOne_ = false;            ///< one text is taken back, then the dialog is done
     QLabel* explanation_;

@@ -125,15 +125,19 @@ void SourceWindow::NewFile(int number) {
 
 /// The text of a file. A failure is told to the user.
 std::optional<FileText> SourceWindow::ReadSource(const QString& folder, const QString& fileName) {
-    LoadedText loaded = LoadText(FilePath(folder, fileName));
-    if (loaded.problem.empty()) return std::move(loaded.file);
+    const QString path = FilePath(folder, fileName);
+    auto loaded = workbench_.disk->Ask(path, Patience::WhileWanted, [folder, path] {
+        MendUnfinishedWrites(SystemPath(folder));
+        return LoadText(path);
+    });
+    if (!loaded) return std::nullopt;  // the user would not wait
+    if (loaded->problem.empty()) return std::move(loaded->file);
     workbench_.dialogs.ShowMessage(
-        this, "Error Loading Source File:\n" + QString::fromStdString(loaded.problem));
+        this, "Error Loading Source File:\n" + QString::fromStdString(loaded->problem));
     return std::nullopt;
 }
 
 bool SourceWindow::LoadFile(const QString& folder, const QString& fileName) {
-    MendUnfinishedWrites(SystemPath(folder));
     std::optional<FileText> file = ReadSource(folder, fileName);
     if (!file) return false;
     lineEnd_ = file->lineEnd;
@@ -191,12 +195,22 @@ SaveResult SourceWindow::SaveFileAs() {
 }
 
 SaveResult SourceWindow::WriteTo(const QString& folder, const QString& fileName) {
-    const std::string problem =
-        SaveText(FilePath(folder, fileName), {editor_->TextBytes(), lineEnd_});
-    if (!problem.empty()) {
+    const QString path = FilePath(folder, fileName);
+    const auto problem = workbench_.disk->Ask(
+        path, Patience::WhileWanted,
+        [path, text = FileText{editor_->TextBytes(), lineEnd_}] { return SaveText(path, text); });
+    if (!problem) {
+        workbench_.dialogs.ShowMessage(
+            this,
+            tr("%1 is not saved. %2, but what you wanted to save may still be written when it "
+               "does. To be safe, save under another name in another folder.")
+                .arg(fileName, kNoAnswer));
+        return SaveResult::Failed;
+    }
+    if (!problem->empty()) {
         workbench_.dialogs.ShowMessage(
             this, "Could Not Save File. System returned the following error: \n" +
-                      QString::fromStdString(problem));
+                      QString::fromStdString(*problem));
         return SaveResult::Failed;
     }
     programs_.NoteSaved(id_, folder, fileName);
@@ -279,9 +293,13 @@ QString SourceWindow::Text() const {
 
 /// An example stays as it is for the next one who looks at it.
 bool SourceWindow::AsksForName() const {
-    const bool isExample =
-        !PathName().isEmpty() && QDir(PathName()) == QDir(workbench_.ExamplesFolder());
-    return IsNewFile() || isExample;
+    if (IsNewFile()) return true;
+    const QString folder = PathName();
+    const auto isExample = workbench_.disk->Ask(FilePath(folder, FileName()), Patience::Short,
+                                                [folder, examples = workbench_.ExamplesFolder()] {
+                                                    return QDir(folder) == QDir(examples);
+                                                });
+    return isExample.value_or(false);
 }
 
 bool SourceWindow::IsNewFile() const {

@@ -136,9 +136,13 @@ void BoardWindows::Stop() {
 void BoardWindows::Send(const QString& path, bool runs) {
     if (board_.Kind() == BoardKind::Port) surroundings_.bringToFront(terminal_);
     // The file tells which program it is: another run may have written it since.
-    const FileContent file = ReadWholeFile(SystemPath(path));
+    const auto file = workbench_.disk->Ask(path, Patience::WhileWanted,
+                                           [path] { return ReadWholeFile(SystemPath(path)); });
+    if (!file) return;  // the user would not wait
     showsRun_ = runs;
-    board_.Send(path, programs_.CompiledAs(file.bytes), runs);
+    const bool isRead = file->status == FileContent::Status::Read;
+    board_.Send(path, programs_.CompiledAs(file->bytes), runs,
+                isRead ? std::optional(file->bytes) : std::nullopt);
 }
 
 /// A program that was sent to be run is seen when it runs.

@@ -206,8 +206,8 @@ SourceWindow* CompileCommands::GoBackToSource() {
 
 /// Null: the file is not open. One that was never saved has no path.
 SourceWindow* CompileCommands::OpenWindowOf(const LineXref& line) const {
-    const QString key =
-        FileKey(QString::fromStdString(line.pathName), QString::fromStdString(line.fileName));
+    const QString key = programs_.KeyOf(QString::fromStdString(line.pathName),
+                                        QString::fromStdString(line.fileName));
     const auto file = std::ranges::find(programs_.Files(), key, &OpenFile::key);
     return file == programs_.Files().end() ? nullptr : files_.WindowOf(file->id);
 }

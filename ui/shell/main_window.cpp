@@ -53,6 +53,9 @@ MainWindow::MainWindow(Workbench& workbench, PortLister listPorts)
     setObjectName("frmMain");
     setWindowTitle(kProgramTitle);
     setAcceptDrops(true);
+    workbench_.disk->SetWaiter([this](const QString& path, const std::function<bool()>& isDone) {
+        workbench_.dialogs.WaitFor(this, path, isDone);
+    });
     MakeActions();
     MakeMenus();
     MakeToolBars();
@@ -67,6 +70,7 @@ MainWindow::MainWindow(Workbench& workbench, PortLister listPorts)
 
 MainWindow::~MainWindow() {
     // What is left of the windows must not tell a frame that is half gone.
+    workbench_.disk->SetWaiter({});
     area_->disconnect(this);
     programs_->disconnect();
     board_->disconnect();
@@ -157,8 +161,11 @@ QWidget* MainWindow::MakeStartPage() {
              for (const QString& path : paths)
                  OpenPath(path);
          }},
-        workbench_.ExamplesFolder(), [this] { return RecentFiles(workbench_.settings).Paths(); },
-        [this] { return SessionFiles(workbench_.settings).Paths(); });
+        workbench_.ExamplesFolder(),
+        [this] { return PresentFiles(*workbench_.disk, RecentFiles(workbench_.settings).Paths()); },
+        [this] {
+            return PresentFiles(*workbench_.disk, SessionFiles(workbench_.settings).Paths());
+        });
 }
 
 void MainWindow::MakeStatusBar() {
@@ -187,7 +194,7 @@ void MainWindow::MakeParts() {
     const auto showMessage = [this](const std::string& message) {
         workbench_.dialogs.ShowMessage(this, QString::fromStdString(message));
     };
-    programs_ = new Programs(this);
+    programs_ = new Programs(*workbench_.disk, this);
     board_ = new BoardState(showMessage, listPorts_, this);
     files_ = new SourceFiles(workbench_, *programs_, *tabs_, {addChild, bringToFront}, this);
     compiler_ =

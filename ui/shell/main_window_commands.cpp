@@ -306,7 +306,7 @@ HelpTopic MainWindow::TopicInFront() const {
 
 void MainWindow::ShowHelp(const QString& address, const HelpTopic& topic) {
     if (browser_ == nullptr) {
-        browser_ = new HelpBrowser(workbench_.dialogs);
+        browser_ = new HelpBrowser(workbench_.dialogs, *workbench_.disk);
         area_->Add(browser_);
     }
     BringToFront(browser_);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "config/file.h"
 #include "desktop/text_file.h"
 #include "ui/dialogs/recovery_dialog.h"
 #include "ui/editor/source_window.h"
@@ -22,6 +23,17 @@ QString PathOrTitle(const OpenFile& file) {
     return file.NeverSaved() ? file.name : QDir(file.folder).absoluteFilePath(file.name);
 }
 
+struct FileOnDisk {
+    bool isThere = false;
+    LoadedText loaded;
+};
+
+/// A crash may have come in the middle of a save.
+bool IsThereWhole(const QString& path) {
+    MendUnfinishedWrites(SystemPath(QFileInfo(path).path()));
+    return QFileInfo::exists(path);
+}
+
 /// What the store calls the document.
 QString DocumentOf(FileId id) {
     return QString::number(static_cast<std::uint32_t>(id));
@@ -35,7 +47,8 @@ RecoveryKeeper::RecoveryKeeper(Workbench& workbench, Programs& programs, SourceF
       workbench_(workbench),
       programs_(programs),
       windows_(windows),
-      store_(QString::fromStdString((workbench.dataFolder / kRecoveryFolder).string())) {
+      store_(QString::fromStdString((workbench.dataFolder / kRecoveryFolder).string())),
+      watcher_(*workbench.disk, this) {
     connect(&programs_, &Programs::Changed, this, &RecoveryKeeper::Follow);
     connect(&programs_, &Programs::Closing, this, &RecoveryKeeper::Forget);
     connect(&watcher_, &FileWatcher::ChangedOnDisk, this, &RecoveryKeeper::LookAtDisk);
@@ -120,7 +133,7 @@ void RecoveryKeeper::EndSession() {
 void RecoveryKeeper::OfferUnsaved(QWidget* parent) {
     std::vector<UnsavedText> texts = store_.Unsaved();
     if (texts.empty()) return;
-    RecoveryDialog dialog(std::move(texts), parent);
+    RecoveryDialog dialog(std::move(texts), *workbench_.disk, parent);
     connect(&dialog, &RecoveryDialog::RecoverChosen, this, &RecoveryKeeper::TakeBack);
     connect(&dialog, &RecoveryDialog::DiscardChosen, this,
             [this](const UnsavedText& text) { store_.Discard(text); });
@@ -144,7 +157,7 @@ void RecoveryKeeper::ShowCopies(QWidget* parent) {
         workbench_.dialogs.ShowMessage(parent, tr("There are no copies of this file yet."));
         return;
     }
-    RecoveryDialog dialog(std::move(texts), parent);
+    RecoveryDialog dialog(std::move(texts), *workbench_.disk, parent);
     dialog.OfferOnlyRecovery();
     connect(&dialog, &RecoveryDialog::RecoverChosen, this, [this, id](const UnsavedText& text) {
         const OpenFile* file = programs_.File(id);
@@ -158,7 +171,10 @@ void RecoveryKeeper::ShowCopies(QWidget* parent) {
 /// Puts the text into the window of its file, as a change that can be undone.
 void RecoveryKeeper::TakeBack(const UnsavedText& unsaved) {
     const QFileInfo file(unsaved.copy.path);
-    SourceWindow* window = unsaved.copy.path.isEmpty() || !file.exists()
+    const auto isThere = workbench_.disk->Ask(
+        unsaved.copy.path, Patience::WhileWanted,
+        [path = unsaved.copy.path] { return !path.isEmpty() && IsThereWhole(path); });
+    SourceWindow* window = !isThere.value_or(false)
                                ? windows_.NewFile()
                                : windows_.OpenFile(file.absolutePath(), file.fileName());
     if (window == nullptr) window = windows_.NewFile();
@@ -172,13 +188,18 @@ void RecoveryKeeper::LookAtDisk(const QString& path) {
         followed_, [&](const auto& entry) { return entry.second.path == path; });
     if (followed == followed_.end()) return;
     const OpenFile* file = programs_.File(followed->first);
-    if (!QFileInfo::exists(path)) {
+    const auto onDisk = workbench_.disk->Ask(path, Patience::Short, [path]() -> FileOnDisk {
+        if (!QFileInfo::exists(path)) return {};
+        return {true, LoadText(path)};
+    });
+    if (!onDisk) return;
+    if (!onDisk->isThere) {
         programs_.SetDisk(file->id, DiskState::Gone);
         return KeepAll();
     }
-    const LoadedText onDisk = LoadText(path);
-    const bool isSame = onDisk.problem.empty() &&
-                        QString::fromStdString(onDisk.file.text) == programs_.Text(file->id);
+    const LoadedText& loaded = onDisk->loaded;
+    const bool isSame = loaded.problem.empty() &&
+                        QString::fromStdString(loaded.file.text) == programs_.Text(file->id);
     if (isSame) return programs_.SetDisk(file->id, DiskState::Same);
     OfferReload(*file);
 }

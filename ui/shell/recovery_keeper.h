@@ -59,7 +59,7 @@ class RecoveryKeeper : public QObject {
     Programs& programs_;
     SourceFiles& windows_;
     RecoveryService store_;
-    FileWatcher watcher_{this};
+    FileWatcher watcher_;
     QTimer timer_;
     std::map<FileId, Followed> followed_;
     bool problemTold_ = false;

@@ -163,9 +163,7 @@ void StartPage::ShowRecent() {
         delete item->widget();
         delete item;
     }
-    const auto exists = [](const QString& path) { return QFileInfo::exists(path); };
-    QStringList session = sessionFiles_();
-    session.removeIf([&](const QString& path) { return !exists(path); });
+    const QStringList session = sessionFiles_();
     if (session.size() > 1) {
         AddButton(*recentRows_, "StartSession",
                   tr("All %1 files of the last time").arg(session.size()), "file-open",
@@ -173,7 +171,7 @@ void StartPage::ShowRecent() {
     }
     int count = 0;
     for (const QString& path : recentFiles_()) {
-        if (!exists(path) || ++count > kMostRecentShown) continue;
+        if (++count > kMostRecentShown) break;
         QToolButton* button =
             AddButton(*recentRows_, QString("StartRecent%1").arg(count), QFileInfo(path).fileName(),
                       "file-open", [this, path] { actions_.openFile(path); });

@@ -25,8 +25,8 @@ class StartPage : public QWidget {
         std::function<void(const QStringList& paths)> openFiles;
     };
 
-    /// The example programs are those of the folder. What was open or used before is asked for
-    /// whenever the page is shown.
+    /// The example programs are those of the folder. What was open or used before, and is still
+    /// there, is asked for whenever the page is shown.
     StartPage(Actions actions, const QString& examplesFolder,
               std::function<QStringList()> recentFiles, std::function<QStringList()> sessionFiles);
 

@@ -6,18 +6,25 @@
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrintDialog>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <QTimer>
+#include <algorithm>
 
 #include "ui/support/workbench.h"
 
 namespace zentro {
 
 namespace {
+
+constexpr int kWaitingWidth = 360;
+constexpr int kLook = 50;  // milliseconds between two looks whether a wait is over
 
 /// While it lives, a box may be shown. Then the window that was active before is so again: a
 /// desktop would choose the box's parent, behind the tool that raised the box.
@@ -51,12 +58,10 @@ QMessageBox::StandardButton RunQuestion(QWidget* parent, const QString& question
     return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
-std::optional<QString> RunFileDialog(QFileDialog& dialog, const FileChoice& choice) {
-    const FocusReturn focus;
-    dialog.setDefaultSuffix(choice.defaultSuffix);
-    if (!choice.suggestedName.isEmpty()) dialog.selectFile(choice.suggestedName);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return dialog.selectedFiles().first();
+/// Whether the folder and all that lies in it, where other drives may be mounted, can be asked for.
+bool CanBeListed(const QString& folder) {
+    const QFileInfoList entries = QDir(folder).entryInfoList(QDir::AllEntries);
+    return std::ranges::all_of(entries, [](const QFileInfo& entry) { return entry.size() >= 0; });
 }
 
 }  // namespace
@@ -119,24 +124,61 @@ std::optional<QString> DesktopDialogs::AskText(QWidget* parent, const QString& q
     return text;
 }
 
+/// A file dialog would hang with the folder that it begins in.
+QString DesktopDialogs::AnsweringFolder(QWidget* parent, const QString& folder) {
+    disk_.SetWaiter([this, parent](const QString& path, const std::function<bool()>& isDone) {
+        WaitFor(parent, path, isDone);
+    });
+    const auto isThere = disk_.Ask(QDir(folder).filePath("."), Patience::WhileWanted,
+                                   [folder] { return QFileInfo::exists(folder); });
+    return isThere ? folder : QDir::homePath();
+}
+
+std::optional<QString> DesktopDialogs::RunFileDialog(std::unique_ptr<QFileDialog> dialog,
+                                                     const FileChoice& choice) {
+    dialog->setDefaultSuffix(choice.defaultSuffix);
+    if (!choice.suggestedName.isEmpty()) dialog->selectFile(choice.suggestedName);
+    const FocusReturn focus;
+    std::optional<QString> chosen;
+    if (dialog->exec() == QDialog::Accepted && !dialog->selectedFiles().isEmpty())
+        chosen = dialog->selectedFiles().first();
+    const QString folder = dialog->directory().path();
+    const bool canEnd = disk_
+                            .Ask(QDir(folder).filePath("."), Patience::Short,
+                                 [folder] { return CanBeListed(folder); })
+                            .has_value();
+    if (canEnd) return chosen;
+    // Its end would wait for a thread of its own that hangs.
+    dialog->setParent(nullptr);
+    static_cast<void>(dialog.release());
+    return chosen;
+}
+
 std::optional<QString> DesktopDialogs::ChooseFileToOpen(QWidget* parent, const FileChoice& choice) {
-    QFileDialog dialog(parent, choice.title, choice.folder, DesktopFilters(choice.filters));
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    return RunFileDialog(dialog, choice);
+    auto dialog = MakeFileDialog(parent, choice);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    return RunFileDialog(std::move(dialog), choice);
+}
+
+std::optional<QString> DesktopDialogs::ChooseFileToSave(QWidget* parent, const FileChoice& choice) {
+    auto dialog = MakeFileDialog(parent, choice);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    return RunFileDialog(std::move(dialog), choice);
 }
 
 std::optional<QString> DesktopDialogs::ChooseFolder(QWidget* parent, const QString& title,
                                                     const QString& present) {
-    const FocusReturn focus;
-    const QString folder = QFileDialog::getExistingDirectory(parent, title, present);
-    if (folder.isEmpty()) return std::nullopt;
-    return folder;
+    auto dialog = MakeFileDialog(parent, {title, present, {}, {}, {}});
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    return RunFileDialog(std::move(dialog), {});
 }
 
-std::optional<QString> DesktopDialogs::ChooseFileToSave(QWidget* parent, const FileChoice& choice) {
-    QFileDialog dialog(parent, choice.title, choice.folder, DesktopFilters(choice.filters));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    return RunFileDialog(dialog, choice);
+std::unique_ptr<QFileDialog> DesktopDialogs::MakeFileDialog(QWidget* parent,
+                                                            const FileChoice& choice) {
+    return std::make_unique<QFileDialog>(parent, choice.title,
+                                         AnsweringFolder(parent, choice.folder),
+                                         DesktopFilters(choice.filters));
 }
 
 std::optional<QColor> DesktopDialogs::ChooseColour(QWidget* parent, const QColor& present) {
@@ -157,6 +199,25 @@ std::optional<QFont> DesktopDialogs::ChooseFont(QWidget* parent, const QFont& pr
 bool DesktopDialogs::SetUpPrinter(QWidget* parent, QPrinter& printer) {
     const FocusReturn focus;
     return QPrintDialog(&printer, parent).exec() == QDialog::Accepted;
+}
+
+void DesktopDialogs::WaitFor(QWidget* parent, const QString& path,
+                             const std::function<bool()>& isDone) {
+    const FocusReturn focus;
+    QProgressDialog dialog(
+        tr("Waiting for %1...").arg(QDir::toNativeSeparators(QDir::cleanPath(path))), tr("Cancel"),
+        0, 0, parent);
+    dialog.setObjectName("dlgWaiting");
+    dialog.setWindowTitle(kProgramTitle);
+    dialog.setWindowModality(Qt::ApplicationModal);
+    dialog.setMinimumDuration(0);
+    dialog.setMinimumWidth(kWaitingWidth);
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &dialog, [&] {
+        if (isDone()) dialog.accept();
+    });
+    look.start(kLook);
+    dialog.exec();
 }
 
 bool DesktopDialogs::Run(QDialog& dialog) {

@@ -1,12 +1,18 @@
 #pragma once
 
 #include <QColor>
+#include <QCoreApplication>
 #include <QFont>
 #include <QString>
 #include <QStringList>
+#include <functional>
+#include <memory>
 #include <optional>
 
+#include "desktop/disk.h"
+
 class QDialog;
+class QFileDialog;
 class QPrinter;
 class QWidget;
 
@@ -56,12 +62,17 @@ class Dialogs {
     virtual std::optional<QFont> ChooseFont(QWidget* parent, const QFont& present) = 0;
     /// Shows the print dialog over the printer. False when the user cancelled.
     virtual bool SetUpPrinter(QWidget* parent, QPrinter& printer) = 0;
+    /// Tells that a file's disk is waited for. Returns when `isDone` is so, or the user cancels.
+    virtual void WaitFor(QWidget* parent, const QString& path,
+                         const std::function<bool()>& isDone) = 0;
     /// Shows a dialog of our own and waits for its end. True when it was accepted.
     virtual bool Run(QDialog& dialog) = 0;
 };
 
 /// The dialogs of the desktop.
 class DesktopDialogs : public Dialogs {
+    Q_DECLARE_TR_FUNCTIONS(zentro::DesktopDialogs)
+
   public:
     void ShowMessage(QWidget* parent, const QString& text) override;
     void ShowCritical(QWidget* parent, const QString& text) override;
@@ -77,7 +88,17 @@ class DesktopDialogs : public Dialogs {
     std::optional<QColor> ChooseColour(QWidget* parent, const QColor& present) override;
     std::optional<QFont> ChooseFont(QWidget* parent, const QFont& present) override;
     bool SetUpPrinter(QWidget* parent, QPrinter& printer) override;
+    void WaitFor(QWidget* parent, const QString& path,
+                 const std::function<bool()>& isDone) override;
     bool Run(QDialog& dialog) override;
+
+  private:
+    QString AnsweringFolder(QWidget* parent, const QString& folder);
+    std::unique_ptr<QFileDialog> MakeFileDialog(QWidget* parent, const FileChoice& choice);
+    std::optional<QString> RunFileDialog(std::unique_ptr<QFileDialog> dialog,
+                                         const FileChoice& choice);
+
+    Disk disk_;
 };
 
 /// "Source (Text) Files|*.txt|All Files (*.*)|*.*" as the desktop's dialogs want it:

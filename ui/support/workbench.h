@@ -2,8 +2,10 @@
 
 #include <QString>
 #include <filesystem>
+#include <memory>
 
 #include "config/configuration.h"
+#include "desktop/disk.h"
 #include "settings/settings_store.h"
 
 namespace zentro {
@@ -18,6 +20,8 @@ struct Workbench {
     Dialogs& dialogs;
     std::filesystem::path programFolder;  ///< of the help, the language and the examples
     std::filesystem::path dataFolder;     ///< the user's own: recovery copies
+    /// Through it windows read, write and ask for the files that users name.
+    std::shared_ptr<Disk> disk = std::make_shared<Disk>();
 
     QString ExamplesFolder() const {
         return QString::fromStdString((programFolder / "examples").string());

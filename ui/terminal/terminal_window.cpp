@@ -220,7 +220,10 @@ void TerminalWindow::StartLog() {
         "ZentroCompiler KineTron Logs (*.Log)|*.Log|All Files (*.*)|*.*", "Log"};
     const std::optional<QString> path = workbench_.dialogs.ChooseFileToSave(this, choice);
     if (!path || path->isEmpty()) return;
-    if (!QFileInfo::exists(*path) &&
+    const auto isThere = workbench_.disk->Ask(*path, Patience::WhileWanted,
+                                              [path = *path] { return QFileInfo::exists(path); });
+    if (!isThere) return;  // the user would not wait
+    if (!*isThere &&
         !workbench_.dialogs.AskYesNo(
             this, tr("%1 does not exist. Create it?").arg(QDir::toNativeSeparators(*path))))
         return;

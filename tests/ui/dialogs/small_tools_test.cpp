@@ -82,7 +82,7 @@ TEST(HelpAddress, FilesAreShownAndWebAddressesHandedOn) {
 class HelpTest : public UiTest {
   protected:
     HelpTest()
-        : browser_(dialogs, [this](const QUrl& url) {
+        : browser_(dialogs, *workbench->disk, [this](const QUrl& url) {
               opened_ += url.toString();
               return canOpen_;
           }) {

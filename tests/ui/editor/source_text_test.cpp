@@ -162,7 +162,7 @@ TEST_F(SourceText, ExplainsTheArgumentAtTheCaret) {
 TEST_F(SourceText, ChecksOpenTextsBeforeFiles) {
     WriteFile("main.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
     WriteFile("drive.txt", "DEFINE BYTE Speed = 0\nDEFINE BYTE Speed = 0\n");
-    Programs programs;
+    Programs programs{*workbench->disk};
     const FileId id = programs.Add(folder_.path(), "main.txt", [] {
         return "INCLUDE \"drive.txt\"\nINCLUDE \"missing.txt\"\nDEFINE CONSTANT Fast = 90\n"
                "BEGIN PROGRAM\n    Speed = Nothing + 1\n    DISPLAY 300\nEND PROGRAM\n";

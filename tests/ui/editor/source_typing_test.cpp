@@ -50,7 +50,7 @@ class SourceTyping : public UiTest {
     }
     std::string Line(int line) { return LineText(editor, line - 1); }
 
-    Programs programs;
+    Programs programs{*workbench->disk};
     SourceWindow window;
     SourceEditor& editor;
 };

@@ -44,7 +44,7 @@ class SourceWindowTest : public UiTest {
         programs.SetReport(report);
     }
 
-    Programs programs;
+    Programs programs{*workbench->disk};
     SourceWindow window;
 };
 

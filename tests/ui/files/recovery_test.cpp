@@ -402,7 +402,8 @@ TEST_F(RecoveryTest, TheDialogShowsWhatDiffersAndTakesBack) {
     Crash("NewFile1", {"new"});
     Crash("NewFile2", {"unwanted"});
     RecoveryStore store(store_);
-    RecoveryDialog dialog(store.Unsaved());
+    Disk disk;
+    RecoveryDialog dialog(store.Unsaved(), disk);
     QStringList taken;
     QObject::connect(&dialog, &RecoveryDialog::RecoverChosen,
                      [&](const UnsavedText& text) { taken += "recover " + text.copy.title; });
@@ -441,7 +442,8 @@ TEST_F(RecoveryTest, OfEarlierCopiesOneIsTakenBack) {
     for (const RecoveryCopy& copy : store.Copies("1", path_)) {
         texts.push_back({copy, {}});
     }
-    RecoveryDialog dialog(std::move(texts));
+    Disk disk;
+    RecoveryDialog dialog(std::move(texts), disk);
     dialog.OfferOnlyRecovery();
     QStringList taken;
     QObject::connect(&dialog, &RecoveryDialog::RecoverChosen,

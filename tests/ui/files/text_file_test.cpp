@@ -387,7 +387,8 @@ class FileWatcherTest : public TextFileTest {
         return came && told_.size() == times && told_.last() == path_;
     }
 
-    FileWatcher watcher_;
+    Disk disk_;
+    FileWatcher watcher_{disk_};
     QStringList told_;
 };
 

@@ -66,7 +66,7 @@ class Service : public UiTest {
         return program != nullptr && program->succeeded;
     }
 
-    Programs programs;
+    Programs programs{*workbench->disk};
     KeptPrompts prompts;
     CompileService service;
     KeptOutput output;

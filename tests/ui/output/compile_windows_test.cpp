@@ -72,7 +72,7 @@ class CompileWindows : public UiTest {
         return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     }
 
-    Programs programs;
+    Programs programs{*workbench->disk};
     NoPrompts prompts;
     CompileService service;
     CompilerOutputWindow output;
