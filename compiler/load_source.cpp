@@ -70,22 +70,25 @@ class SourceLoader {
         const std::string normalPath = std::filesystem::path(path).lexically_normal().string();
         if (MustNotBeOpened(normalPath)) {
             foundCircle_ = true;
-            compilation_.diagnostics.PostError(MessageCode::IncludedTooDeep,
-                                               LineOrNone(includingLineNo), fileName);
+            compilation_.diagnostics.PostAboutFile(MessageCode::IncludedTooDeep,
+                                                   LineOrNone(includingLineNo), fileName);
             return false;
         }
         const bool isNew = pathsRead_.insert(normalPath).second;
         if (foundCircle_ && !isNew) return false;
         compilation_.diagnostics.LogSourceFileOpen(path);
-        std::optional<std::string> bytes = Read(directory, fileName, path);
-        if (!bytes) {
-            compilation_.diagnostics.PostError(MessageCode::FileNotOpened,
-                                               LineOrNone(includingLineNo), fileName);
+        FileContent content = Read(directory, fileName, path);
+        if (content.status != FileContent::Status::Read) {
+            // That a file is not there the message says itself.
+            const bool isThere = content.status == FileContent::Status::Failed;
+            compilation_.diagnostics.PostAboutFile(MessageCode::FileNotOpened,
+                                                   LineOrNone(includingLineNo), fileName,
+                                                   isThere ? content.problem : std::string());
             return false;
         }
         SourceFile& file =
             compilation_.files.emplace_back(SourceFile{fileName, directory, {}, includingLineNo});
-        file.text = DecodeText(std::move(*bytes), &file.replaced);
+        file.text = DecodeText(std::move(content.bytes), &file.replaced);
         openPaths_.push_back(normalPath);
         LoadLines(file);
         openPaths_.pop_back();
@@ -93,15 +96,13 @@ class SourceLoader {
     }
 
     /// Reads the file, or the one that the user names in place of a missing one.
-    std::optional<std::string> Read(const std::string& directory, const std::string& fileName,
-                                    std::string path) {
+    FileContent Read(const std::string& directory, const std::string& fileName, std::string path) {
         for (;;) {
             FileContent content = compilation_.environment.files.Read(path);
-            if (content.status == FileContent::Status::Read) return std::move(content.bytes);
-            if (content.status == FileContent::Status::Failed) return std::nullopt;
+            if (content.status != FileContent::Status::NotFound) return content;
             std::optional<std::string> picked = compilation_.environment.prompts.FindMissingFile(
                 "Cannot Find " + fileName, directory, fileName);
-            if (!picked) return std::nullopt;
+            if (!picked) return content;
             path = std::move(*picked);
         }
     }

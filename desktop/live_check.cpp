@@ -24,13 +24,9 @@ class CheckOutput : public OutputSink {
 
     void Write(std::string_view, LogColour, const PostedMessage* message) override {
         if (message == nullptr) return;
-        PostedMessage told = *message;
-        if (told.code == MessageCode::FileNotOpened && files_.GotNoAnswer()) {
-            lacksFiles = true;
-            told.hint = {std::string(kNoAnswer) + '.', {}};
-            told.text += ' ' + told.hint.text;
-        }
-        messages.Add(told);
+        const bool lacksFile = message->code == MessageCode::FileNotOpened && files_.GotNoAnswer();
+        lacksFiles = lacksFiles || lacksFile;
+        messages.Add(*message);
     }
 
     MessageCollector messages;

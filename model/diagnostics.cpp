@@ -134,11 +134,18 @@ void Diagnostics::PostError(MessageCode code, SourceLine* line, std::string_view
     Post(code, line, ToUtf8(extra));
 }
 
+void Diagnostics::PostAboutFile(MessageCode code, SourceLine* line, std::string_view fileName,
+                                std::string_view reason) {
+    const std::string sentence = reason.empty() ? std::string() : std::string(reason) + '.';
+    Post(code, line, std::string(fileName), {sentence, {}});
+}
+
 void Diagnostics::PostShown(MessageCode code, SourceLine& line, std::string_view extra) {
     Post(code, &line, std::string(extra));
 }
 
-void Diagnostics::Post(MessageCode code, SourceLine* line, const std::string& shownExtra) {
+void Diagnostics::Post(MessageCode code, SourceLine* line, const std::string& shownExtra,
+                       Hint hint) {
     if (PreventsObjectCode(code)) objectCodeIsPossible_ = false;
     const ErrorMessage* entry = Find(code);
     if (entry == nullptr) return;
@@ -148,8 +155,9 @@ void Diagnostics::Post(MessageCode code, SourceLine* line, const std::string& sh
         prompts_.ShowMessage(entry->token + ":" + text + more);
         return;
     }
-    PostedMessage message{code, entry->errorSeverity, {}, text};
+    PostedMessage message{code, entry->errorSeverity, {}, text, std::move(hint)};
     if (line == nullptr) {
+        if (!message.hint.text.empty()) message.text += " " + message.hint.text;
         PostMessage(message, shownExtra);
         return;
     }
@@ -196,7 +204,8 @@ void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message,
     }
     const bool isMistake =
         message.severity == Severity::Error || message.severity == Severity::Warning;
-    if (isMistake) message.hint = HintFor(line, message.code, shownExtra);
+    if (isMistake && message.hint.text.empty())
+        message.hint = HintFor(line, message.code, shownExtra);
     if (!message.hint.text.empty()) message.text += " " + message.hint.text;
     if (filter_ != nullptr && filter_->HoldsBack(message, line)) return;
     PostMessage(message, LineTextColumn(line.parsedLine));

@@ -53,6 +53,12 @@ class Diagnostics {
     /// character set, is shown before the text.
     void PostError(MessageCode code, SourceLine* line, std::string_view extra = {});
 
+    /// Posts a message about a file, whose name is UTF-8, against the line that includes it;
+    /// nullptr for the main file. The reason is the system's, without a full stop; empty: there is
+    /// no more to say.
+    void PostAboutFile(MessageCode code, SourceLine* line, std::string_view fileName,
+                       std::string_view reason = {});
+
     /// Posts a message with an extra that is UTF-8 already: a character of the file.
     void PostShown(MessageCode code, SourceLine& line, std::string_view extra);
 
@@ -76,7 +82,7 @@ class Diagnostics {
 
   private:
     const ErrorMessage* Find(MessageCode code);
-    void Post(MessageCode code, SourceLine* line, const std::string& shownExtra);
+    void Post(MessageCode code, SourceLine* line, const std::string& shownExtra, Hint hint = {});
     void PostMessage(const PostedMessage& message, std::string_view lineText);
     void PostAgainst(SourceLine& line, PostedMessage message, std::string_view shownExtra);
     Hint HintFor(const SourceLine& line, MessageCode code, std::string_view shownExtra) const;

@@ -327,6 +327,19 @@ TEST(Includes, AFileThatCannotBeReadIsNotAskedFor) {
     EXPECT_THAT(program.prompts.questions, IsEmpty());
     EXPECT_THAT(program.files.asked, ElementsAre("src/main.txt", "/far/away.txt"));
     EXPECT_THAT(program.Messages(), ElementsAre("E60 main.txt:1"));
+    EXPECT_THAT(program.TextOf("E60"), testing::EndsWith(" Permission denied."));
+}
+
+TEST(Includes, AFileIsNamedAsItIsWritten) {
+    Program missing("INCLUDE \"prüfung.txt\"\n");
+    missing.Check();
+    EXPECT_THAT(missing.TextOf("E60"), testing::StartsWith("prüfung.txt - "));
+    Program circle("");
+    circle.files.texts.clear();
+    circle.WithFile("main.txt", "INCLUDE \"prüfung.txt\"\n");
+    circle.WithFile("prüfung.txt", "INCLUDE \"prüfung.txt\"\n");
+    circle.Check();
+    EXPECT_THAT(circle.TextOf("E61"), testing::StartsWith("prüfung.txt - "));
 }
 
 TEST(MainFile, MissingIsE60WithoutALine) {
