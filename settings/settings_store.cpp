@@ -1,12 +1,15 @@
 #include "settings/settings_store.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <chrono>
 #include <cstddef>
 #include <fcntl.h>
 #include <fstream>
 #include <random>
 #include <sys/file.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 #include <variant>
@@ -24,6 +27,10 @@ namespace {
 constexpr std::string_view kLoadFailed = "Error occurred in LoadConfig. Error text is ";
 constexpr std::string_view kSaveFailed = "Error Saving Config: ";
 constexpr std::size_t kLargestSettings = 16U << 20U;  // bytes; a usual file has about one thousand
+
+// A save takes far less than their product, two seconds.
+constexpr int kLockTries = 100;
+constexpr std::chrono::milliseconds kLockPause{20};
 
 /// The first free one of the names for a file that could not be read.
 fs::path KeptName(const fs::path& file) {
@@ -69,13 +76,15 @@ StoredFile ReadStored(const fs::path& file) {
             PathText(file) + ", line " + std::to_string(parsed.line) + ": " + parsed.error, false};
 }
 
-/// Other runs of the program wait with their saves as long as it lives. Where a folder cannot be
-/// locked nobody waits.
+/// Other runs of the program wait with their saves as long as it lives, but not for ever: a run
+/// that was stopped must not stop the others. Where a folder cannot be locked nobody waits.
 class FolderLock {
   public:
     explicit FolderLock(const fs::path& folder)
         : descriptor_(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-        if (descriptor_ >= 0) static_cast<void>(flock(descriptor_, LOCK_EX));
+        if (descriptor_ < 0) return;
+        for (int tries = 0; tries < kLockTries && !IsLocked(); ++tries)
+            std::this_thread::sleep_for(kLockPause);
     }
     ~FolderLock() {
         if (descriptor_ >= 0) close(descriptor_);
@@ -84,6 +93,11 @@ class FolderLock {
     FolderLock& operator=(const FolderLock&) = delete;
 
   private:
+    /// Or cannot be.
+    bool IsLocked() const {
+        return flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+    }
+
     int descriptor_;
 };
 
@@ -96,7 +110,10 @@ fs::path ChooseSettingsFolder(const fs::path& programFolder, const fs::path& use
     const bool writable = std::ofstream(probe).is_open();
     std::error_code ignored;  // there is nothing to remove when the folder cannot be written
     fs::remove(probe, ignored);
-    return writable || userFolder.empty() ? programFolder : userFolder;
+    // That of another account may be for reading only.
+    const fs::path file = programFolder / kSettingsFileName;
+    const bool isLocked = fs::exists(file, ignored) && access(file.c_str(), W_OK) != 0;
+    return (writable && !isLocked) || userFolder.empty() ? programFolder : userFolder;
 }
 
 SettingsStore::SettingsStore(const fs::path& settingsFolder, const fs::path& programFolder,

@@ -12,7 +12,8 @@ namespace zentro {
 inline constexpr std::string_view kSettingsFileName = "ZentroCompiler.dfv";
 
 /// The folder of the settings file of a portable copy: the program's own when files can be made
-/// there, otherwise the user's configuration folder, which need not exist yet.
+/// there and a settings file that is there can be written, otherwise the user's configuration
+/// folder, which need not exist yet.
 std::filesystem::path ChooseSettingsFolder(const std::filesystem::path& programFolder,
                                            const std::filesystem::path& userFolder);
 

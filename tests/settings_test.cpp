@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -10,6 +11,7 @@
 #include <locale>
 #include <optional>
 #include <string>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <unistd.h>
 #include <vector>
@@ -173,6 +175,17 @@ TEST_F(SettingsStoreTest, TwoRunsKeepEachOthersChanges) {
     EXPECT_EQ(store_->GetSetting(EditorFontSize), SettingValue{14.0});
     EXPECT_EQ(AsInteger(store_->GetSetting(ToolBarLayout, "Saved")), 1);
     EXPECT_EQ(AsInteger(store_->GetSetting(CheckWhileTyping)), 0);
+}
+
+/// One that was stopped in the middle of its save.
+TEST_F(SettingsStoreTest, ARunThatHoldsTheFolderIsNotWaitedForForEver) {
+    Open().SaveSetting(SerialPort, "COM3");
+    const int other = open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    EXPECT_EQ(store_->SaveSettings(), "");
+    close(other);
+    Close();
+    EXPECT_EQ(Open().GetSetting(SerialPort), SettingValue{"COM3"});
 }
 
 TEST_F(SettingsStoreTest, WhatIsNoFileIsReportedAndKept) {

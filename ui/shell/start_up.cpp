@@ -71,17 +71,26 @@ int Run(Dialogs& dialogs) {
     // Between the splash window and the main window none may be open for a moment.
     QApplication::setQuitOnLastWindowClosed(false);
     QPointer<SplashWindow> splash = new SplashWindow;
-    QObject::connect(splash, &SplashWindow::ShowMainWindow, qApp, [&desktop, splash] {
+    const auto open = [&desktop, splash] {
         OpenMainWindow(desktop, splash);
         QApplication::setQuitOnLastWindowClosed(true);
+    };
+    // What loading has to tell may be read for longer than the splash window stays.
+    bool isLoaded = false;
+    bool isWanted = false;
+    QObject::connect(splash, &SplashWindow::ShowMainWindow, qApp, [&] {
+        isWanted = true;
+        if (isLoaded) open();
     });
     splash->show();
     Load(desktop);
+    isLoaded = true;
     const LastMoment lastMoment([&desktop](Ending ending) {
         if (desktop.window == nullptr) return;
         const QString problem = desktop.window->KeepUnsaved(ending);
         if (!problem.isEmpty()) std::cerr << problem.toStdString() << '\n';
     });
+    if (isWanted) open();
     const int status = QApplication::exec();
     desktop.window.reset();
     return status;

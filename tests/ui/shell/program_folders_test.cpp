@@ -97,6 +97,14 @@ TEST(SettingsPlace, IsTheUsersForAnInstalledProgramAndTheFolderOfAPortableCopy) 
         const ProgramFolders folders = FindProgramFolders(root / "stick");
         return folders.settings == root / "stick" && folders.data != root / "stick";
     }));
+    // Nor can settings be saved over another user's that are for reading only.
+    make(root / "stick/ZentroCompiler.dfv");
+    fs::permissions(root / "stick/ZentroCompiler.dfv", fs::perms::owner_read);
+    EXPECT_TRUE(InChild([&] {
+        constexpr uid_t kNobody = 65534;
+        if (geteuid() == 0 && setuid(kNobody) != 0) return false;
+        return isUsers(FindProgramFolders(root / "stick").settings);
+    }));
     qunsetenv("XDG_CONFIG_HOME");
 }
 
