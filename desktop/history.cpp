@@ -30,7 +30,7 @@ bool IsReady(const Board& board) {
 
 }  // namespace
 
-History::History(BoardWorld& world) : world_(world) {
+History::History(Scene& world) : world_(world) {
     Forget();
 }
 
@@ -161,14 +161,15 @@ void History::PassTicks(std::uint64_t count, std::uint64_t steps, bool somebodyL
 void History::CarryOut(const Happening& happening) {
     Board& board = world_.board;
     switch (happening.kind) {
-        case Kind::ChangeInputs: SetInputs(board, happening.inputs); break;
-        case Kind::LetRobotSee: zentro::LetRobotSee(world_, happening.flag); break;
+        case Kind::ChangeInputs: zentro::ChangeInputs(world_, happening.inputs); break;
+        case Kind::HoldInput: zentro::HoldInput(world_, happening.input, happening.flag); break;
         case Kind::StopProgram: EndProgram(board, EndReason::Stopped); break;
         case Kind::PutAllToRest:
             StopEverything(board);
             zentro::PutRobotAtStart(world_);
             break;
         case Kind::PutRobotAtStart: zentro::PutRobotAtStart(world_); break;
+        case Kind::PlaceRobot: zentro::PlaceRobot(world_, happening.pose); break;
         case Kind::Running:
         case Kind::Receive:
         case Kind::TakeOutput: break;
@@ -182,9 +183,9 @@ void History::ChangeInputs(const Inputs& inputs) {
     CarryOut(happenings_.back());
 }
 
-void History::LetRobotSee(bool sees) {
-    if (sees == world_.robotSees) return;
-    Append({.kind = Kind::LetRobotSee, .flag = sees});
+void History::HoldInput(const world::InputId& input, bool held) {
+    if (held == IsTakenOver(world_.state, input)) return;
+    Append({.kind = Kind::HoldInput, .flag = held, .input = input});
     CarryOut(happenings_.back());
 }
 
@@ -195,6 +196,11 @@ void History::StopProgram() {
 
 void History::PutRobotAtStart() {
     Append({.kind = Kind::PutRobotAtStart});
+    CarryOut(happenings_.back());
+}
+
+void History::PlaceRobot(const world::Pose& pose) {
+    Append({.kind = Kind::PlaceRobot, .pose = pose});
     CarryOut(happenings_.back());
 }
 
@@ -235,7 +241,9 @@ std::size_t History::Receive(std::string_view characters, const Deliver& deliver
         if (!isLoad && board.serial.loader.active) zentro::PutRobotAtStart(world_);
         isLoad = isLoad || board.serial.loader.active;
         const bool restarted = board.processor.steps < before.steps;
-        if (board.processor.running && (!before.running || restarted)) Forget();
+        if (!board.processor.running || (before.running && !restarted)) continue;
+        zentro::PutRobotAtStart(world_);
+        Forget();
     }
     if (isLoad) Forget();
     return arrived;
@@ -274,7 +282,7 @@ bool History::StepBackTo(Position target) {
 
 /// Everything is repeated piece by piece, the last piece first, and put back as it was.
 std::optional<History::Position> History::FindBack(const Question& wanted) {
-    const Checkpoint present{std::make_unique<BoardWorld>(world_), End(), lastInstruction_, cost_};
+    const Checkpoint present{std::make_unique<Scene>(world_), End(), lastInstruction_, cost_};
     wanted_ = &wanted;
     found_.reset();
     Position end = present.at;
@@ -344,7 +352,7 @@ void History::CutAt(const Position& position) {
 
 void History::KeepCheckpoint(const Position& at) {
     auto& checkpoint = checkpoints_.emplace_back();
-    checkpoint.world = std::make_unique<BoardWorld>(world_);
+    checkpoint.world = std::make_unique<Scene>(world_);
     checkpoint.at = at;
     checkpoint.lastInstruction = lastInstruction_;
     checkpoint.cost = cost_;

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "desktop/board_world.h"
+#include "desktop/scene_changes.h"
 
 namespace zentro {
 
@@ -22,7 +22,7 @@ namespace zentro {
 class History {
   public:
     /// The world outlives the history. Nobody else may change it without a call of Forget.
-    explicit History(BoardWorld& world);
+    explicit History(Scene& world);
 
     /// Carries out at most so many instructions of the present tick. Returns how many. In debug
     /// mode, none.
@@ -54,15 +54,17 @@ class History {
     /// away when nobody listens.
     void PassTicks(std::uint64_t count, std::uint64_t steps, bool somebodyListens);
 
+    /// A hand changes inputs, and holds those from then on that the world feeds.
     void ChangeInputs(const Inputs& inputs);
-    void LetRobotSee(bool sees);
+    /// Takes an input over from the world, or lets it go.
+    void HoldInput(const world::InputId& input, bool held);
 
     /// Hands one character to the board and returns whether it arrived.
     using Deliver = std::function<bool(char)>;
 
     /// Characters arrive on the serial line. `deliver` hands each of them over. Returns how many
-    /// arrived. The start of a program, or of a load, forgets what was before; a load begins with
-    /// the robot at its start.
+    /// arrived. The start of a program, or of a load, forgets what was before and puts the robot at
+    /// its start.
     std::size_t Receive(std::string_view characters, const Deliver& deliver);
 
     /// Of the board's output the first so many characters have been taken.
@@ -70,6 +72,8 @@ class History {
 
     void StopProgram();
     void PutRobotAtStart();
+    /// A hand puts the robot there.
+    void PlaceRobot(const world::Pose& pose);
     /// The program is stopped, all outputs are off, the robot is at its start.
     void PutAllToRest();
 
@@ -92,26 +96,29 @@ class History {
     enum class Kind : std::uint8_t {
         Running,  ///< `times` ticks with at most `stepsPerTick` instructions each, then `steps`
         ChangeInputs,
-        LetRobotSee,
+        HoldInput,
         Receive,  ///< `characters`
         TakeOutput,
         StopProgram,
         PutRobotAtStart,
+        PlaceRobot,
         PutAllToRest,
     };
 
     struct Happening {
         Kind kind{};
-        bool flag = false;        ///< somebody listens; the robot sees
+        bool flag = false;        ///< somebody listens; the input is held
         std::uint64_t times = 1;  ///< ticks; characters; 1
         std::uint64_t stepsPerTick = 0;
         std::uint64_t steps = 0;
         std::string characters = {};
         Inputs inputs = {};
+        world::InputId input = {};
+        world::Pose pose = {};
     };
 
     struct Checkpoint {
-        std::unique_ptr<BoardWorld> world;
+        std::unique_ptr<Scene> world;
         Position at;
         std::optional<Position> lastInstruction;
         std::uint64_t cost = 0;
@@ -143,7 +150,7 @@ class History {
     void ThinOut();
     void DropOldest();
 
-    BoardWorld& world_;
+    Scene& world_;
     std::deque<Happening> happenings_;
     std::uint64_t forgotten_ = 0;  ///< happenings before the first that is kept
     std::vector<Checkpoint> checkpoints_;

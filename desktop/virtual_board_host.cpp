@@ -91,7 +91,7 @@ class VirtualBoardHost::RecordingLink : public VirtualBoardLink {
 
 VirtualBoardHost::VirtualBoardHost(QObject* parent)
     : QObject(parent),
-      world_(MakeBoardWorld()),
+      world_(MakeScene()),
       history_(*world_),
       link_(std::make_unique<RecordingLink>(*this)) {
     using namespace std::chrono_literals;
@@ -136,6 +136,7 @@ void VirtualBoardHost::Run() {
 }
 
 void VirtualBoardHost::StartAnew() {
+    zentro::PutRobotAtStart(*world_);
     StartProgram(world_->board);
     history_.Forget();
     stops_.Begin();
@@ -213,6 +214,26 @@ void VirtualBoardHost::PutRobotAtStart() {
     TellChange();  // a picture must not miss it
 }
 
+void VirtualBoardHost::PlaceRobot(const world::Pose& pose) {
+    history_.PlaceRobot(pose);
+    LookAround();
+}
+
+void VirtualBoardHost::EnterWorld(std::shared_ptr<const world::WorldMap> map) {
+    zentro::MoveToWorld(*world_, std::move(map));
+    history_.Forget();
+    trail_.Clear();
+    LookAround();
+    TellChange();  // a picture must not miss it
+}
+
+void VirtualBoardHost::ChangeWorld(std::shared_ptr<const world::WorldMap> map) {
+    zentro::ChangeWorld(*world_, std::move(map));
+    history_.Forget();
+    LookAround();
+    TellChange();
+}
+
 void VirtualBoardHost::SetInputs(const Inputs& inputs) {
     history_.ChangeInputs(inputs);
     LookAround();
@@ -222,6 +243,7 @@ void VirtualBoardHost::SetButton(std::size_t button, bool down) {
     Inputs inputs = State().inputs;
     inputs.buttons[button] = down;
     history_.ChangeInputs(inputs);
+    if (!down) history_.HoldInput({world::InputKind::Button, button}, false);
 }
 
 void VirtualBoardHost::PressButton(std::size_t button) {
@@ -243,8 +265,14 @@ void VirtualBoardHost::LetButtonsUp() {
     }
 }
 
-void VirtualBoardHost::LetRobotSee(bool sees) {
-    history_.LetRobotSee(sees);
+void VirtualBoardHost::HoldInput(const world::InputId& input, bool held) {
+    history_.HoldInput(input, held);
+    LookAround();
+}
+
+void VirtualBoardHost::LetAllInputsGo() {
+    for (const world::Sensor& sensor : world_->map->world.sensors)
+        history_.HoldInput(sensor.input, false);
     LookAround();
 }
 
@@ -277,6 +305,7 @@ void VirtualBoardHost::SendCommand(std::string_view command) {
 /// After anything that may have changed the board.
 void VirtualBoardHost::LookAround() {
     LetButtonsUp();
+    trail_.Follow(world_->state);
     const Processor& processor = State().processor;
     const bool ended = wasRunning_ && !processor.running;
     wasRunning_ = processor.running;
@@ -371,6 +400,7 @@ void VirtualBoardHost::RunAtFullSpeed() {
     while (State().processor.running && !paused_ && working.elapsed() < kWorkPerWakeUp) {
         PassRealTime(kTicksBetweenLooks);
         LetButtonsUp();
+        trail_.Follow(world_->state);
     }
 }
 

@@ -13,11 +13,12 @@
 #include <string_view>
 
 #include "comms/virtual_board_link.h"
-#include "desktop/board_world.h"
 #include "desktop/button_presses.h"
 #include "desktop/fault_report.h"
 #include "desktop/history.h"
 #include "desktop/program_stops.h"
+#include "desktop/robot_trail.h"
+#include "desktop/scene_changes.h"
 
 namespace zentro {
 
@@ -48,7 +49,7 @@ class VirtualBoardHost : public QObject {
     VirtualBoardLink& Link();
 
     const Board& State() const { return world_->board; }
-    const BoardWorld& World() const { return *world_; }
+    const Scene& World() const { return *world_; }
 
     /// Loads the text of an object file and puts the robot at its start. Returns what is wrong with
     /// it; empty: it was loaded.
@@ -95,16 +96,29 @@ class VirtualBoardHost : public QObject {
     /// Ends the program, switches everything off and puts the robot at its start.
     void Reset();
 
-    /// By hand: whatever the program and the motors are doing, they go on.
+    // By hand: whatever the program and the motors are doing, they go on.
     void PutRobotAtStart();
+    /// Where something is in the way, beside it.
+    void PlaceRobot(const world::Pose& pose);
 
+    /// The board stays as it is; the robot stands at the start of another world, and no input is
+    /// held by hand. What was before cannot be taken back.
+    void EnterWorld(std::shared_ptr<const world::WorldMap> map);
+    /// The world has changed round the robot, which stays where it is if it has room there.
+    void ChangeWorld(std::shared_ptr<const world::WorldMap> map);
+
+    /// Where the robot has been.
+    const RobotTrail& Trail() const { return trail_; }
+
+    /// A hand changes inputs. It holds those from then on that the world feeds.
     void SetInputs(const Inputs& inputs);
+    /// Takes an input over from the world, or lets it go.
+    void HoldInput(const world::InputId& input, bool held);
+    void LetAllInputsGo();
     /// Somebody presses a button, counted from 0, and lets it go, however quickly: it stays down
     /// until the program has had a chance to look.
     void PressButton(std::size_t button);
     void LetButtonGo(std::size_t button);
-    /// Whether analogue inputs 1 and 2 are what the robot's eyes see of the floor: at first, yes.
-    void LetRobotSee(bool sees);
 
     /// The instruction carried out last with its effect, "[0014] INCREMENT BYTE [0020] : [0020] =
     /// 7"; empty when it was not a single step or a slow one.
@@ -156,11 +170,12 @@ class VirtualBoardHost : public QObject {
     void LookAround();
     void TellChange();
 
-    std::unique_ptr<BoardWorld> world_;
+    std::unique_ptr<Scene> world_;
     History history_;
     std::unique_ptr<RecordingLink> link_;
     ProgramStops stops_;
     ButtonPresses presses_;
+    RobotTrail trail_;
     ProgramWords words_;
     std::string lastStep_;
     BoardSpeed speed_;

@@ -6,18 +6,11 @@ namespace zentro {
 
 namespace {
 
-void Feed(Scene& scene) {
-    if (!scene.map) return;
-    Inputs inputs = scene.board.inputs;
-    FeedInputs(*scene.map, scene.state, inputs);
-    if (inputs != scene.board.inputs) SetInputs(scene.board, inputs);
-}
-
 void LetGo(Scene& scene, const InputPlace& place) {
     const std::optional<world::InputId> input = FedInput(place);
     if (!scene.map || !input) return;
     LetGo(scene.state, *input);
-    Feed(scene);
+    FeedInputs(scene);
 }
 
 void HoldAt(Scene& scene, const InputPlace& place, std::uint32_t value) {
@@ -30,16 +23,23 @@ void HoldAt(Scene& scene, const InputPlace& place, std::uint32_t value) {
 
 }  // namespace
 
+void FeedInputs(Scene& scene) {
+    if (!scene.map) return;
+    Inputs inputs = scene.board.inputs;
+    FeedInputs(*scene.map, scene.state, inputs);
+    if (inputs != scene.board.inputs) SetInputs(scene.board, inputs);
+}
+
 void EnterWorld(Scene& scene, std::shared_ptr<const world::WorldMap> map, std::uint32_t noise) {
     scene.map = std::move(map);
     if (scene.map) scene.state = StartState(*scene.map, noise);
-    Feed(scene);
+    FeedInputs(scene);
 }
 
 void PassTick(Scene& scene) {
     AdvanceTick(scene.board);
     if (scene.map) PassTick(*scene.map, scene.state, scene.board.outputs);
-    Feed(scene);
+    FeedInputs(scene);
 }
 
 void CarryOut(Scene& scene, const Action& action) {

@@ -13,10 +13,16 @@ struct Scene {
     Board board;
     std::shared_ptr<const world::WorldMap> map;  ///< nothing: the board stands alone
     world::WorldState state;                     ///< only with a map
+
+    bool operator==(const Scene&) const = default;
 };
 
 /// The robot stands at its start and its sensors feed the board. No map: it stands alone.
 void EnterWorld(Scene& scene, std::shared_ptr<const world::WorldMap> map, std::uint32_t noise);
+
+/// The sensors feed the inputs that no hand holds. Every change of the scene ends with it, so that
+/// instructions see the world as it is.
+void FeedInputs(Scene& scene);
 
 /// Lets 1/100 second pass for the board and the world. Instructions are carried out between ticks.
 void PassTick(Scene& scene);

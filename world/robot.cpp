@@ -69,4 +69,9 @@ Pose Driven(const WorldMap& map, const Pose& from, const std::array<double, 2>& 
     return {Reached(map, from.place, wanted), Unwound(from.heading + turn)};
 }
 
+Pose Placed(const WorldMap& map, const Pose& from, const Pose& wanted) {
+    const Point place = Reached(map, from.place, wanted.place);
+    return {IsFree(map, place) ? place : from.place, Unwound(wanted.heading)};
+}
+
 }  // namespace zentro::world

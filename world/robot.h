@@ -16,4 +16,8 @@ std::array<double, 2> WheelWays(const RobotMeasures& robot, const Outputs& outpu
 /// Where the robot is a tick later. It slides along what it hits.
 Pose Driven(const WorldMap& map, const Pose& from, const std::array<double, 2>& wheelWays);
 
+/// Where a hand puts the robot that wants it there: beside what is in the way, or back where it
+/// was.
+Pose Placed(const WorldMap& map, const Pose& from, const Pose& wanted);
+
 }  // namespace zentro::world

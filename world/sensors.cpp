@@ -12,14 +12,17 @@ Point EyeOf(const SensorPlan& plan, const Stance& robot) {
     return Plus(robot.place, Turned(plan.sensor.place, robot.ahead));
 }
 
+bool IsShaded(const WorldMap& map, const Segment& beam) {
+    return std::ranges::any_of(map.obstacles,
+                               [&](const Segment& obstacle) { return Meet(beam, obstacle); });
+}
+
 double Light(const WorldMap& map, const SensorPlan& plan, const Stance& robot) {
     const Point eye = EyeOf(plan, robot);
     const Point facing = Turned(plan.facing, robot.ahead);
     double light = 0;
     for (const Lamp& lamp : map.world.lamps) {
-        const Segment beam{eye, lamp.place};
-        const auto shades = [&](const Segment& obstacle) { return Meet(beam, obstacle); };
-        if (std::ranges::any_of(map.obstacles, shades)) continue;
+        if (IsShaded(map, {eye, lamp.place})) continue;
         const Point way = Minus(lamp.place, eye);
         const double distance = Length(way);
         // What comes from the side counts less, what comes from behind not at all.
@@ -46,6 +49,17 @@ double FreeWay(const WorldMap& map, const SensorPlan& plan, const Stance& robot)
         }
     }
     return nearest;
+}
+
+std::vector<Lamp> LampsSeen(const WorldMap& map, const SensorPlan& plan, const Stance& robot) {
+    const Point eye = EyeOf(plan, robot);
+    const Point facing = Turned(plan.facing, robot.ahead);
+    std::vector<Lamp> seen;
+    for (const Lamp& lamp : map.world.lamps) {
+        const bool isAhead = Dot(Minus(lamp.place, eye), facing) > 0;
+        if (isAhead && !IsShaded(map, {eye, lamp.place})) seen.push_back(lamp);
+    }
+    return seen;
 }
 
 double Reading(const WorldMap& map, const SensorPlan& plan, const Stance& robot) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "world/world_map.h"
 
 namespace zentro::world {
@@ -16,6 +18,9 @@ double Reading(const WorldMap& map, const SensorPlan& plan, const Stance& robot)
 
 /// How far it is from a distance sensor to the nearest thing in its cone; at most its range.
 double FreeWay(const WorldMap& map, const SensorPlan& plan, const Stance& robot);
+
+/// The lamps that a light sensor sees there, past every wall and box.
+std::vector<Lamp> LampsSeen(const WorldMap& map, const SensorPlan& plan, const Stance& robot);
 
 /// Whether a bumper there touches something.
 bool IsPressed(const WorldMap& map, const SensorPlan& bumper, const Stance& robot);

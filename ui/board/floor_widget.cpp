@@ -1,144 +1,266 @@
 #include "ui/board/floor_widget.h"
 
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPushButton>
-#include <algorithm>
+#include <QWheelEvent>
 #include <cmath>
 
-#include "ui/board/board_look.h"
-#include "ui/support/colours.h"
+#include "ui/board/world_painter.h"
+#include "world/arithmetic.h"
 
 namespace zentro {
 
 namespace {
 
-constexpr qsizetype kLongestTrail = 1500;
-constexpr double kTrailStep = 0.015;  // metres
-constexpr double kGrid = 0.25;        // metres
-constexpr double kMargin = 6;         // pixels
-constexpr int kButtonMargin = 4;
-const QColor kTrail(0xE0, 0x6C, 0x1F);
-const QColor kLedOn(0xFF, 0xC4, 0x2E);
-const QColor kLedOff(0x6A, 0x5A, 0x30);
+constexpr double kMargin = 6;       // pixels
+constexpr double kHandleAway = 7;   // centimetres from the robot's edge
+constexpr double kHandleReach = 9;  // pixels
+constexpr double kStep = 1;         // centimetres of an arrow key
+constexpr double kTurn = 5 * world::kPi / 180;
+constexpr double kZoomStep = 1.25;
+constexpr double kPanStep = 40;  // pixels
+const QColor kHandle(0x2F, 0x8F, 0xE8);
 
-QRectF FloorRect() {
-    return {-kFloorWidth / 2, -kFloorHeight / 2, kFloorWidth, kFloorHeight};
-}
-
-QPainterPath TrackPath() {
-    constexpr double kHalf = kTrackStraight / 2 + kTrackRadius;
-    QPainterPath track;
-    track.addRoundedRect(QRectF(-kHalf, -kTrackRadius, 2 * kHalf, 2 * kTrackRadius), kTrackRadius,
-                         kTrackRadius);
-    return track;
+double AngleOf(const world::Point& way) {
+    return std::atan2(way.y, way.x);
 }
 
 }  // namespace
 
-FloorWidget::FloorWidget(QWidget* parent)
-    : QWidget(parent), putBack_(new QPushButton(tr("Back to Start"), this)) {
+FloorWidget::FloorWidget(VirtualBoardHost& host, QWidget* parent) : QWidget(parent), host_(host) {
     setObjectName("Floor");
     setAccessibleName(tr("Robot on the floor"));
-    setToolTip(tr("Motor 1 is the left wheel, motor 2 the right one"));
+    setToolTip(tr(
+        "Motor 1 is the left wheel, motor 2 the right one. Take the robot with the mouse to move "
+        "it, or its blue handle to turn it; the wheel of the mouse makes the floor larger."));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    putBack_->setObjectName("BtnRobotToStart");
-    putBack_->setToolTip(tr("Put the robot back at its start; the program goes on"));
-    putBack_->setAutoDefault(false);
-    connect(putBack_, &QPushButton::clicked, this, &FloorWidget::PutBackClicked);
-    FollowRobot();
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    Refresh();
 }
 
-/// Below the floor, where it covers neither line nor robot.
-void FloorWidget::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    const QRect floor = FromMetres().mapRect(FloorRect()).toRect();
-    putBack_->adjustSize();
-    putBack_->move(floor.right() - putBack_->width(), floor.bottom() + kButtonMargin);
-}
-
-void FloorWidget::Show(const RobotModel& robot, const Outputs& outputs) {
-    if (robot == robot_ && outputs.leds == leds_) return;
-    if (robot == RobotModel{}) trail_.clear();
-    robot_ = robot;
-    leds_ = outputs.leds;
-    FollowRobot();
+void FloorWidget::Refresh() {
+    const Scene& scene = host_.World();
+    // The motors go on pulling: what a hand holds it holds in its place.
+    if (held_ && scene.state.robot != placed_) Hold(*held_);
+    const Seen now{scene.map, scene.state.robot, scene.board.outputs.leds, host_.Trail().Changes()};
+    if (now == seen_) return;
+    if (now.map != seen_.map) {
+        const world::Floor& floor = now.map->world.floor;
+        view_.SetFloor({floor.width, floor.height});
+        background_ = {};
+    }
+    seen_ = now;
+    SayPlace();
     update();
 }
 
-void FloorWidget::FollowRobot() {
-    const QPointF place(robot_.place.x, robot_.place.y);
-    if (!trail_.isEmpty() && QLineF(trail_.last(), place).length() < kTrailStep) return;
-    if (trail_.size() >= kLongestTrail) trail_.removeFirst();
-    trail_.append(place);
-    const int degrees = static_cast<int>(std::lround(robot_.heading * 180 / std::acos(-1.0)));
-    setAccessibleDescription(tr("%1 cm to the right and %2 cm to the front, turned by %3 degrees")
-                                 .arg(std::lround(place.x() * 100))
-                                 .arg(std::lround(place.y() * 100))
-                                 .arg(degrees));
+void FloorWidget::SayPlace() {
+    const world::Pose& robot = seen_.robot;
+    setAccessibleDescription(
+        tr("%1: %2 cm to the right and %3 cm to the front of the corner, turned by %4 degrees")
+            .arg(QString::fromStdString(seen_.map->world.name))
+            .arg(std::lround(robot.place.x))
+            .arg(std::lround(robot.place.y))
+            .arg(std::lround(world::Degrees(robot.heading))));
 }
 
-QTransform FloorWidget::FromMetres() const {
-    const double below = putBack_->sizeHint().height() + kButtonMargin;
-    const double scale = std::min((width() - 2 * kMargin) / kFloorWidth,
-                                  (height() - below - 2 * kMargin) / kFloorHeight);
-    QTransform transform;
-    transform.translate(width() / 2.0, (height() - below) / 2.0);
-    transform.scale(scale, -scale);
-    return transform;
+void FloorWidget::ShowSight(bool shows) {
+    showsSight_ = shows;
+    update();
 }
 
-void FloorWidget::PaintFloor(QPainter& painter) const {
-    const bool dark = IsDark(palette());
-    painter.setPen(QPen(palette().mid(), 0.02));
-    painter.setBrush(dark ? QColor(0x50, 0x56, 0x5C) : QColor(0xF4, 0xEF, 0xE4));
-    painter.drawRect(FloorRect());
-    // To judge distances by.
-    painter.setPen(QPen(dark ? QColor(0x5C, 0x62, 0x69) : QColor(0xE6, 0xDF, 0xD0), 0));
-    for (int line = -4; line <= 4; ++line) {
-        const double at = line * kGrid;
-        painter.drawLine(QPointF(at, -kFloorHeight / 2), QPointF(at, kFloorHeight / 2));
-        if (std::abs(at) < kFloorHeight / 2)
-            painter.drawLine(QPointF(-kFloorWidth / 2, at), QPointF(kFloorWidth / 2, at));
-    }
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(0x16, 0x18, 0x1A), kTrackWidth));
-    painter.drawPath(TrackPath());
+void FloorWidget::ChangeView() {
+    background_ = {};
+    update();
 }
 
-void FloorWidget::PaintRobot(QPainter& painter) const {
-    painter.translate(robot_.place.x, robot_.place.y);
-    painter.rotate(robot_.heading * 180 / std::acos(-1.0));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(kHousing);
-    for (double side : {-1.0, 1.0})
-        painter.drawRoundedRect(QRectF(-0.035, side * 0.085 - 0.017, 0.07, 0.034), 0.01, 0.01);
-    painter.setPen(QPen(kPrint, 0.008));
-    painter.setBrush(kBoardGreen.lighter(130));
-    painter.drawEllipse(QPointF(0, 0), kRobotRadius * 0.78, kRobotRadius * 0.78);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(kGold);
-    painter.drawPolygon(
-        QPolygonF({QPointF(0.055, 0), QPointF(0.02, 0.022), QPointF(0.02, -0.022)}));
-    for (std::size_t led = 0; led < leds_.size(); ++led) {
-        painter.setBrush(leds_[led] ? kLedOn : kLedOff);
-        painter.drawEllipse(QPointF(-0.03, led == 0 ? 0.035 : -0.035), 0.017, 0.017);
-    }
+void FloorWidget::ZoomBy(double factor) {
+    view_.ZoomBy(factor, rect().center());
+    ChangeView();
+}
+
+void FloorWidget::ShowAll() {
+    view_.ShowAll();
+    ChangeView();
+}
+
+QPointF FloorWidget::RobotInPicture() const {
+    return view_.ToPixels(seen_.robot.place);
+}
+
+QPointF FloorWidget::HandleInPicture() const {
+    const double away = seen_.map->world.robot.radius + kHandleAway;
+    return view_.ToPixels(
+        Plus(seen_.robot.place, Times(world::Direction(seen_.robot.heading), away)));
+}
+
+void FloorWidget::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    view_.SetRoom(QRectF(rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin));
+    ChangeView();
+}
+
+void FloorWidget::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) ChangeView();
+}
+
+/// The world without the robot, which changes much less often.
+const QPixmap& FloorWidget::Background() {
+    if (!background_.isNull() && background_.devicePixelRatio() == devicePixelRatioF())
+        return background_;
+    background_ = QPixmap(size() * devicePixelRatioF());
+    background_.setDevicePixelRatio(devicePixelRatioF());
+    background_.fill(palette().color(QPalette::Window));
+    QPainter painter(&background_);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(view_.ToPixels(), true);
+    PaintWorld(painter, *seen_.map, palette());
+    PaintStart(painter, *seen_.map);
+    return background_;
+}
+
+void FloorWidget::PaintHandle(QPainter& painter) const {
+    constexpr double kRadius = 5;
+    painter.setPen(QPen(palette().color(QPalette::Base), 1.5));
+    painter.setBrush(kHandle);
+    painter.drawEllipse(HandleInPicture(), kRadius, kRadius);
 }
 
 void FloorWidget::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.drawPixmap(0, 0, Background());
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(FromMetres(), true);
-    PaintFloor(painter);
-    painter.setPen(QPen(kTrail, 0.012, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPolyline(trail_);
-    for (const FloorPoint& eye : EyesOf(robot_)) {
-        painter.setPen(QPen(kHousing, 0.006));
-        painter.setBrush(QColor(0x8F, 0xD8, 0xFF));
-        painter.drawEllipse(QPointF(eye.x, eye.y), 0.014, 0.014);
+    painter.save();
+    painter.setTransform(view_.ToPixels(), true);
+    PaintTrail(painter, host_.Trail().Pieces());
+    if (showsSight_) PaintSight(painter, *seen_.map, seen_.robot);
+    PaintRobot(painter, *seen_.map, seen_.robot, seen_.leds);
+    painter.restore();
+    PaintHandle(painter);
+    if (!hasFocus()) return;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+FloorWidget::Grip FloorWidget::GripAt(const QPointF& at) const {
+    if (QLineF(at, HandleInPicture()).length() <= kHandleReach) return Grip::Handle;
+    const double away = Length(Minus(view_.ToFloor(at), seen_.robot.place));
+    if (away <= seen_.map->world.robot.radius) return Grip::Robot;
+    return Grip::Floor;
+}
+
+void FloorWidget::ShowCursor(const QPointF& at) {
+    const bool isTaken = grip_ != Grip::None;
+    switch (isTaken ? grip_ : GripAt(at)) {
+        case Grip::Robot:
+        case Grip::Handle: setCursor(isTaken ? Qt::ClosedHandCursor : Qt::OpenHandCursor); break;
+        case Grip::Floor:
+            if (view_.ShowsAll())
+                unsetCursor();
+            else
+                setCursor(Qt::SizeAllCursor);
+            break;
+        case Grip::None: break;
     }
-    PaintRobot(painter);
+}
+
+/// As near as the robot comes; Refresh holds it there.
+void FloorWidget::Hold(const world::Pose& pose) {
+    held_ = pose;
+    host_.PlaceRobot(pose);
+    placed_ = host_.World().state.robot;
+}
+
+void FloorWidget::mousePressEvent(QMouseEvent* event) {
+    if (grip_ != Grip::None) return;
+    const QPointF at = event->position();
+    if (event->button() == Qt::MiddleButton) {
+        grip_ = Grip::Floor;
+    } else if (event->button() == Qt::LeftButton) {
+        grip_ = GripAt(at);
+    } else {
+        return QWidget::mousePressEvent(event);
+    }
+    gripAt_ = at;
+    offset_ = Minus(seen_.robot.place, view_.ToFloor(at));
+    if (grip_ != Grip::Floor) Hold(host_.World().state.robot);
+    ShowCursor(at);
+}
+
+void FloorWidget::mouseMoveEvent(QMouseEvent* event) {
+    const QPointF at = event->position();
+    const world::Point place = view_.ToFloor(at);
+    if (grip_ == Grip::Floor) {
+        view_.PanBy(at - gripAt_);
+        gripAt_ = at;
+        ChangeView();
+    } else if (grip_ == Grip::Robot) {
+        Hold({Plus(place, offset_), held_->heading});
+    } else if (grip_ == Grip::Handle) {
+        const world::Point way = Minus(place, placed_.place);
+        if (Length(way) > 0) Hold({held_->place, AngleOf(way)});
+    }
+    ShowCursor(at);
+}
+
+void FloorWidget::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->buttons().testFlag(Qt::LeftButton) || event->buttons().testFlag(Qt::MiddleButton))
+        return;
+    grip_ = Grip::None;
+    held_.reset();
+    ShowCursor(event->position());
+}
+
+void FloorWidget::wheelEvent(QWheelEvent* event) {
+    constexpr double kNotch = 120;
+    view_.ZoomBy(std::pow(kZoomStep, event->angleDelta().y() / kNotch), event->position());
+    ChangeView();
+    event->accept();
+}
+
+void FloorWidget::Nudge(const world::Point& way, double turn) {
+    const world::Pose& robot = host_.World().state.robot;
+    host_.PlaceRobot({Plus(robot.place, way), robot.heading + turn});
+}
+
+bool FloorWidget::ZoomByKey(int key) {
+    if (key == Qt::Key_Plus || key == Qt::Key_Equal) {
+        ZoomBy(kZoomStep);
+    } else if (key == Qt::Key_Minus) {
+        ZoomBy(1 / kZoomStep);
+    } else if (key == Qt::Key_0) {
+        ShowAll();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+/// Arrows move the robot, with Ctrl they turn it, with Shift they move the floor that is seen.
+void FloorWidget::keyPressEvent(QKeyEvent* event) {
+    world::Point way;
+    switch (event->key()) {
+        case Qt::Key_Left: way.x = -1; break;
+        case Qt::Key_Right: way.x = 1; break;
+        case Qt::Key_Up: way.y = 1; break;
+        case Qt::Key_Down: way.y = -1; break;
+        default:
+            if (!ZoomByKey(event->key())) QWidget::keyPressEvent(event);
+            return;
+    }
+    if (event->modifiers().testFlag(Qt::ShiftModifier)) {
+        view_.PanBy({-way.x * kPanStep, way.y * kPanStep});
+        ChangeView();
+    } else if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        Nudge({}, (way.y - way.x) * kTurn);
+    } else {
+        Nudge(Times(way, kStep), 0);
+    }
 }
 
 }  // namespace zentro

@@ -1,46 +1,83 @@
 #pragma once
 
-#include <QPolygonF>
-#include <QTransform>
+#include <QPixmap>
 #include <QWidget>
+#include <array>
+#include <memory>
+#include <optional>
+#include <vector>
 
-#include "board/devices.h"
-#include "desktop/robot_model.h"
-
-class QPushButton;
+#include "desktop/virtual_board_host.h"
+#include "ui/board/floor_view.h"
 
 namespace zentro {
 
-/// The floor seen from above, with its dark line, the robot and the way that it has come.
+/// The floor seen from above, with all that is on it, the robot and the way that it has come. The
+/// robot can be taken by the mouse or moved by keys while it drives.
 class FloorWidget : public QWidget {
     Q_OBJECT
 
   public:
-    explicit FloorWidget(QWidget* parent);
+    /// The host outlives the widget.
+    FloorWidget(VirtualBoardHost& host, QWidget* parent);
 
-    void Show(const RobotModel& robot, const Outputs& outputs);
+    void Refresh();
+
+    /// Whether it is drawn what each sensor sees.
+    void ShowSight(bool shows);
+    void ZoomBy(double factor);
+    void ShowAll();
+
+    /// Where the robot is seen, and the handle by which it is turned.
+    QPointF RobotInPicture() const;
+    QPointF HandleInPicture() const;
 
     QSize sizeHint() const override { return {480, 300}; }
     QSize minimumSizeHint() const override { return {240, 150}; }
 
-  signals:
-    /// The user wants the robot back at its start.
-    void PutBackClicked();
-
   protected:
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    QTransform FromMetres() const;
-    void PaintFloor(QPainter& painter) const;
-    void PaintRobot(QPainter& painter) const;
-    void FollowRobot();
+    enum class Grip : std::uint8_t { None, Robot, Handle, Floor };
 
-    QPushButton* putBack_;
-    RobotModel robot_;
-    std::array<bool, 2> leds_{};
-    QPolygonF trail_;  ///< in metres
+    /// What is drawn of the scene.
+    struct Seen {
+        std::shared_ptr<const world::WorldMap> map;
+        world::Pose robot;
+        std::array<bool, 2> leds{};
+        std::size_t trail = 0;
+
+        bool operator==(const Seen&) const = default;
+    };
+
+    Grip GripAt(const QPointF& at) const;
+    void ShowCursor(const QPointF& at);
+    void Hold(const world::Pose& pose);
+    void Nudge(const world::Point& way, double turn);
+    bool ZoomByKey(int key);
+    void SayPlace();
+    void ChangeView();
+    const QPixmap& Background();
+    void PaintHandle(QPainter& painter) const;
+
+    VirtualBoardHost& host_;
+    FloorView view_;
+    Seen seen_;
+    QPixmap background_;  ///< null: to be drawn again
+    bool showsSight_ = false;
+    Grip grip_ = Grip::None;
+    QPointF gripAt_;                   ///< where the floor was taken
+    world::Point offset_;              ///< of the robot's middle from where it was taken
+    std::optional<world::Pose> held_;  ///< where a hand holds it
+    world::Pose placed_;               ///< how far it came there
 };
 
 }  // namespace zentro

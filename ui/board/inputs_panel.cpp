@@ -4,14 +4,16 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
 #include <QToolButton>
 #include <QVBoxLayout>
-#include <limits>
+#include <algorithm>
 
+#include "ui/board/feed_button.h"
 #include "ui/board/stick_widget.h"
 
 namespace zentro {
@@ -56,6 +58,12 @@ void ShowDown(QPushButton* button, bool down) {
     }
 }
 
+/// A number that is not finished: what the robot reads may not overwrite it.
+bool IsBeingTyped(const QSpinBox& box) {
+    const auto* line = box.findChild<QLineEdit*>();
+    return box.hasFocus() && line != nullptr && line->isModified();
+}
+
 }  // namespace
 
 InputsPanel::InputsPanel(QWidget* parent) : QWidget(parent) {
@@ -92,8 +100,14 @@ QWidget* InputsPanel::MakeFolding() {
     all_->setAccessibleName(tr("Show the inputs too that the program does not use"));
     all_->setToolTip(all_->accessibleName());
     connect(all_, &QToolButton::toggled, this, &InputsPanel::Fold);
+    letAllGo_ = new QPushButton(tr("&Give All Back to the Robot"), row);
+    letAllGo_->setObjectName("LetAllGo");
+    letAllGo_->setToolTip(tr("The robot's sensors feed all their inputs again"));
+    letAllGo_->setAutoDefault(false);
+    connect(letAllGo_, &QPushButton::clicked, this, &InputsPanel::AllLetGo);
     auto* rows = new QVBoxLayout(row);
     rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(letAllGo_);
     rows->addWidget(noneUsed_);
     rows->addWidget(all_);
     return row;
@@ -138,7 +152,8 @@ QLayout* InputsPanel::MakeButtons() {
     buttonsStay_ = new QCheckBox(tr("Buttons sta&y down"), this);
     buttonsStay_->setObjectName("ButtonsStay");
     connect(buttonsStay_, &QCheckBox::toggled, this, &InputsPanel::LetButtonsStay);
-    grid->addWidget(buttonsStay_, 1, 0, 1, 6);
+    AddFeedRow(grid, 1, world::InputKind::Button, buttons_.size(), tr("Button %1"));
+    grid->addWidget(buttonsStay_, 2, 0, 1, 6);
     return grid;
 }
 
@@ -153,7 +168,7 @@ void InputsPanel::LetButtonsStay(bool stay) {
 }
 
 QLayout* InputsPanel::MakeDigital() {
-    auto* row = new QHBoxLayout;
+    auto* grid = new QGridLayout;
     for (std::size_t index = 0; index < digital_.size(); ++index) {
         const int number = static_cast<int>(index) + 1;
         auto* button =
@@ -164,9 +179,10 @@ QLayout* InputsPanel::MakeDigital() {
         connect(button, &QPushButton::toggled, this, [this, index](bool on) {
             emit Edited([=](Inputs& inputs) { inputs.digital[index] = on; });
         });
-        row->addWidget(button);
+        grid->addWidget(button, 0, static_cast<int>(index));
     }
-    return row;
+    AddFeedRow(grid, 1, world::InputKind::Digital, digital_.size(), tr("Digital input %1"));
+    return grid;
 }
 
 QLayout* InputsPanel::MakeAnalog() {
@@ -186,21 +202,45 @@ QLayout* InputsPanel::MakeAnalog() {
             emit Edited(
                 [=](Inputs& inputs) { inputs.analog[index] = static_cast<std::uint8_t>(value); });
         });
-        analogValues_[index] = SmallLabel("0", nullptr, this);
-        analogValues_[index]->setMinimumWidth(fontMetrics().horizontalAdvance("2555"));
+        analogValues_[index] = MakeAnalogValue(index);
         grid->addWidget(SmallLabel(number == 1 ? tr("&A1") : QString::number(number), slider, this),
                         0, column);
         grid->addWidget(slider, 1, column, Qt::AlignHCenter);
         grid->addWidget(analogValues_[index], 2, column);
     }
-    robotSees_ = new QCheckBox(tr("1 a&nd 2 are the robot's eyes"), this);
-    robotSees_->setObjectName("RobotSees");
-    robotSees_->setToolTip(
-        tr("The eyes at the front of the robot look at the floor: small numbers "
-           "over the dark line, large ones beside it"));
-    connect(robotSees_, &QCheckBox::toggled, this, &InputsPanel::RobotSeesToggled);
-    grid->addWidget(robotSees_, 3, 0, 1, 6);
+    AddFeedRow(grid, 3, world::InputKind::Analog, analog_.size(), tr("Analogue input %1"));
     return grid;
+}
+
+/// For an exact value; the slider is for a quick one.
+QSpinBox* InputsPanel::MakeAnalogValue(std::size_t index) {
+    auto* value = new QSpinBox(this);
+    value->setObjectName(QString("AnalogValue%1").arg(index + 1));
+    value->setAccessibleName(tr("Exact value of analogue input %1").arg(index + 1));
+    value->setToolTip(value->accessibleName());
+    value->setRange(0, kMostOfByte);
+    value->setButtonSymbols(QAbstractSpinBox::NoButtons);
+    value->setAlignment(Qt::AlignCenter);
+    value->setFrame(false);
+    value->setKeyboardTracking(false);
+    value->setMinimumWidth(fontMetrics().horizontalAdvance("25555"));
+    value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    connect(value, &QSpinBox::valueChanged, this, [this, index](int number) {
+        emit Edited(
+            [=](Inputs& inputs) { inputs.analog[index] = static_cast<std::uint8_t>(number); });
+    });
+    return value;
+}
+
+/// Who feeds the inputs of a group.
+void InputsPanel::AddFeedRow(QGridLayout* grid, int row, world::InputKind kind, std::size_t count,
+                             const QString& name, int firstColumn) {
+    for (std::size_t index = 0; index < count; ++index) {
+        auto* feed = new FeedButton({kind, index}, name.arg(index + 1), this);
+        connect(feed, &FeedButton::HoldWanted, this, &InputsPanel::HoldWanted);
+        grid->addWidget(feed, row, firstColumn + static_cast<int>(index));
+        feeds_.push_back(feed);
+    }
 }
 
 QLayout* InputsPanel::MakeSticks() {
@@ -245,10 +285,11 @@ QLayout* InputsPanel::MakePulses() {
                 [=](Inputs& inputs) { inputs.timed[index] = static_cast<std::uint16_t>(value); });
         });
         grid->addWidget(pulses_[index], 0, column + 1);
-        grid->addWidget(timed_[index], 1, column + 1);
+        grid->addWidget(timed_[index], 2, column + 1);
     }
+    AddFeedRow(grid, 1, world::InputKind::Pulses, pulses_.size(), tr("Pulse input %1"), 1);
     grid->addWidget(SmallLabel(tr("P&ulses"), pulses_[0], this), 0, 0);
-    grid->addWidget(SmallLabel(tr("T&imed"), timed_[0], this), 1, 0);
+    grid->addWidget(SmallLabel(tr("T&imed"), timed_[0], this), 2, 0);
     return grid;
 }
 
@@ -272,17 +313,24 @@ QLayout* InputsPanel::MakeRest() {
     return row;
 }
 
-void InputsPanel::Show(const BoardWorld& world) {
-    const QSignalBlocker quiet(robotSees_);
-    robotSees_->setChecked(world.robotSees);
-    analog_[0]->setEnabled(!world.robotSees);
-    analog_[1]->setEnabled(!world.robotSees);
-    const Inputs& inputs = world.board.inputs;
+void InputsPanel::ShowFeeding(const Scene& scene) {
+    for (FeedButton* feed : feeds_)
+        feed->Show(scene);
+    const bool someHeld = std::ranges::any_of(
+        scene.map->world.sensors,
+        [&](const world::Sensor& sensor) { return IsTakenOver(scene.state, sensor.input); });
+    letAllGo_->setVisible(someHeld);
+}
+
+void InputsPanel::Show(const Scene& scene) {
+    ShowFeeding(scene);
+    const Inputs& inputs = scene.board.inputs;
     for (std::size_t index = 0; index < buttons_.size(); ++index)
         ShowDown(buttons_[index], inputs.buttons[index]);
     for (std::size_t index = 0; index < analog_.size(); ++index) {
         ShowValue(analog_[index], int{inputs.analog[index]});
-        analogValues_[index]->setNum(inputs.analog[index]);
+        if (!IsBeingTyped(*analogValues_[index]))
+            ShowValue(analogValues_[index], int{inputs.analog[index]});
     }
     for (std::size_t index = 0; index < digital_.size(); ++index) {
         ShowDown(digital_[index], inputs.digital[index]);

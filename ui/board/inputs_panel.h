@@ -7,11 +7,13 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <vector>
 
-#include "desktop/board_world.h"
 #include "desktop/used_inputs.h"
+#include "recording/scene.h"
 
 class QCheckBox;
+class QGridLayout;
 class QLabel;
 class QLayout;
 class QPushButton;
@@ -21,6 +23,7 @@ class QToolButton;
 
 namespace zentro {
 
+class FeedButton;
 class StickWidget;
 
 /// Everything that can be done to the board's inputs.
@@ -38,14 +41,16 @@ class InputsPanel : public QWidget {
     void ShowUsed(const std::optional<std::set<InputGroup>>& used);
 
     /// Shows inputs without Edited.
-    void Show(const BoardWorld& world);
+    void Show(const Scene& scene);
 
   signals:
     /// The user has done something to the inputs.
     void Edited(const zentro::InputsPanel::Edit& edit);
     void ButtonPressed(std::size_t button);
     void ButtonLetGo(std::size_t button);
-    void RobotSeesToggled(bool sees);
+    /// An input that the robot feeds is to be held by hand, or let go.
+    void HoldWanted(const zentro::world::InputId& input, bool held);
+    void AllLetGo();
     /// Other groups of inputs are seen than before.
     void Folded();
 
@@ -54,6 +59,10 @@ class InputsPanel : public QWidget {
     QLayout* MakeButtons();
     QLayout* MakeDigital();
     QLayout* MakeAnalog();
+    QSpinBox* MakeAnalogValue(std::size_t index);
+    void AddFeedRow(QGridLayout* grid, int row, world::InputKind kind, std::size_t count,
+                    const QString& name, int firstColumn = 0);
+    void ShowFeeding(const Scene& scene);
     QLayout* MakeSticks();
     QLayout* MakePulses();
     QLayout* MakeRest();
@@ -65,11 +74,12 @@ class InputsPanel : public QWidget {
     QToolButton* all_ = nullptr;
     QLabel* noneUsed_ = nullptr;
     QCheckBox* buttonsStay_ = nullptr;
-    QCheckBox* robotSees_ = nullptr;
+    QPushButton* letAllGo_ = nullptr;
+    std::vector<FeedButton*> feeds_;
     std::array<QPushButton*, 6> buttons_{};
     std::array<QPushButton*, 4> digital_{};
     std::array<QSlider*, 6> analog_{};
-    std::array<QLabel*, 6> analogValues_{};
+    std::array<QSpinBox*, 6> analogValues_{};
     std::array<StickWidget*, 2> sticks_{};
     std::array<QLabel*, 2> stickValues_{};
     std::array<QSpinBox*, 4> timed_{};

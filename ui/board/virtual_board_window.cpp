@@ -4,7 +4,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 
-#include "ui/board/floor_widget.h"
+#include "ui/board/floor_panel.h"
 #include "ui/board/inputs_panel.h"
 #include "ui/board/outputs_panel.h"
 #include "ui/board/run_controls.h"
@@ -36,7 +36,7 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
     : QWidget(parent),
       host_(host),
       controls_(new RunControls(host, this)),
-      floor_(new FloorWidget(this)),
+      floor_(new FloorPanel(host, this)),
       outputs_(new OutputsPanel(this)),
       inputs_(new InputsPanel(this)) {
     setObjectName("frmVirtualBoard");
@@ -60,10 +60,10 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
         edit(inputs);
         host_.SetInputs(inputs);
     });
-    connect(floor_, &FloorWidget::PutBackClicked, &host, &VirtualBoardHost::PutRobotAtStart);
     connect(inputs_, &InputsPanel::ButtonPressed, &host, &VirtualBoardHost::PressButton);
     connect(inputs_, &InputsPanel::ButtonLetGo, &host, &VirtualBoardHost::LetButtonGo);
-    connect(inputs_, &InputsPanel::RobotSeesToggled, &host, &VirtualBoardHost::LetRobotSee);
+    connect(inputs_, &InputsPanel::HoldWanted, &host, &VirtualBoardHost::HoldInput);
+    connect(inputs_, &InputsPanel::AllLetGo, &host, &VirtualBoardHost::LetAllInputsGo);
 }
 
 /// A joystick that has the focus springs back while the window goes: nobody is to hear it then.
@@ -101,7 +101,7 @@ void VirtualBoardWindow::resizeEvent(QResizeEvent* event) {
 void VirtualBoardWindow::Refresh() {
     if (!isVisible()) return;
     controls_->Refresh();
-    floor_->Show(host_.World().robot, host_.State().outputs);
+    floor_->Refresh();
     outputs_->Show(host_.State());
     inputs_->Show(host_.World());
 }

@@ -14,7 +14,7 @@ class QScrollArea;
 
 namespace zentro {
 
-class FloorWidget;
+class FloorPanel;
 class InputsPanel;
 class OutputsPanel;
 class RunControls;
@@ -52,7 +52,7 @@ class VirtualBoardWindow : public QWidget {
 
     VirtualBoardHost& host_;
     RunControls* controls_;
-    FloorWidget* floor_;
+    FloorPanel* floor_;
     OutputsPanel* outputs_;
     InputsPanel* inputs_;
     QScrollArea* inputsArea_ = nullptr;

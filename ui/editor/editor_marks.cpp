@@ -233,8 +233,8 @@ void EditorMarks::AddLamp(const LineMessage& message, int line) {
     if (!message.fix || HasLamp(line)) return;
     lamps_.push_back(SetMark(
         line, kLampMark,
-        QCoreApplication::translate("EditorMarks",
-                                    "Alt+Enter, or a click on the lamp beside the line, fixes it.")));
+        QCoreApplication::translate(
+            "EditorMarks", "Alt+Enter, or a click on the lamp beside the line, fixes it.")));
 }
 
 bool EditorMarks::HasLamp(int line) const {

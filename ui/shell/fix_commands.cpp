@@ -14,7 +14,11 @@ namespace zentro {
 
 FixCommands::FixCommands(Programs& programs, SourceFiles& files, LiveCheck& checks,
                          NameCommands::Tell tell, QObject* parent)
-    : QObject(parent), programs_(programs), files_(files), checks_(checks), tell_(std::move(tell)) {}
+    : QObject(parent),
+      programs_(programs),
+      files_(files),
+      checks_(checks),
+      tell_(std::move(tell)) {}
 
 /// What is said of the text as it stands.
 FixCommands::Messages FixCommands::MessagesNow(SourceWindow& source) {
@@ -49,8 +53,9 @@ void FixCommands::FixAsTold(SourceWindow& source, const Fix& fix) {
     const Messages messages = MessagesNow(source);
     const Fix* now = SameFix(messages, fix.line, fix);
     if (now != nullptr) return Apply(source, {*now});
-    tell_(tr("This line has changed since the message was written. Compile again to see "
-                     "what is left."));
+    tell_(
+        tr("This line has changed since the message was written. Compile again to see "
+           "what is left."));
 }
 
 void FixCommands::Apply(SourceWindow& source, const std::vector<Fix>& fixes) {
@@ -72,9 +77,10 @@ void FixCommands::TellNone(SourceWindow& source, const Messages& messages, int l
     const bool isMarked = std::ranges::any_of(
         messages, [&](const LineMessage& message) { return message.line == line; });
     source.Refresh();
-    tell_(isMarked ? tr("What this line means can only be guessed, so nothing is written for you. F1 "
-                        "tells more about its message.")
-                   : tr("This line has no message, so there is nothing to fix."));
+    tell_(isMarked
+              ? tr("What this line means can only be guessed, so nothing is written for you. F1 "
+                   "tells more about its message.")
+              : tr("This line has no message, so there is nothing to fix."));
 }
 
 }  // namespace zentro

@@ -11,6 +11,8 @@
 namespace zentro {
 namespace {
 
+constexpr world::InputId kEye{world::InputKind::Analog, 0};
+
 class HistoryTest : public ::testing::TestWithParam<const char*> {
   protected:
     HistoryTest() {
@@ -38,6 +40,13 @@ class HistoryTest : public ::testing::TestWithParam<const char*> {
         history.ChangeInputs(inputs);
     }
 
+    /// Often to where a wall is.
+    void CarryRobot() {
+        if (Below(3) == 0) return history.PutRobotAtStart();
+        history.PlaceRobot({{static_cast<double>(Below(260)), static_cast<double>(Below(170))},
+                            static_cast<double>(Below(7))});
+    }
+
     void LetSomethingHappen() {
         switch (Below(8)) {
             case 0: TurnSomeInput(); break;
@@ -48,8 +57,8 @@ class HistoryTest : public ::testing::TestWithParam<const char*> {
             }
             case 2: Type("m2b0"); break;
             case 3: Type("45\rR\r"); break;
-            case 4: history.LetRobotSee(Below(2) == 1); break;
-            case 5: history.PutRobotAtStart(); break;
+            case 4: history.HoldInput(kEye, Below(2) == 1); break;
+            case 5: CarryRobot(); break;
             case 6:
                 if (world->board.output.empty()) break;
                 world->board.output.erase(0, 1);
@@ -63,7 +72,7 @@ class HistoryTest : public ::testing::TestWithParam<const char*> {
     void StepForward(std::size_t count) {
         while (before.size() < count) {
             LetSomethingHappen();
-            auto now = std::make_unique<BoardWorld>(*world);
+            auto now = std::make_unique<Scene>(*world);
             if (history.Run(1) == 1) {
                 before.push_back(std::move(now));
             } else {
@@ -80,10 +89,10 @@ class HistoryTest : public ::testing::TestWithParam<const char*> {
         }
     }
 
-    std::unique_ptr<BoardWorld> world = std::make_unique<BoardWorld>();
+    std::unique_ptr<Scene> world = MakeScene();
     History history{*world};
     std::mt19937 random{20};
-    std::vector<std::unique_ptr<BoardWorld>> before;  ///< each instruction
+    std::vector<std::unique_ptr<Scene>> before;  ///< each instruction
 };
 
 TEST_P(HistoryTest, FiveHundredInstructionsForwardAndBack) {
@@ -93,7 +102,6 @@ TEST_P(HistoryTest, FiveHundredInstructionsForwardAndBack) {
 }
 
 TEST_P(HistoryTest, StepsBackIntoWhatRanAtFullSpeed) {
-    history.LetRobotSee(true);
     for (int second = 0; second < 6; ++second) {
         TurnSomeInput();
         history.PassTicks(100, 10'000, second % 2 == 0);
@@ -118,7 +126,7 @@ INSTANTIATE_TEST_SUITE_P(Examples, HistoryTest,
 
 /// In debug mode the instructions come over the serial line.
 TEST(HistoryInDebugModeTest, TakesBackWhatACharacterCarriedOut) {
-    auto world = std::make_unique<BoardWorld>();
+    auto world = MakeScene();
     History history(*world);
     const auto type = [&](std::string_view characters) {
         history.Receive(characters, [&](char character) {

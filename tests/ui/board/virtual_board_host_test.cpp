@@ -28,6 +28,7 @@ const std::string kWaiting = [] {
 struct HostTest : ::testing::Test {
     void Load(const std::string& objectText) { ASSERT_EQ(host.LoadProgram(objectText), ""); }
     std::uint64_t Steps() const { return host.State().processor.steps; }
+    world::Pose Start() const { return host.World().map->world.start; }
 
     void Turn(const std::function<void(Inputs&)>& change) {
         Inputs inputs = host.State().inputs;
@@ -113,14 +114,14 @@ TEST_F(HostTest, StepsForwardAndBackThroughAnExample) {
     host.Step();
     ASSERT_TRUE(host.State().processor.running);
     ASSERT_EQ(Steps(), 0U);
-    std::vector<std::unique_ptr<BoardWorld>> before;
+    std::vector<std::unique_ptr<Scene>> before;
     for (unsigned step = 0; step < 300; ++step) {
         if (step % 7 == 0)
             Turn([&](Inputs& inputs) {
                 inputs.analog[step % 2] = static_cast<std::uint8_t>(step);
                 inputs.buttons[0] = step > 50 && step < 100;
             });
-        before.push_back(std::make_unique<BoardWorld>(host.World()));
+        before.push_back(std::make_unique<Scene>(host.World()));
         host.Step();
         ASSERT_EQ(Steps(), step + 1);
     }
@@ -228,16 +229,57 @@ TEST_F(HostTest, TheRobotFollowsTheLineWithItsEyes) {
     Turn([](Inputs& inputs) { inputs.buttons[0] = true; });
     host.Advance(100);
     Turn([](Inputs& inputs) { inputs.buttons[0] = false; });
-    bool reachedFarSide = false;
-    for (int tick = 0; tick < 3000; ++tick) {
+    host.Advance(1000);
+    const auto met = [this] {
+        return host.World().state.goals[0].status == world::GoalStatus::Met;
+    };
+    for (int second = 0; second < 60 && !met(); ++second)
+        host.Advance(1000);
+    EXPECT_TRUE(met()) << "all round the line";
+}
+
+// The robot drives against the wall, the wall presses the bumper, and all of it is taken back.
+TEST_F(HostTest, AWallPressesTheBumperAndStepsGoBackAcrossTheCollision) {
+    const auto bumpers = [this] {
+        return std::pair(host.State().inputs.digital[0], host.State().inputs.digital[1]);
+    };
+    Load(
+        Compiled("DEFINE BYTE Count = 0\nDEFINE BYTE Bumper = 0\nBEGIN PROGRAM\n"
+                 "SET MOTOR 1, FORWARD, 100\nSET MOTOR 2, FORWARD, 100\n"
+                 "REPEAT\nINCREMENT Count\nWAIT 10\nBumper = DIGITAL(1)\n"
+                 "UNTIL Bumper <> 0\nDISPLAY Count\nLOOP\nWAIT 1\nEND LOOP\nEND PROGRAM\n"));
+    host.Run();
+    std::vector<world::Pose> way;
+    while (!bumpers().first && way.size() < 1000) {
         host.Advance(10);
-        const FloorPoint place = host.World().robot.place;
-        ASSERT_LT(std::abs(place.x), kTrackStraight / 2 + kTrackRadius + 0.1);
-        ASSERT_GT(std::hypot(std::max(0.0, std::abs(place.x) - kTrackStraight / 2), place.y),
-                  kTrackRadius - 0.1);
-        reachedFarSide = reachedFarSide || place.y > kTrackRadius - 0.05;
+        way.push_back(host.World().state.robot);
     }
-    EXPECT_TRUE(reachedFarSide);
+    EXPECT_EQ(bumpers(), std::pair(true, true));
+    EXPECT_GT(host.State().inputs.analog[2], 250) << "the distance sensor sees the wall at once";
+    host.Advance(200);
+    EXPECT_GT(host.State().outputs.display.value, 0);
+    const double trail = host.Trail().Pieces().back().back().x;
+    while (host.World().state.tick > way.size() / 2)
+        ASSERT_TRUE(host.StepBack());
+    EXPECT_EQ(bumpers(), std::pair(false, false));
+    EXPECT_EQ(host.World().state.robot, way[host.World().state.tick - 1]);
+    EXPECT_LT(host.Trail().Pieces().back().back().x, trail) << "its way goes back with it";
+}
+
+TEST_F(HostTest, AHandHoldsAnInputUntilItLetsGo) {
+    const world::InputId bumper{world::InputKind::Digital, 0};
+    const auto eye = host.State().inputs.analog[0];
+    Turn([](Inputs& inputs) { inputs.analog[0] = 77; });
+    host.HoldInput(bumper, true);
+    host.PlaceRobot({{300, 75}, 0});
+    EXPECT_EQ(host.State().inputs.analog[0], 77);
+    EXPECT_FALSE(host.State().inputs.digital[0]);
+    EXPECT_TRUE(host.State().inputs.digital[1]) << "this one is not held";
+    host.HoldInput(bumper, false);
+    EXPECT_TRUE(host.State().inputs.digital[0]);
+    host.LetAllInputsGo();
+    host.PutRobotAtStart();
+    EXPECT_EQ(host.State().inputs.analog[0], eye);
 }
 
 TEST_F(HostTest, TheRobotIsBackAtItsStartWithEachProgramResetAndByHand) {
@@ -255,23 +297,22 @@ TEST_F(HostTest, TheRobotIsBackAtItsStartWithEachProgramResetAndByHand) {
         Load(program);
         host.Run();
         host.Advance(400);
-        ASSERT_NE(host.World().robot, RobotModel{});
+        ASSERT_NE(host.World().state.robot, Start());
         ASSERT_NE(eyes(), start);
         putBack();
-        EXPECT_EQ(host.World().robot, RobotModel{});
+        EXPECT_EQ(host.World().state.robot, Start());
         EXPECT_EQ(eyes(), start);
     }
     EXPECT_TRUE(host.State().processor.running) << "by hand nothing else changes";
     host.Step();
     host.PutRobotAtStart();
     ASSERT_TRUE(host.StepBack());
-    EXPECT_EQ(host.World().robot, RobotModel{}) << "it was there before the step, too";
+    EXPECT_EQ(host.World().state.robot, Start()) << "it was there before the step, too";
 
-    host.LetRobotSee(false);
     Turn([](Inputs& inputs) { inputs.analog[0] = 77; });
     host.Reset();
     EXPECT_EQ(host.State().inputs.analog[0], 77) << "a hand on the input";
-    host.LetRobotSee(true);
+    host.LetAllInputsGo();
     EXPECT_EQ(eyes(), start);
 }
 

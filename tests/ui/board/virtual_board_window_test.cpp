@@ -8,11 +8,13 @@
 #include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
+#include <QToolButton>
 #include <gmock/gmock.h>
 
 #include "comms/terminal_session.h"
 #include "tests/ui/board/board_programs.h"
 #include "tests/ui/ui_fixture.h"
+#include "ui/board/floor_widget.h"
 
 namespace zentro {
 namespace {
@@ -54,6 +56,8 @@ struct BoardWindowTest : UiTest {
     }
 
     const Outputs& Out() const { return host.State().outputs; }
+    const world::Pose& Robot() const { return host.World().state.robot; }
+    const world::Pose& Start() const { return host.World().map->world.start; }
 
     VirtualBoardHost host;
     VirtualBoardWindow window{host};
@@ -61,8 +65,8 @@ struct BoardWindowTest : UiTest {
 
 TEST_F(BoardWindowTest, LineFollowerReactsToItsEyes) {
     LoadExample("line_follower");
-    EXPECT_FALSE(Find("Analog2")->isEnabled()) << "the robot's eye";
-    Find<QCheckBox>("RobotSees")->click();
+    for (const char* eye : {"FeedAnalog1", "FeedAnalog2"})
+        Click(eye);
     Click("BtnBoardRun");
     ASSERT_TRUE(Becomes("LeftLed", "on"));
     EXPECT_EQ(Said("Sounder"), "C4");
@@ -95,9 +99,9 @@ TEST_F(BoardWindowTest, JoystickDrivesByMouseAndKeysAndSpringsBack) {
     EXPECT_EQ(host.State().inputs.joysticks[0].y, 255);
     QTest::mouseRelease(stick, Qt::LeftButton, {}, middle);
     ASSERT_TRUE(QTest::qWaitFor([&] { return Out().motors[0].value == 0; }));
-    EXPECT_GT(host.World().robot.place.x, RobotModel{}.place.x);
+    EXPECT_GT(Robot().place.x, Start().place.x);
     Click("BtnRobotToStart");
-    EXPECT_EQ(host.World().robot, RobotModel{});
+    EXPECT_EQ(Robot(), Start());
     EXPECT_TRUE(host.State().processor.running);
 
     stick->setFocus();
@@ -189,7 +193,6 @@ TEST_F(BoardWindowTest, ATerminalLoadsAProgramRunsItAndComesBackAfterThePulledCa
 }
 
 TEST_F(BoardWindowTest, EveryInputReachesTheBoardAndIsShownAgain) {
-    host.LetRobotSee(false);
     host.SetInputs({});
     Find<QCheckBox>("ButtonsStay")->click();
     Click("Button6");
@@ -215,6 +218,91 @@ TEST_F(BoardWindowTest, EveryInputReachesTheBoardAndIsShownAgain) {
     EXPECT_FALSE(Find<QPushButton>("Button6")->isChecked());
     EXPECT_EQ(Find<QSlider>("Analog6")->value(), 0);
     EXPECT_EQ(host.State().inputs, Inputs{}) << "showing inputs changed them";
+}
+
+TEST_F(BoardWindowTest, AHandTakesASensorsInputOverUntilItLetsGo) {
+    const auto feeder = [this](int input) {
+        return Find<QToolButton>(qPrintable(QString("FeedAnalog%1").arg(input)))->text();
+    };
+    QTest::qWait(30);
+    EXPECT_EQ(feeder(1), "robot");
+    EXPECT_FALSE(Find("FeedAnalog4")->isVisible()) << "nobody feeds it";
+    EXPECT_FALSE(Find("LetAllGo")->isVisible());
+    // An exact value, typed while the robot goes on seeing.
+    auto* exact = Find<QSpinBox>("AnalogValue1");
+    exact->setFocus();
+    exact->selectAll();
+    QTest::keyClicks(exact, "13");
+    host.PlaceRobot({{120, 75}, 0});
+    QTest::qWait(30);
+    EXPECT_EQ(host.State().inputs.analog[0], 225) << "not yet entered";
+    QTest::keyClicks(exact, "7\r");
+    EXPECT_EQ(host.State().inputs.analog[0], 137);
+    QTest::keyClick(Find("Digital1"), Qt::Key_Space);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return Spoken("FeedDigital1").startsWith("Digital input 1 is held by hand"); }));
+    EXPECT_EQ(feeder(1), "hand");
+    EXPECT_EQ(feeder(2), "robot");
+    EXPECT_TRUE(Find("LetAllGo")->isVisible());
+    Click("FeedAnalog1");
+    EXPECT_EQ(host.State().inputs.analog[0], 225);
+    EXPECT_TRUE(host.State().inputs.digital[0]) << "still held";
+    Click("LetAllGo");
+    EXPECT_FALSE(host.State().inputs.digital[0]);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !Find("LetAllGo")->isVisible(); }));
+}
+
+TEST_F(BoardWindowTest, TheRobotIsDraggedAndTurnedWhileItDrives) {
+    auto* floor = Find<FloorWidget>("Floor");
+    Load(
+        Compiled("BEGIN PROGRAM\nSET MOTOR 1, FORWARD, 100\nSET MOTOR 2, FORWARD, 100\n"
+                 "LOOP\nWAIT 1\nEND LOOP\nEND PROGRAM\n"));
+    Click("BtnBoardRun");
+    const auto drag = [&](const QPointF& from, const QPointF& way) {
+        QTest::mousePress(floor, Qt::LeftButton, {}, from.toPoint());
+        QTest::mouseMove(floor, (from + way / 2).toPoint());
+        QTest::mouseMove(floor, (from + way).toPoint());
+        QTest::qWait(200);
+    };
+    QTest::qWait(50);
+    drag(floor->RobotInPicture(), {-40, -80});
+    const world::Pose held = Robot();
+    EXPECT_GT(held.place.y, Start().place.y + 10);
+    QTest::qWait(300);
+    // Between two looks the motors pull it on a little.
+    EXPECT_NEAR(Robot().place.x, held.place.x, 4) << "it stays in the hand";
+    EXPECT_EQ(Robot().place.y, held.place.y);
+    QTest::mouseRelease(floor, Qt::LeftButton);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Robot().place.x > held.place.x + 10; }));
+    host.Pause();
+    QTest::qWait(30);
+    const QPointF handle = floor->HandleInPicture();
+    drag(handle, floor->RobotInPicture() + QPointF(0, -60) - handle);
+    EXPECT_NEAR(Robot().heading, 1.5708, 0.05);
+    QTest::mouseRelease(floor, Qt::LeftButton);
+    // Through the floor's edge it does not go, and the wall presses both bumpers.
+    drag(floor->RobotInPicture(), {0, -2000});
+    EXPECT_EQ(Robot().place.y, 150 - 11);
+    EXPECT_TRUE(host.State().inputs.digital[0] && host.State().inputs.digital[1]);
+    QTest::mouseRelease(floor, Qt::LeftButton);
+}
+
+TEST_F(BoardWindowTest, KeysMoveTheRobotAndTheFloor) {
+    auto* floor = Find<FloorWidget>("Floor");
+    floor->setFocus();
+    QTest::keyClick(floor, Qt::Key_Up);
+    QTest::keyClick(floor, Qt::Key_Left, Qt::ControlModifier);
+    EXPECT_EQ(Robot().place.y, Start().place.y + 1);
+    EXPECT_NEAR(Robot().heading, 0.0873, 0.001);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Said("Floor").endsWith("turned by 5 degrees"); }));
+    const QPointF whole = floor->RobotInPicture();
+    QTest::keyClick(floor, Qt::Key_Plus);
+    QTest::keyClick(floor, Qt::Key_Plus);
+    QTest::keyClick(floor, Qt::Key_Left, Qt::ShiftModifier);
+    EXPECT_NE(floor->RobotInPicture(), whole);
+    EXPECT_EQ(Robot().place.x, Start().place.x) << "only the picture moves";
+    QTest::keyClick(floor, Qt::Key_0);
+    EXPECT_EQ(floor->RobotInPicture(), whole);
 }
 
 TEST_F(BoardWindowTest, HiddenItDrawsNothingAndTheBoardGoesOn) {

@@ -22,15 +22,15 @@ using Sci = QsciScintillaBase;
 using enum CommandId;
 
 constexpr const char* kMistakes =
-    "DEFINE BYTE Speed = 0\n"              // 1
-    "BEGIN PROGRAM\n"                      // 2
-    "    SET MOTER 1, FORWARD, Speed\n"    // 3
-    "    IF Speed == 1 THEN\n"             // 4
-    "        Speed = Other\n"              // 5: nobody knows what is meant
-    "    END IF\n"                         // 6
-    "    IF Speed == 2 THEN // the rest\n" // 7: two mistakes
-    "        Speed++\n"                    // 8
-    "    END IF\n"                         // 9
+    "DEFINE BYTE Speed = 0\n"               // 1
+    "BEGIN PROGRAM\n"                       // 2
+    "    SET MOTER 1, FORWARD, Speed\n"     // 3
+    "    IF Speed == 1 THEN\n"              // 4
+    "        Speed = Other\n"               // 5: nobody knows what is meant
+    "    END IF\n"                          // 6
+    "    IF Speed == 2 THEN // the rest\n"  // 7: two mistakes
+    "        Speed++\n"                     // 8
+    "    END IF\n"                          // 9
     "END PROGRAM\n";
 
 class FixTest : public MainWindowTest {
@@ -128,7 +128,8 @@ TEST_F(FixTest, WhatIsNotCertainIsNotWritten) {
     const QString before = FrontSource()->Text();
     Caret(5);
     Press(FixLine);
-    EXPECT_TRUE(Told().startsWith("What this line means can only be guessed")) << Told().toStdString();
+    EXPECT_TRUE(Told().startsWith("What this line means can only be guessed"))
+        << Told().toStdString();
     Caret(2);
     Press(FixAllOfKind);
     EXPECT_EQ(Told(), "This line has no message, so there is nothing to fix.");

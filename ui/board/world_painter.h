@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QPalette>
+#include <array>
+#include <vector>
+
+#include "world/world_map.h"
+
+class QPainter;
+
+namespace zentro {
+
+// Pictures of a world, for painters whose unit is a centimetre and whose y points upwards.
+
+/// The floor with all that lies and stands on it.
+void PaintWorld(QPainter& painter, const world::WorldMap& map, const QPalette& palette);
+
+/// The way that a robot has come, in pieces.
+void PaintTrail(QPainter& painter, const std::vector<std::vector<world::Point>>& pieces);
+
+/// The robot with its sensors and its two lamps.
+void PaintRobot(QPainter& painter, const world::WorldMap& map, const world::Pose& robot,
+                const std::array<bool, 2>& leds);
+
+/// What each sensor sees or feels from there.
+void PaintSight(QPainter& painter, const world::WorldMap& map, const world::Pose& robot);
+
+/// Where a robot starts.
+void PaintStart(QPainter& painter, const world::WorldMap& map);
+
+}  // namespace zentro
