@@ -8,6 +8,7 @@
 #include "board/loader.h"
 #include "board/text.h"
 #include "board/trace.h"
+#include "world/goals.h"
 
 namespace zentro {
 
@@ -20,6 +21,7 @@ constexpr double kMillisecondsPerTick = 10;
 constexpr double kLongestCatchUp = 1000;  // milliseconds
 constexpr std::uint64_t kLongestSleepOfStep = kTicksPerSecond;
 constexpr qint64 kWorkPerWakeUp = 8;  // milliseconds; leaves the window time to draw
+constexpr std::uint64_t kTicksToStand = kTicksPerSecond;  // after the end of a program
 constexpr std::uint64_t kTicksBetweenLooks = 8;
 
 bool IsWaiting(const Board& board) {
@@ -118,6 +120,7 @@ std::string VirtualBoardHost::LoadProgram(std::string_view objectText) {
     std::string problem = LoadObjectText(world_->board, objectText);
     zentro::PutRobotAtStart(*world_);
     history_.Forget();
+    endedAt_.reset();
     LookAround();
     return problem;
 }
@@ -140,6 +143,7 @@ void VirtualBoardHost::StartAnew() {
     StartProgram(world_->board);
     history_.Forget();
     stops_.Begin();
+    endedAt_.reset();
 }
 
 void VirtualBoardHost::Stop() {
@@ -223,6 +227,7 @@ void VirtualBoardHost::EnterWorld(std::shared_ptr<const world::WorldMap> map) {
     zentro::MoveToWorld(*world_, std::move(map));
     history_.Forget();
     trail_.Clear();
+    endedAt_.reset();
     LookAround();
     TellChange();  // a picture must not miss it
 }
@@ -309,6 +314,7 @@ void VirtualBoardHost::LookAround() {
     const Processor& processor = State().processor;
     const bool ended = wasRunning_ && !processor.running;
     wasRunning_ = processor.running;
+    if (ended) endedAt_ = State().clock;
     if (WantsTime() && !wakeUps_.isActive()) {
         sinceWakeUp_.start();
         wakeUps_.start();
@@ -336,8 +342,20 @@ void VirtualBoardHost::TellChange() {
 
 /// A board at rest to which nobody is connected needs no time.
 bool VirtualBoardHost::WantsTime() const {
-    return !paused_ &&
-           (State().processor.running || SomebodyListens() || State().outputs != Outputs{});
+    return !paused_ && (State().processor.running || SomebodyListens() ||
+                        State().outputs != Outputs{} || StandsForGoals());
+}
+
+/// A goal may ask for a stand after the end of a program, which takes time.
+bool VirtualBoardHost::StandsForGoals() const {
+    return !State().processor.running && endedAt_ && State().clock < *endedAt_ + kTicksToStand &&
+           !AllDecided(world_->state);
+}
+
+bool VirtualBoardHost::IsRunOver() const {
+    const auto& motors = State().outputs.motors;
+    return !State().processor.running && endedAt_ && !StandsForGoals() && motors[0].value == 0 &&
+           motors[1].value == 0;
 }
 
 void VirtualBoardHost::WakeUp() {

@@ -107,6 +107,10 @@ class VirtualBoardHost : public QObject {
     /// The world has changed round the robot, which stays where it is if it has room there.
     void ChangeWorld(std::shared_ptr<const world::WorldMap> map);
 
+    /// Whether the program has ended and its robot has stood since for as long as a goal may ask
+    /// for.
+    bool IsRunOver() const;
+
     /// Where the robot has been.
     const RobotTrail& Trail() const { return trail_; }
 
@@ -150,6 +154,7 @@ class VirtualBoardHost : public QObject {
 
     bool SomebodyListens() const;
     bool WantsTime() const;
+    bool StandsForGoals() const;
     void SetPaused(bool paused);
     void WakeUp();
     void PassRealTime(std::uint64_t ticks);
@@ -181,9 +186,10 @@ class VirtualBoardHost : public QObject {
     BoardSpeed speed_;
     bool paused_ = false;
     bool wasRunning_ = false;
-    double pendingTime_ = 0;          ///< milliseconds not yet made into ticks
-    double pendingInstructions_ = 0;  ///< of slow motion
-    std::uint64_t stepsInTick_ = 0;   ///< carried out singly since the last tick
+    std::optional<std::uint64_t> endedAt_;  ///< by the board's clock; of the last program
+    double pendingTime_ = 0;                ///< milliseconds not yet made into ticks
+    double pendingInstructions_ = 0;        ///< of slow motion
+    std::uint64_t stepsInTick_ = 0;         ///< carried out singly since the last tick
     /// A line step that can be taken back: the board right before its first and its last
     /// instruction.
     struct DoneStep {

@@ -15,6 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 
 class WorldProgramTest : public testing::Test {
   protected:
@@ -211,6 +212,29 @@ TEST_F(WorldProgramTest, AReplayThatComesOutOtherwiseSaysWhere) {
     EXPECT_THAT(output_, HasSubstr("there is no world in the recording"));
     EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " run " + look + " --seconds 1 --record /none/tape"), 2);
     EXPECT_THAT(output_, HasSubstr("/none/tape: cannot be written"));
+}
+
+TEST_F(WorldProgramTest, AProgramNamesItsWorld) {
+    const std::string program =
+        "BEGIN PROGRAM\nSET MOTOR 1, FORWARD, 60\nWAIT 20\nSTOP MOTORS\nEND PROGRAM\n";
+    const auto run = [this, &program](const std::string& comment, const std::string& options) {
+        Write("a.txt", comment + program);
+        EXPECT_EQ(Run(ZENTRO_ZENTROC " -q a.txt"), 0) << output_;
+        return Run(ZENTRO_BOARD_PROGRAM " run a.obj " + options);
+    };
+    EXPECT_EQ(run("", ""), 0);
+    EXPECT_THAT(output_, Not(HasSubstr("verdict")));
+    EXPECT_EQ(run("; world: parking.world\n", ""), 5) << "a shipped one";
+    EXPECT_THAT(output_, HasSubstr("goal 1 missed: reach bay"));
+    EXPECT_EQ(run("; world: parking.world\n", "--world none"), 0);
+    EXPECT_THAT(output_, Not(HasSubstr("verdict")));
+    EXPECT_EQ(run("; world: parking.world\n", "--world " ZENTRO_WORLDS_FOLDER "/maze.world"), 5);
+    EXPECT_THAT(output_, HasSubstr("reach exit"));
+    Write("parking.world", R"({"start": {"at": [100, 100]}})");
+    EXPECT_EQ(run("; world: parking.world\n", ""), 0) << "the one beside it counts first";
+    EXPECT_THAT(output_, HasSubstr("verdict\tno goals"));
+    EXPECT_EQ(run("; world: nowhere.world\n", ""), 2);
+    EXPECT_THAT(output_, HasSubstr("nowhere.world: cannot be read"));
 }
 
 }  // namespace

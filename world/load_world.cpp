@@ -1,10 +1,10 @@
 #include "world/load_world.h"
 
 #include <algorithm>
-#include <array>
 #include <nlohmann/json.hpp>
 
 #include "world/arithmetic.h"
+#include "world/input_names.h"
 #include "world/json_fields.h"
 #include "world/world_map.h"
 
@@ -17,27 +17,6 @@ constexpr NumberRange kAngle{-360, 360};
 constexpr NumberRange kSize{0.1, 1000};
 constexpr std::size_t kMostSensors = 16;
 constexpr std::size_t kMostGoals = 8;
-
-struct InputName {
-    std::string_view word;
-    InputKind kind;
-    std::size_t count;
-};
-constexpr std::array<InputName, 4> kInputNames{{{"digital", InputKind::Digital, 4},
-                                                {"button", InputKind::Button, 6},
-                                                {"analog", InputKind::Analog, 6},
-                                                {"pulses", InputKind::Pulses, 4}}};
-
-struct SensorName {
-    std::string_view word;
-    SensorKind kind;
-    double cone;  ///< in degrees, unless the file says otherwise
-};
-constexpr std::array<SensorName, 5> kSensorNames{{{"floor", SensorKind::Floor, 0},
-                                                  {"distance", SensorKind::Distance, 20},
-                                                  {"light", SensorKind::Light, 0},
-                                                  {"bumper", SensorKind::Bumper, 90},
-                                                  {"wheel", SensorKind::Wheel, 0}}};
 
 /// The words of a table's rows: "floor, distance or light".
 template <typename Table>

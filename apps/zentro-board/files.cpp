@@ -1,6 +1,7 @@
 #include "apps/zentro-board/files.h"
 
 #include <iostream>
+#include <system_error>
 
 #include "config/file.h"
 
@@ -24,6 +25,15 @@ bool MakeFile(const std::string& path, const std::string& content) {
     if (path.empty()) return true;
     const std::string problem = WriteWholeFile(path, content);
     return problem.empty() || Complain(path, "cannot be written: " + problem);
+}
+
+std::filesystem::path ShippedFolder(const std::string& name) {
+    namespace fs = std::filesystem;
+    std::error_code failed;
+    const fs::path folder = fs::read_symlink("/proc/self/exe", failed).parent_path();
+    const fs::path beside = folder / name;
+    if (fs::exists(beside, failed)) return beside;
+    return folder.parent_path() / "share" / "zentrocompiler" / name;
 }
 
 }  // namespace zentro

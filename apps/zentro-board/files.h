@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <string>
 
@@ -13,5 +14,8 @@ bool UseFile(const std::string& path, const std::function<std::string(const std:
 
 /// Writes a file. No path: nothing to do.
 bool MakeFile(const std::string& path, const std::string& content);
+
+/// A folder that is shipped with the program: beside it, or in the share folder of an installation.
+std::filesystem::path ShippedFolder(const std::string& name);
 
 }  // namespace zentro

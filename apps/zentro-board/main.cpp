@@ -41,7 +41,10 @@ Subcommand RunCommand(RunOptions& run) {
         {"--inputs", &run.inputFile, "Input script: on each line a tick, an input and its value",
          "FILE"},
         {"--world", &run.worldFile,
-         "Let the board's robot drive in this world, until its goals are decided", "FILE"},
+         "Let the board's robot drive in this world, until its goals are decided; \"none\": in "
+         "none. "
+         "Otherwise the world is the one that the program's source names beside the object file",
+         "FILE"},
         {"--noise",
          &run.noise,
          "Let the world's sensors be inexact, by chance from this seed",

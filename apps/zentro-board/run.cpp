@@ -1,16 +1,23 @@
 #include "apps/zentro-board/run.h"
 
+#include <filesystem>
 #include <iostream>
 #include <memory>
 
 #include "apps/zentro-board/files.h"
 #include "board/loader.h"
+#include "config/file.h"
 #include "recording/recording_file.h"
 #include "world/load_world.h"
+#include "world/named_world.h"
 
 namespace zentro {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kNoWorld = "none";
 
 /// What a recording shall hold, from the files of a run.
 std::string ReadProgram(const std::string& text, Recording& recording) {
@@ -41,6 +48,24 @@ bool ReadFiles(const RunOptions& options, Recording& recording,
            UseFile(options.inputFile, readScript);
 }
 
+/// The world that the program's source names, if that lies beside the object file. Empty: none.
+std::string WorldOfProgram(const std::string& objectFile) {
+    const fs::path object(objectFile);
+    const FileContent source = ReadWholeFile(fs::path(object).replace_extension(".txt").string());
+    if (source.status != FileContent::Status::Read) return {};
+    const std::string name = world::WorldNamedIn(source.bytes);
+    if (name.empty()) return {};
+    return world::FindWorld(name, object.parent_path(), ShippedFolder("worlds")).string();
+}
+
+RunOptions WithWorld(RunOptions options) {
+    if (options.worldFile.empty())
+        options.worldFile = WorldOfProgram(options.objectFile);
+    else if (options.worldFile == kNoWorld)
+        options.worldFile.clear();
+    return options;
+}
+
 bool OptionsFit(const RunOptions& options) {
     if (!options.worldFile.empty()) return true;
     if (!options.show.pictureFile.empty()) return Complain("--picture", "needs --world");
@@ -64,8 +89,9 @@ bool WriteRecording(const BoardRun& run, Recording recording, const std::string&
 
 }  // namespace
 
-ExitStatus RunProgram(const RunOptions& options) {
+ExitStatus RunProgram(const RunOptions& given) {
     std::ios::sync_with_stdio(false);
+    const RunOptions options = WithWorld(given);
     const auto run = std::make_unique<BoardRun>();
     run->show = options.show;
     run->limits = options.limits;

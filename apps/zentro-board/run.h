@@ -11,7 +11,7 @@ namespace zentro {
 struct RunOptions {
     std::string objectFile;
     std::string inputFile;    ///< empty: none
-    std::string worldFile;    ///< empty: the board stands alone
+    std::string worldFile;    ///< "none": the board stands alone; empty: the program's own world
     std::string recordFile;   ///< to be written; empty: none
     std::uint32_t noise = 0;  ///< seed of the noise of the world's sensors; 0: none
     std::uint32_t seed = 1;

@@ -9,6 +9,8 @@
 #include <string>
 
 #include "world/arithmetic.h"
+#include "world/named_world.h"
+#include "world/save_world.h"
 
 namespace zentro::world {
 namespace {
@@ -136,6 +138,49 @@ TEST(LoadWorld, NamesWhatIsWrongAndWhere) {
     for (const Case& test : cases) {
         EXPECT_THAT(LoadWorld(test.text).error, testing::HasSubstr(test.error)) << test.text;
     }
+}
+
+TEST(SaveWorld, WhatIsSavedIsReadAsTheSame) {
+    std::size_t worlds = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(ZENTRO_WORLDS_FOLDER)) {
+        std::ifstream stream(entry.path(), std::ios::binary);
+        const World world =
+            LoadWorld(std::string(std::istreambuf_iterator<char>(stream), {})).world;
+        EXPECT_EQ(LoadWorld(SaveWorld(world)).world, world) << entry.path();
+        ++worlds;
+    }
+    EXPECT_GE(worlds, 6U);
+    // Every kind of thing, with what is seldom written.
+    const World all = LoadWorld(WithField(R"("name": "A \"B\" ü", "robot": {"radius": 5.125},
+        "lines": [{"name": "a", "center": [50, 60], "radius": 20, "from": -90, "turn": 33.3}],
+        "areas": [{"center": [9, 10], "radius": 11, "darkness": 3}],
+        "lamps": [{"at": [25, 15], "brightness": 100, "halfAt": 30}],
+        "sensors": [{"kind": "light", "input": "analog2", "heading": -45.7, "at": [1, 2]},
+                    {"kind": "distance", "input": "analog1", "cone": 0, "range": 80, "noise": 2},
+                    {"kind": "bumper", "input": "button6", "cone": 180},
+                    {"kind": "wheel", "input": "pulses4", "wheel": "right", "pulses": 12}],
+        "goals": [{"follow": "a", "tolerance": 5}, {"clear": "walls", "seconds": 7}])"))
+                          .world;
+    ASSERT_EQ(all.sensors.size(), 4U);
+    const World again = LoadWorld(SaveWorld(all)).world;
+    EXPECT_EQ(again, all) << SaveWorld(all);
+}
+
+TEST(NamedWorld, IsACommentBeforeTheFirstStatement) {
+    struct Case {
+        const char* source;
+        const char* name;
+    };
+    for (const Case& one : std::initializer_list<Case>{
+             {"; world: maze.world\nBEGIN PROGRAM\n", "maze.world"},
+             {"\xEF\xBB\xBF\r\n  ;a title\r\n\r\n;WORLD:my maze.world \r\n", "my maze.world"},
+             {"BEGIN PROGRAM\n; world: maze.world\n", ""},
+             {"; the world: is round\n", ""},
+             {"; world:", ""},
+             {"", ""}}) {
+        EXPECT_EQ(WorldNamedIn(one.source), one.name) << one.source;
+    }
+    EXPECT_EQ(LineOfWorld("; a\n\n; world: b\n"), 2U);
 }
 
 TEST(LoadWorld, RefusesHugeFiles) {

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "desktop/virtual_board_host.h"
+#include "ui/board/world_commands.h"
 
 class QHBoxLayout;
 class QToolButton;
@@ -10,23 +11,29 @@ class QToolButton;
 namespace zentro {
 
 class FloorWidget;
+class GoalsLabel;
 
 /// The floor with what can be done to it.
 class FloorPanel : public QWidget {
     Q_OBJECT
 
   public:
-    /// The host outlives the panel.
-    FloorPanel(VirtualBoardHost& host, QWidget* parent);
+    /// Both outlive the panel.
+    FloorPanel(VirtualBoardHost& host, WorldCommands& commands, QWidget* parent);
 
     void Refresh();
 
   private:
     QToolButton* AddButton(const QString& name, const QString& text, const QString& toolTip);
+    void MakeBar();
+    void ShowName();
 
     VirtualBoardHost& host_;
-    FloorWidget* floor_;
+    WorldCommands& commands_;
     QHBoxLayout* bar_;
+    QToolButton* world_ = nullptr;
+    FloorWidget* floor_;
+    GoalsLabel* goals_;
 };
 
 }  // namespace zentro

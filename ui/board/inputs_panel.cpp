@@ -188,6 +188,7 @@ QLayout* InputsPanel::MakeDigital() {
 QLayout* InputsPanel::MakeAnalog() {
     auto* grid = new QGridLayout;
     grid->setVerticalSpacing(1);
+    grid->setHorizontalSpacing(2);
     for (std::size_t index = 0; index < analog_.size(); ++index) {
         const int number = static_cast<int>(index) + 1;
         const int column = static_cast<int>(index);
@@ -223,7 +224,7 @@ QSpinBox* InputsPanel::MakeAnalogValue(std::size_t index) {
     value->setAlignment(Qt::AlignCenter);
     value->setFrame(false);
     value->setKeyboardTracking(false);
-    value->setMinimumWidth(fontMetrics().horizontalAdvance("25555"));
+    value->setMinimumWidth(fontMetrics().horizontalAdvance("2555"));
     value->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     connect(value, &QSpinBox::valueChanged, this, [this, index](int number) {
         emit Edited(

@@ -32,11 +32,12 @@ constexpr int kLeastForBoth = 540;  // pixels
 
 }  // namespace
 
-VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent)
+VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& world,
+                                       QWidget* parent)
     : QWidget(parent),
       host_(host),
       controls_(new RunControls(host, this)),
-      floor_(new FloorPanel(host, this)),
+      floor_(new FloorPanel(host, world, this)),
       outputs_(new OutputsPanel(this)),
       inputs_(new InputsPanel(this)) {
     setObjectName("frmVirtualBoard");

@@ -18,6 +18,7 @@ class FloorPanel;
 class InputsPanel;
 class OutputsPanel;
 class RunControls;
+class WorldCommands;
 
 /// A picture of the virtual board that one can play with, and a robot that it drives. While it is
 /// hidden it draws nothing; the board goes on.
@@ -25,8 +26,8 @@ class VirtualBoardWindow : public QWidget {
     Q_OBJECT
 
   public:
-    /// The host outlives the window.
-    explicit VirtualBoardWindow(VirtualBoardHost& host, QWidget* parent = nullptr);
+    /// Both outlive the window.
+    VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& world, QWidget* parent = nullptr);
     ~VirtualBoardWindow() override;
 
     QSize sizeHint() const override { return {960, 640}; }

@@ -1,10 +1,12 @@
 #include "ui/editor/line_edits.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/source_editor.h"
+#include "world/named_world.h"
 
 namespace zentro {
 
@@ -218,6 +220,21 @@ void ReplacePieces(SourceEditor& editor, std::vector<PieceChange> changes) {
     }
     Send(editor, Sci::SCI_ENDUNDOACTION);
     selection.Restore();
+}
+
+void NameWorld(SourceEditor& editor, const std::string& world) {
+    const std::string comment = "; world: " + world;
+    const std::optional<std::size_t> old = world::LineOfWorld(editor.TextBytes());
+    Send(editor, Sci::SCI_BEGINUNDOACTION);
+    if (old) {
+        const int line = static_cast<int>(*old);
+        const long begin = LineBegin(editor, line);
+        const long end = Send(editor, Sci::SCI_GETLINEENDPOSITION, line);
+        ReplaceInLine(editor, line, 0, end - begin, comment);
+    } else {
+        ReplaceInLine(editor, 0, 0, 0, comment + '\n');
+    }
+    Send(editor, Sci::SCI_ENDUNDOACTION);
 }
 
 }  // namespace zentro

@@ -40,4 +40,7 @@ void ReplacePieces(SourceEditor& editor, const std::vector<LinePiece>& pieces,
 /// The same with a text for each piece.
 void ReplacePieces(SourceEditor& editor, std::vector<PieceChange> changes);
 
+/// Lets the program name the world for which it is written, in a comment at its head.
+void NameWorld(SourceEditor& editor, const std::string& world);
+
 }  // namespace zentro

@@ -1,15 +1,20 @@
 #include "ui/shell/board_windows.h"
 
+#include <QFileInfo>
 #include <utility>
 
 #include "comms/virtual_board_link.h"
+#include "config/encoding.h"
 #include "config/file.h"
+#include "desktop/compile_service.h"
 #include "desktop/text_file.h"
 #include "desktop/used_inputs.h"
 #include "ui/board/virtual_board_window.h"
+#include "ui/board/world_commands.h"
 #include "ui/support/dialogs.h"
 #include "ui/terminal/terminal_window.h"
 #include "ui/terminal/variables_window.h"
+#include "world/named_world.h"
 
 namespace zentro {
 
@@ -19,7 +24,19 @@ BoardWindows::BoardWindows(Workbench& workbench, Programs& programs, BoardState&
       workbench_(workbench),
       programs_(programs),
       board_(board),
-      surroundings_(std::move(surroundings)) {
+      surroundings_(std::move(surroundings)),
+      world_(new WorldDocument(
+          board.VirtualBoard(),
+          QString::fromStdString((workbench.programFolder / "worlds").string()), this)),
+      worldCommands_(
+          new WorldCommands(workbench, board.VirtualBoard(), *world_,
+                            {[this] { return ProgramFolder(); },
+                             [this] {
+                                 const OpenFile* front = programs_.Front();
+                                 return front == nullptr ? QString() : front->name;
+                             },
+                             [this](const QString& world) { surroundings_.rememberWorld(world); }},
+                            this)) {
     connect(&board_, &BoardState::Changed, this, &BoardWindows::Follow);
     connect(&board_, &BoardState::ConversationOver, this, &BoardWindows::CloseTerminal);
     connect(&programs_, &Programs::Changed, this, &BoardWindows::ShowVariables);
@@ -61,7 +78,7 @@ void BoardWindows::CloseTerminal() {
 
 void BoardWindows::MakeBoardWindow() {
     if (boardWindow_ != nullptr) return;
-    boardWindow_ = new VirtualBoardWindow(board_.VirtualBoard());
+    boardWindow_ = new VirtualBoardWindow(board_.VirtualBoard(), *worldCommands_);
     usedInputsOf_.reset();
     surroundings_.addChild(boardWindow_);
     connect(boardWindow_, &VirtualBoardWindow::FormClosing, &board_,
@@ -115,6 +132,7 @@ void BoardWindows::RunProgram(const std::shared_ptr<const CompiledProgram>& prog
     if (!isOnPort) {
         if (board_.Kind() == BoardKind::Port) CloseTerminal();
         MakeBoardWindow();
+        EnterWorldOf(*program);
     }
     board_.Run(program);
     surroundings_.uncover(isOnPort ? static_cast<QWidget*>(terminal_) : boardWindow_);
@@ -123,9 +141,46 @@ void BoardWindows::RunProgram(const std::shared_ptr<const CompiledProgram>& prog
 bool BoardWindows::LoadProgram(const std::shared_ptr<const CompiledProgram>& program) {
     if (board_.Kind() == BoardKind::Port) CloseTerminal();
     MakeBoardWindow();
+    EnterWorldOf(*program);
     const bool loaded = board_.Load(program);
     surroundings_.uncover(boardWindow_);
     return loaded;
+}
+
+/// Where worlds are looked for and saved: beside the program in front.
+QString BoardWindows::ProgramFolder() const {
+    const OpenFile* front = programs_.Front();
+    if (front != nullptr && !front->NeverSaved()) return front->folder;
+    return QString::fromStdString(
+        AsText(workbench_.settings.GetSetting(SettingNumber::SourceFolder)));
+}
+
+/// A program that names no world drives in the one that is there.
+void BoardWindows::EnterWorldOf(const CompiledProgram& program) {
+    const SourceFile& file = program.compilation->files.front();
+    const std::string name = world::WorldNamedIn(ToUtf8(file.text));
+    if (name.empty()) return emit WorldEntered();
+    const QString path = QString::fromStdString(
+        world::FindWorld(name, file.directory, world_->ShippedFolder().toStdString()).string());
+    if (world_->IsChanged() && QFileInfo(path) != QFileInfo(world_->Path()))
+        return emit WorldMissed(
+            tr("%1 asks for the world %2, but %3 has changes that are not saved: the robot stays "
+               "there.")
+                .arg(program.name, QString::fromStdString(name), world_->Name()));
+    const QString problem = world_->Enter(path);
+    if (problem.isEmpty()) return emit WorldEntered();
+    emit WorldMissed(
+        tr("%1 asks for the world %2, which cannot be put on the floor (%3). The robot "
+           "stays in %4.")
+            .arg(program.name, QString::fromStdString(name), problem, world_->Name()));
+}
+
+bool BoardWindows::MayClose() {
+    return worldCommands_->MayLeave(boardWindow_);
+}
+
+void BoardWindows::ChooseWorld() {
+    worldCommands_->ChooseAndOpen(boardWindow_);
 }
 
 void BoardWindows::Stop() {
@@ -141,8 +196,9 @@ void BoardWindows::Send(const QString& path, bool runs) {
     if (!file) return;  // the user would not wait
     showsRun_ = runs;
     const bool isRead = file->status == FileContent::Status::Read;
-    board_.Send(path, programs_.CompiledAs(file->bytes), runs,
-                isRead ? std::optional(file->bytes) : std::nullopt);
+    const auto program = programs_.CompiledAs(file->bytes);
+    if (program != nullptr && board_.Kind() == BoardKind::Virtual) EnterWorldOf(*program);
+    board_.Send(path, program, runs, isRead ? std::optional(file->bytes) : std::nullopt);
 }
 
 /// A program that was sent to be run is seen when it runs.

@@ -10,6 +10,7 @@
 
 #include "desktop/board_state.h"
 #include "desktop/programs.h"
+#include "desktop/world_document.h"
 #include "ui/support/workbench.h"
 
 class QWidget;
@@ -19,6 +20,7 @@ namespace zentro {
 class TerminalWindow;
 class VariablesWindow;
 class VirtualBoardWindow;
+class WorldCommands;
 
 /// The windows that have to do with a board: the terminal, the variables and the virtual board, at
 /// most one of each kind. What they show, the board's state knows.
@@ -33,6 +35,8 @@ class BoardWindows : public QObject {
         std::function<void(QWidget*)> uncover;       ///< the same without the focus
         std::function<QString()> objectFile;         ///< of the main file; empty: none is chosen
         std::function<bool()> objectWindowOpen;
+        /// Writes into the program in front which world it is for.
+        std::function<void(const QString& world)> rememberWorld;
     };
 
     /// All of them outlive the object.
@@ -58,12 +62,23 @@ class BoardWindows : public QObject {
     void OpenVariables();
     /// Colours and fonts were changed.
     void ApplySettings();
+    /// Whether nothing of the world on the floor would be lost, or the user has decided about it.
+    bool MayClose();
+    /// Lets the user choose a world for the floor.
+    void ChooseWorld();
+    const WorldDocument& World() const { return *world_; }
+
     /// Closes terminal and board windows in order.
     void CloseAll();
 
     /// Whose names the variables have: the program on the board, or where that is not known the one
     /// that was compiled last. Null: none.
     std::shared_ptr<const CompiledProgram> NamedProgram() const;
+
+  signals:
+    /// A program that goes to the board asks for a world that is not put on the floor.
+    void WorldMissed(const QString& problem);
+    void WorldEntered();
 
   private:
     /// What the variables window was told last.
@@ -77,6 +92,8 @@ class BoardWindows : public QObject {
     };
 
     void MakeBoardWindow();
+    QString ProgramFolder() const;
+    void EnterWorldOf(const CompiledProgram& program);
     void MakeTerminal(const QString& portName);
     void CloseTerminal();
     void Follow();
@@ -91,6 +108,8 @@ class BoardWindows : public QObject {
     Programs& programs_;
     BoardState& board_;
     Surroundings surroundings_;
+    WorldDocument* world_;
+    WorldCommands* worldCommands_;
     QPointer<TerminalWindow> terminal_;
     QPointer<VariablesWindow> variables_;
     QPointer<VirtualBoardWindow> boardWindow_;

@@ -21,6 +21,7 @@
 #include "desktop/live_check.h"
 #include "desktop/recent_files.h"
 #include "ui/dialogs/find_dialog.h"
+#include "ui/editor/line_edits.h"
 #include "ui/editor/source_window.h"
 #include "ui/shell/board_windows.h"
 #include "ui/shell/command_states.h"
@@ -203,7 +204,11 @@ void MainWindow::MakeParts() {
         workbench_, *programs_, *board_,
         {addChild, bringToFront, [this](QWidget* window) { area_->Uncover(*window); },
          [this] { return compiler_->ObjectFile(); },
-         [this] { return compiler_->ObjectCode() != nullptr; }},
+         [this] { return compiler_->ObjectCode() != nullptr; },
+         [this](const QString& world) {
+             if (SourceWindow* source = files_->Front())
+                 NameWorld(*source->Editor(), world.toStdString());
+         }},
         this);
     recovery_ = new RecoveryKeeper(workbench_, *programs_, *files_, this);
     checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
@@ -385,7 +390,7 @@ void MainWindow::OfferVirtualBoard() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    if (!files_->MayClose()) return event->ignore();
+    if (!files_->MayClose() || !boards_->MayClose()) return event->ignore();
     SaveToolBarLayout(*this, workbench_.settings);
     SaveMainWindowPlace(*this, workbench_.settings);
     workbench_.settings.SaveSetting(

@@ -15,6 +15,7 @@ constexpr auto kNoBoard = "no board";
 constexpr auto kOldCode = "old object code";
 constexpr auto kOtherProgram = "another program";
 constexpr auto kMainFile = "main file";
+constexpr auto kWorld = "world";
 
 }  // namespace
 
@@ -30,6 +31,10 @@ SendCommands::SendCommands(Programs& programs, BoardState& board, CompileCommand
       surroundings_(std::move(surroundings)) {
     connect(&board_, &BoardState::SendingOver, this, &SendCommands::FollowSending);
     connect(&board_, &BoardState::Changed, this, &SendCommands::FollowEnd);
+    connect(&boards_, &BoardWindows::WorldMissed, this, [this](const QString& problem) {
+        notices_.Offer({kWorld, problem, tr("Open &World..."), [this] { boards_.ChooseWorld(); }});
+    });
+    connect(&boards_, &BoardWindows::WorldEntered, this, [this] { notices_.Withdraw(kWorld); });
 }
 
 /// Null: it cannot be run, which has been told.

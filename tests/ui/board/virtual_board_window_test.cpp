@@ -15,6 +15,7 @@
 #include "tests/ui/board/board_programs.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/board/floor_widget.h"
+#include "ui/board/world_commands.h"
 
 namespace zentro {
 namespace {
@@ -60,7 +61,10 @@ struct BoardWindowTest : UiTest {
     const world::Pose& Start() const { return host.World().map->world.start; }
 
     VirtualBoardHost host;
-    VirtualBoardWindow window{host};
+    WorldDocument document{host, QString::fromStdString(ZENTRO_WORLDS_FOLDER)};
+    WorldCommands commands{
+        *workbench, host, document, {[this] { return folder_.path(); }, {}, {}}, nullptr};
+    VirtualBoardWindow window{host, commands};
 };
 
 TEST_F(BoardWindowTest, LineFollowerReactsToItsEyes) {

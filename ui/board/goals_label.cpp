@@ -1,0 +1,62 @@
+#include "ui/board/goals_label.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include "world/goals.h"
+
+namespace zentro {
+
+namespace {
+
+QString Seconds(std::uint64_t ticks) {
+    return QString::number(static_cast<double>(ticks) / kTicksPerSecond, 'f', 1);
+}
+
+QString StatusWords(const world::GoalState& goal, std::uint64_t now) {
+    switch (goal.status) {
+        case world::GoalStatus::Met:
+            return GoalsLabel::tr("✔ met after %1 s").arg(Seconds(goal.tick));
+        case world::GoalStatus::Missed:
+            return GoalsLabel::tr("✘ missed after %1 s").arg(Seconds(goal.tick));
+        case world::GoalStatus::Open: break;
+    }
+    return now == 0 ? GoalsLabel::tr("open") : GoalsLabel::tr("open, %1 s").arg(Seconds(now));
+}
+
+}  // namespace
+
+QString GoalWords(const world::Goal& goal) {
+    const QString target = QString::fromStdString(goal.target);
+    const QString seconds = QString::number(goal.seconds);
+    switch (goal.kind) {
+        case world::GoalKind::Reach:
+            return goal.stand > 0
+                       ? GoalsLabel::tr("Reach \"%1\" and stand there for %2 s, within %3 s")
+                             .arg(target, QString::number(goal.stand), seconds)
+                       : GoalsLabel::tr("Reach \"%1\" within %2 s").arg(target, seconds);
+        case world::GoalKind::Follow:
+            return GoalsLabel::tr("Follow \"%1\" within %2 s").arg(target, seconds);
+        case world::GoalKind::Clear: break;
+    }
+    return GoalsLabel::tr("Touch nothing for %1 s").arg(seconds);
+}
+
+GoalsLabel::GoalsLabel(QWidget* parent) : QLabel(parent) {
+    setObjectName("Goals");
+    setWordWrap(true);
+    setToolTip(tr("What is to be reached in this world; the time counts from the robot's start"));
+}
+
+void GoalsLabel::Show(const Scene& scene, bool isOver) {
+    world::WorldState state = scene.state;
+    if (isOver) EndGoals(*scene.map, state);
+    QStringList lines;
+    for (std::size_t index = 0; index < state.goals.size(); ++index)
+        lines += tr("%1: %2").arg(GoalWords(scene.map->world.goals[index]),
+                                  StatusWords(state.goals[index], state.tick));
+    const QString text = lines.join('\n');
+    if (text != this->text()) setText(text);
+}
+
+}  // namespace zentro
