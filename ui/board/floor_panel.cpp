@@ -4,6 +4,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include "ui/board/edit_bar.h"
 #include "ui/board/floor_widget.h"
 #include "ui/board/goals_label.h"
 #include "ui/board/world_menu.h"
@@ -14,48 +15,72 @@ FloorPanel::FloorPanel(VirtualBoardHost& host, WorldCommands& commands, QWidget*
     : QWidget(parent),
       host_(host),
       commands_(commands),
-      bar_(new QHBoxLayout),
       floor_(new FloorWidget(host, this)),
-      goals_(new GoalsLabel(this)) {
-    MakeBar();
+      goals_(new GoalsLabel(this)),
+      editBar_(new EditBar(commands, this)) {
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(2);
-    rows->addLayout(bar_);
+    rows->addLayout(MakeHead());
+    rows->addWidget(editBar_);
     rows->addWidget(floor_, 1);
-    rows->addWidget(goals_);
-    setTabOrder(world_, floor_);
+    rows->addLayout(MakeFoot());
+    setTabOrder(editBar_, floor_);
+    editBar_->hide();
+    ConnectDrawing();
     connect(&commands.Document(), &WorldDocument::Changed, this, &FloorPanel::ShowName);
     ShowName();
 }
 
-void FloorPanel::MakeBar() {
-    bar_->setContentsMargins(0, 0, 0, 0);
-    world_ = AddButton("BtnWorld", {}, tr("Choose the world in which the robot drives"));
+QHBoxLayout* FloorPanel::MakeHead() {
+    auto* row = new QHBoxLayout;
+    world_ = AddButton(row, "BtnWorld", {}, tr("Choose the world in which the robot drives"));
     world_->setPopupMode(QToolButton::InstantPopup);
     world_->setMenu(new WorldMenu(commands_, this));
-    bar_->addStretch(1);
-    QToolButton* sight = AddButton("BtnSight", tr("What It Sees"),
+    row->addStretch(1);
+    QToolButton* sight = AddButton(row, "BtnSight", tr("What It Sees"),
                                    tr("Draw what each sensor of the robot sees or feels"));
     sight->setCheckable(true);
     connect(sight, &QToolButton::toggled, floor_, &FloorWidget::ShowSight);
+    QToolButton* edit = AddButton(row, "BtnEdit", tr("Edit"),
+                                  tr("Draw in the world: lines, walls, boxes, lamps, goals"));
+    edit->setCheckable(true);
+    connect(edit, &QToolButton::toggled, editBar_, &QWidget::setVisible);
+    connect(edit, &QToolButton::toggled, floor_, &FloorWidget::SetEditing);
+    connect(edit, &QToolButton::toggled, this, &FloorPanel::EditingToggled);
+    return row;
+}
+
+QHBoxLayout* FloorPanel::MakeFoot() {
+    auto* row = new QHBoxLayout;
+    row->addWidget(goals_, 1);
     const QToolButton* startHere =
-        AddButton("BtnStartHere", tr("Start Here"),
+        AddButton(row, "BtnStartHere", tr("Start Here"),
                   tr("From now on the robot starts where it is now, looking the way it looks"));
     connect(startHere, &QToolButton::clicked, this, [this] { commands_.StartHere(this); });
     const QToolButton* putBack =
-        AddButton("BtnRobotToStart", tr("Back to Start"),
+        AddButton(row, "BtnRobotToStart", tr("Back to Start"),
                   tr("Put the robot back at its start; the program goes on"));
     connect(putBack, &QToolButton::clicked, &host_, &VirtualBoardHost::PutRobotAtStart);
+    return row;
 }
 
-QToolButton* FloorPanel::AddButton(const QString& name, const QString& text,
+void FloorPanel::ConnectDrawing() {
+    connect(editBar_, &EditBar::ToolChosen, floor_, &FloorWidget::ChooseTool);
+    connect(editBar_, &EditBar::SnapsToggled, floor_, &FloorWidget::SetSnaps);
+    connect(floor_, &FloorWidget::Drawn, this,
+            [this](const world::World& world) { commands_.Change(this, world); });
+    connect(floor_, &FloorWidget::UndoWanted, &commands_.Document(), &WorldDocument::Undo);
+    connect(floor_, &FloorWidget::RedoWanted, &commands_.Document(), &WorldDocument::Redo);
+}
+
+QToolButton* FloorPanel::AddButton(QHBoxLayout* row, const QString& name, const QString& text,
                                    const QString& toolTip) {
     auto* button = new QToolButton(this);
     button->setObjectName(name);
     button->setText(text);
     button->setToolTip(toolTip);
-    bar_->addWidget(button);
+    row->addWidget(button);
     return button;
 }
 

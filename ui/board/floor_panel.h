@@ -10,6 +10,7 @@ class QToolButton;
 
 namespace zentro {
 
+class EditBar;
 class FloorWidget;
 class GoalsLabel;
 
@@ -23,17 +24,24 @@ class FloorPanel : public QWidget {
 
     void Refresh();
 
+  signals:
+    /// The world is drawn in, which takes room; or no longer.
+    void EditingToggled(bool editing);
+
   private:
-    QToolButton* AddButton(const QString& name, const QString& text, const QString& toolTip);
-    void MakeBar();
+    QToolButton* AddButton(QHBoxLayout* row, const QString& name, const QString& text,
+                           const QString& toolTip);
+    QHBoxLayout* MakeHead();
+    QHBoxLayout* MakeFoot();
+    void ConnectDrawing();
     void ShowName();
 
     VirtualBoardHost& host_;
     WorldCommands& commands_;
-    QHBoxLayout* bar_;
     QToolButton* world_ = nullptr;
     FloorWidget* floor_;
     GoalsLabel* goals_;
+    EditBar* editBar_;
 };
 
 }  // namespace zentro

@@ -48,6 +48,7 @@ void FloorWidget::Refresh() {
     const Seen now{scene.map, scene.state.robot, scene.board.outputs.leds, host_.Trail().Changes()};
     if (now == seen_) return;
     if (now.map != seen_.map) {
+        preview_.reset();
         const world::Floor& floor = now.map->world.floor;
         view_.SetFloor({floor.width, floor.height});
         background_ = {};
@@ -58,6 +59,7 @@ void FloorWidget::Refresh() {
 }
 
 void FloorWidget::SayPlace() {
+    if (editing_) return setAccessibleDescription(pencil_.Words(Shown().world));
     const world::Pose& robot = seen_.robot;
     setAccessibleDescription(
         tr("%1: %2 cm to the right and %3 cm to the front of the corner, turned by %4 degrees")
@@ -70,6 +72,44 @@ void FloorWidget::SayPlace() {
 void FloorWidget::ShowSight(bool shows) {
     showsSight_ = shows;
     update();
+}
+
+void FloorWidget::SetEditing(bool editing) {
+    if (editing == editing_) return;
+    editing_ = editing;
+    pencil_.Cancel();
+    preview_.reset();
+    setAccessibleName(editing ? tr("Pencil on the floor") : tr("Robot on the floor"));
+    if (editing) pencil_.MoveTo(seen_.map->world, seen_.robot.place);
+    SayPlace();
+    ChangeView();
+}
+
+void FloorWidget::ChooseTool(WorldTool tool) {
+    pencil_.Choose(tool);
+    preview_.reset();
+    SayPlace();
+    ChangeView();
+}
+
+void FloorWidget::SetSnaps(bool snaps) {
+    pencil_.SetSnaps(snaps);
+    ChangeView();
+}
+
+void FloorWidget::MovePencil(const world::Point& place) {
+    pencil_.MoveTo(seen_.map->world, place);
+    preview_ = pencil_.Preview(seen_.map->world);
+    SayPlace();
+    ChangeView();
+}
+
+void FloorWidget::LiftPencil() {
+    const world::World drawn = pencil_.LiftUp(seen_.map->world);
+    preview_.reset();
+    ChangeView();
+    emit Drawn(drawn);
+    SayPlace();
 }
 
 void FloorWidget::ChangeView() {
@@ -118,8 +158,8 @@ const QPixmap& FloorWidget::Background() {
     QPainter painter(&background_);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setTransform(view_.ToPixels(), true);
-    PaintWorld(painter, *seen_.map, palette());
-    PaintStart(painter, *seen_.map);
+    PaintWorld(painter, Shown(), palette(), editing_ ? kPencilGrid : kFloorPattern);
+    PaintStart(painter, Shown());
     return background_;
 }
 
@@ -140,7 +180,10 @@ void FloorWidget::paintEvent(QPaintEvent*) {
     if (showsSight_) PaintSight(painter, *seen_.map, seen_.robot);
     PaintRobot(painter, *seen_.map, seen_.robot, seen_.leds);
     painter.restore();
-    PaintHandle(painter);
+    if (editing_)
+        pencil_.Paint(painter, view_, palette());
+    else
+        PaintHandle(painter);
     if (!hasFocus()) return;
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
@@ -148,6 +191,7 @@ void FloorWidget::paintEvent(QPaintEvent*) {
 }
 
 FloorWidget::Grip FloorWidget::GripAt(const QPointF& at) const {
+    if (editing_) return Grip::Pencil;
     if (QLineF(at, HandleInPicture()).length() <= kHandleReach) return Grip::Handle;
     const double away = Length(Minus(view_.ToFloor(at), seen_.robot.place));
     if (away <= seen_.map->world.robot.radius) return Grip::Robot;
@@ -165,6 +209,7 @@ void FloorWidget::ShowCursor(const QPointF& at) {
             else
                 setCursor(Qt::SizeAllCursor);
             break;
+        case Grip::Pencil: setCursor(Qt::CrossCursor); break;
         case Grip::None: break;
     }
 }
@@ -188,7 +233,13 @@ void FloorWidget::mousePressEvent(QMouseEvent* event) {
     }
     gripAt_ = at;
     offset_ = Minus(seen_.robot.place, view_.ToFloor(at));
-    if (grip_ != Grip::Floor) Hold(host_.World().state.robot);
+    if (grip_ == Grip::Pencil) {
+        pencil_.MoveTo(seen_.map->world, view_.ToFloor(at));
+        pencil_.PutDown();
+        MovePencil(view_.ToFloor(at));
+    } else if (grip_ != Grip::Floor) {
+        Hold(host_.World().state.robot);
+    }
     ShowCursor(at);
 }
 
@@ -204,6 +255,8 @@ void FloorWidget::mouseMoveEvent(QMouseEvent* event) {
     } else if (grip_ == Grip::Handle) {
         const world::Point way = Minus(place, placed_.place);
         if (Length(way) > 0) Hold({held_->place, AngleOf(way)});
+    } else if (editing_) {
+        MovePencil(place);
     }
     ShowCursor(at);
 }
@@ -211,6 +264,7 @@ void FloorWidget::mouseMoveEvent(QMouseEvent* event) {
 void FloorWidget::mouseReleaseEvent(QMouseEvent* event) {
     if (event->buttons().testFlag(Qt::LeftButton) || event->buttons().testFlag(Qt::MiddleButton))
         return;
+    if (grip_ == Grip::Pencil && pencil_.IsDown()) LiftPencil();
     grip_ = Grip::None;
     held_.reset();
     ShowCursor(event->position());
@@ -241,26 +295,73 @@ bool FloorWidget::ZoomByKey(int key) {
     return true;
 }
 
-/// Arrows move the robot, with Ctrl they turn it, with Shift they move the floor that is seen.
-void FloorWidget::keyPressEvent(QKeyEvent* event) {
-    world::Point way;
-    switch (event->key()) {
-        case Qt::Key_Left: way.x = -1; break;
-        case Qt::Key_Right: way.x = 1; break;
-        case Qt::Key_Up: way.y = 1; break;
-        case Qt::Key_Down: way.y = -1; break;
-        default:
-            if (!ZoomByKey(event->key())) QWidget::keyPressEvent(event);
-            return;
-    }
+/// Arrows move the robot or the pencil, with Shift the floor that is seen; with Ctrl they turn the
+/// robot.
+void FloorWidget::MoveByKey(QKeyEvent* event, const world::Point& way) {
     if (event->modifiers().testFlag(Qt::ShiftModifier)) {
         view_.PanBy({-way.x * kPanStep, way.y * kPanStep});
+        ChangeView();
+    } else if (editing_) {
+        pencil_.MoveBy(seen_.map->world, way);
+        preview_ = pencil_.Preview(seen_.map->world);
+        SayPlace();
         ChangeView();
     } else if (event->modifiers().testFlag(Qt::ControlModifier)) {
         Nudge({}, (way.y - way.x) * kTurn);
     } else {
         Nudge(Times(way, kStep), 0);
     }
+}
+
+bool FloorWidget::DrawByKey(QKeyEvent* event) {
+    const int key = event->key();
+    if (event->matches(QKeySequence::Undo)) {
+        emit UndoWanted();
+    } else if (event->matches(QKeySequence::Redo)) {
+        emit RedoWanted();
+    } else if (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space) {
+        const bool isPoint =
+            pencil_.Tool() == WorldTool::Lamp || pencil_.Tool() == WorldTool::Erase;
+        if (pencil_.IsDown() || isPoint) {
+            LiftPencil();
+        } else {
+            pencil_.PutDown();
+            SayPlace();
+            update();
+        }
+    } else if (key == Qt::Key_Escape && pencil_.IsDown()) {
+        pencil_.Cancel();
+        preview_.reset();
+        SayPlace();
+        ChangeView();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void FloorWidget::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Left: return MoveByKey(event, {-1, 0});
+        case Qt::Key_Right: return MoveByKey(event, {1, 0});
+        case Qt::Key_Up: return MoveByKey(event, {0, 1});
+        case Qt::Key_Down: return MoveByKey(event, {0, -1});
+        default: break;
+    }
+    if (ZoomByKey(event->key()) || (editing_ && DrawByKey(event))) return;
+    QWidget::keyPressEvent(event);
+}
+
+/// What is undone while the world is drawn is the drawing, not the program.
+bool FloorWidget::event(QEvent* event) {
+    if (editing_ && event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QWidget::event(event);
 }
 
 }  // namespace zentro

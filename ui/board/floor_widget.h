@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "desktop/virtual_board_host.h"
+#include "ui/board/floor_pencil.h"
 #include "ui/board/floor_view.h"
 
 namespace zentro {
@@ -25,17 +26,30 @@ class FloorWidget : public QWidget {
 
     /// Whether it is drawn what each sensor sees.
     void ShowSight(bool shows);
+    /// Whether mouse and keys draw the world instead of moving the robot.
+    void SetEditing(bool editing);
+    bool IsEditing() const { return editing_; }
+    void ChooseTool(WorldTool tool);
+    void SetSnaps(bool snaps);
     void ZoomBy(double factor);
     void ShowAll();
 
     /// Where the robot is seen, and the handle by which it is turned.
     QPointF RobotInPicture() const;
     QPointF HandleInPicture() const;
+    QPointF InPicture(const world::Point& place) const { return view_.ToPixels(place); }
 
     QSize sizeHint() const override { return {480, 300}; }
     QSize minimumSizeHint() const override { return {240, 150}; }
 
+  signals:
+    /// Something was drawn: the world shall be like this.
+    void Drawn(const zentro::world::World& world);
+    void UndoWanted();
+    void RedoWanted();
+
   protected:
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -46,7 +60,7 @@ class FloorWidget : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
-    enum class Grip : std::uint8_t { None, Robot, Handle, Floor };
+    enum class Grip : std::uint8_t { None, Robot, Handle, Floor, Pencil };
 
     /// What is drawn of the scene.
     struct Seen {
@@ -63,7 +77,12 @@ class FloorWidget : public QWidget {
     void Hold(const world::Pose& pose);
     void Nudge(const world::Point& way, double turn);
     bool ZoomByKey(int key);
+    void MoveByKey(QKeyEvent* event, const world::Point& way);
+    bool DrawByKey(QKeyEvent* event);
+    void MovePencil(const world::Point& place);
+    void LiftPencil();
     void SayPlace();
+    const world::WorldMap& Shown() const { return preview_ ? *preview_ : *seen_.map; }
     void ChangeView();
     const QPixmap& Background();
     void PaintHandle(QPainter& painter) const;
@@ -73,6 +92,9 @@ class FloorWidget : public QWidget {
     Seen seen_;
     QPixmap background_;  ///< null: to be drawn again
     bool showsSight_ = false;
+    bool editing_ = false;
+    FloorPencil pencil_;
+    std::shared_ptr<const world::WorldMap> preview_;  ///< while something is drawn
     Grip grip_ = Grip::None;
     QPointF gripAt_;                   ///< where the floor was taken
     world::Point offset_;              ///< of the robot's middle from where it was taken

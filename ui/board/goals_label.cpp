@@ -13,7 +13,7 @@ QString Seconds(std::uint64_t ticks) {
     return QString::number(static_cast<double>(ticks) / kTicksPerSecond, 'f', 1);
 }
 
-QString StatusWords(const world::GoalState& goal, std::uint64_t now) {
+QString StatusWords(const world::GoalState& goal, std::uint64_t now, bool isOver) {
     switch (goal.status) {
         case world::GoalStatus::Met:
             return GoalsLabel::tr("✔ met after %1 s").arg(Seconds(goal.tick));
@@ -21,6 +21,7 @@ QString StatusWords(const world::GoalState& goal, std::uint64_t now) {
             return GoalsLabel::tr("✘ missed after %1 s").arg(Seconds(goal.tick));
         case world::GoalStatus::Open: break;
     }
+    if (isOver) return GoalsLabel::tr("not met when the program ended");
     return now == 0 ? GoalsLabel::tr("open") : GoalsLabel::tr("open, %1 s").arg(Seconds(now));
 }
 
@@ -49,12 +50,16 @@ GoalsLabel::GoalsLabel(QWidget* parent) : QLabel(parent) {
 }
 
 void GoalsLabel::Show(const Scene& scene, bool isOver) {
-    world::WorldState state = scene.state;
-    if (isOver) EndGoals(*scene.map, state);
+    world::WorldState ended = scene.state;
+    if (isOver) EndGoals(*scene.map, ended);
     QStringList lines;
-    for (std::size_t index = 0; index < state.goals.size(); ++index)
+    for (std::size_t index = 0; index < ended.goals.size(); ++index) {
+        // What was only to be kept is met; of the rest it is told how it came to be missed.
+        const bool isMet = ended.goals[index].status == world::GoalStatus::Met;
+        const world::GoalState& goal = isMet ? ended.goals[index] : scene.state.goals[index];
         lines += tr("%1: %2").arg(GoalWords(scene.map->world.goals[index]),
-                                  StatusWords(state.goals[index], state.tick));
+                                  StatusWords(goal, scene.state.tick, isOver));
+    }
     const QString text = lines.join('\n');
     if (text != this->text()) setText(text);
 }

@@ -61,6 +61,7 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
         edit(inputs);
         host_.SetInputs(inputs);
     });
+    connect(floor_, &FloorPanel::EditingToggled, outputs_, &QWidget::setHidden);
     connect(inputs_, &InputsPanel::ButtonPressed, &host, &VirtualBoardHost::PressButton);
     connect(inputs_, &InputsPanel::ButtonLetGo, &host, &VirtualBoardHost::LetButtonGo);
     connect(inputs_, &InputsPanel::HoldWanted, &host, &VirtualBoardHost::HoldInput);

@@ -17,7 +17,6 @@ using world::Point;
 using world::SensorKind;
 
 constexpr double kUsualBrightness = 225;
-constexpr double kGrid = 25;
 constexpr double kGoalEdge = 1.2;
 const QColor kInk(0x16, 0x18, 0x1A);
 const QColor kTrail(0xE0, 0x6C, 0x1F);
@@ -62,8 +61,8 @@ class WorldPainting {
     WorldPainting(QPainter& painter, const world::WorldMap& map, const QPalette& palette)
         : painter_(painter), map_(map), world_(map.world), colours_(palette) {}
 
-    void Paint() {
-        PaintFloor();
+    void Paint(double pattern) {
+        PaintFloor(pattern);
         for (const world::Area& area : world_.areas)
             PaintArea(area);
         for (const world::Stroke& stroke : map_.strokes)
@@ -84,15 +83,19 @@ class WorldPainting {
         return colours_.Of(world_.floor.brightness - darkness);
     }
 
-    void PaintFloor() {
+    void PaintGrid(double apart) {
+        painter_.setPen(QPen(colours_.Grid(Covered(0)), 0));
+        const world::Floor& floor = world_.floor;
+        for (double x = apart; x < floor.width; x += apart)
+            painter_.drawLine(QPointF(x, 0), QPointF(x, floor.height));
+        for (double y = apart; y < floor.height; y += apart)
+            painter_.drawLine(QPointF(0, y), QPointF(floor.width, y));
+    }
+
+    void PaintFloor(double pattern) {
         const QRectF floor(0, 0, world_.floor.width, world_.floor.height);
         painter_.fillRect(floor, Covered(0));
-        // To judge distances by.
-        painter_.setPen(QPen(colours_.Grid(Covered(0)), 0));
-        for (double x = kGrid; x < floor.width(); x += kGrid)
-            painter_.drawLine(QPointF(x, 0), QPointF(x, floor.height()));
-        for (double y = kGrid; y < floor.height(); y += kGrid)
-            painter_.drawLine(QPointF(0, y), QPointF(floor.width(), y));
+        PaintGrid(pattern);
         painter_.setPen(QPen(kWall, 2));
         painter_.setBrush(Qt::NoBrush);
         painter_.drawRect(floor);
@@ -226,9 +229,10 @@ void PaintBody(QPainter& painter, const std::array<bool, 2>& leds) {
 
 }  // namespace
 
-void PaintWorld(QPainter& painter, const world::WorldMap& map, const QPalette& palette) {
+void PaintWorld(QPainter& painter, const world::WorldMap& map, const QPalette& palette,
+                double pattern) {
     painter.save();
-    WorldPainting(painter, map, palette).Paint();
+    WorldPainting(painter, map, palette).Paint(pattern);
     painter.restore();
 }
 

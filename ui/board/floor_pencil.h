@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+#include <memory>
+#include <optional>
+
+#include "desktop/world_drawing.h"
+#include "ui/board/floor_view.h"
+#include "world/world_map.h"
+
+class QPainter;
+class QPalette;
+
+namespace zentro {
+
+/// The pencil with which a world is drawn: which tool it is, where it is, and where it was put
+/// down. The mouse and the keys lead it alike.
+class FloorPencil {
+    Q_DECLARE_TR_FUNCTIONS(zentro::FloorPencil)
+
+  public:
+    void Choose(WorldTool tool);
+    WorldTool Tool() const { return tool_; }
+    void SetSnaps(bool snaps) { snaps_ = snaps; }
+
+    void MoveTo(const world::World& world, const world::Point& wanted);
+    /// By steps of its grid.
+    void MoveBy(const world::World& world, const world::Point& steps);
+    void PutDown();
+    bool IsDown() const { return from_.has_value(); }
+    /// The world with what was drawn.
+    world::World LiftUp(const world::World& world);
+    void Cancel() { from_.reset(); }
+
+    /// What the world would be if it were lifted up now; null: nothing is being drawn.
+    std::shared_ptr<const world::WorldMap> Preview(const world::World& world) const;
+    void Paint(QPainter& painter, const FloorView& view, const QPalette& palette) const;
+    /// Where it is and what is there, for those who do not see it.
+    QString Words(const world::World& world) const;
+
+  private:
+    WorldTool tool_ = WorldTool::Line;
+    bool snaps_ = true;
+    world::Point at_;
+    std::optional<world::Point> from_;
+};
+
+/// "Wall"
+QString ToolWords(WorldTool tool);
+/// What one does with it.
+QString ToolHelp(WorldTool tool);
+
+}  // namespace zentro
