@@ -1,5 +1,6 @@
 #include "ui/support/readable_style.h"
 
+#include <QPainter>
 #include <QStyleOptionTitleBar>
 
 #include "ui/support/colours.h"
@@ -14,6 +15,21 @@ void ReadableStyle::polish(QPalette& palette) {
         hint.setAlphaF(0.5F);
         palette.setColor(group, QPalette::PlaceholderText, hint);
     }
+}
+
+/// A button that stays pressed looks like the others on a dark desktop, and nearly so on a light
+/// one.
+void ReadableStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                                  QPainter* painter, const QWidget* widget) const {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool isButton = element == PE_PanelButtonTool || element == PE_PanelButtonCommand;
+    if (!isButton || (option->state & State_On) == 0) return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(option->palette.color(QPalette::Highlight), 2));
+    painter->drawRoundedRect(QRectF(option->rect).adjusted(1, 1, -1, -1), 2, 2);
+    painter->restore();
 }
 
 /// The buttons of an inactive title bar are black whatever they stand on, those of an active one
