@@ -282,7 +282,11 @@ bool History::StepBackTo(Position target) {
 
 /// Everything is repeated piece by piece, the last piece first, and put back as it was.
 std::optional<History::Position> History::FindBack(const Question& wanted) {
-    const Checkpoint present{std::make_unique<Scene>(world_), End(), lastInstruction_, cost_};
+    Checkpoint present;
+    present.world = std::make_unique<Scene>(world_);
+    present.at = End();
+    present.lastInstruction = lastInstruction_;
+    present.cost = cost_;
     wanted_ = &wanted;
     found_.reset();
     Position end = present.at;

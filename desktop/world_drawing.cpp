@@ -213,6 +213,7 @@ World Drawn(World world, WorldTool tool, const Point& from, const Point& to) {
         case WorldTool::Start: DrawStart(world, from, to); break;
         case WorldTool::Goal: DrawGoal(world, from, to); break;
         case WorldTool::Erase: Erase(world, to); break;
+        case WorldTool::Ruler: break;
     }
     return world;
 }

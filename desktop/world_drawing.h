@@ -9,7 +9,7 @@
 namespace zentro {
 
 /// What can be done to a world with a pencil.
-enum class WorldTool : std::uint8_t { Line, Area, Wall, Box, Lamp, Start, Goal, Erase };
+enum class WorldTool : std::uint8_t { Line, Area, Wall, Box, Lamp, Start, Goal, Erase, Ruler };
 
 /// A kind of thing that lies or stands on a floor.
 enum class ThingKind : std::uint8_t { Line, Area, Wall, Box, Lamp };
@@ -32,7 +32,8 @@ world::Point PencilPlace(const world::World& world, const world::Point& wanted, 
 ///
 /// A line goes on with the one that ends where it begins. The start looks from the first place to
 /// the second. A goal is an area to reach, which is drawn or lies there; a line to follow; or to
-/// touch nothing, on a wall or box. The same once more takes the goal away.
+/// touch nothing, on a wall or box. The same once more takes the goal away. A ruler changes
+/// nothing.
 world::World Drawn(world::World world, WorldTool tool, const world::Point& from,
                    const world::Point& to);
 

@@ -31,7 +31,7 @@ std::filesystem::path ShippedFolder(const std::string& name) {
     namespace fs = std::filesystem;
     std::error_code failed;
     const fs::path folder = fs::read_symlink("/proc/self/exe", failed).parent_path();
-    const fs::path beside = folder / name;
+    fs::path beside = folder / name;
     if (fs::exists(beside, failed)) return beside;
     return folder.parent_path() / "share" / "zentrocompiler" / name;
 }

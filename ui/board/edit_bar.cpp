@@ -17,18 +17,20 @@ struct ToolButton {
     WorldTool tool;
     const char* name;
 };
-constexpr std::array<ToolButton, 8> kTools{{{WorldTool::Line, "ToolLine"},
+constexpr std::array<ToolButton, 9> kTools{{{WorldTool::Line, "ToolLine"},
                                             {WorldTool::Area, "ToolArea"},
                                             {WorldTool::Wall, "ToolWall"},
                                             {WorldTool::Box, "ToolBox"},
                                             {WorldTool::Lamp, "ToolLamp"},
                                             {WorldTool::Start, "ToolStart"},
                                             {WorldTool::Goal, "ToolGoal"},
-                                            {WorldTool::Erase, "ToolErase"}}};
+                                            {WorldTool::Erase, "ToolErase"},
+                                            {WorldTool::Ruler, "ToolRuler"}}};
 
 }  // namespace
 
-EditBar::EditBar(WorldCommands& commands, QWidget* parent) : QWidget(parent), commands_(commands) {
+EditBar::EditBar(WorldCommands& commands, QWidget* parent)
+    : QWidget(parent), commands_(commands), tools_(new QButtonGroup(this)) {
     setObjectName("EditBar");
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -42,12 +44,11 @@ EditBar::EditBar(WorldCommands& commands, QWidget* parent) : QWidget(parent), co
 QHBoxLayout* EditBar::MakeTools() {
     auto* row = new QHBoxLayout;
     row->setSpacing(2);
-    auto* group = new QButtonGroup(this);
     for (const ToolButton& one : kTools) {
         QToolButton* button = AddButton(row, one.name, ToolWords(one.tool), ToolHelp(one.tool));
         button->setCheckable(true);
         button->setChecked(one.tool == WorldTool::Line);
-        group->addButton(button);
+        tools_->addButton(button);
         connect(button, &QToolButton::clicked, this,
                 [this, tool = one.tool] { emit ToolChosen(tool); });
     }

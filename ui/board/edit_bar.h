@@ -5,6 +5,7 @@
 #include "desktop/world_drawing.h"
 #include "ui/board/world_commands.h"
 
+class QButtonGroup;
 class QHBoxLayout;
 class QToolButton;
 
@@ -30,6 +31,7 @@ class EditBar : public QWidget {
     void Refresh();
 
     WorldCommands& commands_;
+    QButtonGroup* tools_;
     QToolButton* undo_ = nullptr;
     QToolButton* redo_ = nullptr;
     QToolButton* save_ = nullptr;

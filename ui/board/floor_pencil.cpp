@@ -4,6 +4,8 @@
 #include <QPalette>
 #include <cmath>
 
+#include "world/arithmetic.h"
+
 namespace zentro {
 
 namespace {
@@ -19,6 +21,13 @@ QString ThingWords(ThingKind kind) {
     return FloorPencil::tr("a lamp");
 }
 
+/// How long it is and where it points.
+QString RulerWords(const world::Segment& ruler) {
+    const world::Point way = Minus(ruler.to, ruler.from);
+    const double angle = world::Degrees(std::atan2(way.y, way.x));
+    return FloorPencil::tr("%1 cm, %2°").arg(Length(way), 0, 'f', 1).arg(std::lround(angle));
+}
+
 }  // namespace
 
 QString ToolWords(WorldTool tool) {
@@ -30,6 +39,7 @@ QString ToolWords(WorldTool tool) {
         case WorldTool::Lamp: return FloorPencil::tr("Lamp");
         case WorldTool::Start: return FloorPencil::tr("Start");
         case WorldTool::Goal: return FloorPencil::tr("Goal");
+        case WorldTool::Ruler: return FloorPencil::tr("Ruler");
         case WorldTool::Erase: break;
     }
     return FloorPencil::tr("Erase");
@@ -52,6 +62,8 @@ QString ToolHelp(WorldTool tool) {
                 "Draw an area that is to be reached; or press an area to be "
                 "reached, a line to be followed, a wall that is not to be "
                 "touched. Press once more, and it is no goal any more");
+        case WorldTool::Ruler:
+            return FloorPencil::tr("Lay a ruler anywhere: how far it is, and at which angle");
         case WorldTool::Erase: break;
     }
     return FloorPencil::tr("Take away what you press");
@@ -59,6 +71,7 @@ QString ToolHelp(WorldTool tool) {
 
 void FloorPencil::Choose(WorldTool tool) {
     tool_ = tool;
+    ruler_.reset();
     from_.reset();
 }
 
@@ -77,6 +90,7 @@ void FloorPencil::PutDown() {
 world::World FloorPencil::LiftUp(const world::World& world) {
     const world::Point from = from_.value_or(at_);
     from_.reset();
+    if (tool_ == WorldTool::Ruler) ruler_ = {from, at_};
     return Drawn(world, tool_, from, at_);
 }
 
@@ -86,8 +100,33 @@ std::shared_ptr<const world::WorldMap> FloorPencil::Preview(const world::World& 
         world::MakeMap(Drawn(world, tool_, *from_, at_)));
 }
 
+/// Where it lies, or would if the pencil were lifted up now.
+std::optional<world::Segment> FloorPencil::Ruler() const {
+    if (tool_ == WorldTool::Ruler && from_) return world::Segment{*from_, at_};
+    return ruler_;
+}
+
+void FloorPencil::PaintRuler(QPainter& painter, const FloorView& view,
+                             const QPalette& palette) const {
+    constexpr double kAway = 12;
+    const std::optional<world::Segment> ruler = Ruler();
+    if (!ruler) return;
+    const QPointF from = view.ToPixels(ruler->from);
+    const QPointF to = view.ToPixels(ruler->to);
+    painter.setPen(QPen(palette.color(QPalette::Highlight), 3, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(from, to);
+    const QString text = RulerWords(*ruler);
+    QRectF room(painter.fontMetrics().boundingRect(text));
+    room.adjust(-4, -2, 4, 2);
+    room.moveCenter((from + to) / 2 + QPointF(0, -kAway - room.height() / 2));
+    painter.fillRect(room, palette.color(QPalette::ToolTipBase));
+    painter.setPen(palette.color(QPalette::ToolTipText));
+    painter.drawText(room, Qt::AlignCenter, text);
+}
+
 void FloorPencil::Paint(QPainter& painter, const FloorView& view, const QPalette& palette) const {
     constexpr double kArm = 8;
+    PaintRuler(painter, view, palette);
     const QPointF at = view.ToPixels(at_);
     for (const auto& [colour, width] :
          {std::pair(palette.color(QPalette::Base), 4), std::pair(QColor(0xC2, 0x18, 0x5B), 2)}) {
@@ -100,6 +139,8 @@ void FloorPencil::Paint(QPainter& painter, const FloorView& view, const QPalette
 QString FloorPencil::Words(const world::World& world) const {
     const std::optional<Thing> thing = ThingAt(world, at_);
     const QString what = thing ? ThingWords(thing->kind) : tr("nothing");
+    if (const std::optional<world::Segment> ruler = Ruler())
+        return tr("The ruler shows %1").arg(RulerWords(*ruler));
     const QString tool = ToolWords(tool_);
     const QString x = QString::number(std::lround(at_.x));
     const QString y = QString::number(std::lround(at_.y));

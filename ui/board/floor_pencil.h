@@ -40,10 +40,14 @@ class FloorPencil {
     QString Words(const world::World& world) const;
 
   private:
+    std::optional<world::Segment> Ruler() const;
+    void PaintRuler(QPainter& painter, const FloorView& view, const QPalette& palette) const;
+
     WorldTool tool_ = WorldTool::Line;
     bool snaps_ = true;
     world::Point at_;
     std::optional<world::Point> from_;
+    std::optional<world::Segment> ruler_;  ///< where it was laid last
 };
 
 /// "Wall"

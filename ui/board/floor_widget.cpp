@@ -108,7 +108,7 @@ void FloorWidget::LiftPencil() {
     const world::World drawn = pencil_.LiftUp(seen_.map->world);
     preview_.reset();
     ChangeView();
-    emit Drawn(drawn);
+    if (pencil_.Tool() != WorldTool::Ruler) emit Drawn(drawn);
     SayPlace();
 }
 
@@ -158,7 +158,8 @@ const QPixmap& FloorWidget::Background() {
     QPainter painter(&background_);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setTransform(view_.ToPixels(), true);
-    PaintWorld(painter, Shown(), palette(), editing_ ? kPencilGrid : kFloorPattern);
+    const FloorLook look;
+    PaintWorld(painter, Shown(), palette(), {.pattern = editing_ ? kPencilGrid : look.pattern});
     PaintStart(painter, Shown());
     return background_;
 }

@@ -2,8 +2,10 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QPrinter>
 #include <utility>
 
+#include "ui/board/print_world.h"
 #include "ui/support/dialogs.h"
 
 namespace zentro {
@@ -67,6 +69,19 @@ bool WorldCommands::SaveAs(QWidget* asking) {
     workbench_.dialogs.ShowMessage(
         asking, tr("%1 was not saved: %2").arg(QFileInfo(*path).fileName(), problem));
     return false;
+}
+
+void WorldCommands::PrintAtTrueScale(QWidget* asking) {
+    QPrinter printer(QPrinter::HighResolution);
+    if (!workbench_.dialogs.SetUpPrinter(asking, printer)) return;
+    const world::WorldMap& map = *host_.World().map;
+    const SheetCount sheets = SheetsFor(printer, map);
+    const QString question =
+        tr("The floor takes %1 sheets, %2 side by side and %3 below each other. Print them?")
+            .arg(sheets.Total())
+            .arg(sheets.across)
+            .arg(sheets.down);
+    if (workbench_.dialogs.AskYesNo(asking, question)) PrintWorld(printer, map);
 }
 
 bool WorldCommands::Change(QWidget* asking, const world::World& world) {

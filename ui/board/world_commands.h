@@ -35,6 +35,8 @@ class WorldCommands : public QObject {
     void ChooseAndOpen(QWidget* asking);
     bool Save(QWidget* asking);
     bool SaveAs(QWidget* asking);
+    /// Over as many sheets as it takes; the user is asked whether it may be so many.
+    void PrintAtTrueScale(QWidget* asking);
     /// The world's start is where the robot is now.
     void StartHere(QWidget* asking);
     /// Puts a changed world on the floor. False: it cannot be, which the user has been told.

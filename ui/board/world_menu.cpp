@@ -80,6 +80,8 @@ void WorldMenu::Fill() {
         commands_.Save(parentWidget());
     })->setEnabled(commands_.Document().IsChanged());
     addAction(tr("Save World &As..."), this, [this] { commands_.SaveAs(parentWidget()); });
+    addAction(tr("&Print at True Scale..."), this,
+              [this] { commands_.PrintAtTrueScale(parentWidget()); });
     if (const QString name = commands_.Rememberer(); !name.isEmpty())
         addAction(tr("Let %1 &Remember This World").arg(name), this,
                   [this] { commands_.Remember(parentWidget()); });

@@ -39,9 +39,11 @@ double ToDegrees(double radians) {
 /// Dark places are as dark on every screen; a light floor is no lamp in a dark room.
 class FloorColours {
   public:
-    explicit FloorColours(const QPalette& palette)
-        : dark_(IsDark(palette)),
-          paper_(dark_ ? QColor(0x50, 0x56, 0x5C) : QColor(0xF4, 0xEF, 0xE4)) {}
+    FloorColours(const QPalette& palette, bool isPaper)
+        : dark_(!isPaper && IsDark(palette)),
+          paper_(isPaper ? QColor(Qt::white)
+                 : dark_ ? QColor(0x50, 0x56, 0x5C)
+                         : QColor(0xF4, 0xEF, 0xE4)) {}
 
     QColor Of(double brightness) const {
         const double share = std::min(1.0, std::max(0.0, brightness) / kUsualBrightness);
@@ -58,11 +60,16 @@ class FloorColours {
 
 class WorldPainting {
   public:
-    WorldPainting(QPainter& painter, const world::WorldMap& map, const QPalette& palette)
-        : painter_(painter), map_(map), world_(map.world), colours_(palette) {}
+    WorldPainting(QPainter& painter, const world::WorldMap& map, const QPalette& palette,
+                  const FloorLook& look)
+        : painter_(painter),
+          map_(map),
+          world_(map.world),
+          colours_(palette, look.isPaper),
+          look_(look) {}
 
-    void Paint(double pattern) {
-        PaintFloor(pattern);
+    void Paint() {
+        PaintFloor();
         for (const world::Area& area : world_.areas)
             PaintArea(area);
         for (const world::Stroke& stroke : map_.strokes)
@@ -83,19 +90,26 @@ class WorldPainting {
         return colours_.Of(world_.floor.brightness - darkness);
     }
 
-    void PaintGrid(double apart) {
+    void PaintPattern() {
         painter_.setPen(QPen(colours_.Grid(Covered(0)), 0));
         const world::Floor& floor = world_.floor;
-        for (double x = apart; x < floor.width; x += apart)
+        const auto fields = [this](double size) {
+            return static_cast<int>(std::ceil(size / look_.pattern));
+        };
+        for (int line = 1; line < fields(floor.width); ++line) {
+            const double x = line * look_.pattern;
             painter_.drawLine(QPointF(x, 0), QPointF(x, floor.height));
-        for (double y = apart; y < floor.height; y += apart)
+        }
+        for (int line = 1; line < fields(floor.height); ++line) {
+            const double y = line * look_.pattern;
             painter_.drawLine(QPointF(0, y), QPointF(floor.width, y));
+        }
     }
 
-    void PaintFloor(double pattern) {
+    void PaintFloor() {
         const QRectF floor(0, 0, world_.floor.width, world_.floor.height);
         painter_.fillRect(floor, Covered(0));
-        PaintGrid(pattern);
+        if (!look_.isPaper) PaintPattern();
         painter_.setPen(QPen(kWall, 2));
         painter_.setBrush(Qt::NoBrush);
         painter_.drawRect(floor);
@@ -170,6 +184,7 @@ class WorldPainting {
     const world::WorldMap& map_;
     const world::World& world_;
     FloorColours colours_;
+    FloorLook look_;
 };
 
 void MoveTo(QPainter& painter, const world::Pose& pose) {
@@ -230,9 +245,9 @@ void PaintBody(QPainter& painter, const std::array<bool, 2>& leds) {
 }  // namespace
 
 void PaintWorld(QPainter& painter, const world::WorldMap& map, const QPalette& palette,
-                double pattern) {
+                const FloorLook& look) {
     painter.save();
-    WorldPainting(painter, map, palette).Paint(pattern);
+    WorldPainting(painter, map, palette, look).Paint();
     painter.restore();
 }
 

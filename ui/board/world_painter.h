@@ -12,12 +12,14 @@ namespace zentro {
 
 // Pictures of a world, for painters whose unit is a centimetre and whose y points upwards.
 
-/// What distances can be judged by: the side of a field of the floor's pattern, in centimetres.
-inline constexpr double kFloorPattern = 25;
+struct FloorLook {
+    double pattern = 25;  ///< side of a field of its pattern, in centimetres: to judge distances by
+    bool isPaper = false;  ///< white and without a pattern, for a printer
+};
 
 /// The floor with all that lies and stands on it.
 void PaintWorld(QPainter& painter, const world::WorldMap& map, const QPalette& palette,
-                double pattern = kFloorPattern);
+                const FloorLook& look = {});
 
 /// The way that a robot has come, in pieces.
 void PaintTrail(QPainter& painter, const std::vector<std::vector<world::Point>>& pieces);

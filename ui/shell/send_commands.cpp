@@ -226,7 +226,7 @@ void SendCommands::Download() {
     const auto compiled = main == nullptr ? nullptr : programs_.CompiledFrom(main->key);
     if (main != nullptr && compiler_.ObjectCode() == nullptr) OfferToCompile(*main);
     if (main == nullptr) OfferToRun();
-    if (!boards_.DownloadCurrent()) return;
+    if (!boards_.DownloadCurrent() || main == nullptr) return;
     if (compiled != nullptr && programs_.IsUpToDate(*compiled)) return notices_.Withdraw(kOldCode);
     TellOfOldObjectCode(*main, compiled != nullptr);
 }

@@ -1,5 +1,6 @@
 // The world on the floor, through the windows: chosen, changed, saved, asked for by programs.
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -167,6 +168,22 @@ TEST_F(WorldWindowTest, StartHereIsAChangeThatIsNotLostUnasked) {
     EXPECT_TRUE(window->close());
 }
 
+TEST_F(WorldWindowTest, TheFloorIsPrintedAsLargeAsItIs) {
+    Press(CommandId::OpenVirtualBoard);
+    dialogs.printToFile = FilePath("floor.pdf");
+    Choose("Print at True Scale...");
+    // 240 by 150 cm on sheets of at most 21 by 29.7 cm.
+    EXPECT_THAT(dialogs.questions.last().toStdString(),
+                testing::ContainsRegex("takes [0-9]+ sheets"));
+    EXPECT_FALSE(QFile::exists(FilePath("floor.pdf"))) << "not yet asked for";
+    dialogs.yes = true;
+    Choose("Print at True Scale...");
+    const QByteArray pdf = ReadFile("floor.pdf");
+    const qsizetype pages = pdf.count("/Type /Page\n");
+    EXPECT_GE(pages, 12 * 6);
+    EXPECT_TRUE(dialogs.questions.last().contains(QString("takes %1 sheets").arg(pages)));
+}
+
 TEST_F(WorldWindowTest, AWorldIsDrawnWithTheMouse) {
     Press(CommandId::OpenVirtualBoard);
     dialogs.fileToOpen = FilePath("small.world");
@@ -207,6 +224,9 @@ TEST_F(WorldWindowTest, AWorldIsDrawnWithTheMouse) {
     drag("ToolWall", {20, 40}, {40, 40});
     EXPECT_THAT(LastShown().toStdString(), testing::HasSubstr("no room"));
     const world::World drawn = world();
+    drag("ToolRuler", {20, 20}, {60, 50});
+    EXPECT_EQ(floor->accessibleDescription(), "The ruler shows 50.0 cm, 37°");
+    EXPECT_EQ(world(), drawn);
     while (Button("BtnUndoWorld")->isEnabled())
         Click("BtnUndoWorld");
     EXPECT_EQ(world(), before);
