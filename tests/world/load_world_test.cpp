@@ -212,7 +212,7 @@ TEST(LoadWorld, EveryShippedWorldIsRight) {
         EXPECT_FALSE(loaded.world.name.empty()) << entry.path();
         ++count;
     }
-    EXPECT_EQ(count, 6);
+    EXPECT_EQ(count, 7);
 }
 
 }  // namespace
