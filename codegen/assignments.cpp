@@ -1,44 +1,7 @@
-#include <array>
-
 #include "codegen/generators.h"
+#include "model/statement.h"
 
 namespace zentro {
-
-namespace {
-
-/// The forms of an operation by the size of its target.
-struct ArithmeticRow {
-    Token token;
-    Opcode byteForm;
-    Opcode wordForm;
-};
-
-constexpr std::array kArithmetic{
-    ArithmeticRow{Token::Plus, Opcode::AddByte, Opcode::AddWord},
-    ArithmeticRow{Token::Minus, Opcode::SubtractByte, Opcode::SubtractWord},
-    ArithmeticRow{Token::Multiply, Opcode::MultiplyByte, Opcode::MultiplyByte},
-    ArithmeticRow{Token::And, Opcode::LogicalAnd, Opcode::LogicalAnd},
-    ArithmeticRow{Token::Or, Opcode::LogicalOr, Opcode::LogicalOr},
-};
-
-}  // namespace
-
-void GenerateMove(Compilation& compilation, SourceLine& line) {
-    const LineElement& target = Target(compilation, line);
-    Append(compilation, line, IsByteSized(target.type) ? Opcode::MoveByte : Opcode::MoveWord,
-           ObjectComment::SourceLine, {Operand(compilation, line, 0).location, target.location});
-}
-
-void GenerateArithmetic(Compilation& compilation, SourceLine& line) {
-    const LineElement& target = Target(compilation, line);
-    for (const ArithmeticRow& row : kArithmetic) {
-        if (row.token != line.token) continue;
-        Append(compilation, line, IsByteSized(target.type) ? row.byteForm : row.wordForm,
-               ObjectComment::SourceLine,
-               {Operand(compilation, line, 0).location, Operand(compilation, line, 1).location,
-                target.location});
-    }
-}
 
 /// The board's division leaves the quotient in its first number and the remainder in its second, so
 /// it works on copies.
@@ -53,8 +16,9 @@ void GenerateDivision(Compilation& compilation, SourceLine& line) {
         isDivide ? ObjectComment::PrepareDivide : ObjectComment::PrepareMod;
     Append(compilation, line, move, prepare, {Operand(compilation, line, 0).location, quotient});
     Append(compilation, line, move, prepare, {Operand(compilation, line, 1).location, remainder});
-    Append(compilation, line, isByte ? Opcode::DivideByte : Opcode::DivideWord,
-           ObjectComment::SourceLine, {quotient, remainder});
+    const StatementCode& code = FindStatement(line.token)->code;
+    Append(compilation, line, isByte ? code.byteForm : code.wordForm, ObjectComment::SourceLine,
+           {quotient, remainder});
     Append(compilation, line, move,
            isDivide ? ObjectComment::CleanUpDivide : ObjectComment::CleanUpMod,
            {isDivide ? quotient : remainder, target.location});

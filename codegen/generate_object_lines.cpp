@@ -4,6 +4,7 @@
 #include <cassert>
 
 #include "codegen/generators.h"
+#include "model/statement_table.h"
 
 namespace zentro {
 
@@ -11,102 +12,41 @@ namespace {
 
 using Generator = void (*)(Compilation&, SourceLine&);
 
-struct GeneratorRow {
-    Token token;
-    Generator generate;
-};
+/// What writes a line; null for what needs no code.
+constexpr Generator GeneratorOf(Coding coding) {
+    switch (coding) {
+        case Coding::None: return nullptr;
+        case Coding::ProgramStart: return GenerateBeginProgram;
+        case Coding::ProgramEnd: return GenerateEndProgram;
+        case Coding::RoutineStart: return GenerateRoutineStart;
+        case Coding::Return: return GenerateReturn;
+        case Coding::EventEnd: return GenerateCompleteEvent;
+        case Coding::Call: return GenerateCall;
+        case Coding::If: return GenerateIf;
+        case Coding::Else: return GenerateElse;
+        case Coding::JumpTarget: return GenerateJumpTarget;
+        case Coding::While: return GenerateWhile;
+        case Coding::EndWhile: return GenerateEndWhile;
+        case Coding::Until: return GenerateUntil;
+        case Coding::EndLoop: return GenerateEndLoop;
+        case Coding::Select: return GenerateSelect;
+        case Coding::Case: return GenerateCase;
+        case Coding::Instruction: return GenerateInstruction;
+        case Coding::Division: return GenerateDivision;
+        case Coding::Not: return GenerateNot;
+        case Coding::Complement: return GenerateComplement;
+        case Coding::Joystick: return GenerateJoystick;
+        case Coding::Leds: return GenerateSetLeds;
+        case Coding::Silence: return GenerateStopSound;
+    }
+    return nullptr;
+}
 
-/// The generators by token. Tokens without a row generate nothing.
-constexpr std::array kGenerators{
-    GeneratorRow{Token::BeginProgram, GenerateBeginProgram},
-    GeneratorRow{Token::EndProgram, GenerateEndProgram},
-    GeneratorRow{Token::DefineRoutine, GenerateRoutineStart},
-    GeneratorRow{Token::DefineEvent, GenerateRoutineStart},
-    GeneratorRow{Token::EndRoutine, GenerateReturn},
-    GeneratorRow{Token::Return, GenerateReturn},
-    GeneratorRow{Token::EndEvent, GenerateCompleteEvent},
-    GeneratorRow{Token::Call, GenerateCall},
-    GeneratorRow{Token::RoutineCall, GenerateCall},
-
-    GeneratorRow{Token::If, GenerateIf},
-    GeneratorRow{Token::Else, GenerateElse},
-    GeneratorRow{Token::EndIf, GenerateJumpTarget},
-    GeneratorRow{Token::While, GenerateWhile},
-    GeneratorRow{Token::EndWhile, GenerateEndWhile},
-    GeneratorRow{Token::Repeat, GenerateJumpTarget},
-    GeneratorRow{Token::Until, GenerateUntil},
-    GeneratorRow{Token::Loop, GenerateJumpTarget},
-    GeneratorRow{Token::EndLoop, GenerateEndLoop},
-    GeneratorRow{Token::Select, GenerateSelect},
-    GeneratorRow{Token::Case, GenerateCase},
-    GeneratorRow{Token::CaseElse, GenerateElse},
-    GeneratorRow{Token::EndSelect, GenerateJumpTarget},
-
-    GeneratorRow{Token::Equal, GenerateMove},
-    GeneratorRow{Token::Plus, GenerateArithmetic},
-    GeneratorRow{Token::Minus, GenerateArithmetic},
-    GeneratorRow{Token::Multiply, GenerateArithmetic},
-    GeneratorRow{Token::And, GenerateArithmetic},
-    GeneratorRow{Token::Or, GenerateArithmetic},
-    GeneratorRow{Token::Divide, GenerateDivision},
-    GeneratorRow{Token::Mod, GenerateDivision},
-    GeneratorRow{Token::Not, GenerateNot},
-
-    GeneratorRow{Token::EmergencyStop, GenerateDevice},
-    GeneratorRow{Token::PowerOff, GenerateDevice},
-    GeneratorRow{Token::Escape, GenerateDevice},
-    GeneratorRow{Token::DisableEvents, GenerateDevice},
-    GeneratorRow{Token::EnableEvents, GenerateDevice},
-    GeneratorRow{Token::DeferEvents, GenerateDevice},
-    GeneratorRow{Token::StopMotors, GenerateDevice},
-    GeneratorRow{Token::SetMotor, GenerateDevice},
-    GeneratorRow{Token::SetServo, GenerateDevice},
-    GeneratorRow{Token::SetServoPercent, GenerateDevice},
-    GeneratorRow{Token::CalibrateJoystick, GenerateDevice},
-    GeneratorRow{Token::SetPort, GenerateDevice},
-    GeneratorRow{Token::PlaySound, GenerateDevice},
-    GeneratorRow{Token::PlayTune, GenerateDevice},
-    GeneratorRow{Token::DisplayHex, GenerateDevice},
-    GeneratorRow{Token::Display, GenerateDevice},
-    GeneratorRow{Token::Wait, GenerateDevice},
-    GeneratorRow{Token::SetEvent, GenerateDevice},
-    GeneratorRow{Token::ClearEvent, GenerateDevice},
-    GeneratorRow{Token::RaiseEvent, GenerateDevice},
-    GeneratorRow{Token::Battery, GenerateDevice},
-    GeneratorRow{Token::AddressOf, GenerateDevice},
-    GeneratorRow{Token::Digital, GenerateDevice},
-    GeneratorRow{Token::Analog, GenerateDevice},
-    GeneratorRow{Token::Timed, GenerateDevice},
-    GeneratorRow{Token::PulseLength, GenerateDevice},
-    GeneratorRow{Token::ProgramNumber, GenerateDevice},
-    GeneratorRow{Token::Button, GenerateDevice},
-    GeneratorRow{Token::PulseCount, GenerateDevice},
-    GeneratorRow{Token::TimedPulseCount, GenerateDevice},
-    GeneratorRow{Token::ToByte, GenerateDevice},
-    GeneratorRow{Token::LowByte, GenerateDevice},
-    GeneratorRow{Token::ToWord, GenerateDevice},
-    GeneratorRow{Token::Random, GenerateDevice},
-    GeneratorRow{Token::Clock, GenerateDevice},
-
-    GeneratorRow{Token::Push, GenerateSized},
-    GeneratorRow{Token::Pop, GenerateSized},
-    GeneratorRow{Token::Write, GenerateSized},
-    GeneratorRow{Token::Read, GenerateSized},
-    GeneratorRow{Token::Increment, GenerateSized},
-    GeneratorRow{Token::Decrement, GenerateSized},
-
-    GeneratorRow{Token::Joystick, GenerateJoystick},
-    GeneratorRow{Token::Stick, GenerateJoystick},
-    GeneratorRow{Token::SetLeds, GenerateSetLeds},
-    GeneratorRow{Token::Complement, GenerateComplement},
-    GeneratorRow{Token::StopSound, GenerateStopSound},
-};
-
+/// The generators by token, so that a line needs no search.
 constexpr std::array<Generator, kTokenCount> MakeGeneratorTable() {
     std::array<Generator, kTokenCount> generators{};
-    for (const GeneratorRow& row : kGenerators) {
-        generators[static_cast<std::size_t>(row.token)] = row.generate;
-    }
+    for (const Statement& row : kStatementTable)
+        generators[static_cast<std::size_t>(row.token)] = GeneratorOf(row.code.coding);
     return generators;
 }
 constexpr std::array<Generator, kTokenCount> kGeneratorByToken = MakeGeneratorTable();

@@ -15,8 +15,6 @@ void GenerateReturn(Compilation& compilation, SourceLine& line);
 void GenerateCompleteEvent(Compilation& compilation, SourceLine& line);
 void GenerateCall(Compilation& compilation, SourceLine& line);
 
-void GenerateMove(Compilation& compilation, SourceLine& line);
-void GenerateArithmetic(Compilation& compilation, SourceLine& line);
 void GenerateDivision(Compilation& compilation, SourceLine& line);
 void GenerateNot(Compilation& compilation, SourceLine& line);
 
@@ -30,8 +28,7 @@ void GenerateJumpTarget(Compilation& compilation, SourceLine& line);
 void GenerateSelect(Compilation& compilation, SourceLine& line);
 void GenerateCase(Compilation& compilation, SourceLine& line);
 
-void GenerateDevice(Compilation& compilation, SourceLine& line);
-void GenerateSized(Compilation& compilation, SourceLine& line);
+void GenerateInstruction(Compilation& compilation, SourceLine& line);
 void GenerateJoystick(Compilation& compilation, SourceLine& line);
 void GenerateSetLeds(Compilation& compilation, SourceLine& line);
 void GenerateComplement(Compilation& compilation, SourceLine& line);

@@ -1,49 +1,10 @@
 #include "desktop/block_words.h"
 
 #include <algorithm>
-#include <array>
 
 #include "config/text.h"
 
 namespace zentro {
-
-namespace {
-
-using enum BlockRole;
-
-constexpr std::array kBlockWords{
-    BlockWord{Token::DefineTable, Opens, true, 0},
-    BlockWord{Token::EndTable, Ends, true, 0},
-    BlockWord{Token::DefineRoutine, Opens, true, 0},
-    BlockWord{Token::EndRoutine, Ends, true, 0},
-    BlockWord{Token::DefineEvent, Opens, true, 0},
-    BlockWord{Token::EndEvent, Ends, true, 0},
-    BlockWord{Token::BeginProgram, Opens, true, 0},
-    BlockWord{Token::EndProgram, Ends, true, 0},
-    BlockWord{Token::If, Opens, false, 0},
-    BlockWord{Token::Else, Continues, false, 0},
-    BlockWord{Token::EndIf, Ends, false, 0},
-    BlockWord{Token::While, Opens, false, 0},
-    BlockWord{Token::EndWhile, Ends, false, 0},
-    BlockWord{Token::Repeat, Opens, false, 0},
-    BlockWord{Token::Until, Ends, false, 0},
-    BlockWord{Token::Select, Opens, false, 0},
-    BlockWord{Token::Case, Continues, false, 1},
-    BlockWord{Token::CaseElse, Continues, false, 1},
-    BlockWord{Token::EndSelect, Ends, false, 0},
-    BlockWord{Token::Loop, Opens, false, 0},
-    BlockWord{Token::EndLoop, Ends, false, 0},
-};
-
-constexpr std::array<const BlockWord*, kTokenCount> MakeBlockWordTable() {
-    std::array<const BlockWord*, kTokenCount> table{};
-    for (const BlockWord& word : kBlockWords)
-        table[static_cast<std::size_t>(word.token)] = &word;
-    return table;
-}
-constexpr std::array<const BlockWord*, kTokenCount> kByToken = MakeBlockWordTable();
-
-}  // namespace
 
 std::string CollapsedStart(std::string_view line) {
     constexpr std::size_t kLongest = 64;  // more than any words of the language
@@ -61,22 +22,29 @@ std::string CollapsedStart(std::string_view line) {
     return start;
 }
 
-const BlockWord* FindBlockWord(const CommandCatalogue& commands, std::string_view line) {
+const Statement* FindBlockWord(const CommandCatalogue& commands, std::string_view line) {
     const std::string start = CollapsedStart(line);
     if (start.empty()) return nullptr;
     const Command* command = commands.FindCommand(start);
-    return command == nullptr ? nullptr : kByToken[static_cast<std::size_t>(command->id)];
+    const Statement* statement = command == nullptr ? nullptr : FindStatement(command->id);
+    return statement == nullptr || statement->edge.role == BlockRole::None ? nullptr : statement;
 }
 
-bool IsBlockWordAlone(const CommandCatalogue& commands, const BlockWord& word,
+int StepsOf(const BlockEdge& edge) {
+    return edge.role == BlockRole::Continues && edge.block == CompileState::Select ? 1 : 0;
+}
+
+bool IsBlockWordAlone(const CommandCatalogue& commands, const Statement& word,
                       std::string_view line) {
     return EqualsIgnoreCase(CollapsedStart(line), commands.GetCommandText(word.token));
 }
 
-LineFold FoldOf(const BlockWord* word, int depth) {
-    if (word == nullptr || word->role == Continues) return {depth, false, depth};
-    if (word->role == Ends) return {depth, false, word->isOutermost ? 0 : std::max(depth - 1, 0)};
-    const int own = word->isOutermost ? 0 : depth;
+LineFold FoldOf(const Statement* word, int depth) {
+    if (word == nullptr || word->edge.role == BlockRole::Continues) return {depth, false, depth};
+    const bool isInner = IsInner(word->edge.block);
+    if (word->edge.role == BlockRole::Ends)
+        return {depth, false, isInner ? std::max(depth - 1, 0) : 0};
+    const int own = isInner ? depth : 0;
     return {own, true, own + 1};
 }
 

@@ -5,29 +5,19 @@
 #include <string_view>
 
 #include "config/command_catalogue.h"
+#include "model/statement.h"
 
 namespace zentro {
 
-/// What a line does to the blocks around it.
-enum class BlockRole : std::uint8_t {
-    Opens,
-    Continues,  ///< ELSE, CASE
-    Ends,
-};
+/// The statement with which a line of source text begins, if it stands at the edge of a block;
+/// nothing for other lines.
+const Statement* FindBlockWord(const CommandCatalogue& commands, std::string_view line);
 
-/// A statement that stands at the edge of a block.
-struct BlockWord {
-    Token token;
-    BlockRole role;
-    bool isOutermost;  ///< a table, routine, event or the program: whatever is open ends with it
-    int steps;         ///< how many steps of indentation the line stands right of its opener
-};
-
-/// The block statement with which a line of source text begins; nothing for other lines.
-const BlockWord* FindBlockWord(const CommandCatalogue& commands, std::string_view line);
+/// How many steps of indentation such a line stands right of the one that opened its block.
+int StepsOf(const BlockEdge& edge);
 
 /// True when the line holds the words of the block statement and nothing else.
-bool IsBlockWordAlone(const CommandCatalogue& commands, const BlockWord& word,
+bool IsBlockWordAlone(const CommandCatalogue& commands, const Statement& word,
                       std::string_view line);
 
 /// The place of a line in the tree of blocks.
@@ -38,7 +28,7 @@ struct LineFold {
 };
 
 /// The fold of a line before which so many blocks are open. `word` may be null.
-LineFold FoldOf(const BlockWord* word, int depth);
+LineFold FoldOf(const Statement* word, int depth);
 
 /// The text of a line's beginning with single blanks between its words, as the catalogue has its
 /// words. Long lines are cut.

@@ -35,9 +35,9 @@ std::vector<OutlineEntry> OutlineOf(const CommandCatalogue& commands, std::strin
     for (std::size_t begin = 0; begin <= text.size(); ++line) {
         const std::size_t end = std::min(text.find('\n', begin), text.size());
         const std::string_view lineText = text.substr(begin, end - begin);
-        const BlockWord* word = FindBlockWord(commands, lineText);
-        if (word != nullptr && word->isOutermost) {
-            const bool opens = word->role == BlockRole::Opens;
+        const Statement* word = FindBlockWord(commands, lineText);
+        if (word != nullptr && !IsInner(word->edge.block)) {
+            const bool opens = word->edge.role == BlockRole::Opens;
             if (isOpen) outline.back().lastLine = opens ? line - 1 : line;
             isOpen = opens;
             if (const auto kind = KindOf(word->token)) {

@@ -1,7 +1,6 @@
 #include <vector>
 
 #include "config/text.h"
-#include "frontend/argument_template.h"
 #include "frontend/operand.h"
 #include "frontend/statements.h"
 #include "frontend/words.h"
@@ -11,14 +10,14 @@ namespace zentro {
 namespace {
 
 void AddArgument(Compilation& compilation, SourceLine& line, std::string_view text,
-                 const ArgumentTemplate& expected) {
+                 const StatementValue& expected) {
     switch (expected.kind) {
-        case ArgumentTemplate::Kind::Operand:
-        case ArgumentTemplate::Kind::Constant:
-            AddOperand(compilation, text, line, expected.AsExpectation());
+        case StatementValue::Kind::Operand:
+        case StatementValue::Kind::Constant:
+            AddOperand(compilation, text, line, ExpectationOf(expected));
             break;
-        case ArgumentTemplate::Kind::Variable: AddChangedVariable(compilation, text, line); break;
-        case ArgumentTemplate::Kind::EventHandler: AddEventHandler(compilation, text, line); break;
+        case StatementValue::Kind::Variable: AddChangedVariable(compilation, text, line); break;
+        case StatementValue::Kind::EventHandler: AddEventHandler(compilation, text, line); break;
     }
 }
 
@@ -31,19 +30,19 @@ void ParsePlainStatement(Compilation& compilation, SourceLine& line, std::string
 
 void ParseArguments(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     line.purpose = Purpose::Statement;
-    const StatementTemplate& expected = *FindStatementTemplate(line.token);
+    const auto expected = FindStatement(line.token)->Values();
     if (arguments.starts_with('(')) {
         compilation.diagnostics.PostError(MessageCode::ArgumentsInParentheses, &line);
         return;
     }
     if (RefuseCall(compilation, arguments, line)) return;
     const std::vector<std::string_view> items = SplitCommaList(arguments);
-    if (items.size() != expected.count) {
+    if (items.size() != expected.size()) {
         compilation.diagnostics.PostError(MessageCode::WrongArgumentCount, &line);
         return;
     }
     for (std::size_t i = 0; i < items.size(); ++i) {
-        AddArgument(compilation, line, items[i], expected.arguments[i]);
+        AddArgument(compilation, line, items[i], expected[i]);
     }
 }
 

@@ -1,33 +1,25 @@
-#include <algorithm>
-#include <array>
 #include <vector>
 
 #include "config/text.h"
 #include "frontend/operand.h"
 #include "frontend/statements.h"
 #include "frontend/words.h"
+#include "model/statement.h"
 
 namespace zentro {
 
 namespace {
 
-/// The ends of blocks. An end that is jumped to has a line label.
-struct BlockEndRow {
-    Token token;
-    CompileState state;
-    bool hasLabel;
-};
+/// The block at whose edge a line stands.
+CompileState BlockOf(const SourceLine& line) {
+    return FindStatement(line.token)->edge.block;
+}
 
-constexpr std::array kBlockEnds{
-    BlockEndRow{Token::EndRoutine, CompileState::Routine, false},
-    BlockEndRow{Token::EndEvent, CompileState::Event, false},
-    BlockEndRow{Token::EndTable, CompileState::Table, false},
-    BlockEndRow{Token::EndProgram, CompileState::Program, false},
-    BlockEndRow{Token::EndIf, CompileState::If, true},
-    BlockEndRow{Token::EndWhile, CompileState::While, true},
-    BlockEndRow{Token::EndSelect, CompileState::Select, true},
-    BlockEndRow{Token::EndLoop, CompileState::Loop, false},
-};
+/// Whether a line above jumps to the end of the block, which needs a label then.
+bool IsEndJumpedTo(CompileState block) {
+    return block == CompileState::If || block == CompileState::While ||
+           block == CompileState::Select;
+}
 
 void RefuseText(Compilation& compilation, SourceLine& line, std::string_view text) {
     if (!text.empty()) compilation.diagnostics.PostError(MessageCode::UnexpectedText, &line);
@@ -39,15 +31,15 @@ void WarnOfOpenEvent(Compilation& compilation, SourceLine& line) {
     compilation.diagnostics.PostError(MessageCode::EventNotEndedBefore, &line);
 }
 
-void OpenBlock(Compilation& compilation, SourceLine& line, Purpose purpose, CompileState state) {
+void OpenBlock(Compilation& compilation, SourceLine& line, Purpose purpose) {
     line.purpose = purpose;
-    ChangeCompileState(compilation, state, line);
+    ChangeCompileState(compilation, BlockOf(line), line);
     compilation.RegisterLineLabel(line);
 }
 
-void ContinueBlock(Compilation& compilation, SourceLine& line, CompileState state) {
+void ContinueBlock(Compilation& compilation, SourceLine& line) {
     line.purpose = Purpose::BlockMiddle;
-    ContinueCompileState(compilation, state, line);
+    ContinueCompileState(compilation, BlockOf(line), line);
     compilation.RegisterLineLabel(line);
 }
 
@@ -55,14 +47,14 @@ void ContinueBlock(Compilation& compilation, SourceLine& line, CompileState stat
 enum class Closing { NothingOpen, Failed, Closed };
 
 /// Leaves the block. Warns when there is none to leave.
-Closing CloseBlock(Compilation& compilation, SourceLine& line, CompileState state) {
+Closing CloseBlock(Compilation& compilation, SourceLine& line) {
     if (compilation.states.Current() == CompileState::Outside) {
         line.purpose = Purpose::Unclassified;  // it ends nothing, so it does nothing
         compilation.diagnostics.PostError(MessageCode::NothingOpenToEnd, &line);
         return Closing::NothingOpen;
     }
     line.purpose = Purpose::BlockEnd;
-    return ExitCompileState(compilation, state, line) ? Closing::Closed : Closing::Failed;
+    return ExitCompileState(compilation, BlockOf(line), line) ? Closing::Closed : Closing::Failed;
 }
 
 /// The line before this one in its block, or nothing.
@@ -98,7 +90,7 @@ void ParseBeginProgram(Compilation& compilation, SourceLine& line, std::string_v
     WarnOfOpenEvent(compilation, line);
     compilation.currentParent = ParentId::Program;
     line.parent = ParentId::Program;
-    OpenBlock(compilation, line, Purpose::BlockStart, CompileState::Program);
+    OpenBlock(compilation, line, Purpose::BlockStart);
     if (!arguments.empty()) compilation.diagnostics.PostError(MessageCode::RestIgnored, &line);
 }
 
@@ -106,16 +98,13 @@ void ParseRoutineHeader(Compilation& compilation, SourceLine& line, std::string_
     WarnOfOpenEvent(compilation, line);
     compilation.currentParent = compilation.symbols.ParentWithName(SplitFirstWord(arguments).first);
     line.parent = compilation.currentParent;
-    ChangeCompileState(
-        compilation,
-        line.token == Token::DefineRoutine ? CompileState::Routine : CompileState::Event, line);
+    ChangeCompileState(compilation, BlockOf(line), line);
 }
 
 void ParseBlockEnd(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    const auto* row = std::find_if(kBlockEnds.begin(), kBlockEnds.end(),
-                                   [&](const BlockEndRow& end) { return end.token == line.token; });
-    const Closing closing = CloseBlock(compilation, line, row->state);
-    if (row->hasLabel) compilation.RegisterLineLabel(line);
+    const CompileState block = BlockOf(line);
+    const Closing closing = CloseBlock(compilation, line);
+    if (IsEndJumpedTo(block)) compilation.RegisterLineLabel(line);
     if (closing == Closing::Closed && line.token == Token::EndTable) {
         CheckTableEnd(compilation, line);
     }
@@ -126,25 +115,22 @@ void ParseBlockEnd(Compilation& compilation, SourceLine& line, std::string_view 
         }
     }
     if (!arguments.empty()) compilation.diagnostics.PostError(MessageCode::RestIgnored, &line);
-    const bool endsParent = row->state == CompileState::Routine ||
-                            row->state == CompileState::Event ||
-                            row->state == CompileState::Program;
+    const bool endsParent = !IsInner(block) && block != CompileState::Table;
     if (endsParent) compilation.currentParent = ParentId::Program;
 }
 
 void ParseLoopStart(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    OpenBlock(compilation, line, Purpose::BlockStart,
-              line.token == Token::Repeat ? CompileState::Repeat : CompileState::Loop);
+    OpenBlock(compilation, line, Purpose::BlockStart);
     RefuseText(compilation, line, arguments);
 }
 
 void ParseIf(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    OpenBlock(compilation, line, Purpose::Statement, CompileState::If);
+    OpenBlock(compilation, line, Purpose::Statement);
     ParseIfCondition(compilation, line, arguments);
 }
 
 void ParseElse(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    ContinueBlock(compilation, line, CompileState::If);
+    ContinueBlock(compilation, line);
     const SourceLine* previous = PreviousInBlock(compilation, line);
     if (previous != nullptr && previous->token == Token::Else) {
         compilation.diagnostics.PostError(MessageCode::ElseMisplaced, &line);
@@ -153,18 +139,18 @@ void ParseElse(Compilation& compilation, SourceLine& line, std::string_view argu
 }
 
 void ParseWhile(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    OpenBlock(compilation, line, Purpose::BlockStart, CompileState::While);
+    OpenBlock(compilation, line, Purpose::BlockStart);
     ParseLoopCondition(compilation, line, arguments);
 }
 
 void ParseUntil(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    if (CloseBlock(compilation, line, CompileState::Repeat) == Closing::NothingOpen) return;
+    if (CloseBlock(compilation, line) == Closing::NothingOpen) return;
     compilation.RegisterLineLabel(line);
     ParseLoopCondition(compilation, line, arguments);
 }
 
 void ParseSelect(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    OpenBlock(compilation, line, Purpose::BlockStart, CompileState::Select);
+    OpenBlock(compilation, line, Purpose::BlockStart);
     if (arguments.empty()) {
         compilation.diagnostics.PostError(MessageCode::WrongArgumentCount, &line);
         return;
@@ -177,7 +163,7 @@ void ParseSelect(Compilation& compilation, SourceLine& line, std::string_view ar
 
 void ParseCase(Compilation& compilation, SourceLine& line, std::string_view arguments) {
     const bool wasAborted = compilation.states.Current() == CompileState::Aborted;
-    ContinueBlock(compilation, line, CompileState::Select);
+    ContinueBlock(compilation, line);
     if (compilation.states.Current() == CompileState::Aborted) {
         if (wasAborted) compilation.diagnostics.PostError(MessageCode::CaseWithoutSelect, &line);
         return;
@@ -200,7 +186,7 @@ void ParseCase(Compilation& compilation, SourceLine& line, std::string_view argu
 }
 
 void ParseCaseElse(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    ContinueBlock(compilation, line, CompileState::Select);
+    ContinueBlock(compilation, line);
     RefuseCaseAfterElse(compilation, line);
     const SourceLine* previous = PreviousInBlock(compilation, line);
     if (previous != nullptr && previous->token == Token::Select) {

@@ -2,7 +2,6 @@
 #include <vector>
 
 #include "config/text.h"
-#include "frontend/argument_template.h"
 #include "frontend/operand.h"
 #include "frontend/statements.h"
 #include "frontend/words.h"
@@ -25,7 +24,7 @@ struct Callee {
     Token token = Token::None;
     std::string_view name;
     const Label* location = nullptr;  ///< of a routine
-    std::vector<ArgumentTemplate> arguments;
+    std::vector<StatementValue> arguments;
     bool hasResult = false;
     DataType result = DataType::Any;
 };
@@ -81,15 +80,15 @@ std::optional<Callee> FindRoutine(Compilation& compilation, SourceLine& line,
             callee.hasResult = true;
             callee.result = element.type;
         } else {
-            callee.arguments.push_back({ArgumentTemplate::Kind::Operand, element.type, {}});
+            callee.arguments.push_back({{}, StatementValue::Kind::Operand, element.type, {}});
         }
     }
     return callee;
 }
 
 /// A function of the language. As a condition only NOT can stand alone.
-std::optional<Callee> FindFunction(Compilation& compilation, SourceLine& line, const Command& entry,
-                                   CallRole role) {
+std::optional<Callee> FindCalledFunction(Compilation& compilation, SourceLine& line,
+                                         const Command& entry, CallRole role) {
     const auto refuse = [&](MessageCode code, std::string_view extra = {}) {
         compilation.diagnostics.PostError(code, &line, extra);
         return std::nullopt;
@@ -100,17 +99,18 @@ std::optional<Callee> FindFunction(Compilation& compilation, SourceLine& line, c
     if (role == CallRole::Condition && entry.id != Token::Not) {
         return refuse(MessageCode::NotACondition);
     }
-    const FunctionTemplate* expected = SystemFunctionTemplate(entry.id);
+    const Statement* expected = FindFunction(entry.id);
     if (expected == nullptr) return refuse(MessageCode::NotSupported);
     Callee callee{entry.id, entry.command, nullptr, {}, true, expected->result};
-    callee.arguments.assign(expected->Arguments().begin(), expected->Arguments().end());
+    const auto values = expected->Values();
+    callee.arguments.assign(values.begin(), values.end());
     return callee;
 }
 
 /// A function whose argument is of any type works on its target's type.
-Expectation ExpectationOf(const ArgumentTemplate& argument, const Callee& callee,
-                          const std::optional<LineElement>& target) {
-    Expectation expected = argument.AsExpectation();
+Expectation ExpectationFor(const StatementValue& argument, const Callee& callee,
+                           const std::optional<LineElement>& target) {
+    Expectation expected = ExpectationOf(argument);
     const bool followsTarget = callee.token == Token::Not && target && IsByteSized(target->type);
     if (followsTarget) expected.type = target->type;
     return expected;
@@ -120,7 +120,8 @@ void ParseCallArguments(Compilation& compilation, SourceLine& line, const Callee
                         const std::vector<std::string_view>& items,
                         const std::optional<LineElement>& target) {
     for (std::size_t i = 0; i < items.size(); ++i) {
-        AddOperand(compilation, items[i], line, ExpectationOf(callee.arguments[i], callee, target));
+        AddOperand(compilation, items[i], line,
+                   ExpectationFor(callee.arguments[i], callee, target));
     }
     if (!target || callee.result == DataType::Any) return;
     if (!TypeSuits(target->type, callee.result)) {
@@ -161,7 +162,7 @@ std::optional<std::string_view> ParseCall(Compilation& compilation, SourceLine& 
     const Command* entry = compilation.FindCommand(call->name);
     const std::optional<Callee> callee = entry == nullptr
                                              ? FindRoutine(compilation, line, call->name)
-                                             : FindFunction(compilation, line, *entry, role);
+                                             : FindCalledFunction(compilation, line, *entry, role);
     if (!callee) return call->rest;
     AddCall(compilation, line, *callee, role);
     const std::vector<std::string_view> items = SplitCommaList(call->arguments);

@@ -1,33 +1,30 @@
 #include "frontend/language_check.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 #include "config/encoding.h"
 #include "config/text.h"
 #include "frontend/line_normalizer.h"
 #include "frontend/literal.h"
+#include "frontend/parse_declares.h"
+#include "model/statement.h"
 #include "model/value_bounds.h"
 
 namespace zentro {
 
 namespace {
 
-/// The declarations and block ends that the declaration pass has to see.
-constexpr std::array kReadFirst{
-    Token::DefineByte, Token::DefineWord,    Token::DefineConstant, Token::DefineTable,
-    Token::DefineFlag, Token::DefinePointer, Token::DefineRoutine,  Token::DefineEvent,
-    Token::EndRoutine, Token::EndTable,      Token::EndEvent,       Token::SharedParameters,
-};
+bool EndsBlock(Token token) {
+    const Statement* statement = FindStatement(token);
+    return statement != nullptr && statement->reading == Reading::BlockEnd;
+}
 
-/// The further ends of blocks, which that pass knows and passes over.
-constexpr std::array kPassedOver{Token::EndProgram, Token::EndIf, Token::EndWhile, Token::EndSelect,
-                                 Token::EndLoop};
-
-template <std::size_t count>
-bool Holds(const std::array<Token, count>& tokens, Token token) {
-    return std::ranges::find(tokens, token) != tokens.end();
+/// The declarations and block ends that the declaration pass has to see. It passes over the ends of
+/// other blocks.
+bool IsReadFirst(Token token) {
+    return FamilyOf(token) == TokenFamily::Declaration || token == Token::SharedParameters ||
+           (EndsBlock(token) && IsDeclaredBlock(FindStatement(token)->edge.block));
 }
 
 std::string Quoted(std::string_view text) {
@@ -127,7 +124,7 @@ class LanguageCheck {
 
     /// The declaration pass looks only at lines with certain beginnings, and at all of those.
     void CheckBeginning(const Command& entry) {
-        if (Holds(kReadFirst, entry.id)) {
+        if (IsReadFirst(entry.id)) {
             if (!BeginsWith(entry, Token::DefinePrefix) && !BeginsWith(entry, Token::EndPrefix))
                 Tell(entry,
                      "it must begin with the words of R11, " +
@@ -140,7 +137,7 @@ class LanguageCheck {
         const bool canBeginLine = entry.family == TokenFamily::Statement ||
                                   entry.family == TokenFamily::Constant ||
                                   entry.id == Token::Reserve;
-        if (!canBeginLine || Holds(kPassedOver, entry.id)) return;
+        if (!canBeginLine || EndsBlock(entry.id)) return;
         for (const Token beginning : {Token::DefinePrefix, Token::EndPrefix, Token::Include}) {
             if (!BeginsWith(entry, beginning)) continue;
             Tell(entry, "it begins with the words of " + Named(*commands_.ByToken(beginning)) +

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "model/compilation.h"
+#include "model/statement.h"
 
 namespace zentro {
 
@@ -20,6 +21,12 @@ struct Expectation {
     /// The only values that may stand here; empty: any value of the type.
     std::span<const std::string_view> allowedValues{};
 };
+
+/// What a statement expects of one of its values.
+inline Expectation ExpectationOf(const StatementValue& value) {
+    return {value.type, DataType::Any, false, value.kind == StatementValue::Kind::Constant,
+            value.allowed};
+}
 
 /// What can be told about an operand without entering it anywhere.
 struct OperandSketch {

@@ -7,49 +7,13 @@
 #include "frontend/declarations.h"
 #include "frontend/line_normalizer.h"
 #include "frontend/words.h"
+#include "model/statement.h"
 
 namespace zentro {
 
 namespace {
 
 using Parser = void (*)(Compilation&, SourceLine&, std::string_view);
-
-/// The declarations of variables and constants: they open no block.
-struct DeclarationRow {
-    Token token;
-    Purpose purpose;
-    Parser parse;
-};
-
-constexpr std::array kDeclarations{
-    DeclarationRow{Token::DefineByte, Purpose::ByteDeclaration, DeclareByte},
-    DeclarationRow{Token::DefineWord, Purpose::WordDeclaration, DeclareWord},
-    DeclarationRow{Token::DefineConstant, Purpose::ConstantDeclaration, DeclareNamedConstant},
-    DeclarationRow{Token::DefineFlag, Purpose::FlagDeclaration, DeclareFlag},
-    DeclarationRow{Token::DefinePointer, Purpose::PointerDeclaration, DeclarePointer},
-};
-
-/// The declarations that open a block, and the lines that end it.
-struct BlockRow {
-    Token opener;
-    Purpose purpose;
-    CompileState state;
-    Parser parse;
-    Token end;
-};
-
-constexpr std::array kBlocks{
-    BlockRow{Token::DefineTable, Purpose::DataTableHeader, CompileState::Table, DeclareTable,
-             Token::EndTable},
-    BlockRow{Token::DefineRoutine, Purpose::RoutineHeader, CompileState::Routine, DeclareRoutine,
-             Token::EndRoutine},
-    BlockRow{Token::DefineEvent, Purpose::EventHeader, CompileState::Event, DeclareEvent,
-             Token::EndEvent},
-};
-
-/// The blocks whose ends begin like those above but are met in the statement pass only.
-constexpr std::array kEndsOfStatementBlocks{Token::EndProgram, Token::EndIf, Token::EndWhile,
-                                            Token::EndSelect, Token::EndLoop};
 
 bool IsInRoutine(const Compilation& compilation) {
     const CompileState current = compilation.states.Current();
@@ -79,37 +43,82 @@ std::string_view IncludedName(const SourceLine& line, const Command& command,
     return TrimBlanks(name);
 }
 
-void OpenBlock(Compilation& compilation, SourceLine& line, const BlockRow& row,
-               std::string_view arguments) {
-    line.purpose = row.purpose;
-    ChangeCompileState(compilation, row.state, line);
-    row.parse(compilation, line, arguments);
-    if (row.state != CompileState::Table) compilation.RegisterLineLabel(line);
+void Declare(Compilation& compilation, SourceLine& line, std::string_view arguments,
+             Purpose purpose, Parser parse) {
+    line.purpose = purpose;
+    if (IsInRoutine(compilation)) line.scope = Scope::Local;
+    parse(compilation, line, arguments);
 }
 
-void CloseBlock(Compilation& compilation, SourceLine& line, const BlockRow& row) {
+void OpenBlock(Compilation& compilation, SourceLine& line, std::string_view arguments,
+               Purpose purpose, Parser parse) {
+    const CompileState block = FindStatement(line.token)->edge.block;
+    line.purpose = purpose;
+    ChangeCompileState(compilation, block, line);
+    parse(compilation, line, arguments);
+    if (block != CompileState::Table) compilation.RegisterLineLabel(line);
+}
+
+/// The ends of other blocks begin with the same word, but are met in the statement pass only.
+void CloseBlock(Compilation& compilation, SourceLine& line) {
+    const CompileState block = FindStatement(line.token)->edge.block;
+    if (!IsDeclaredBlock(block)) return;
     line.purpose = Purpose::BlockEnd;
-    ExitCompileState(compilation, row.state, line);
-    if (row.state != CompileState::Table) compilation.currentParent = ParentId::Program;
+    ExitCompileState(compilation, block, line);
+    if (block != CompileState::Table) compilation.currentParent = ParentId::Program;
 }
 
-void Dispatch(Compilation& compilation, SourceLine& line, std::string_view arguments) {
-    for (const DeclarationRow& row : kDeclarations) {
-        if (row.token != line.token) continue;
-        line.purpose = row.purpose;
-        if (IsInRoutine(compilation)) line.scope = Scope::Local;
-        return row.parse(compilation, line, arguments);
+void ReadDeclaration(Compilation& compilation, SourceLine& line, Reading reading,
+                     std::string_view arguments) {
+    const auto declare = [&](Purpose purpose, Parser parse) {
+        Declare(compilation, line, arguments, purpose, parse);
+    };
+    const auto open = [&](Purpose purpose, Parser parse) {
+        OpenBlock(compilation, line, arguments, purpose, parse);
+    };
+    switch (reading) {
+        case Reading::ByteDeclaration: return declare(Purpose::ByteDeclaration, DeclareByte);
+        case Reading::WordDeclaration: return declare(Purpose::WordDeclaration, DeclareWord);
+        case Reading::ConstantDeclaration:
+            return declare(Purpose::ConstantDeclaration, DeclareNamedConstant);
+        case Reading::FlagDeclaration: return declare(Purpose::FlagDeclaration, DeclareFlag);
+        case Reading::PointerDeclaration:
+            return declare(Purpose::PointerDeclaration, DeclarePointer);
+        case Reading::TableHeader: return open(Purpose::DataTableHeader, DeclareTable);
+        case Reading::RoutineHeader: return open(Purpose::RoutineHeader, DeclareRoutine);
+        case Reading::EventHeader: return open(Purpose::EventHeader, DeclareEvent);
+        case Reading::SharedParameters: return SetSharedParameters(compilation, arguments);
+        case Reading::BlockEnd: return CloseBlock(compilation, line);
+        case Reading::Include:
+        case Reading::TableRoom:
+        case Reading::ProgramStart:
+        case Reading::LoopStart:
+        case Reading::If:
+        case Reading::Else:
+        case Reading::While:
+        case Reading::Until:
+        case Reading::Select:
+        case Reading::Case:
+        case Reading::CaseElse:
+        case Reading::Call:
+        case Reading::Return:
+        case Reading::Words:
+        case Reading::Values:
+        case Reading::Unsupported:
+        case Reading::Assignment:
+        case Reading::RoutineCall:
+        case Reading::Function:
+        case Reading::UnsupportedFunction:
+            compilation.diagnostics.PostError(MessageCode::NotUnderstood, &line);
     }
-    for (const BlockRow& row : kBlocks) {
-        if (row.opener == line.token) return OpenBlock(compilation, line, row, arguments);
-        if (row.end == line.token) return CloseBlock(compilation, line, row);
-    }
-    const auto* const end = kEndsOfStatementBlocks.end();
-    if (std::find(kEndsOfStatementBlocks.begin(), end, line.token) != end) return;
-    compilation.diagnostics.PostError(MessageCode::NotUnderstood, &line);
 }
 
 }  // namespace
+
+bool IsDeclaredBlock(CompileState block) {
+    return block == CompileState::Table || block == CompileState::Routine ||
+           block == CompileState::Event;
+}
 
 bool MayDeclare(const Compilation& compilation, std::string_view text) {
     constexpr std::array kBeginnings{Token::DefinePrefix, Token::EndPrefix, Token::Include};
@@ -136,10 +145,10 @@ std::optional<std::string_view> ParseDeclares(Compilation& compilation, SourceLi
     }
     const std::string_view arguments = Trim(line.parsedLine.substr(command->command.size()));
     if (line.token == Token::Include) return IncludedName(line, *command, arguments);
-    if (line.token == Token::SharedParameters) {
-        SetSharedParameters(compilation, arguments);
+    if (const Statement* statement = FindStatement(line.token)) {
+        ReadDeclaration(compilation, line, statement->reading, arguments);
     } else {
-        Dispatch(compilation, line, arguments);
+        compilation.diagnostics.PostError(MessageCode::NotUnderstood, &line);
     }
     return std::nullopt;
 }

@@ -12,6 +12,9 @@ namespace zentro {
 /// caller has to read next.
 std::optional<std::string_view> ParseDeclares(Compilation& compilation, SourceLine& line);
 
+/// Whether that pass opens and ends the block: a table, a routine, an event.
+bool IsDeclaredBlock(CompileState block);
+
 /// Whether that pass looks at a line with the text at all.
 bool MayDeclare(const Compilation& compilation, std::string_view text);
 

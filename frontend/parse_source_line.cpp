@@ -8,6 +8,7 @@
 #include "frontend/parse_declares.h"
 #include "frontend/statements.h"
 #include "model/foreign_characters.h"
+#include "model/statement_table.h"
 
 namespace zentro {
 
@@ -15,85 +16,50 @@ namespace {
 
 using Parser = void (*)(Compilation&, SourceLine&, std::string_view);
 
-/// How the statement pass treats a token.
-struct StatementRow {
-    Token token;
-    Parser parse;
-};
-
 void ParseNothing(Compilation&, SourceLine&, std::string_view) {}
 
-/// The statements by their tokens. Tokens without a row are no statements.
-constexpr std::array kStatements{
-    StatementRow{Token::Include, ParseNothing},
-    StatementRow{Token::SharedParameters, ParseNothing},
-    StatementRow{Token::DefineByte, ParseNothing},
-    StatementRow{Token::DefineWord, ParseNothing},
-    StatementRow{Token::DefineConstant, ParseNothing},
-    StatementRow{Token::DefineFlag, ParseNothing},
-    StatementRow{Token::DefinePointer, ParseNothing},
-    StatementRow{Token::DefineTable, ParseTableHeader},
-    StatementRow{Token::DefineRoutine, ParseRoutineHeader},
-    StatementRow{Token::DefineEvent, ParseRoutineHeader},
-
-    StatementRow{Token::BeginProgram, ParseBeginProgram},
-    StatementRow{Token::EndRoutine, ParseBlockEnd},
-    StatementRow{Token::EndProgram, ParseBlockEnd},
-    StatementRow{Token::EndTable, ParseBlockEnd},
-    StatementRow{Token::EndIf, ParseBlockEnd},
-    StatementRow{Token::EndWhile, ParseBlockEnd},
-    StatementRow{Token::EndSelect, ParseBlockEnd},
-    StatementRow{Token::EndLoop, ParseBlockEnd},
-    StatementRow{Token::EndEvent, ParseBlockEnd},
-    StatementRow{Token::If, ParseIf},
-    StatementRow{Token::Else, ParseElse},
-    StatementRow{Token::Repeat, ParseLoopStart},
-    StatementRow{Token::Until, ParseUntil},
-    StatementRow{Token::Loop, ParseLoopStart},
-    StatementRow{Token::While, ParseWhile},
-    StatementRow{Token::Select, ParseSelect},
-    StatementRow{Token::Case, ParseCase},
-    StatementRow{Token::CaseElse, ParseCaseElse},
-    StatementRow{Token::Reserve, ParseReserve},
-
-    StatementRow{Token::Call, ParseCallStatement},
-    StatementRow{Token::Return, ParseReturn},
-    StatementRow{Token::SetMotorFromVariables, ParseUnsupported},
-    StatementRow{Token::WriteEeprom, ParseUnsupported},
-    StatementRow{Token::OnErrorCall, ParseUnsupported},
-    StatementRow{Token::StopSound, ParsePlainStatement},
-    StatementRow{Token::EmergencyStop, ParsePlainStatement},
-    StatementRow{Token::PowerOff, ParsePlainStatement},
-    StatementRow{Token::Escape, ParsePlainStatement},
-    StatementRow{Token::DisableEvents, ParsePlainStatement},
-    StatementRow{Token::EnableEvents, ParsePlainStatement},
-    StatementRow{Token::StopMotors, ParsePlainStatement},
-    StatementRow{Token::DeferEvents, ParsePlainStatement},
-    StatementRow{Token::Write, ParseArguments},
-    StatementRow{Token::SetMotor, ParseArguments},
-    StatementRow{Token::Push, ParseArguments},
-    StatementRow{Token::CalibrateJoystick, ParseArguments},
-    StatementRow{Token::SetPort, ParseArguments},
-    StatementRow{Token::DisplayHex, ParseArguments},
-    StatementRow{Token::Display, ParseArguments},
-    StatementRow{Token::SetLeds, ParseArguments},
-    StatementRow{Token::SetServo, ParseArguments},
-    StatementRow{Token::SetServoPercent, ParseArguments},
-    StatementRow{Token::PlaySound, ParseArguments},
-    StatementRow{Token::PlayTune, ParseArguments},
-    StatementRow{Token::Increment, ParseArguments},
-    StatementRow{Token::Decrement, ParseArguments},
-    StatementRow{Token::Wait, ParseArguments},
-    StatementRow{Token::SetEvent, ParseArguments},
-    StatementRow{Token::ClearEvent, ParseArguments},
-    StatementRow{Token::RaiseEvent, ParseArguments},
-};
+/// How the statement pass reads a line; null for what begins none.
+constexpr Parser ParserOf(Reading reading) {
+    switch (reading) {
+        case Reading::Include:
+        case Reading::SharedParameters:
+        case Reading::ByteDeclaration:
+        case Reading::WordDeclaration:
+        case Reading::ConstantDeclaration:
+        case Reading::FlagDeclaration:
+        case Reading::PointerDeclaration: return ParseNothing;
+        case Reading::TableHeader: return ParseTableHeader;
+        case Reading::RoutineHeader:
+        case Reading::EventHeader: return ParseRoutineHeader;
+        case Reading::TableRoom: return ParseReserve;
+        case Reading::ProgramStart: return ParseBeginProgram;
+        case Reading::BlockEnd: return ParseBlockEnd;
+        case Reading::LoopStart: return ParseLoopStart;
+        case Reading::If: return ParseIf;
+        case Reading::Else: return ParseElse;
+        case Reading::While: return ParseWhile;
+        case Reading::Until: return ParseUntil;
+        case Reading::Select: return ParseSelect;
+        case Reading::Case: return ParseCase;
+        case Reading::CaseElse: return ParseCaseElse;
+        case Reading::Call: return ParseCallStatement;
+        case Reading::Return: return ParseReturn;
+        case Reading::Words: return ParsePlainStatement;
+        case Reading::Values: return ParseArguments;
+        case Reading::Unsupported: return ParseUnsupported;
+        case Reading::Assignment:
+        case Reading::RoutineCall:
+        case Reading::Function:
+        case Reading::UnsupportedFunction: return nullptr;
+    }
+    return nullptr;
+}
 
 /// The parsers by token, so that a line needs no search.
 constexpr std::array<Parser, kTokenCount> MakeParserTable() {
     std::array<Parser, kTokenCount> parsers{};
-    for (const StatementRow& row : kStatements)
-        parsers[static_cast<std::size_t>(row.token)] = row.parse;
+    for (const Statement& row : kStatementTable)
+        parsers[static_cast<std::size_t>(row.token)] = ParserOf(row.reading);
     return parsers;
 }
 constexpr std::array<Parser, kTokenCount> kParsers = MakeParserTable();

@@ -2,10 +2,10 @@
 
 #include "config/encoding.h"
 #include "config/text.h"
-#include "frontend/argument_template.h"
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "model/statement.h"
 
 namespace zentro {
 
@@ -41,10 +41,10 @@ Place FindFraction(std::string_view text, char point) {
 
 /// 1,5 where a statement takes one value, so that there is one too many.
 Place FindCommaFraction(const HintQuestion& question, std::string_view text) {
-    const StatementTemplate* expected = FindStatementTemplate(question.line.token);
+    const Statement* expected = FindValueStatement(question.line.token);
     if (question.code != MessageCode::WrongArgumentCount || expected == nullptr) return {};
     const std::size_t values = SplitCommaList(text).size();
-    if (values != expected->count + std::size_t{1}) return {};
+    if (values != expected->Values().size() + 1) return {};
     const Place first = FindFraction(text, ',');
     const bool isOnly = first.length > 0 && FindFraction(text.substr(first.End()), ',').length == 0;
     return isOnly ? first : Place{};

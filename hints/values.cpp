@@ -2,10 +2,10 @@
 
 #include "config/encoding.h"
 #include "config/text.h"
-#include "frontend/argument_template.h"
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "model/statement.h"
 
 namespace zentro {
 
@@ -45,13 +45,13 @@ std::string_view FormOf(const Command& entry) {
 
 std::optional<Hint> HintOfStatementValues(const HintQuestion& question) {
     const SourceLine& line = question.line;
-    const StatementTemplate* expected = FindStatementTemplate(line.token);
+    const Statement* expected = FindValueStatement(line.token);
     const Command* entry = question.compilation.configuration.commands.ByToken(line.token);
     if (expected == nullptr || entry == nullptr || FormOf(*entry).empty()) return std::nullopt;
     const std::string_view values = line.parsedLine.substr(entry->command.size());
     return MakeHint(
         question, MessageCode::ValuesOfStatement,
-        {ToUtf8(entry->command), ToUtf8(FormOf(*entry)), std::to_string(expected->count),
+        {ToUtf8(entry->command), ToUtf8(FormOf(*entry)), std::to_string(expected->Values().size()),
          std::to_string(SplitCommaList(values).size())});
 }
 
@@ -88,11 +88,11 @@ std::optional<Hint> HintOfRoutineValues(const HintQuestion& question, const Line
 std::optional<Hint> HintOfFunctionValues(const HintQuestion& question, const LineCall& call) {
     const Command* entry = question.compilation.FindCommand(call.name);
     const bool isFunction = entry != nullptr && entry->family == TokenFamily::Function;
-    const FunctionTemplate* expected = isFunction ? SystemFunctionTemplate(entry->id) : nullptr;
-    if (expected == nullptr || expected->count == call.values) return std::nullopt;
-    return MakeHint(
-        question, MessageCode::ValuesOfFunction,
-        {ToUtf8(FormOf(*entry)), std::to_string(expected->count), std::to_string(call.values)});
+    const Statement* expected = isFunction ? FindFunction(entry->id) : nullptr;
+    if (expected == nullptr || expected->Values().size() == call.values) return std::nullopt;
+    return MakeHint(question, MessageCode::ValuesOfFunction,
+                    {ToUtf8(FormOf(*entry)), std::to_string(expected->Values().size()),
+                     std::to_string(call.values)});
 }
 
 std::optional<Hint> FindWrongCount(const HintQuestion& question) {

@@ -80,11 +80,11 @@ void LinkToChain(Compilation& compilation, SourceLine& line) {
     compilation.GetSourceLine(block.firstLineNo).structLastLineNo = line.lineNumber;
 }
 
+}  // namespace
+
 bool IsInner(CompileState state) {
     return RowOf(state).asNew == Nesting::Inner;
 }
-
-}  // namespace
 
 MessageCode NotEndedMessage(CompileState state) {
     return RowOf(state).notEnded;

@@ -63,6 +63,9 @@ void ContinueCompileState(Compilation& compilation, CompileState state, SourceLi
 /// Posts that the innermost block, if one is open, was not ended, against the line that opened it.
 void PostOpenBlock(Compilation& compilation);
 
+/// A block inside a program, routine or event: IF, LOOP. Whatever is open ends with any other.
+bool IsInner(CompileState state);
+
 /// The message for a block that should have been ended.
 MessageCode NotEndedMessage(CompileState state);
 

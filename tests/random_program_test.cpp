@@ -8,8 +8,8 @@
 
 #include "board/board.h"
 #include "board/loader.h"
-#include "frontend/argument_template.h"
 #include "frontend/parse_source_line.h"
+#include "model/statement.h"
 #include "tests/support/compile_fixture.h"
 
 namespace zentro::test {
@@ -161,7 +161,7 @@ TEST(RandomProgramTest, BoardAndMeaningAgree) {
 bool IsOfThisBoard(const Command& entry) {
     switch (entry.family) {
         case TokenFamily::Statement: return IsSupportedStatement(entry.id);
-        case TokenFamily::Function: return SystemFunctionTemplate(entry.id) != nullptr;
+        case TokenFamily::Function: return FindFunction(entry.id) != nullptr;
         default: return entry.id != Token::KeywordList;
     }
 }

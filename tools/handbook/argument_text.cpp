@@ -12,7 +12,7 @@ namespace zentro {
 
 namespace {
 
-using Kind = ArgumentTemplate::Kind;
+using Kind = StatementValue::Kind;
 
 /// "1, 2 or 3".
 std::string JoinWithOr(const std::vector<std::string>& pieces) {
@@ -72,9 +72,9 @@ std::string OperandText(DataType type) {
 
 }  // namespace
 
-std::string ArgumentHtml(const CommandCatalogue& commands, const ArgumentTemplate& argument) {
-    if (!argument.allowedValues.empty()) {
-        return AllowedHtml(commands, argument.allowedValues) +
+std::string ArgumentHtml(const CommandCatalogue& commands, const StatementValue& argument) {
+    if (!argument.allowed.empty()) {
+        return AllowedHtml(commands, argument.allowed) +
                "; as it stands or as a constant, no variable";
     }
     switch (argument.kind) {
@@ -99,12 +99,9 @@ std::string ResultText(DataType type) {
     return {};
 }
 
-std::span<const ArgumentTemplate> ArgumentsOf(Token token) {
-    if (const StatementTemplate* statement = FindStatementTemplate(token))
-        return statement->Arguments();
-    if (const FunctionTemplate* function = SystemFunctionTemplate(token))
-        return function->Arguments();
-    return {};
+std::span<const StatementValue> ArgumentsOf(Token token) {
+    const Statement* statement = FindStatement(token);
+    return statement == nullptr ? std::span<const StatementValue>() : statement->Values();
 }
 
 }  // namespace zentro

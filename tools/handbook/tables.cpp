@@ -3,6 +3,7 @@
 #include "config/encoding.h"
 #include "config/text.h"
 #include "model/instruction.h"
+#include "model/statement.h"
 #include "tools/handbook/argument_text.h"
 
 namespace zentro {
@@ -56,7 +57,7 @@ std::string DescriptionHtml(const Command& entry) {
         html += isCall ? CodeHtml(values) : CodeHtml(words) + " <i>" + EscapeHtml(values) + "</i>";
         html += "<br>" + EscapeHtml(Sentence(description.substr(colon + 2)));
     }
-    if (const FunctionTemplate* function = SystemFunctionTemplate(entry.id))
+    if (const Statement* function = FindFunction(entry.id))
         html += "<br>It gives " + ResultText(function->result) + ".";
     return html + "</p>\n";
 }

@@ -4,8 +4,8 @@
 
 #include "config/encoding.h"
 #include "config/text.h"
-#include "frontend/argument_template.h"
 #include "frontend/parse_source_line.h"
+#include "model/statement.h"
 
 namespace zentro {
 
@@ -18,7 +18,7 @@ bool BeginsLine(const Command& entry) {
 /// Words that are no statements but can stand inside one.
 bool StandsInLine(const Command& entry) {
     switch (entry.family) {
-        case TokenFamily::Function: return SystemFunctionTemplate(entry.id) != nullptr;
+        case TokenFamily::Function: return FindFunction(entry.id) != nullptr;
         case TokenFamily::Operator:
             return !entry.command.empty() && IsLetter(entry.command.front());
         case TokenFamily::Constant: return true;

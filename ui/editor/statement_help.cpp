@@ -7,7 +7,7 @@
 #include "config/encoding.h"
 #include "config/text.h"
 #include "desktop/block_words.h"
-#include "frontend/argument_template.h"
+#include "model/statement.h"
 #include "ui/editor/completion.h"
 
 namespace zentro {
@@ -60,9 +60,9 @@ std::size_t CountCommas(std::string_view text) {
     return count;
 }
 
-std::string_view TypeName(const ArgumentTemplate& argument) {
-    if (argument.kind == ArgumentTemplate::Kind::EventHandler) return "event";
-    if (argument.kind == ArgumentTemplate::Kind::Variable) return "variable";
+std::string_view TypeName(const StatementValue& argument) {
+    if (argument.kind == StatementValue::Kind::EventHandler) return "event";
+    if (argument.kind == StatementValue::Kind::Variable) return "variable";
     switch (argument.type) {
         case DataType::Byte: return "byte";
         case DataType::Word: return "word";
@@ -75,18 +75,18 @@ std::string_view TypeName(const ArgumentTemplate& argument) {
 }
 
 /// The arguments when the language's own words for them are missing.
-std::string DescribeTemplates(std::span<const ArgumentTemplate> arguments) {
+std::string DescribeTemplates(std::span<const StatementValue> arguments) {
     std::string text;
-    for (const ArgumentTemplate& argument : arguments) {
+    for (const StatementValue& argument : arguments) {
         if (!text.empty()) text += ", ";
-        if (argument.allowedValues.empty()) {
+        if (argument.allowed.empty()) {
             text += TypeName(argument);
             continue;
         }
-        text += argument.allowedValues.front();
-        if (argument.allowedValues.size() == 2) text += " or ";
-        if (argument.allowedValues.size() > 2) text += " to ";
-        if (argument.allowedValues.size() > 1) text += argument.allowedValues.back();
+        text += argument.allowed.front();
+        if (argument.allowed.size() == 2) text += " or ";
+        if (argument.allowed.size() > 2) text += " to ";
+        if (argument.allowed.size() > 1) text += argument.allowed.back();
     }
     return text;
 }
@@ -111,10 +111,10 @@ void MarkArgument(CallTip& tip, std::size_t begin, std::size_t end, std::size_t 
 
 /// "motor 1 to 4, F or B, speed: turns a motor" after the words of the statement.
 CallTip TipOfStatement(const Command& command, std::string_view before) {
-    const StatementTemplate* fixed = FindStatementTemplate(command.id);
+    const Statement* fixed = FindValueStatement(command.id);
     std::string description = ToUtf8(command.description);
     if (description.find(": ") == std::string::npos && fixed != nullptr)
-        description = DescribeTemplates(fixed->Arguments()) + ": " + description;
+        description = DescribeTemplates(fixed->Values()) + ": " + description;
     const std::size_t colon = description.find(": ");
     if (colon == std::string::npos) return {};
     CallTip tip;
@@ -138,17 +138,16 @@ CallTip TipOfCall(std::string text, std::size_t argument) {
     return tip;
 }
 
-CallTip TipOfFunction(const Command& command, const FunctionTemplate& function,
-                      std::size_t argument) {
+CallTip TipOfFunction(const Command& command, const Statement& function, std::size_t argument) {
     std::string description = ToUtf8(command.description);
     if (!StartsWithIgnoreCase(description, ToUtf8(command.command) + "(")) {
-        description = ToUtf8(command.command) + "(" + DescribeTemplates(function.Arguments()) +
+        description = ToUtf8(command.command) + "(" + DescribeTemplates(function.Values()) +
                       "): " + description;
     }
     return TipOfCall(std::move(description), argument);
 }
 
-const Command* FindFunction(const CommandCatalogue& commands, std::string_view name) {
+const Command* EntryOfWord(const CommandCatalogue& commands, std::string_view name) {
     const Command* command = commands.FindCommand(name);
     return command != nullptr && command->command.size() == name.size() ? command : nullptr;
 }
@@ -164,9 +163,8 @@ CallTip TipOfRoutine(const CommandCatalogue& commands, const ProgramName& routin
 
 CallTip TipOf(const CommandCatalogue& commands, const std::vector<ProgramName>& names,
               const OpenCall& call) {
-    const Command* command = FindFunction(commands, call.name);
-    const FunctionTemplate* function =
-        command == nullptr ? nullptr : SystemFunctionTemplate(command->id);
+    const Command* command = EntryOfWord(commands, call.name);
+    const Statement* function = command == nullptr ? nullptr : FindFunction(command->id);
     if (function != nullptr) return TipOfFunction(*command, *function, call.argument);
     const ProgramName* own = FindName(names, call.name);
     if (own == nullptr || !own->isRoutine) return {};

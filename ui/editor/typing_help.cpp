@@ -179,9 +179,9 @@ void TypingHelp::SetIndentation(int line, long columns) {
 void TypingHelp::IndentNewLine(int line) {
     if (line == 0) return;
     const std::string above = LineText(editor_, line - 1);
-    const BlockWord* word = FindBlockWord(configuration_.commands, above);
+    const Statement* word = FindBlockWord(configuration_.commands, above);
     long columns = Send(editor_, Sci::SCI_GETLINEINDENTATION, line - 1);
-    if (word != nullptr && word->role != BlockRole::Ends) columns += kStep;
+    if (word != nullptr && word->edge.role != BlockRole::Ends) columns += kStep;
     SetIndentation(line, columns);
     IndentBlockWord(line);
     indentedLine_ = line;
@@ -191,24 +191,26 @@ void TypingHelp::IndentNewLine(int line) {
 /// Puts a line that ends a block, or goes on with it, below the line that opened the block.
 void TypingHelp::IndentBlockWord(int line) {
     const std::string text = LineText(editor_, line);
-    const BlockWord* word = FindBlockWord(configuration_.commands, text);
-    if (word == nullptr || word->role == BlockRole::Opens ||
+    const Statement* word = FindBlockWord(configuration_.commands, text);
+    if (word == nullptr || word->edge.role == BlockRole::Opens ||
         !IsBlockWordAlone(configuration_.commands, *word, text)) {
         return;
     }
-    const int opener = FindOpener(line, word->isOutermost);
+    const int opener = FindOpener(line, !IsInner(word->edge.block));
     if (opener < 0) return;
-    SetIndentation(line, Send(editor_, Sci::SCI_GETLINEINDENTATION, opener) + word->steps * kStep);
+    SetIndentation(
+        line, Send(editor_, Sci::SCI_GETLINEINDENTATION, opener) + StepsOf(word->edge) * kStep);
 }
 
 int TypingHelp::FindOpener(int line, bool isOutermost) const {
     int closed = 0;
     for (int i = line - 1; i >= 0; --i) {
-        const BlockWord* word = FindBlockWord(configuration_.commands, LineText(editor_, i));
-        if (word == nullptr || word->role == BlockRole::Continues) continue;
-        if (word->isOutermost) return isOutermost && word->role == BlockRole::Opens ? i : -1;
+        const Statement* word = FindBlockWord(configuration_.commands, LineText(editor_, i));
+        if (word == nullptr || word->edge.role == BlockRole::Continues) continue;
+        if (!IsInner(word->edge.block))
+            return isOutermost && word->edge.role == BlockRole::Opens ? i : -1;
         if (isOutermost) continue;
-        if (word->role == BlockRole::Ends) {
+        if (word->edge.role == BlockRole::Ends) {
             ++closed;
         } else if (closed-- == 0) {
             return i;
