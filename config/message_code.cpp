@@ -17,6 +17,7 @@ constexpr std::array kGroups{
     MessageGroup{MessageCode::NoInitialValue, MessageCode::EndOfWarnings},
     MessageGroup{MessageCode::LoadStarts, MessageCode::EndOfProgress},
     MessageGroup{MessageCode::NeededByteVariable, MessageCode::EndOfHints},
+    MessageGroup{MessageCode::FormOfStatement, MessageCode::EndOfLineHints},
     MessageGroup{MessageCode::AlreadyOpen, MessageCode::EndOfFailures},
 };
 

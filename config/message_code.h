@@ -169,6 +169,25 @@ enum class MessageCode : std::uint16_t {
     WordNeeded = 2039,
     EndOfHints,
 
+    // The hints about how a line goes on, and of which kind its values are.
+    FormOfStatement = 2060,
+    NothingMore = 2061,
+    OnlyInIf = 2062,
+    LinesBelow = 2063,
+    BothComparisons = 2064,
+    EitherComparison = 2065,
+    ComparisonsOfLoop = 2066,
+    ConditionOfCall = 2067,
+    OneSumALine = 2068,
+    RoutineWithoutResult = 2069,
+    RoutineWithResult = 2070,
+    FunctionWithoutList = 2071,
+    ByteOfWord = 2072,
+    TextTooLong = 2073,
+    LettersOfName = 2074,
+    ResultMissing = 2075,
+    EndOfLineHints,
+
     FirstOtherLanguageRow = 2100,  ///< words of other languages: see other_languages.h
     LastOtherLanguageRow = 2299,
 

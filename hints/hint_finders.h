@@ -30,6 +30,10 @@ std::optional<Hint> FindNumberHint(const HintQuestion& question);
 std::optional<Hint> FindNearSpelling(const HintQuestion& question);
 /// Too many or too few values, parentheses that do not belong there, a missing word.
 std::optional<Hint> FindValuesHint(const HintQuestion& question);
+/// Where a line goes on in another way than its statement, comparison or sum does.
+std::optional<Hint> FindShapeHint(const HintQuestion& question);
+/// Values of another kind than the one needed, and names that cannot be.
+std::optional<Hint> FindKindHint(const HintQuestion& question);
 /// The block that is open where another one ends.
 std::optional<Hint> FindOpenBlock(const HintQuestion& question);
 

@@ -35,6 +35,31 @@ Fix FixOf(const SourceLine& line, std::size_t begin, std::size_t length, std::st
     return fix;
 }
 
+std::string_view StatementOf(const SourceLine& line) {
+    return TrimBlanks(line.text.substr(0, FindComment(line.text)));
+}
+
+std::size_t PlaceInLine(const SourceLine& line, std::string_view piece) {
+    return static_cast<std::size_t>(piece.data() - line.text.data());
+}
+
+Hint RewritePiece(const HintQuestion& question, std::string_view piece,
+                  const std::string& instead) {
+    Hint hint = MakeHint(question, MessageCode::WriteInstead, {ToUtf8(piece), ToUtf8(instead)});
+    hint.fix = FixOf(question.line, PlaceInLine(question.line, piece), piece.size(), instead);
+    return hint;
+}
+
+Hint RewriteStatement(const HintQuestion& question, const std::string& instead) {
+    return RewritePiece(question, StatementOf(question.line), instead);
+}
+
+std::string_view FormOf(const Command& entry) {
+    const std::size_t colon = entry.description.find(": ");
+    return colon == std::string::npos ? std::string_view()
+                                      : std::string_view(entry.description).substr(0, colon);
+}
+
 std::string WithoutQuotes(const SourceLine& line) {
     std::string text(line.text.substr(0, FindComment(line.text)));
     bool inQuotes = false;

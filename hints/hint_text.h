@@ -16,6 +16,19 @@ Hint MakeHint(const HintQuestion& question, MessageCode text,
 /// Replaces a piece of the line, whose place is counted from 0 in the line's text.
 Fix FixOf(const SourceLine& line, std::size_t begin, std::size_t length, std::string_view text);
 
+/// The line's text without the blanks around it and its comment, as it stands in the file.
+std::string_view StatementOf(const SourceLine& line);
+
+/// Where a piece of the line's text stands in it, from 0.
+std::size_t PlaceInLine(const SourceLine& line, std::string_view piece);
+
+/// "Write ... instead of ...", with a fix that does it; the piece is one of the line's text.
+Hint RewritePiece(const HintQuestion& question, std::string_view piece, const std::string& instead);
+Hint RewriteStatement(const HintQuestion& question, const std::string& instead);
+
+/// What the language's description says of the values: what stands before its colon.
+std::string_view FormOf(const Command& entry);
+
 /// The line up to its comment, with blanks in place of what stands in quotes: every character keeps
 /// its place.
 std::string WithoutQuotes(const SourceLine& line);

@@ -12,8 +12,9 @@ namespace {
 using Finder = std::optional<Hint> (*)(const HintQuestion&);
 
 /// The more certain ones first.
-constexpr std::array<Finder, 6> kFinders{FindOpenBlock,  FindForeignSign,  FindForeignWord,
-                                         FindNumberHint, FindNearSpelling, FindValuesHint};
+constexpr std::array<Finder, 8> kFinders{FindOpenBlock,  FindForeignSign,  FindForeignWord,
+                                         FindNumberHint, FindNearSpelling, FindValuesHint,
+                                         FindKindHint,   FindShapeHint};
 
 /// Nobody has typed a longer line by hand.
 constexpr std::size_t kLongestLine = 200;

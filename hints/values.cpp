@@ -13,34 +13,11 @@ namespace {
 
 constexpr auto kNone = std::string_view::npos;
 
-/// The line's text without the blanks around it and its comment, as it stands in the file.
-std::string_view StatementOf(const SourceLine& line) {
-    return TrimBlanks(line.text.substr(0, FindComment(line.text)));
-}
-
 /// The same as another line's hint shows it.
 std::string ShownStatement(const SourceLine& line) {
     constexpr std::size_t kShownWhole = 100;
     const std::string_view statement = StatementOf(line);
     return statement.size() <= kShownWhole ? std::string(statement) : Shorten(statement);
-}
-
-std::size_t PlaceIn(const SourceLine& line, std::string_view piece) {
-    return static_cast<std::size_t>(piece.data() - line.text.data());
-}
-
-Hint Rewrite(const HintQuestion& question, MessageCode text, const std::string& instead) {
-    const std::string_view old = StatementOf(question.line);
-    Hint hint = MakeHint(question, text, {ToUtf8(old), ToUtf8(instead)});
-    hint.fix = FixOf(question.line, PlaceIn(question.line, old), old.size(), instead);
-    return hint;
-}
-
-/// What the language's description says of the values: what stands before its colon.
-std::string_view FormOf(const Command& entry) {
-    const std::size_t colon = entry.description.find(": ");
-    return colon == kNone ? std::string_view()
-                          : std::string_view(entry.description).substr(0, colon);
 }
 
 std::optional<Hint> HintOfStatementValues(const HintQuestion& question) {
@@ -115,7 +92,7 @@ std::optional<Hint> FindParentheses(const HintQuestion& question) {
     if (!isOnlyPair) return std::nullopt;
     std::string instead(TrimBlanks(statement.substr(0, open)));
     instead.append(" ").append(TrimBlanks(statement.substr(open + 1, statement.size() - open - 2)));
-    return Rewrite(question, MessageCode::WriteInstead, instead);
+    return RewriteStatement(question, instead);
 }
 
 /// A routine of the program that gives no result; nothing when the name is not that of one.
@@ -138,7 +115,7 @@ std::optional<Hint> FindMissingCall(const HintQuestion& question) {
     const bool isNamed = question.code == MessageCode::UnknownStatement && end == kNone;
     if ((isCalled || isNamed) && PlainRoutine(question, first) != nullptr) {
         if (isNamed) instead += "()";
-        Hint hint = Rewrite(question, MessageCode::CallIsMissing, instead);
+        Hint hint = RewriteStatement(question, instead);
         const Hint text =
             MakeHint(question, MessageCode::CallIsMissing, {ToUtf8(first), ToUtf8(instead)});
         hint.text = text.text;
@@ -150,7 +127,7 @@ std::optional<Hint> FindMissingCall(const HintQuestion& question) {
     if (!isWithoutList) return std::nullopt;
     const std::string_view name = TrimBlanks(statement.substr(end));
     if (PlainRoutine(question, name) == nullptr) return std::nullopt;
-    return Rewrite(question, MessageCode::WriteInstead, std::string(statement) + "()");
+    return RewriteStatement(question, std::string(statement) + "()");
 }
 
 /// IF Speed = 1 without THEN: four words and nothing more.
@@ -163,7 +140,7 @@ std::optional<Hint> FindMissingThen(const HintQuestion& question) {
     const std::string_view then = question.compilation.GetCommandText(Token::Then);
     Hint hint = MakeHint(question, MessageCode::MissingAtEnd, {ToUtf8(then)});
     const std::string_view statement = StatementOf(question.line);
-    hint.fix = FixOf(question.line, PlaceIn(question.line, statement) + statement.size(), 0,
+    hint.fix = FixOf(question.line, PlaceInLine(question.line, statement) + statement.size(), 0,
                      " " + std::string(then));
     return hint;
 }

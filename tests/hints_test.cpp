@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "hints/line_hints.h"
+#include "hints/hint_finders.h"
 #include "tests/support/compile_fixture.h"
 
 namespace zentro {
@@ -29,7 +29,9 @@ const std::string kAbove =
     "DEFINE ROUTINE Drive(Left BYTE, Right BYTE)\nEND ROUTINE\n"
     "DEFINE ROUTINE Halt()\nEND ROUTINE\n"
     "DEFINE ROUTINE Mean(First BYTE, Second BYTE) RETURNS BYTE\nRETURN First\nEND ROUTINE\n"
-    "DEFINE EVENT Bumped()\nEND EVENT\n";
+    "DEFINE EVENT Bumped()\nEND EVENT\n"
+    "DEFINE ROUTINE IsHit() RETURNS FLAG\nRETURN Lost\nEND ROUTINE\n"
+    "DEFINE POINTER Reader\nDEFINE POINTER Place\n";
 
 /// The number of the line in the program below.
 const int kPlace = static_cast<int>(Split(kAbove, '\n').size()) + 2;
@@ -286,6 +288,70 @@ TEST(Hints, NameTheFormOfAStatement) {
     });
 }
 
+TEST(Hints, SayHowALineGoesOn) {
+    CheckAll({
+        {"IF Speed = 1 AND Level = 2 THEN",
+         "AND cannot join two comparisons: write the second IF inside the first.", "", ""},
+        {"IF Speed = 1 OR Level = 2 THEN",
+         "OR cannot join two comparisons: write the second IF below the first, with the same lines "
+         "in it.",
+         "", ""},
+        {"WHILE Speed < 5 and Level < 5",
+         "and cannot join two comparisons: compare one FLAG here, and set it with IF lines.", "",
+         ""},
+        {"IF Speed = 1 THEN STOP MOTORS",
+         "After THEN comes nothing more: write the rest on the lines below.", "", ""},
+        {"WHILE Speed < 5 THEN", "THEN stands only at the end of an IF line: take it out.",
+         "WHILE Speed < 5", "E9"},
+        {"WHILE IsHit() = ON",
+         "After the call comes = TRUE, = FALSE or nothing: put any other result in a variable "
+         "first.",
+         "", ""},
+        {"IF IsHit() = TRUE THEN", "Write IF IsHit() THEN instead of IF IsHit() = TRUE THEN.",
+         "IF IsHit() THEN", "E8"},
+        {"Speed = ANALOG(1) + 5",
+         "After Speed = ANALOG(1) comes nothing more: write the rest on the lines below.", "", ""},
+        {"Speed = Level + 1 + 2", "A line has one sum: do the rest of it on the next line.", "",
+         ""},
+        {"BYTE Steps = 5", "Write DEFINE BYTE instead of BYTE.", "DEFINE BYTE Steps = 5", ""},
+        {"DEFINE BYTE Steps 5", "After DEFINE BYTE comes name = value.", "", ""},
+        {"WHILE", "After WHILE comes one comparison.", "", ""},
+        {"IF Speed = THEN", "After IF comes one comparison, then THEN.", "", ""},
+        {"LOOP 5", "After LOOP comes nothing more.", "", ""},
+        {"END", "", "", ""},
+        {"Speed = Level Level", "", "", ""},
+    });
+}
+
+TEST(Hints, SayWhichKindIsMeant) {
+    CheckAll({
+        {"Distance = Speed", "Write TOWORD(Speed) instead of Speed.", "Distance = TOWORD(Speed)",
+         ""},
+        {"Speed = Distance",
+         "Distance can hold more than a BYTE: write TOBYTE(Distance) if it never goes over 255.",
+         "", ""},
+        {"Distance = Distance + Speed", "", "", ""},
+        {"Lost = ON", "Write TRUE instead of ON.", "Lost = TRUE", ""},
+        {"Lost = 2", "", "", ""},
+        {"Lost = \"ABC\"", "", "", ""},
+        {"DISPLAY \"Hello\"", "\"Hello\" is too long: a BYTE holds one character, a WORD two.", "",
+         ""},
+        {"Speed = ANALOG", "ANALOG is a function: write ANALOG(1 to 6).", "", ""},
+        {"Speed = Halt()", "Halt gives no result: call it with CALL Halt().", "", ""},
+        {"CALL Mean(1, 2)", "Mean gives a result: write a variable and = in place of CALL.", "",
+         ""},
+        {"Gr\xC3\xB6\xC3\x9F"
+         "e = 5",
+         "Gr\xC3\xB6\xC3\x9F"
+         "e has letters that a name cannot have: use only A to Z, digits and _.",
+         "", ""},
+        {"DEFINE BYTE Left Light = 0", "Write LeftLight instead of Left Light.",
+         "DEFINE BYTE LeftLight = 0", ""},
+        {"DEFINE BYTE Left+Light = 0", "After DEFINE BYTE comes name = value.", "", ""},
+        {"Place = Reader", "Write Reader + 0 instead of Reader.", "Place = Reader + 0", ""},
+    });
+}
+
 TEST(Hints, OfAFixCountTheCharactersOfTheFile) {
     // A tab, letters of two and four bytes in the file, and small letters.
     const std::string line = "\tset moter 1, \"\xC3\xA9\xF0\x9F\x98\x80\", waitt";
@@ -372,20 +438,28 @@ TEST(Hints, AreNotGivenToValidPrograms) {
     }
 }
 
+/// Of the finders that look for something that the line holds; those that say how a line of its
+/// kind goes on are right about every line that a message is about.
+void ExpectNoHint(const HintQuestion& question) {
+    for (const auto find : {FindForeignSign, FindForeignWord, FindNumberHint, FindNearSpelling,
+                            FindValuesHint, FindKindHint})
+        EXPECT_FALSE(find(question)) << question.line.text;
+}
+
 /// What is right is never taken for a sign or a word of other languages, whatever is said of its
 /// line.
 TEST(Hints, TakeNothingThatIsRightForForeign) {
     for (const std::string& path : ValidPrograms()) {
         Program program(test::ReadFile(path));
         program.Compile();
-        LineHints hints(program.compilation);
+        const auto rows = OtherLanguageRows(program.compilation.configuration.messages);
         for (const SourceLine& line : program.compilation.sourceLines) {
             if (line.parsedLine.empty() || line.purpose == Purpose::Unclassified) continue;
             for (const MessageCode code :
                  {MessageCode::UnknownStatement, MessageCode::UnknownOperator,
                   MessageCode::EqualSignExpected, MessageCode::UnexpectedText,
                   MessageCode::BlankInCalledName, MessageCode::KeywordAsValue})
-                EXPECT_EQ(hints.HintFor(code, line, "").text, "") << path << "\n" << line.text;
+                ExpectNoHint({program.compilation, rows, code, line, ""});
         }
     }
 }
