@@ -141,7 +141,7 @@ void CompileCommands::Run(CompileCommand command) {
         succeeded = service_.Check(file, *output_);
     }
     FinishRun(succeeded);
-    GoBackToSource();
+    GoBackToSource(ClosedFiles::Leave);
     emit Finished(file.id, succeeded);
 }
 
@@ -152,7 +152,7 @@ std::shared_ptr<const CompiledProgram> CompileCommands::CompileTexts(OpenFile fi
     const bool succeeded = program != nullptr && program->succeeded;
     if (succeeded && objectCode_ != nullptr) listed_ = program;
     FinishRun(succeeded);
-    SourceWindow* window = GoBackToSource();
+    SourceWindow* window = GoBackToSource(ClosedFiles::Open);
     if (window != nullptr && !succeeded) window->ShowMessageBeside();
     return program;
 }
@@ -187,17 +187,17 @@ void CompileCommands::OpenWindows(bool withListing, const OpenFile& file) {
     });
 }
 
-/// Whoever compiled goes on in the source: at the first error, if it is in an open file.
-SourceWindow* CompileCommands::GoBackToSource() {
+/// Whoever compiled goes on in the source, at the first error. Whoever wanted a program to run sees
+/// why it does not; whoever compiled it finds that in the log.
+SourceWindow* CompileCommands::GoBackToSource(ClosedFiles closed) {
     if (output_ == nullptr) return nullptr;
     const std::vector<PostedMessage> messages = output_->Messages();
     const auto error = std::ranges::find(messages, Severity::Error, &PostedMessage::severity);
     if (error != messages.end()) {
-        if (SourceWindow* window = OpenWindowOf(error->place)) {
-            surroundings_.bringToFront(window);
-            window->PutCaretAt(error->place.sourceLineNo);
-            return window;
-        }
+        const bool isOpen = OpenWindowOf(error->place) != nullptr;
+        SourceWindow* window =
+            isOpen || closed == ClosedFiles::Open ? ShowLine(error->place) : nullptr;
+        if (window != nullptr) return window;
     }
     SourceWindow* window = files_.Front();
     if (window != nullptr) surroundings_.bringToFront(window);

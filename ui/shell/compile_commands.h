@@ -76,7 +76,9 @@ class CompileCommands : public QObject {
     void Run(CompileCommand command);
     void OpenWindows(bool withListing, const OpenFile& file);
     void FinishRun(bool succeeded);
-    SourceWindow* GoBackToSource();
+    /// What becomes of a file with the first error that is not open.
+    enum class ClosedFiles : std::uint8_t { Leave, Open };
+    SourceWindow* GoBackToSource(ClosedFiles closed);
     SourceWindow* OpenWindowOf(const LineXref& line) const;
 
     Workbench& workbench_;

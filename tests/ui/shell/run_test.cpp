@@ -89,6 +89,17 @@ TEST_F(RunTest, AnIncludedFileRunsTheProgramThatItBelongsTo) {
     EXPECT_EQ(window->Board().Program().name, "main.txt");
 }
 
+TEST_F(RunTest, AMistakeInAFileThatIsNotOpenOpensIt) {
+    WriteFile("part.txt", "DEFINE BYTE Speed\nDEFINE BYTTE Way\n");
+    Write("main.txt", "INCLUDE \"part.txt\"\nBEGIN PROGRAM\nWAITT 1\nEND PROGRAM\n");
+    ChooseMain(0);
+    Press(CommandId::Run);
+    ASSERT_EQ(FrontSource()->FileName(), "part.txt");
+    EXPECT_EQ(FrontSource()->Editor()->CaretLine(), 2);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Below(2).contains("BYTTE"); }))
+        << Below(2).toStdString();
+}
+
 TEST_F(RunTest, SaysWhatItLacks) {
     Press(CommandId::Run);
     EXPECT_TRUE(Status().contains("no program to run")) << Status().toStdString();
