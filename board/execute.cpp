@@ -40,11 +40,9 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
     std::int32_t left = budget;
     std::uint32_t stackTop = processor.stackTop;
     std::uint32_t returnDepth = processor.returnDepth;
+    std::uint32_t stackFloor = 0;  // down to here a pair may push
     Fault fault = Fault::None;
 
-    const auto a = [&at]() -> unsigned { return at->a; };
-    const auto b = [&at]() -> unsigned { return at->b; };
-    const auto c = [&at]() -> unsigned { return at->c; };
     const auto byte = [&memory](std::uint32_t address) -> unsigned { return memory.Byte(address); };
     const auto word = [&memory](std::uint32_t address) -> unsigned { return memory.Word(address); };
     const auto storeByte = [&](std::uint32_t address, unsigned value) {
@@ -86,10 +84,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
     const auto goBack = [&] { moveTo(processor.returnStack[--returnDepth]); };
 
     // Of two instructions that are carried out at once: what could go wrong is looked at before.
-    const auto mayPush = [&](std::uint32_t size) {
-        const std::uint32_t limit = std::max(processor.programSize, memory.Decoded().End());
-        return stackTop >= limit + size;
-    };
+    const auto mayPush = [&](std::uint32_t size) { return stackTop >= stackFloor + size; };
     const auto mayStore = [&] { return at->b >= memory.Decoded().End(); };
     const auto mayPop = [&](std::uint32_t size) {
         return stackTop + size <= kMemorySize && mayStore();
@@ -115,16 +110,20 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
     const auto clearWord = [&](const DecodedInstruction& instruction) {
         memory.StoreWordBehindCode(instruction.a, 0);
     };
-    const auto takeApart = [&] { memory.Decoded().TakeApart(at); };
     const auto pair = [&](bool mayBe, const auto& first, const auto& second) {
         if (!mayBe) [[unlikely]] {
-            takeApart();
+            memory.Decoded().TakeApart(at);
             return;
         }
         first(at[0]);
         second(at[1]);
         at += 2;
     };
+
+    const auto findStackFloor = [&] {
+        stackFloor = std::max(processor.programSize, memory.Decoded().End());
+    };
+    findStackFloor();
 
     const auto stopLooping = [&] {
         processor.address = at == instructions ? elsewhere : at->start;
@@ -162,97 +161,107 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                 case Number(Opcode::Reserved98):
                 case Number(Opcode::Reserved99): ++at; continue;
 
-                case Number(Opcode::MoveByte): storeByte(b(), byte(a())); continue;
-                case Number(Opcode::MoveWord): storeWord(b(), word(a())); continue;
-                case Number(Opcode::ConvertByte): storeWord(b(), byte(a())); continue;
+                case Number(Opcode::MoveByte): storeByte(at->b, byte(at->a)); continue;
+                case Number(Opcode::MoveWord): storeWord(at->b, word(at->a)); continue;
+                case Number(Opcode::ConvertByte): storeWord(at->b, byte(at->a)); continue;
                 case Number(Opcode::ConvertWord): {
-                    const unsigned value = word(a());
-                    memory.StoreByte(b(), value);
-                    storeByte(c(), value >> 8);
+                    const unsigned value = word(at->a);
+                    memory.StoreByte(at->b, value);
+                    storeByte(at->c, value >> 8);
                     continue;
                 }
                 case Number(Opcode::ClearByte):
-                case Number(Opcode::SetFlagFalse): storeByte(a(), kFalse); continue;
-                case Number(Opcode::SetFlagTrue): storeByte(a(), kTrue); continue;
-                case Number(Opcode::ClearWord): storeWord(a(), 0); continue;
+                case Number(Opcode::SetFlagFalse): storeByte(at->a, kFalse); continue;
+                case Number(Opcode::SetFlagTrue): storeByte(at->a, kTrue); continue;
+                case Number(Opcode::ClearWord): storeWord(at->a, 0); continue;
 
-                case Number(Opcode::AddByte): storeByte(c(), byte(a()) + byte(b())); continue;
-                case Number(Opcode::SubtractByte): storeByte(c(), byte(a()) - byte(b())); continue;
-                case Number(Opcode::MultiplyByte): storeWord(c(), byte(a()) * byte(b())); continue;
-                case Number(Opcode::LogicalAnd): storeByte(c(), byte(a()) & byte(b())); continue;
-                case Number(Opcode::LogicalOr): storeByte(c(), byte(a()) | byte(b())); continue;
-                case Number(Opcode::IncrementByte): storeByte(a(), byte(a()) + 1); continue;
-                case Number(Opcode::DecrementByte): storeByte(a(), byte(a()) - 1); continue;
-                case Number(Opcode::ComplimentByte): storeByte(a(), ~byte(a())); continue;
-                case Number(Opcode::AddWord): storeWord(c(), word(a()) + word(b())); continue;
-                case Number(Opcode::SubtractWord): storeWord(c(), word(a()) - word(b())); continue;
-                case Number(Opcode::IncrementWord): storeWord(a(), word(a()) + 1); continue;
-                case Number(Opcode::DecrementWord): storeWord(a(), word(a()) - 1); continue;
+                case Number(Opcode::AddByte): storeByte(at->c, byte(at->a) + byte(at->b)); continue;
+                case Number(Opcode::SubtractByte):
+                    storeByte(at->c, byte(at->a) - byte(at->b));
+                    continue;
+                case Number(Opcode::MultiplyByte):
+                    storeWord(at->c, byte(at->a) * byte(at->b));
+                    continue;
+                case Number(Opcode::LogicalAnd):
+                    storeByte(at->c, byte(at->a) & byte(at->b));
+                    continue;
+                case Number(Opcode::LogicalOr):
+                    storeByte(at->c, byte(at->a) | byte(at->b));
+                    continue;
+                case Number(Opcode::IncrementByte): storeByte(at->a, byte(at->a) + 1); continue;
+                case Number(Opcode::DecrementByte): storeByte(at->a, byte(at->a) - 1); continue;
+                case Number(Opcode::ComplimentByte): storeByte(at->a, ~byte(at->a)); continue;
+                case Number(Opcode::AddWord): storeWord(at->c, word(at->a) + word(at->b)); continue;
+                case Number(Opcode::SubtractWord):
+                    storeWord(at->c, word(at->a) - word(at->b));
+                    continue;
+                case Number(Opcode::IncrementWord): storeWord(at->a, word(at->a) + 1); continue;
+                case Number(Opcode::DecrementWord): storeWord(at->a, word(at->a) - 1); continue;
                 case Number(Opcode::DivideByte): {
-                    const unsigned dividend = byte(a());
-                    const unsigned divisor = byte(b());
+                    const unsigned dividend = byte(at->a);
+                    const unsigned divisor = byte(at->b);
                     if (divisor == 0) {
                         fault = Fault::DivisionByZero;
                         break;
                     }
-                    memory.StoreByte(a(), dividend / divisor);
-                    storeByte(b(), dividend % divisor);
+                    memory.StoreByte(at->a, dividend / divisor);
+                    storeByte(at->b, dividend % divisor);
                     continue;
                 }
                 case Number(Opcode::DivideWord): {
-                    const unsigned dividend = word(a());
-                    const unsigned divisor = word(b());
+                    const unsigned dividend = word(at->a);
+                    const unsigned divisor = word(at->b);
                     if (divisor == 0) {
                         fault = Fault::DivisionByZero;
                         break;
                     }
-                    memory.StoreWord(a(), dividend / divisor);
-                    storeWord(b(), dividend % divisor);
+                    memory.StoreWord(at->a, dividend / divisor);
+                    storeWord(at->b, dividend % divisor);
                     continue;
                 }
 
-                case Number(Opcode::SetDataPointer): storeWord(a(), b()); continue;
+                case Number(Opcode::SetDataPointer): storeWord(at->a, at->b); continue;
                 case Number(Opcode::ReadDataByte): {
-                    const unsigned address = word(a());
+                    const unsigned address = word(at->a);
                     if (address >= kMemorySize) {
                         fault = Fault::AddressOutsideMemory;
                         break;
                     }
-                    storeByte(b(), byte(address));
+                    storeByte(at->b, byte(address));
                     continue;
                 }
                 case Number(Opcode::ReadDataWord): {
-                    const unsigned address = word(a());
+                    const unsigned address = word(at->a);
                     if (address + 1 >= kMemorySize) {
                         fault = Fault::AddressOutsideMemory;
                         break;
                     }
-                    storeWord(b(), word(address));
+                    storeWord(at->b, word(address));
                     continue;
                 }
                 case Number(Opcode::WriteDataByte): {
-                    const unsigned address = word(a());
+                    const unsigned address = word(at->a);
                     if (address >= kMemorySize) {
                         fault = Fault::AddressOutsideMemory;
                         break;
                     }
-                    storeByte(address, byte(b()));
+                    storeByte(address, byte(at->b));
                     continue;
                 }
                 case Number(Opcode::WriteDataWord): {
-                    const unsigned address = word(a());
+                    const unsigned address = word(at->a);
                     if (address + 1 >= kMemorySize) {
                         fault = Fault::AddressOutsideMemory;
                         break;
                     }
-                    storeWord(address, word(b()));
+                    storeWord(address, word(at->b));
                     continue;
                 }
 
                 // What is pushed is read first and what is popped is stored last: its place may be
                 // the stack's own.
                 case Number(Opcode::PushByte): {
-                    const unsigned value = byte(a());
+                    const unsigned value = byte(at->a);
                     if (!grow(1)) {
                         fault = Fault::DataStackOverflow;
                         break;
@@ -261,7 +270,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                     continue;
                 }
                 case Number(Opcode::PushWord): {
-                    const unsigned value = word(a());
+                    const unsigned value = word(at->a);
                     if (!grow(2)) {
                         fault = Fault::DataStackOverflow;
                         break;
@@ -274,20 +283,20 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                         fault = Fault::DataStackUnderflow;
                         break;
                     }
-                    storeByte(a(), byte(stackTop - 1));
+                    storeByte(at->a, byte(stackTop - 1));
                     continue;
                 case Number(Opcode::PopWord):
                     if (!shrink(2)) {
                         fault = Fault::DataStackUnderflow;
                         break;
                     }
-                    storeWord(a(), word(stackTop - 2));
+                    storeWord(at->a, word(stackTop - 2));
                     continue;
 
                 case Number(Opcode::Jump): jump(); break;
                 case Number(Opcode::LoopUntilZero):
-                    memory.StoreByte(a(), byte(a()) - 1);
-                    jumpIf(byte(a()) != 0);
+                    memory.StoreByte(at->a, byte(at->a) - 1);
+                    jumpIf(byte(at->a) != 0);
                     break;
                 case Number(Opcode::Call):
                     if (!mayCall()) {
@@ -303,23 +312,27 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                     }
                     goBack();
                     break;
-                case Number(Opcode::IfFlagTrue): jumpIf(byte(a()) != kFalse); break;
-                case Number(Opcode::IfFlagFalse): jumpIf(byte(a()) == kFalse); break;
-                case Number(Opcode::IfByteEqual): jumpIf(byte(a()) == byte(b())); break;
-                case Number(Opcode::IfByteNotEqual): jumpIf(byte(a()) != byte(b())); break;
-                case Number(Opcode::IfByteLessThan): jumpIf(byte(a()) < byte(b())); break;
-                case Number(Opcode::IfByteGreaterThan): jumpIf(byte(a()) > byte(b())); break;
-                case Number(Opcode::IfByteLessThanOrEqual): jumpIf(byte(a()) <= byte(b())); break;
-                case Number(Opcode::IfByteGreaterThanOrEqual):
-                    jumpIf(byte(a()) >= byte(b()));
+                case Number(Opcode::IfFlagTrue): jumpIf(byte(at->a) != kFalse); break;
+                case Number(Opcode::IfFlagFalse): jumpIf(byte(at->a) == kFalse); break;
+                case Number(Opcode::IfByteEqual): jumpIf(byte(at->a) == byte(at->b)); break;
+                case Number(Opcode::IfByteNotEqual): jumpIf(byte(at->a) != byte(at->b)); break;
+                case Number(Opcode::IfByteLessThan): jumpIf(byte(at->a) < byte(at->b)); break;
+                case Number(Opcode::IfByteGreaterThan): jumpIf(byte(at->a) > byte(at->b)); break;
+                case Number(Opcode::IfByteLessThanOrEqual):
+                    jumpIf(byte(at->a) <= byte(at->b));
                     break;
-                case Number(Opcode::IfWordEqual): jumpIf(word(a()) == word(b())); break;
-                case Number(Opcode::IfWordNotEqual): jumpIf(word(a()) != word(b())); break;
-                case Number(Opcode::IfWordLessThan): jumpIf(word(a()) < word(b())); break;
-                case Number(Opcode::IfWordGreaterThan): jumpIf(word(a()) > word(b())); break;
-                case Number(Opcode::IfWordLessThanOrEqual): jumpIf(word(a()) <= word(b())); break;
+                case Number(Opcode::IfByteGreaterThanOrEqual):
+                    jumpIf(byte(at->a) >= byte(at->b));
+                    break;
+                case Number(Opcode::IfWordEqual): jumpIf(word(at->a) == word(at->b)); break;
+                case Number(Opcode::IfWordNotEqual): jumpIf(word(at->a) != word(at->b)); break;
+                case Number(Opcode::IfWordLessThan): jumpIf(word(at->a) < word(at->b)); break;
+                case Number(Opcode::IfWordGreaterThan): jumpIf(word(at->a) > word(at->b)); break;
+                case Number(Opcode::IfWordLessThanOrEqual):
+                    jumpIf(word(at->a) <= word(at->b));
+                    break;
                 case Number(Opcode::IfWordGreaterThanOrEqual):
-                    jumpIf(word(a()) >= word(b()));
+                    jumpIf(word(at->a) >= word(at->b));
                     break;
 
                 case Number(LoopAction::PushBytes): pair(mayPush(2), pushByte, pushByte); continue;
@@ -338,6 +351,18 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                     pair(mayPop(3), popWord, popByte);
                     continue;
                 case Number(LoopAction::PopWords): pair(mayPop(4), popWord, popWord); continue;
+                case Number(LoopAction::PopByteAndClearByte):
+                    pair(mayPop(1), popByte, clearByte);
+                    continue;
+                case Number(LoopAction::PopByteAndClearWord):
+                    pair(mayPop(1), popByte, clearWord);
+                    continue;
+                case Number(LoopAction::PopWordAndClearByte):
+                    pair(mayPop(2), popWord, clearByte);
+                    continue;
+                case Number(LoopAction::PopWordAndClearWord):
+                    pair(mayPop(2), popWord, clearWord);
+                    continue;
                 case Number(LoopAction::ClearBytes):
                     pair(mayStore(), clearByte, clearByte);
                     continue;
@@ -352,7 +377,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                     continue;
                 case Number(LoopAction::PushByteAndCall):
                     if (!mayPush(1) || !mayCall()) [[unlikely]] {
-                        takeApart();
+                        memory.Decoded().TakeApart(at);
                         continue;
                     }
                     pushByte(*at++);
@@ -360,7 +385,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                     break;
                 case Number(LoopAction::PushWordAndCall):
                     if (!mayPush(2) || !mayCall()) [[unlikely]] {
-                        takeApart();
+                        memory.Decoded().TakeApart(at);
                         continue;
                     }
                     pushWord(*at++);
@@ -368,7 +393,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                     break;
                 case Number(LoopAction::PushByteAndReturn):
                     if (!mayPush(1) || !mayReturn()) [[unlikely]] {
-                        takeApart();
+                        memory.Decoded().TakeApart(at);
                         continue;
                     }
                     pushByte(*at++);
@@ -376,7 +401,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                     break;
                 case Number(LoopAction::PushWordAndReturn):
                     if (!mayPush(2) || !mayReturn()) [[unlikely]] {
-                        takeApart();
+                        memory.Decoded().TakeApart(at);
                         continue;
                     }
                     pushWord(*at++);
@@ -396,6 +421,7 @@ std::int32_t Run(Board& board, const Code& code, const DecodedInstruction* first
                     if (next == nullptr) return stopLooping();
                     at = next;
                     instructions = memory.Decoded().Instructions();
+                    findStackFloor();
                     break;
                 }
                 case Number(LoopAction::Leave): left += at->steps; return stopLooping();
