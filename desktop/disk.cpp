@@ -46,6 +46,7 @@ struct Disk::Shared {
     static void Work(const std::shared_ptr<Shared>& shared, const QString& folder);
     std::shared_ptr<Job> Next(std::unique_lock<std::mutex>& lock, Lane& lane);
     void Finish(Lane& lane, Job& job);
+    void NoteAnswer(Lane& lane);
     bool AnyHangs() const {
         return std::ranges::any_of(lanes, [](const auto& lane) { return lane.second.hangs; });
     }
@@ -83,14 +84,19 @@ std::shared_ptr<Disk::Job> Disk::Shared::Next(std::unique_lock<std::mutex>& lock
         const std::shared_ptr<Job> job = std::move(lane.waiting.front());
         lane.waiting.pop_front();
         if (job->isWanted) return job;
+        NoteAnswer(lane);
     }
 }
 
 void Disk::Shared::Finish(Lane& lane, Job& job) {
     job.isDone = true;
+    NoteAnswer(lane);
+    changed.notify_all();
+}
+
+void Disk::Shared::NoteAnswer(Lane& lane) {
     if (std::exchange(lane.hangs, false) && disk != nullptr)
         QMetaObject::invokeMethod(disk, &Disk::Answered, Qt::QueuedConnection);
-    changed.notify_all();
 }
 
 Disk::Disk(Backend backend, QObject* parent)
@@ -120,9 +126,8 @@ bool Disk::Do(const QString& path, Patience patience, std::function<void()> work
     lane.waiting.push_back(job);
     if (!hasThread) std::thread(&Shared::Work, shared, folder).detach();
     shared->changed.notify_all();
-    const milliseconds moment = hangs                ? milliseconds{0}
-                                : shared->AnyHangs() ? kShortMoment
-                                                     : kMoment;
+    const bool isShort = patience == Patience::Short && shared->AnyHangs();
+    const milliseconds moment = hangs ? milliseconds{0} : isShort ? kShortMoment : kMoment;
     if (shared->changed.wait_for(lock, moment, [&] { return job->isDone; })) return true;
     lane.hangs = true;  // it has a job, so it is still there
     if (patience == Patience::WhileWanted) {

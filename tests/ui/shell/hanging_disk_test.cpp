@@ -8,6 +8,9 @@
 #include <QLabel>
 #include <QProgressDialog>
 #include <QTabBar>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "tests/ui/shell/main_window_fixture.h"
 #include "ui/dialogs/options_state.h"
@@ -100,6 +103,23 @@ TEST_F(HangingDiskTest, CompilingWaitsForIncludedFilesOnce) {
     FrontSource()->SetText("INCLUDE \"part.txt\"\n" + kProgram);
     Press(CommandId::Run);
     EXPECT_NE(Child("frmVirtualBoard"), nullptr);
+}
+
+/// To open a pipe that nobody reads waits for a reader.
+TEST_F(HangingDiskTest, AnObjectFileThatIsAPipeStopsNothing) {
+    Write("main.txt", kProgram);
+    const std::string pipe = PathOf("main.obj");
+    ASSERT_EQ(mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
+    dialogs.keepsWaiting = false;
+    Press(CommandId::CompileSource);
+    EXPECT_EQ(dialogs.waited, QStringList{FilePath("main.obj")});
+    EXPECT_TRUE(LastShown().endsWith(kNoAnswer)) << LastShown().toStdString();
+    const int reader = open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    EXPECT_GE(reader, 0);
+    // Whoever waited for it is done, and what is asked next is answered.
+    dialogs.keepsWaiting = true;
+    EXPECT_TRUE(workbench->disk->Ask(FilePath("a"), Patience::WhileWanted, [] { return true; }));
+    close(reader);
 }
 
 TEST_F(HangingDiskTest, TheOptionsOpenWithAFolderThatDoesNotAnswer) {
