@@ -123,8 +123,8 @@ const HeldProgram& BoardState::Program() const {
 void BoardState::Send(const QString& objectFile, std::shared_ptr<const CompiledProgram> compiled,
                       bool runs, std::optional<std::string> text) {
     if (session_ == nullptr || IsSending()) return;
-    BeginSending(compiled == nullptr ? QFileInfo(objectFile).fileName() : compiled->name, compiled,
-                 runs);
+    const QString name = compiled == nullptr ? QFileInfo(objectFile).fileName() : compiled->name;
+    BeginSending(name, std::move(compiled), runs);
     session_->DownloadSource(objectFile.toStdString(), std::move(text));
     emit Changed();
 }

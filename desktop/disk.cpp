@@ -81,7 +81,7 @@ std::shared_ptr<Disk::Job> Disk::Shared::Next(std::unique_lock<std::mutex>& lock
     while (true) {
         changed.wait_for(lock, kIdleTime, [&] { return !lane.waiting.empty() || disk == nullptr; });
         if (lane.waiting.empty() || disk == nullptr) return nullptr;
-        const std::shared_ptr<Job> job = std::move(lane.waiting.front());
+        std::shared_ptr<Job> job = std::move(lane.waiting.front());
         lane.waiting.pop_front();
         if (job->isWanted) return job;
         NoteAnswer(lane);
@@ -96,7 +96,7 @@ void Disk::Shared::Finish(Lane& lane, Job& job) {
 
 void Disk::Shared::NoteAnswer(Lane& lane) {
     if (std::exchange(lane.hangs, false) && disk != nullptr)
-        QMetaObject::invokeMethod(disk, &Disk::Answered, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(disk, "Answered", Qt::QueuedConnection);
 }
 
 Disk::Disk(Backend backend, QObject* parent)

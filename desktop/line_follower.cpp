@@ -150,10 +150,10 @@ QString LineFollower::ValueOf(const OpenFile& file, int line, const QString& nam
     const Symbol* variable =
         FindVariable(*program_->compilation, name.toStdString(), lines_->ScopeOf(file.key, then));
     if (variable == nullptr) return {};
-    const QString value = DescribeVariable(*program_->compilation, *variable,
-                                           [this](std::uint32_t address, std::size_t count) {
-                                               return board_.ReadNow(address, count);
-                                           });
+    QString value = DescribeVariable(*program_->compilation, *variable,
+                                     [this](std::uint32_t address, std::size_t count) {
+                                         return board_.ReadNow(address, count);
+                                     });
     if (programs_.IsUpToDate(*program_)) return value;
     return tr("%1 (in the program on the board, which is older than this text)").arg(value);
 }

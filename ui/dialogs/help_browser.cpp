@@ -5,6 +5,7 @@
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -39,7 +40,7 @@ class PageView : public QTextBrowser {
     explicit PageView(Disk& disk) : disk_(disk) {}
 
     QVariant loadResource(int type, const QUrl& name) override {
-        if (type != QTextDocument::HtmlResource) return QTextBrowser::loadResource(type, name);
+        if (type != QTextDocument::HtmlResource) return Part(type, source().resolved(name));
         switch (KindOf(name)) {
             case AddressKind::LocalPage:
                 return disk_
@@ -52,6 +53,21 @@ class PageView : public QTextBrowser {
     }
 
   private:
+    /// A picture or a style sheet of the page. The text would look itself for a picture that is not
+    /// there.
+    QVariant Part(int type, const QUrl& address) {
+        if (!address.isLocalFile()) return QTextBrowser::loadResource(type, address);
+        const std::string path = SystemPath(address.toLocalFile());
+        const auto part = disk_.Ask(address.toLocalFile(), Patience::Short,
+                                    [path] { return ReadWholeFile(path, kLargestPage); });
+        if (part && part->status == FileContent::Status::Read)
+            return QByteArray::fromStdString(part->bytes);
+        if (type != QTextDocument::ImageResource) return {};
+        QImage none(1, 1, QImage::Format_ARGB32);
+        none.fill(Qt::transparent);
+        return none;
+    }
+
     Disk& disk_;
 };
 

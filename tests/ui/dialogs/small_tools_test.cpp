@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -12,6 +13,7 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QToolButton>
+#include <sys/stat.h>
 
 #include "tests/ui/ui_fixture.h"
 #include "ui/dialogs/about_dialog.h"
@@ -114,6 +116,22 @@ class HelpTest : public UiTest {
     QComboBox& address_ = *browser_.findChild<QComboBox*>("cboAddress");
     QLineEdit& field_ = *browser_.findChild<QLineEdit*>("txtSearch");
 };
+
+TEST_F(HelpTest, APictureThatIsAPipeStopsNothing) {
+    QImage dot(7, 5, QImage::Format_RGB32);
+    dot.fill(Qt::red);
+    ASSERT_TRUE(dot.save(FilePath("dot.png")));
+    ASSERT_EQ(mkfifo(PathOf("pipe.png").c_str(), S_IRUSR | S_IWUSR), 0);
+    WriteFile("pictures.htm",
+              "<title>Pictures</title><p>seen<img src='dot.png'>"
+              "<img src='pipe.png'><img src='gone.png'></p>");
+    browser_.SetStartingAddress(FilePath("pictures.htm"));
+    ASSERT_TRUE(WaitFor("Pictures"));
+    browser_.grab();
+    EXPECT_TRUE(page_.toPlainText().startsWith("seen"));
+    const QVariant seen = page_.document()->resource(QTextDocument::ImageResource, {"dot.png"});
+    EXPECT_EQ(seen.value<QImage>().size(), dot.size()) << seen.typeName();
+}
 
 TEST_F(HelpTest, PagesLinksHistoryAndTopics) {
     browser_.SetStartingAddress(FilePath("one.htm"));
