@@ -6,9 +6,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <iterator>
+#include <png.h>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -142,6 +144,32 @@ TEST_F(WorldProgramTest, DrawsTheWay) {
     EXPECT_THAT(picture, EndsWith("</svg>\n"));
 }
 
+TEST_F(WorldProgramTest, DrawsTheWayInPixels) {
+    // SET MOTOR 1 and 2, FORWARD, [17] = 50; WAIT [15] = 200; STOP MOTORS; END.
+    const std::string program =
+        Write("ahead.obj", "21,1,70,0,17\n21,2,70,0,17\n70,0,15\n20\n5\n0,200\n50\n");
+    const std::string world = Write("short.world", R"({"start": {"at": [20, 75]},
+        "floor": {"width": 100, "height": 150, "brightness": 210},
+        "lines": [{"points": [[20, 30], [60, 30]], "width": 10, "darkness": 200}]})");
+    ASSERT_EQ(Drive(program, world, "--picture way.png"), 0) << output_;
+    png_image png{};
+    png.version = PNG_IMAGE_VERSION;
+    ASSERT_TRUE(png_image_begin_read_from_file(&png, (folder_ / "way.png").c_str()));
+    png.format = PNG_FORMAT_GRAY;
+    std::vector<unsigned char> pixels(PNG_IMAGE_SIZE(png));
+    ASSERT_TRUE(png_image_finish_read(&png, nullptr, pixels.data(), 0, nullptr));
+    EXPECT_EQ(png.width, 400U);
+    EXPECT_EQ(png.height, 600U);
+    // In centimetres from the lower left corner.
+    const auto grey = [&](unsigned x, unsigned y) { return pixels[(599 - 4 * y) * 400 + 4 * x]; };
+    EXPECT_EQ(grey(50, 120), 210) << "the floor";
+    EXPECT_EQ(grey(40, 33), 10) << "the line";
+    EXPECT_EQ(grey(40, 37), 210) << "beside it";
+    EXPECT_NE(grey(45, 75), 210) << "its way of 50 cm";
+    EXPECT_NE(grey(70, 80), 210) << "the robot at its end";
+    EXPECT_EQ(grey(70, 90), 210);
+}
+
 TEST_F(WorldProgramTest, RefusesWrongWorldsAndOptions) {
     const std::string program = Write("end.obj", "5");
     const std::string wrong = Write("wrong.world", R"({"start": {"at": [1, 1]}})");
@@ -149,8 +177,8 @@ TEST_F(WorldProgramTest, RefusesWrongWorldsAndOptions) {
     EXPECT_THAT(output_, HasSubstr("wrong.world: start: the robot has no room there"));
     EXPECT_EQ(Drive(program, folder_ / "none.world"), 2);
     EXPECT_THAT(output_, HasSubstr("none.world: cannot be read"));
-    EXPECT_EQ(Drive(program, "oval.world", "--picture way.png"), 2);
-    EXPECT_THAT(output_, HasSubstr("pictures are SVG files"));
+    EXPECT_EQ(Drive(program, "oval.world", "--picture way.jpg"), 2);
+    EXPECT_THAT(output_, HasSubstr("pictures are SVG or PNG files"));
     EXPECT_EQ(Drive(program, "oval.world", "--picture /none/way.svg"), 2);
     EXPECT_THAT(output_, HasSubstr("/none/way.svg: cannot be written"));
     EXPECT_EQ(Run(ZENTRO_BOARD_PROGRAM " run " + program + " --picture way.svg"), 2);

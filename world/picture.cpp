@@ -1,133 +1,94 @@
 #include "world/picture.h"
 
-#include <array>
-#include <cstdio>
-
 #include "world/arithmetic.h"
+#include "world/canvas.h"
 
 namespace zentro::world {
 
 namespace {
 
-/// With a tenth of a millimetre, which is more than anybody sees.
-std::string Number(double value) {
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.2f", value);
-    return text.data();
-}
+constexpr Colour kWall{0x7A, 0x3B, 0x12};
+constexpr Colour kBox{0xB9, 0x8A, 0x5A};
+constexpr Colour kGoal{0x2E, 0x7D, 0x32};
+constexpr Colour kLamp{0xFF, 0xD5, 0x4A};
+constexpr Colour kLampEdge{0xA0, 0x78, 0x00};
+constexpr Colour kWay{0x15, 0x65, 0xC0};
 
-std::string Attribute(const char* name, double value) {
-    return std::string(" ") + name + "=\"" + Number(value) + "\"";
-}
-
-std::string Grey(double brightness) {
-    const std::string level = std::to_string(ToByte(brightness));
-    return "rgb(" + level + "," + level + "," + level + ")";
+Colour Grey(double brightness) {
+    const std::uint8_t level = ToByte(brightness);
+    return {level, level, level};
 }
 
 class Drawing {
   public:
-    explicit Drawing(const WorldMap& map) : map_(map), floor_(map.world.floor) {}
+    Drawing(Canvas& canvas, const WorldMap& map) : canvas_(canvas), map_(map) {}
 
-    std::string Draw(const std::vector<Pose>& way) {
-        Begin();
-        for (const Area& area : map_.world.areas)
-            AddArea(area);
+    void Draw(const std::vector<Pose>& way) {
+        const World& world = map_.world;
+        const Floor& floor = world.floor;
+        canvas_.Rectangle({0, 0}, {floor.width, floor.height}, {Grey(floor.brightness), kWall});
+        for (const Area& area : world.areas)
+            DrawArea(area);
         for (const Stroke& stroke : map_.strokes)
-            AddStroke(stroke);
-        for (const Box& box : map_.world.boxes)
-            AddBox(box);
-        for (const Segment& wall : map_.world.walls)
-            AddPath({wall.from, wall.to}, "#7a3b12", 2, "round");
-        for (const Lamp& lamp : map_.world.lamps)
-            AddCircle(lamp.place, 4, "fill=\"#ffd54a\" stroke=\"#a07800\"");
-        AddWay(way);
-        return svg_ + "</svg>\n";
+            DrawStroke(stroke);
+        for (const Box& box : world.boxes)
+            canvas_.Rectangle(box.corner, box.size, {kBox, kWall});
+        for (const Segment& wall : world.walls)
+            canvas_.Path({wall.from, wall.to}, 2, kWall);
+        for (const Lamp& lamp : world.lamps)
+            canvas_.Circle(lamp.place, 4, {kLamp, kLampEdge});
+        DrawWay(way);
     }
 
   private:
-    double Down(double y) const { return floor_.height - y; }
+    Colour Covered(double darkness) const { return Grey(map_.world.floor.brightness - darkness); }
 
-    void Begin() {
-        const std::string width = Number(floor_.width);
-        const std::string height = Number(floor_.height);
-        svg_ = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + Number(4 * floor_.width) +
-               "\" height=\"" + Number(4 * floor_.height) + "\" viewBox=\"0 0 " + width + " " +
-               height + "\">\n";
-        AddRectangle({0, 0}, {floor_.width, floor_.height}, Grey(floor_.brightness), "#7a3b12");
-    }
-
-    void AddRectangle(const Point& corner, const Point& size, const std::string& fill,
-                      const std::string& edge) {
-        svg_ += "<rect" + Attribute("x", corner.x) + Attribute("y", Down(corner.y + size.y)) +
-                Attribute("width", size.x) + Attribute("height", size.y) + " fill=\"" + fill +
-                "\" stroke=\"" + edge + "\"/>\n";
-    }
-
-    void AddCircle(const Point& centre, double radius, const std::string& look) {
-        svg_ += "<circle" + Attribute("cx", centre.x) + Attribute("cy", Down(centre.y)) +
-                Attribute("r", radius) + " " + look + "/>\n";
-    }
-
-    void AddPath(const std::vector<Point>& points, const std::string& colour, double width,
-                 const std::string& ends) {
-        svg_ += "<polyline fill=\"none\" stroke=\"" + colour + "\"" +
-                Attribute("stroke-width", width) + " stroke-linecap=\"" + ends +
-                "\" stroke-linejoin=\"round\" points=\"";
-        for (const Point& point : points) {
-            svg_ += Number(point.x) + "," + Number(Down(point.y)) + " ";
-        }
-        svg_ += "\"/>\n";
-    }
-
-    void AddArea(const Area& area) {
-        const std::string fill = Grey(floor_.brightness - area.darkness);
-        const std::string edge = area.name.empty() ? fill : "#2e7d32";
+    void DrawArea(const Area& area) {
+        const Colour fill = Covered(area.darkness);
+        const Paint paint{fill, area.name.empty() ? fill : kGoal};
         if (area.radius > 0)
-            AddCircle(area.corner, area.radius, "fill=\"" + fill + "\" stroke=\"" + edge + "\"");
+            canvas_.Circle(area.corner, area.radius, paint);
         else
-            AddRectangle(area.corner, area.size, fill, edge);
+            canvas_.Rectangle(area.corner, area.size, paint);
     }
 
-    void AddStroke(const Stroke& stroke) {
+    void DrawStroke(const Stroke& stroke) {
         std::vector<Point> points;
         if (const Segment* segment = std::get_if<Segment>(&stroke.course)) {
             points = {segment->from, segment->to};
         } else {
             constexpr int kPieces = 64;
             const Arc& arc = std::get<Sweep>(stroke.course).arc;
-            for (int piece = 0; piece <= kPieces; ++piece) {
+            for (int piece = 0; piece <= kPieces; ++piece)
                 points.push_back(PointOf(arc, arc.begin + arc.turn * piece / kPieces));
-            }
         }
-        AddPath(points, Grey(floor_.brightness - stroke.darkness), 2 * stroke.halfWidth, "round");
+        canvas_.Path(points, 2 * stroke.halfWidth, Covered(stroke.darkness));
     }
 
-    void AddBox(const Box& box) { AddRectangle(box.corner, box.size, "#b98a5a", "#7a3b12"); }
-
-    void AddWay(const std::vector<Pose>& way) {
+    void DrawWay(const std::vector<Pose>& way) {
+        if (way.empty()) return;
         std::vector<Point> points;
+        points.reserve(way.size());
         for (const Pose& pose : way)
             points.push_back(pose.place);
-        AddPath(points, "#1565c0", 1, "round");
-        if (way.empty()) return;
+        canvas_.Path(points, 1, kWay);
         const Pose& end = way.back();
         const double radius = map_.world.robot.radius;
-        AddCircle(way.front().place, 2, "fill=\"#1565c0\"");
-        AddCircle(end.place, radius, "fill=\"#1565c0\" fill-opacity=\"0.3\" stroke=\"#1565c0\"");
-        const Point nose = Plus(end.place, Times(Direction(end.heading), radius));
-        AddPath({end.place, nose}, "#1565c0", 1, "round");
+        Colour body = kWay;
+        body.cover = 0.3;
+        canvas_.Circle(way.front().place, 2, {kWay, kWay, 0});
+        canvas_.Circle(end.place, radius, {body, kWay});
+        canvas_.Path({end.place, Plus(end.place, Times(Direction(end.heading), radius))}, 1, kWay);
     }
 
+    Canvas& canvas_;
     const WorldMap& map_;
-    const Floor& floor_;
-    std::string svg_;
 };
 
 }  // namespace
 
-std::string PictureOf(const WorldMap& map, const std::vector<Pose>& way) {
-    return Drawing(map).Draw(way);
+void DrawPicture(Canvas& canvas, const WorldMap& map, const std::vector<Pose>& way) {
+    Drawing(canvas, map).Draw(way);
 }
 
 }  // namespace zentro::world

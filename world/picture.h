@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -7,7 +8,19 @@
 
 namespace zentro::world {
 
-/// The world from above as an SVG file, with the way that a robot went and the robot at its end.
+// The world from above, with the way that a robot went and the robot at its end.
+
+/// As an SVG file.
 std::string PictureOf(const WorldMap& map, const std::vector<Pose>& way);
+
+/// Row by row from the upper left corner.
+struct PixelImage {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> pixels;  ///< red, green and blue of each
+};
+
+/// As pixels, four to a centimetre.
+PixelImage PixelsOf(const WorldMap& map, const std::vector<Pose>& way);
 
 }  // namespace zentro::world

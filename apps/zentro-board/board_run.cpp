@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "apps/zentro-board/files.h"
+#include "apps/zentro-board/png_file.h"
 #include "board/text.h"
 #include "board/trace.h"
 
@@ -79,6 +80,13 @@ bool EndsInTick(const BoardRun& run) {
     return true;
 }
 
+/// What is drawn, as its file's name says.
+std::string PictureFile(const BoardRun& run) {
+    const world::WorldMap& map = *run.scene.map;
+    return run.show.pictureFile.ends_with(".png") ? PngOf(PixelsOf(map, run.report->Way()))
+                                                  : PictureOf(map, run.report->Way());
+}
+
 ExitStatus StatusOf(const BoardRun& run) {
     const Processor& processor = run.scene.board.processor;
     if (processor.end == EndReason::Fault) {
@@ -94,8 +102,8 @@ ExitStatus StatusOf(const BoardRun& run) {
 
 bool ReadShowFiles(BoardRun& run) {
     const std::string& picture = run.show.pictureFile;
-    if (!picture.empty() && !picture.ends_with(".svg"))
-        return Complain(picture, "pictures are SVG files: give it a name with .svg");
+    if (!picture.empty() && !picture.ends_with(".svg") && !picture.ends_with(".png"))
+        return Complain(picture, "pictures are SVG or PNG files: give it a name with .svg or .png");
     return UseFile(run.show.symbolFile, [&run](const std::string& text) {
         SymbolFile file = ParseSymbolFile(text);
         run.variables = std::move(file.variables);
@@ -136,7 +144,7 @@ ExitStatus PrintResults(const BoardRun& run) {
     if (run.report) run.report->PrintVerdict();
     std::cout.flush();
     if (run.report && !run.show.pictureFile.empty() &&
-        !MakeFile(run.show.pictureFile, run.report->Picture()))
+        !MakeFile(run.show.pictureFile, PictureFile(run)))
         return ExitStatus::BadUsage;
     return StatusOf(run);
 }

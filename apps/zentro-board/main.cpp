@@ -19,7 +19,8 @@ using Arguments = std::vector<CommandLineArgument>;
 Arguments ShowArguments(ShowOptions& show) {
     return {{"--symbols", &show.symbolFile,
              "The compiler's list of variables: print their values at the end", "FILE"},
-            {"--picture", &show.pictureFile, "Draw the world and the robot's way", "FILE.svg"},
+            {"--picture", &show.pictureFile, "Draw the world and the robot's way, as SVG or PNG",
+             "FILE"},
             {"--trace", &show.trace, "Print each instruction and its effect"},
             {"--events", &show.events, "Print the outputs as they change, with their tick"},
             {"--real-time", &show.realTime,

@@ -7,7 +7,6 @@
 
 #include "world/arithmetic.h"
 #include "world/goals.h"
-#include "world/picture.h"
 
 namespace zentro {
 
@@ -100,10 +99,6 @@ void WorldReport::PrintVerdict() const {
 
 bool WorldReport::HasMetItsGoals() const {
     return AllMet(scene_.state);
-}
-
-std::string WorldReport::Picture() const {
-    return PictureOf(*scene_.map, way_);
 }
 
 }  // namespace zentro

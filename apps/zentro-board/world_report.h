@@ -26,7 +26,8 @@ class WorldReport {
     void End();
     void PrintVerdict() const;
     bool HasMetItsGoals() const;
-    std::string Picture() const;
+    /// Where the robot was, now and then.
+    const std::vector<world::Pose>& Way() const { return way_; }
 
   private:
     void ShowPlace();
