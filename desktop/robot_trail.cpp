@@ -36,16 +36,24 @@ void RobotTrail::Follow(const world::WorldState& state) {
         isCarried = way > kStep + kFastest * ticks;
     }
     if (places_.size() >= kMostPlaces) places_.pop_front();
-    places_.push_back({state.robot.place, state.tick, isCarried});
+    places_.push_back({state.robot.place, state.tick, isCarried, pen_});
     ++changes_;
 }
 
-std::vector<std::vector<world::Point>> RobotTrail::Pieces() const {
-    std::vector<std::vector<world::Point>> pieces;
+std::vector<TrailPiece> RobotTrail::Pieces() const {
+    std::vector<TrailPiece> pieces;
+    const Place* before = nullptr;
     for (const Place& place : places_) {
-        if (place.afterGap || pieces.empty()) pieces.emplace_back();
-        pieces.back().push_back(place.point);
+        const bool begins = before == nullptr || place.afterGap;
+        if (begins || place.pen != before->pen) {
+            pieces.push_back({place.pen, {}});
+            // With another pen it goes on where the one before was put away.
+            if (!begins) pieces.back().points.push_back(before->point);
+        }
+        pieces.back().points.push_back(place.point);
+        before = &place;
     }
+    std::erase_if(pieces, [](const TrailPiece& piece) { return piece.pen == Pen::None; });
     return pieces;
 }
 

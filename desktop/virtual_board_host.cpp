@@ -239,6 +239,15 @@ void VirtualBoardHost::ChangeWorld(std::shared_ptr<const world::WorldMap> map) {
     TellChange();
 }
 
+void VirtualBoardHost::TakePen(Pen pen) {
+    trail_.TakePen(pen);
+}
+
+void VirtualBoardHost::WipeTrail() {
+    trail_.Clear();
+    LookAround();
+}
+
 void VirtualBoardHost::SetInputs(const Inputs& inputs) {
     history_.ChangeInputs(inputs);
     LookAround();

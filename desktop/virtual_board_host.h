@@ -113,6 +113,9 @@ class VirtualBoardHost : public QObject {
 
     /// Where the robot has been.
     const RobotTrail& Trail() const { return trail_; }
+    /// With which it draws its way from here on.
+    void TakePen(Pen pen);
+    void WipeTrail();
 
     /// A hand changes inputs. It holds those from then on that the world feeds.
     void SetInputs(const Inputs& inputs);

@@ -29,6 +29,7 @@ class WorldCommands : public QObject {
                   Surroundings surroundings, QObject* parent);
 
     WorldDocument& Document() { return document_; }
+    VirtualBoardHost& Host() { return host_; }
 
     /// Asks about unsaved changes first.
     void Open(QWidget* asking, const QString& path);

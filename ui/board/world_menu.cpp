@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kPictureWidth = 80;
 constexpr int kPictureHeight = 54;
+constexpr int kPenSize = 16;
 
 /// Pictures of worlds are larger than icons.
 class LargeIcons : public QProxyStyle {
@@ -70,7 +71,30 @@ void WorldMenu::AddShipped(const QString& path) {
             [this, path] { commands_.Open(parentWidget(), path); });
 }
 
+/// With which the robot draws its way.
+void WorldMenu::AddPens() {
+    QMenu* pens = addMenu(tr("P&en"));
+    pens->setObjectName("PenMenu");
+    const auto add = [this, pens](Pen pen, const QString& text) {
+        QPixmap picture(kPenSize, kPenSize);
+        picture.fill(ColourOf(pen));
+        QAction* action = pens->addAction(picture, text);
+        action->setCheckable(true);
+        action->setChecked(commands_.Host().Trail().TakenPen() == pen);
+        connect(action, &QAction::triggered, this, [this, pen] { commands_.Host().TakePen(pen); });
+    };
+    add(Pen::None, tr("&No Pen"));
+    add(Pen::Orange, tr("&Orange"));
+    add(Pen::Blue, tr("&Blue"));
+    add(Pen::Green, tr("&Green"));
+    add(Pen::Red, tr("&Red"));
+    pens->addSeparator();
+    pens->addAction(tr("&Wipe Off the Way"), this, [this] { commands_.Host().WipeTrail(); });
+}
+
 void WorldMenu::Fill() {
+    // Its submenu goes with it.
+    delete findChild<QMenu*>("PenMenu");
     clear();
     for (const QString& path : commands_.Document().ShippedWorlds())
         AddShipped(path);
@@ -80,6 +104,7 @@ void WorldMenu::Fill() {
         commands_.Save(parentWidget());
     })->setEnabled(commands_.Document().IsChanged());
     addAction(tr("Save World &As..."), this, [this] { commands_.SaveAs(parentWidget()); });
+    AddPens();
     addAction(tr("&Print at True Scale..."), this,
               [this] { commands_.PrintAtTrueScale(parentWidget()); });
     if (const QString name = commands_.Rememberer(); !name.isEmpty())

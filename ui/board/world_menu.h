@@ -19,6 +19,7 @@ class WorldMenu : public QMenu {
   private:
     void Fill();
     void AddShipped(const QString& path);
+    void AddPens();
 
     WorldCommands& commands_;
     std::map<QString, QIcon> pictures_;  ///< by the path, as they were drawn

@@ -19,7 +19,6 @@ using world::SensorKind;
 constexpr double kUsualBrightness = 225;
 constexpr double kGoalEdge = 1.2;
 const QColor kInk(0x16, 0x18, 0x1A);
-const QColor kTrail(0xE0, 0x6C, 0x1F);
 const QColor kWall(0x9A, 0x4B, 0x1C);
 const QColor kBox(0xC4, 0x96, 0x62);
 const QColor kGoal(0x2E, 0x9E, 0x4B);
@@ -251,11 +250,22 @@ void PaintWorld(QPainter& painter, const world::WorldMap& map, const QPalette& p
     painter.restore();
 }
 
-void PaintTrail(QPainter& painter, const std::vector<std::vector<Point>>& pieces) {
-    painter.setPen(QPen(kTrail, 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    for (const std::vector<Point>& piece : pieces) {
+QColor ColourOf(Pen pen) {
+    switch (pen) {
+        case Pen::None: return Qt::transparent;
+        case Pen::Orange: break;
+        case Pen::Blue: return {0x2F, 0x7D, 0xE1};
+        case Pen::Green: return {0x2E, 0x9E, 0x4B};
+        case Pen::Red: return {0xD9, 0x3A, 0x3A};
+    }
+    return {0xE0, 0x6C, 0x1F};
+}
+
+void PaintTrail(QPainter& painter, const std::vector<TrailPiece>& pieces) {
+    for (const TrailPiece& piece : pieces) {
+        painter.setPen(QPen(ColourOf(piece.pen), 1.2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         QPolygonF way;
-        for (const Point& point : piece)
+        for (const Point& point : piece.points)
             way.append(ToQt(point));
         painter.drawPolyline(way);
     }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QColor>
 #include <QPalette>
 #include <array>
 #include <vector>
 
+#include "desktop/robot_trail.h"
 #include "world/world_map.h"
 
 class QPainter;
@@ -21,8 +23,10 @@ struct FloorLook {
 void PaintWorld(QPainter& painter, const world::WorldMap& map, const QPalette& palette,
                 const FloorLook& look = {});
 
-/// The way that a robot has come, in pieces.
-void PaintTrail(QPainter& painter, const std::vector<std::vector<world::Point>>& pieces);
+/// The way that a robot has come.
+void PaintTrail(QPainter& painter, const std::vector<TrailPiece>& pieces);
+
+QColor ColourOf(Pen pen);
 
 /// The robot with its sensors and its two lamps.
 void PaintRobot(QPainter& painter, const world::WorldMap& map, const world::Pose& robot,

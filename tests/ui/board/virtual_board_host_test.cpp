@@ -258,12 +258,39 @@ TEST_F(HostTest, AWallPressesTheBumperAndStepsGoBackAcrossTheCollision) {
     EXPECT_GT(host.State().inputs.analog[2], 250) << "the distance sensor sees the wall at once";
     host.Advance(200);
     EXPECT_GT(host.State().outputs.display.value, 0);
-    const double trail = host.Trail().Pieces().back().back().x;
+    const double trail = host.Trail().Pieces().back().points.back().x;
     while (host.World().state.tick > way.size() / 2)
         ASSERT_TRUE(host.StepBack());
     EXPECT_EQ(bumpers(), std::pair(false, false));
     EXPECT_EQ(host.World().state.robot, way[host.World().state.tick - 1]);
-    EXPECT_LT(host.Trail().Pieces().back().back().x, trail) << "its way goes back with it";
+    EXPECT_LT(host.Trail().Pieces().back().points.back().x, trail) << "its way goes back with it";
+}
+
+TEST_F(HostTest, TheRobotDrawsItsWayWithThePenThatItHas) {
+    Load(
+        Compiled("BEGIN PROGRAM\nSET MOTOR 1, FORWARD, 100\nSET MOTOR 2, FORWARD, 100\n"
+                 "LOOP\nWAIT 1\nEND LOOP\nEND PROGRAM\n"));
+    host.Run();
+    const auto drive = [this] {
+        for (int tick = 0; tick < 30; ++tick)
+            host.Advance(10);
+    };
+    drive();
+    host.TakePen(Pen::None);
+    drive();
+    host.TakePen(Pen::Blue);
+    drive();
+    const std::vector<TrailPiece> pieces = host.Trail().Pieces();
+    ASSERT_EQ(pieces.size(), 2U);
+    EXPECT_EQ(pieces[0].pen, Pen::Orange);
+    EXPECT_EQ(pieces[1].pen, Pen::Blue);
+    EXPECT_GT(pieces[1].points.front().x, pieces[0].points.back().x + 10) << "without a pen";
+    // A hand that carries it draws nothing.
+    host.PlaceRobot({{100, 100}, 0});
+    drive();
+    EXPECT_EQ(host.Trail().Pieces().size(), 3U);
+    host.WipeTrail();
+    EXPECT_LE(host.Trail().Pieces().size(), 1U);
 }
 
 TEST_F(HostTest, AHandHoldsAnInputUntilItLetsGo) {
