@@ -29,7 +29,7 @@ QString LogText(std::string_view utf8) {
 void CompileLog::Write(std::string_view text, LogColour colour, const PostedMessage* message) {
     const std::string heading = message == nullptr ? std::string() : headings_.Before(*message);
     if (!heading.empty()) Append(heading + '\n', LogColour::Green);
-    if (message != nullptr && message->place.sourceLineNo > 0) {
+    if (message != nullptr && LineThatMatters(*message).sourceLineNo > 0) {
         messages_.push_back(*message);
         messageLines_.push_back(line_);
     }

@@ -43,7 +43,7 @@ constexpr std::array kAboutBeginnings{
     MessageCode::UnknownName,         MessageCode::BlankInCalledName,
     MessageCode::ConditionIncomplete, MessageCode::UnexpectedText,
     MessageCode::CallInsideStatement, MessageCode::ParenthesisNotClosed,
-    MessageCode::WrongArgumentCount,
+    MessageCode::WrongArgumentCount,  MessageCode::KeywordAsValue,
 };
 
 bool IsWordRow(const OtherLanguageRow& row) {
@@ -126,6 +126,16 @@ std::optional<Hint> FindSingleQuotes(const HintQuestion& question, std::string_v
 
 std::optional<Hint> HintOfSign(const HintQuestion& question, const OtherLanguageRow& row,
                                std::string_view text, std::size_t at) {
+    const std::string_view behind = TrimBlanks(text.substr(at + row.word.size()));
+    const bool isPercent = row.word == "%" && (behind.empty() || behind.starts_with(','));
+    if (isPercent) {
+        const std::string_view before = TrimBlanks(text.substr(0, at));
+        const std::size_t begin = before.find_last_of(" ,=") + 1;
+        Hint hint =
+            MakeHint(question, MessageCode::TakeOut, {ToUtf8(before.substr(begin)), row.word});
+        hint.fix = FixOf(question.line, at, row.word.size(), "");
+        return hint;
+    }
     if (row.word == "'") return FindSingleQuotes(question, text, at);
     if (row.word == "++" || row.word == "--") return FindStep(question, text, row.word, at);
     if (const auto operation = FindOperationOnItself(question, text, at)) return operation;
@@ -165,6 +175,7 @@ Hint HintOfWords(const HintQuestion& question, const OtherLanguageRow& row, std:
 std::optional<Hint> FindForeignBeginning(const HintQuestion& question,
                                          std::span<const PlacedWord> words) {
     constexpr std::size_t kMostWords = 3;
+    const CommandCatalogue& commands = question.compilation.configuration.commands;
     for (std::size_t count = std::min(kMostWords, words.size()); count > 0; --count) {
         std::string together;
         for (const PlacedWord& word : words.first(count))
@@ -172,7 +183,37 @@ std::optional<Hint> FindForeignBeginning(const HintQuestion& question,
         const OtherLanguageRow* row = RowOfWord(question, together);
         if (row == nullptr || (count == 1 && IsKnownWord(question, together))) continue;
         const std::size_t begin = words.front().begin;
+        const bool isRight = !row->replacement.empty() &&
+                             StartsWithIgnoreCase(question.line.text.substr(begin),
+                                                  PlainText(commands, row->replacement));
+        if (isRight) continue;
         return HintOfWords(question, *row, begin, words[count - 1].End() - begin);
+    }
+    return std::nullopt;
+}
+
+/// IF Light is bigger than 100 THEN
+std::optional<Hint> FindForeignComparison(const HintQuestion& question,
+                                          std::span<const PlacedWord> words) {
+    const Token token = question.line.token;
+    const bool isCondition = token == Token::If || token == Token::While || token == Token::Until;
+    if (!isCondition) return std::nullopt;
+    constexpr std::size_t kMostWords = 3;
+    for (std::size_t i = 1; i < words.size(); ++i) {
+        for (std::size_t count = std::min(kMostWords, words.size() - i); count > 0; --count) {
+            std::string together;
+            for (const PlacedWord& word : words.subspan(i, count))
+                together.append(together.empty() ? "" : " ").append(word.In(question.line.text));
+            const OtherLanguageRow* row = RowOfWord(question, together);
+            const bool isSign =
+                row != nullptr && !row->replacement.empty() && !IsKnownWord(question, together) &&
+                std::string_view("=<>").find(
+                    PlainText(question.compilation.configuration.commands, row->replacement)
+                        .front()) != kNone;
+            if (isSign)
+                return HintOfWords(question, *row, words[i].begin,
+                                   words[i + count - 1].End() - words[i].begin);
+        }
     }
     return std::nullopt;
 }
@@ -180,8 +221,11 @@ std::optional<Hint> FindForeignBeginning(const HintQuestion& question,
 /// REPEAT 10
 std::optional<Hint> FindCountedRepeat(const HintQuestion& question,
                                       std::span<const PlacedWord> words) {
-    const bool isCounted = question.line.token == Token::Repeat && words.size() > 1 &&
-                           question.code == MessageCode::UnexpectedText;
+    const bool isBlock = question.line.token == Token::Repeat || question.line.token == Token::Loop;
+    const std::string_view second =
+        words.size() > 1 ? words[1].In(question.line.text) : std::string_view();
+    const bool isNumber = ParseNumber(second) || IsVariable(question, second);
+    const bool isCounted = isBlock && isNumber && question.code == MessageCode::UnexpectedText;
     const OtherLanguageRow* row = isCounted ? RowOfWord(question, "repeat n times") : nullptr;
     if (row == nullptr) return std::nullopt;
     return HintOfWords(question, *row, words.front().begin,
@@ -191,10 +235,14 @@ std::optional<Hint> FindCountedRepeat(const HintQuestion& question,
 /// A name that nothing has, and that another language has for something of this one.
 std::optional<Hint> FindForeignName(const HintQuestion& question,
                                     std::span<const PlacedWord> words) {
-    const bool isAboutName =
-        question.code == MessageCode::UnknownName || question.code == MessageCode::UnknownRoutine;
+    const bool isAboutName = question.code == MessageCode::UnknownName ||
+                             question.code == MessageCode::UnknownRoutine ||
+                             question.code == MessageCode::UnknownComparison ||
+                             question.code == MessageCode::UnknownOperator;
     const OtherLanguageRow* row = isAboutName ? RowOfWord(question, question.extra) : nullptr;
-    const bool isCall = question.code == MessageCode::UnknownRoutine;
+    // CALL stands before what was meant to be a routine of the program.
+    const bool isCall =
+        question.code == MessageCode::UnknownRoutine && question.line.token != Token::Call;
     if (row == nullptr || (row->replacement.empty() && !isCall)) return std::nullopt;
     const auto place = std::ranges::find_if(words, [&](const PlacedWord& word) {
         return EqualsIgnoreCase(word.In(question.line.text), question.extra);
@@ -224,6 +272,14 @@ std::optional<Hint> FindForeignWord(const HintQuestion& question) {
         WordsInLine(question.compilation.configuration.commands, question.line.text);
     if (words.empty()) return std::nullopt;
     if (const auto name = FindForeignName(question, words)) return name;
+    const bool isComparison = question.code == MessageCode::ThenExpected ||
+                              question.code == MessageCode::UnknownComparison ||
+                              question.code == MessageCode::UnknownOperator ||
+                              question.code == MessageCode::UnexpectedText ||
+                              question.code == MessageCode::ConditionIncomplete;
+    if (isComparison) {
+        if (const auto comparison = FindForeignComparison(question, words)) return comparison;
+    }
     if (const auto repeat = FindCountedRepeat(question, words)) return repeat;
     const std::string_view first = words.front().In(question.line.text);
     const bool isAboutOther =

@@ -34,6 +34,14 @@ std::optional<Hint> FindValuesHint(const HintQuestion& question);
 std::optional<Hint> FindShapeHint(const HintQuestion& question);
 /// Values of another kind than the one needed, and names that cannot be.
 std::optional<Hint> FindKindHint(const HintQuestion& question);
+/// Two statements on a line, more words than a value has, missing commas.
+std::optional<Hint> FindExtraWords(const HintQuestion& question);
+/// Calls of routines, events and functions that are written in another way.
+std::optional<Hint> FindCallHint(const HintQuestion& question);
+/// DEFINE lines, and names that need one.
+std::optional<Hint> FindDefinitionHint(const HintQuestion& question);
+/// The first line that has to run, in a program that does not begin.
+std::optional<Hint> FindFirstToRun(const HintQuestion& question);
 /// The block that is open where another one ends.
 std::optional<Hint> FindOpenBlock(const HintQuestion& question);
 

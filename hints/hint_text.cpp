@@ -39,6 +39,16 @@ std::string_view StatementOf(const SourceLine& line) {
     return TrimBlanks(line.text.substr(0, FindComment(line.text)));
 }
 
+LineXref PlaceOf(const SourceLine& line) {
+    return {line.file->name, line.file->directory, line.fileLineNo};
+}
+
+std::string ShownStatement(const SourceLine& line) {
+    constexpr std::size_t kShownWhole = 100;
+    const std::string_view statement = StatementOf(line);
+    return statement.size() <= kShownWhole ? std::string(statement) : Shorten(statement);
+}
+
 std::size_t PlaceInLine(const SourceLine& line, std::string_view piece) {
     return static_cast<std::size_t>(piece.data() - line.text.data());
 }

@@ -19,6 +19,12 @@ Fix FixOf(const SourceLine& line, std::size_t begin, std::size_t length, std::st
 /// The line's text without the blanks around it and its comment, as it stands in the file.
 std::string_view StatementOf(const SourceLine& line);
 
+/// Where a line stands.
+LineXref PlaceOf(const SourceLine& line);
+
+/// The statement as another line's hint shows it.
+std::string ShownStatement(const SourceLine& line);
+
 /// Where a piece of the line's text stands in it, from 0.
 std::size_t PlaceInLine(const SourceLine& line, std::string_view piece);
 

@@ -81,12 +81,18 @@ std::optional<Hint> FindTruth(const HintQuestion& question) {
     if (question.code != MessageCode::TypeMismatch) return std::nullopt;
     const std::vector<PlacedWord> words =
         WordsInLine(question.compilation.configuration.commands, question.line.text);
+    const Token token = question.line.token;
+    const bool isCondition = token == Token::If || token == Token::While || token == Token::Until;
+    const std::size_t first = isCondition ? 1 : 0;
     const Symbol* target =
-        words.empty() ? nullptr : VariableOf(question, words[0].In(question.line.text));
+        words.size() <= first ? nullptr : VariableOf(question, words[first].In(question.line.text));
     const bool isFlag = question.line.token == Token::DefineFlag ||
                         (target != nullptr && target->type == DataType::Flag);
     const std::string_view typed = ShownWord(question);
     if (!isFlag || typed.empty()) return std::nullopt;
+    const Symbol* given = VariableOf(question, typed);
+    if (given != nullptr && given->type != DataType::Flag && target != nullptr)
+        return MakeHint(question, MessageCode::FlagHoldsTruth, {ToUtf8(target->name)});
     const Command* entry = question.compilation.FindCommand(typed);
     const std::string_view value = entry != nullptr && entry->family == TokenFamily::Constant
                                        ? std::string_view(entry->description)
@@ -108,22 +114,46 @@ std::optional<Hint> FindLongText(const HintQuestion& question) {
     return MakeHint(question, MessageCode::TextTooLong, {question.extra});
 }
 
-/// Charge = BATTERY
+/// Charge = BATTERY, Light = ANALOG 1, IF BUTTON 1 = ON THEN
 std::optional<Hint> FindFunctionWithoutList(const HintQuestion& question) {
-    if (question.code != MessageCode::KeywordAsValue) return std::nullopt;
-    const Command* entry = question.compilation.FindCommand(question.extra);
-    const bool isFunction = entry != nullptr && entry->family == TokenFamily::Function &&
-                            EqualsIgnoreCase(entry->command, question.extra);
-    if (!isFunction || FormOf(*entry).empty()) return std::nullopt;
-    return MakeHint(question, MessageCode::FunctionWithoutList,
-                    {ToUtf8(entry->command), ToUtf8(FormOf(*entry))});
+    const bool isAsked = question.code == MessageCode::KeywordAsValue ||
+                         question.code == MessageCode::UnknownOperator ||
+                         question.code == MessageCode::ThenExpected ||
+                         question.code == MessageCode::ConditionIncomplete ||
+                         question.code == MessageCode::UnknownComparison ||
+                         question.code == MessageCode::UnknownName;
+    if (!isAsked) return std::nullopt;
+    const Compilation& compilation = question.compilation;
+    const std::string_view line = question.line.text;
+    const std::vector<PlacedWord> words = WordsInLine(compilation.configuration.commands, line);
+    const std::string_view own = compilation.GetCommandText(question.line.token);
+    const bool hasOwn = question.line.token != Token::None && !question.line.IsSystemFunctionCall();
+    const auto first = hasOwn ? 1 + std::ranges::count(own, ' ') : 0;
+    for (auto i = static_cast<std::size_t>(first); i < words.size(); ++i) {
+        const std::string_view name = words[i].In(line);
+        const Command* entry = compilation.FindCommand(name);
+        const bool isFunction = entry != nullptr && entry->family == TokenFamily::Function &&
+                                EqualsIgnoreCase(entry->command, name);
+        const bool isCalled = TrimBlanks(line.substr(words[i].End())).starts_with('(');
+        if (!isFunction || isCalled || FormOf(*entry).empty()) continue;
+        const bool hasNumber = i + 1 < words.size() && ParseNumber(words[i + 1].In(line));
+        if (hasNumber)
+            return RewritePiece(question,
+                                line.substr(words[i].begin, words[i + 1].End() - words[i].begin),
+                                std::string(name) + "(" + std::string(words[i + 1].In(line)) + ")");
+        return MakeHint(question, MessageCode::FunctionWithoutList,
+                        {ToUtf8(entry->command), ToUtf8(FormOf(*entry))});
+    }
+    return std::nullopt;
 }
 
 /// Speed = Halt(), where Halt gives nothing, and CALL Mean(1, 2), where Mean gives something.
 std::optional<Hint> FindResult(const HintQuestion& question) {
     const std::string_view statement = StatementOf(question.line);
     const std::size_t open = FindOutsideQuotes(statement, '(');
-    if (question.code != MessageCode::WrongArgumentCount || open == kNone) return std::nullopt;
+    if (question.code != MessageCode::WrongArgumentCount || open == kNone ||
+        !statement.ends_with(')'))
+        return std::nullopt;
     const std::string_view before = TrimBlanks(statement.substr(0, open));
     const std::size_t begin = before.find_last_of(" \t=");
     if (begin == kNone) return std::nullopt;

@@ -12,9 +12,9 @@ namespace {
 using Finder = std::optional<Hint> (*)(const HintQuestion&);
 
 /// The more certain ones first.
-constexpr std::array<Finder, 8> kFinders{FindOpenBlock,  FindForeignSign,  FindForeignWord,
-                                         FindNumberHint, FindNearSpelling, FindValuesHint,
-                                         FindKindHint,   FindShapeHint};
+constexpr std::array kFinders{FindOpenBlock,  FindForeignSign,    FindForeignWord, FindNumberHint,
+                              FindExtraWords, FindNearSpelling,   FindValuesHint,  FindCallHint,
+                              FindKindHint,   FindDefinitionHint, FindShapeHint};
 
 /// Nobody has typed a longer line by hand.
 constexpr std::size_t kLongestLine = 200;
@@ -36,6 +36,12 @@ Hint LineHints::HintFor(MessageCode code, const SourceLine& line, std::string_vi
         return std::move(*hint);
     }
     return {};
+}
+
+Hint LineHints::HintForProgram(MessageCode code) {
+    const SourceLine none;
+    const HintQuestion question{compilation_, {}, code, none, {}};
+    return FindFirstToRun(question).value_or(Hint{});
 }
 
 }  // namespace zentro

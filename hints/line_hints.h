@@ -18,6 +18,7 @@ class LineHints : public HintSource {
 
     /// A second message against a line does not repeat the hint of the first.
     Hint HintFor(MessageCode code, const SourceLine& line, std::string_view extra) override;
+    Hint HintForProgram(MessageCode code) override;
 
   private:
     const Compilation& compilation_;

@@ -1,11 +1,11 @@
-#include <array>
-#include <utility>
+#include <algorithm>
 
 #include "config/encoding.h"
 #include "config/text.h"
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "model/statement.h"
 
 namespace zentro {
 
@@ -41,6 +41,31 @@ bool IsLoopCondition(Token token) {
     return token == Token::While || token == Token::Until;
 }
 
+/// The two IF lines in place of one, when both sides are whole comparisons.
+std::optional<Hint> BothComparisonsOf(const Words& words, std::size_t at) {
+    const HintQuestion& question = words.question;
+    const std::size_t last = words.places.size() - 1;
+    if (!words.Is(last, Token::Then) || at < 2 || at + 2 > last) return std::nullopt;
+    const std::string_view line = question.line.text;
+    const auto between = [&](std::size_t begin, std::size_t end) {
+        return std::string(TrimBlanks(line.substr(begin, end - begin)));
+    };
+    const std::string first = between(words.places[1].begin, words.places[at].begin);
+    const std::string second = between(words.places[at].End(), words.places[last].begin);
+    const auto isWhole = [](std::string_view comparison) {
+        const bool hasSign = comparison.find_first_of("=<>") != kNone;
+        const std::string_view signs = "=<>";
+        return hasSign && signs.find(comparison.front()) == kNone &&
+               signs.find(comparison.back()) == kNone && comparison.find('(') == kNone;
+    };
+    if (!isWhole(first) || !isWhole(second)) return std::nullopt;
+    const std::string begin = std::string(words.At(0)) + " ";
+    const std::string end = " " + std::string(words.At(last));
+    return MakeHint(
+        question, MessageCode::BothComparisonsShown,
+        {ToUtf8(words.At(at)), ToUtf8(begin + first + end), ToUtf8(begin + second + end)});
+}
+
 /// IF Left = 1 AND Right = 1 THEN
 std::optional<Hint> FindJoinedComparisons(const Words& words) {
     const HintQuestion& question = words.question;
@@ -54,6 +79,9 @@ std::optional<Hint> FindJoinedComparisons(const Words& words) {
         if (at >= words.places.size()) continue;
         const MessageCode joined =
             token == Token::And ? MessageCode::BothComparisons : MessageCode::EitherComparison;
+        if (isIf && token == Token::And) {
+            if (std::optional<Hint> shown = BothComparisonsOf(words, at)) return shown;
+        }
         return MakeHint(question, isLoop ? MessageCode::ComparisonsOfLoop : joined,
                         {ToUtf8(words.At(at))});
     }
@@ -77,6 +105,57 @@ std::optional<Hint> FindThen(const Words& words) {
     if (question.line.text[begin] != ')')
         hint.fix = FixOf(question.line, begin, words.places[at].End() - begin, "");
     return hint;
+}
+
+/// IF 5 < Speed < 10 THEN
+std::optional<Hint> FindRange(const Words& words) {
+    const HintQuestion& question = words.question;
+    const std::string_view line = question.line.parsedLine;
+    const bool isIf =
+        question.line.token == Token::If && question.code == MessageCode::ThenExpected;
+    if (!isIf || line.find_first_of("(\"") != kNone) return std::nullopt;
+    std::vector<std::string_view> pieces;
+    for (SplitText split = SplitFirstWord(line); !split.first.empty();
+         split = SplitFirstWord(split.rest))
+        pieces.push_back(split.first);
+    constexpr std::size_t kPieces = 7;  // IF 5 < Speed < 10 THEN
+    const auto isSign = [](std::string_view text) {
+        return text.find_first_not_of("<>=") == kNone;
+    };
+    if (pieces.size() != kPieces || !isSign(pieces[2]) || !isSign(pieces[4])) return std::nullopt;
+    const auto comparison = [&](std::size_t begin) {
+        std::string text(pieces[0]);
+        for (std::size_t i = begin; i < begin + 3; ++i)
+            text.append(" ").append(pieces[i]);
+        return ToUtf8(text.append(" ").append(pieces[kPieces - 1]));
+    };
+    return MakeHint(question, MessageCode::ComparisonInTwo, {comparison(1), comparison(3)});
+}
+
+/// IF Speed + 1 > 5 THEN
+std::optional<Hint> FindSumInComparison(const Words& words) {
+    const HintQuestion& question = words.question;
+    const bool isAsked =
+        question.line.token == Token::If
+            ? question.code == MessageCode::ThenExpected
+            : IsLoopCondition(question.line.token) && question.code == MessageCode::UnexpectedText;
+    const std::string_view line = question.line.parsedLine;
+    if (!isAsked || line.find_first_of("(\"") != kNone) return std::nullopt;
+    constexpr std::string_view kSigns = "+-*/";
+    std::vector<std::string_view> pieces;
+    for (std::string_view rest = line; !rest.empty();) {
+        const std::size_t end = std::min(rest.find(' '), rest.size());
+        if (end > 0) pieces.push_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    for (std::size_t i = 2; i + 1 < pieces.size(); ++i) {
+        const bool isSign = pieces[i].size() == 1 && kSigns.find(pieces[i]) != kNone;
+        if (!isSign) continue;
+        std::string sum(pieces[i - 1]);
+        sum.append(" ").append(pieces[i]).append(" ").append(pieces[i + 1]);
+        return MakeHint(question, MessageCode::SumInStatement, {ToUtf8(sum)});
+    }
+    return std::nullopt;
 }
 
 /// UNTIL IsDark() <> TRUE
@@ -140,18 +219,85 @@ std::optional<Hint> FindSecondSum(const Words& words) {
                            : std::nullopt;
 }
 
-/// BYTE Speed = 5
+/// BYTE Speed = 5, CONSTANT Cruise = 60, ROUTINE Turn()
 std::optional<Hint> FindMissingDefine(const Words& words) {
     const HintQuestion& question = words.question;
-    constexpr std::array kKinds{std::pair{Token::ParameterByte, Token::DefineByte},
-                                std::pair{Token::ParameterWord, Token::DefineWord},
-                                std::pair{Token::ParameterFlag, Token::DefineFlag},
-                                std::pair{Token::ParameterPointer, Token::DefinePointer}};
-    if (question.code != MessageCode::NotUnderstood || words.places.size() < 2) return std::nullopt;
-    for (const auto& [kind, define] : kKinds) {
-        if (words.Is(0, kind))
-            return RewritePiece(question, words.At(0),
-                                std::string(question.compilation.GetCommandText(define)));
+    const bool isAboutName =
+        question.code == MessageCode::UnknownName && EqualsIgnoreCase(question.extra, words.At(0));
+    const bool isAsked = question.code == MessageCode::NotUnderstood || isAboutName ||
+                         question.code == MessageCode::UnknownStatement ||
+                         question.code == MessageCode::UnknownCall ||
+                         question.code == MessageCode::EqualSignExpected;
+    if (!isAsked || words.places.size() < 2) return std::nullopt;
+    const std::string prefix =
+        std::string(question.compilation.GetCommandText(Token::DefinePrefix)) + " ";
+    for (const Command& entry : question.compilation.configuration.commands.Entries()) {
+        const bool isMeant = entry.family == TokenFamily::Declaration &&
+                             StartsWithIgnoreCase(entry.command, prefix) &&
+                             EqualsIgnoreCase(entry.command.substr(prefix.size()), words.At(0));
+        if (isMeant) return RewritePiece(question, words.At(0), entry.command);
+    }
+    return std::nullopt;
+}
+
+bool HasWord(std::string_view command, std::string_view word) {
+    for (SplitText split = SplitFirstWord(command); !split.first.empty();
+         split = SplitFirstWord(split.rest)) {
+        if (EqualsIgnoreCase(split.first, word)) return true;
+    }
+    return false;
+}
+
+/// STOP, MOTOR 1 ON: the statements that have the line's first word.
+std::optional<Hint> FindStatementsWithWord(const Words& words) {
+    const HintQuestion& question = words.question;
+    const bool isAsked = question.code == MessageCode::UnknownStatement;
+    if (!isAsked || question.compilation.FindCommand(words.At(0)) != nullptr) return std::nullopt;
+    constexpr std::size_t kMost = 4;
+    std::string list;
+    std::size_t count = 0;
+    for (const Command& entry : question.compilation.configuration.commands.Entries()) {
+        const bool isMeant = entry.family == TokenFamily::Statement &&
+                             !entry.description.starts_with("not available") &&
+                             HasWord(entry.command, words.At(0));
+        if (!isMeant) continue;
+        ++count;
+        list.append(list.empty() ? "" : ", ").append(entry.command);
+    }
+    if (count == 0 || count > kMost) return std::nullopt;
+    return MakeHint(question, MessageCode::StatementsWithWord, {ToUtf8(words.At(0)), ToUtf8(list)});
+}
+
+/// this makes light: words alone, of which the first is none of the language's
+std::optional<Hint> FindRemark(const Words& words) {
+    const HintQuestion& question = words.question;
+    constexpr std::size_t kFewest = 4;
+    const std::string_view statement = StatementOf(question.line);
+    const bool isAsked = question.code == MessageCode::UnknownStatement &&
+                         words.places.size() >= kFewest &&
+                         statement.find_first_of("=()\"<>+*/") == kNone;
+    return isAsked ? std::optional(MakeHint(question, MessageCode::RemarkNeedsSign, {}))
+                   : std::nullopt;
+}
+
+/// SET MOTOR LEFT, FORWARD, 60; PLAY SOUND C, 20: what must be chosen, or cannot be a name
+std::optional<Hint> FindFormOfChoice(const Words& words) {
+    const HintQuestion& question = words.question;
+    const Statement* expected = FindValueStatement(question.line.token);
+    const Command* entry = question.compilation.configuration.commands.ByToken(question.line.token);
+    const bool isAsked =
+        question.code == MessageCode::UnknownName || question.code == MessageCode::KeywordAsValue;
+    if (expected == nullptr || entry == nullptr || !isAsked || FormOf(*entry).empty())
+        return std::nullopt;
+    const auto values = SplitCommaList(question.line.parsedLine.substr(entry->command.size()));
+    constexpr std::size_t kShortestName = 3;
+    for (std::size_t i = 0; i < std::min<std::size_t>(values.size(), expected->Values().size());
+         ++i) {
+        const bool isChoice =
+            expected->Values().size() > 1 || question.extra.size() < kShortestName;
+        if (isChoice && EqualsIgnoreCase(values[i], question.extra))
+            return MakeHint(question, MessageCode::FormOfStatement,
+                            {ToUtf8(entry->command), ToUtf8(FormOf(*entry))});
     }
     return std::nullopt;
 }
@@ -183,8 +329,10 @@ std::optional<Hint> FindForm(const Words& words) {
 std::optional<Hint> FindShapeHint(const HintQuestion& question) {
     const Words words(question);
     if (words.places.empty()) return std::nullopt;
-    for (const auto find : {FindJoinedComparisons, FindThen, FindComparedCall, FindComparedCallOfIf,
-                            FindRestOfCall, FindSecondSum, FindMissingDefine, FindForm}) {
+    for (const auto find :
+         {FindJoinedComparisons, FindThen, FindRange, FindSumInComparison, FindComparedCall,
+          FindComparedCallOfIf, FindRestOfCall, FindSecondSum, FindMissingDefine,
+          FindStatementsWithWord, FindRemark, FindFormOfChoice, FindForm}) {
         if (std::optional<Hint> hint = find(words)) return hint;
     }
     return std::nullopt;

@@ -53,7 +53,8 @@ std::size_t WordsThatDifferInBlanks(std::span<const std::string_view> typed,
     std::string together;
     for (std::size_t i = 0; i < typed.size() && together.size() < letters.size(); ++i) {
         together += typed[i];
-        if (EqualsIgnoreCase(together, letters)) return i + 1;
+        const std::size_t words = 1 + static_cast<std::size_t>(std::ranges::count(meant, ' '));
+        if (EqualsIgnoreCase(together, letters)) return i + 1 == words ? 0 : i + 1;
     }
     return 0;
 }

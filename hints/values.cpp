@@ -13,13 +13,6 @@ namespace {
 
 constexpr auto kNone = std::string_view::npos;
 
-/// The same as another line's hint shows it.
-std::string ShownStatement(const SourceLine& line) {
-    constexpr std::size_t kShownWhole = 100;
-    const std::string_view statement = StatementOf(line);
-    return statement.size() <= kShownWhole ? std::string(statement) : Shorten(statement);
-}
-
 std::optional<Hint> HintOfStatementValues(const HintQuestion& question) {
     const SourceLine& line = question.line;
     const Statement* expected = FindValueStatement(line.token);
@@ -83,15 +76,20 @@ std::optional<Hint> FindWrongCount(const HintQuestion& question) {
 
 /// WAIT(100)
 std::optional<Hint> FindParentheses(const HintQuestion& question) {
-    if (question.code != MessageCode::ArgumentsInParentheses) return std::nullopt;
+    const bool isAsked = question.code == MessageCode::ArgumentsInParentheses ||
+                         question.code == MessageCode::CallWithoutName;
+    if (!isAsked) return std::nullopt;
     const std::string_view statement = StatementOf(question.line);
     const std::size_t open = FindOutsideQuotes(statement, '(');
-    const bool isOnlyPair = open != kNone && statement.back() == ')' &&
+    const std::size_t close = open == kNone ? kNone : FindOutsideQuotes(statement, ')', open + 1);
+    const bool isOnlyPair = close != kNone &&
                             FindOutsideQuotes(statement, '(', open + 1) == kNone &&
-                            FindOutsideQuotes(statement, ')', open + 1) == statement.size() - 1;
+                            FindOutsideQuotes(statement, ')', close + 1) == kNone;
     if (!isOnlyPair) return std::nullopt;
     std::string instead(TrimBlanks(statement.substr(0, open)));
-    instead.append(" ").append(TrimBlanks(statement.substr(open + 1, statement.size() - open - 2)));
+    instead.append(" ").append(TrimBlanks(statement.substr(open + 1, close - open - 1)));
+    const std::string_view behind = TrimBlanks(statement.substr(close + 1));
+    if (!behind.empty()) instead.append(" ").append(behind);
     return RewriteStatement(question, instead);
 }
 
@@ -140,8 +138,9 @@ std::optional<Hint> FindMissingThen(const HintQuestion& question) {
     const std::string_view then = question.compilation.GetCommandText(Token::Then);
     Hint hint = MakeHint(question, MessageCode::MissingAtEnd, {ToUtf8(then)});
     const std::string_view statement = StatementOf(question.line);
-    hint.fix = FixOf(question.line, PlaceInLine(question.line, statement) + statement.size(), 0,
-                     " " + std::string(then));
+    const std::size_t end = PlaceInLine(question.line, statement) + statement.size();
+    const std::size_t colon = statement.ends_with(':') ? 1 : 0;
+    hint.fix = FixOf(question.line, end - colon, colon, " " + std::string(then));
     return hint;
 }
 
@@ -157,35 +156,27 @@ std::optional<Hint> FindFlagAlone(const HintQuestion& question) {
         const bool isFlag =
             symbol->symbolClass == SymbolClass::Variable && symbol->type == DataType::Flag;
         if (!isFlag) return std::nullopt;
+        const std::string_view before = TrimBlanks(question.line.text.substr(0, word.begin));
+        const std::string_view negation = compilation.GetCommandText(Token::Not);
+        const bool isNegated =
+            before.size() > negation.size() &&
+            EqualsIgnoreCase(before.substr(before.size() - negation.size()), negation);
         std::string instead(name);
         instead.append(" ").append(compilation.GetCommandText(Token::Equal));
-        instead.append(" ").append(compilation.GetCommandText(Token::True));
+        instead.append(" ").append(
+            compilation.GetCommandText(isNegated ? Token::False : Token::True));
         Hint hint =
             MakeHint(question, MessageCode::ComparisonOfFlag, {ToUtf8(name), ToUtf8(instead)});
+        if (isNegated) {
+            const std::size_t begin = before.size() - negation.size();
+            hint.fix = FixOf(question.line, begin, word.End() - begin, instead);
+            return hint;
+        }
         const bool isAlone = std::ranges::count(question.line.parsedLine, ' ') <= 2;
         if (isAlone) hint.fix = FixOf(question.line, word.begin, word.length, instead);
         return hint;
     }
     return std::nullopt;
-}
-
-bool IsAboutOpenBlocks(MessageCode code) {
-    switch (code) {
-        case MessageCode::TableInBlock:
-        case MessageCode::RoutineInBlock:
-        case MessageCode::ProgramInBlock:
-        case MessageCode::IfNotEnded:
-        case MessageCode::WhileNotEnded:
-        case MessageCode::RepeatNotEnded:
-        case MessageCode::SelectNotEnded:
-        case MessageCode::TableNotEnded:
-        case MessageCode::RoutineNotEnded:
-        case MessageCode::ProgramNotEnded:
-        case MessageCode::LoopNotEnded:
-        case MessageCode::EventNotEndedBefore:
-        case MessageCode::EventNotEnded: return true;
-        default: return false;
-    }
 }
 
 }  // namespace
@@ -196,19 +187,6 @@ std::optional<Hint> FindValuesHint(const HintQuestion& question) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
     return std::nullopt;
-}
-
-std::optional<Hint> FindOpenBlock(const HintQuestion& question) {
-    const Compilation& compilation = question.compilation;
-    const CompileState state = compilation.states.Current();
-    const bool isOpen = state != CompileState::Outside && state != CompileState::Aborted;
-    if (!isOpen || !IsAboutOpenBlocks(question.code)) return std::nullopt;
-    const SourceLine& opener =
-        compilation.GetSourceLine(compilation.states.Innermost().firstLineNo);
-    const bool isHere = question.line.file == nullptr || question.line.file == opener.file;
-    if (!isHere || &opener == &question.line) return std::nullopt;
-    return MakeHint(question, MessageCode::BlockStillOpen,
-                    {std::to_string(opener.fileLineNo), ToUtf8(ShownStatement(opener))});
 }
 
 }  // namespace zentro

@@ -157,6 +157,10 @@ void Diagnostics::Post(MessageCode code, SourceLine* line, const std::string& sh
     }
     PostedMessage message{code, entry->errorSeverity, {}, text, std::move(hint)};
     if (line == nullptr) {
+        const bool isMistake =
+            entry->errorSeverity == Severity::Error || entry->errorSeverity == Severity::Warning;
+        if (isMistake && message.hint.text.empty() && hints_ != nullptr)
+            message.hint = hints_->HintForProgram(code);
         if (!message.hint.text.empty()) message.text += " " + message.hint.text;
         PostMessage(message, shownExtra);
         return;

@@ -34,6 +34,8 @@ class HintSource {
     /// The hint behind a message; an empty one where none fits. The extra is what the message shows
     /// before its text, UTF-8.
     virtual Hint HintFor(MessageCode code, const SourceLine& line, std::string_view extra) = 0;
+    /// The hint behind a message that belongs to no line.
+    virtual Hint HintForProgram(MessageCode code) = 0;
 };
 
 /// Turns message codes into lines of the log and counts them.

@@ -37,6 +37,8 @@ struct Hint {
     std::string text;        ///< a sentence, UTF-8; empty: there is no hint
     std::optional<Fix> fix;  ///< where the mend is certain
     std::string kind{};      ///< becomes that of the fix
+    /// The line that matters, where the message stands at the end of the program or at none.
+    std::optional<LineXref> place{};
 };
 
 /// A message as it was posted.
@@ -47,6 +49,11 @@ struct PostedMessage {
     std::string text;  ///< UTF-8, without the code, with the hint's sentence behind it
     Hint hint{};
 };
+
+/// Where a user goes on who follows the message.
+inline const LineXref& LineThatMatters(const PostedMessage& message) {
+    return message.hint.place ? *message.hint.place : message.place;
+}
 
 /// The colours of the log, by meaning.
 enum class LogColour : std::uint8_t {

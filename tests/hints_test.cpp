@@ -31,7 +31,8 @@ const std::string kAbove =
     "DEFINE ROUTINE Mean(First BYTE, Second BYTE) RETURNS BYTE\nRETURN First\nEND ROUTINE\n"
     "DEFINE EVENT Bumped()\nEND EVENT\n"
     "DEFINE ROUTINE IsHit() RETURNS FLAG\nRETURN Lost\nEND ROUTINE\n"
-    "DEFINE POINTER Reader\nDEFINE POINTER Place\n";
+    "DEFINE POINTER Reader\nDEFINE POINTER Place\n"
+    "DEFINE TABLE Tune\n1, 2, 3\nEND TABLE\n";
 
 /// The number of the line in the program below.
 const int kPlace = static_cast<int>(Split(kAbove, '\n').size()) + 2;
@@ -145,7 +146,9 @@ TEST(Hints, KnowTheWordsOfOtherLanguages) {
          "there is no screen for texts.",
          "", ""},
         {"for i = 1 to 10",
-         "for comes from other languages. Here: REPEAT with a variable that counts.", "", ""},
+         "for comes from other languages. Here: REPEAT, the lines, INCREMENT Count and UNTIL Count "
+         "= 10.",
+         "", ""},
         {"goto Start",
          "goto comes from other languages. Here: WHILE, REPEAT and LOOP go back; what is needed in "
          "two places becomes a routine, see DEFINE ROUTINE.",
@@ -157,7 +160,9 @@ TEST(Hints, KnowTheWordsOfOtherLanguages) {
         {"def turn():", "def comes from other languages. Here: DEFINE ROUTINE.", "", ""},
         {"end function", "Write END ROUTINE instead of end function.", "END ROUTINE", "E14"},
         {"repeat 10",
-         "repeat 10 comes from other languages. Here: REPEAT with a variable that counts.", "", ""},
+         "repeat 10 comes from other languages. Here: REPEAT, the lines, INCREMENT Count and UNTIL "
+         "Count = 10.",
+         "", ""},
         {"WHILE TRUE", "WHILE TRUE comes from other languages. Here: LOOP repeats for ever.", "",
          ""},
         {"do", "Write REPEAT instead of do.", "REPEAT", "E10"},
@@ -203,7 +208,8 @@ TEST(Hints, KnowTheWordsOfOtherLanguages) {
         {"SET MOTOR 1, 'F', 60", "Write \"F\" instead of 'F'.", "SET MOTOR 1, \"F\", 60", ""},
         {"Lost = yes", "Write TRUE instead of yes.", "Lost = TRUE", ""},
         {"REPEAT 10 times",
-         "REPEAT 10 times comes from other languages. Here: REPEAT with a variable that counts.",
+         "REPEAT 10 times comes from other languages. Here: REPEAT, the lines, INCREMENT Count and "
+         "UNTIL Count = 10.",
          "", ""},
         {"Speed = abs(Speed)",
          "abs comes from other languages. Here: compare the two values, then take the smaller one "
@@ -291,7 +297,9 @@ TEST(Hints, NameTheFormOfAStatement) {
 TEST(Hints, SayHowALineGoesOn) {
     CheckAll({
         {"IF Speed = 1 AND Level = 2 THEN",
-         "AND cannot join two comparisons: write the second IF inside the first.", "", ""},
+         "AND cannot join two comparisons: write IF Speed = 1 THEN, inside it IF Level = 2 THEN, "
+         "and an END IF for each.",
+         "", ""},
         {"IF Speed = 1 OR Level = 2 THEN",
          "OR cannot join two comparisons: write the second IF below the first, with the same lines "
          "in it.",
@@ -317,8 +325,13 @@ TEST(Hints, SayHowALineGoesOn) {
         {"DEFINE BYTE Steps 5", "After DEFINE BYTE comes name = value.", "", ""},
         {"WHILE", "After WHILE comes one comparison.", "", ""},
         {"IF Speed = THEN", "After IF comes one comparison, then THEN.", "", ""},
-        {"LOOP 5", "After LOOP comes nothing more.", "", ""},
-        {"END", "", "", ""},
+        {"LOOP 5",
+         "LOOP 5 comes from other languages. Here: REPEAT, the lines, INCREMENT Count and UNTIL "
+         "Count = 10.",
+         "", ""},
+        {"END",
+         "END alone ends nothing: write what it ends, such as END IF, END LOOP or END PROGRAM.", "",
+         ""},
         {"Speed = Level Level", "", "", ""},
     });
 }
@@ -350,6 +363,32 @@ TEST(Hints, SayWhichKindIsMeant) {
         {"DEFINE BYTE Left+Light = 0", "After DEFINE BYTE comes name = value.", "", ""},
         {"Place = Reader", "Write Reader + 0 instead of Reader.", "Place = Reader + 0", ""},
     });
+}
+
+/// hints.table: a line with a mistake, the hint behind its first message, and what its fix makes of
+/// it, with " | " between them.
+TEST(Hints, SayWhatTheTableSays) {
+    constexpr std::size_t kRows = 190;
+    std::size_t rows = 0;
+    for (const std::string& row : Split(test::ReadFile(ZENTRO_TESTS_FOLDER "/hints.table"), '\n')) {
+        if (row.empty() || row.starts_with(';')) continue;
+        const std::string between = " | ";
+        const std::size_t first = row.find(between);
+        ASSERT_NE(first, std::string::npos) << row;
+        const std::size_t second = std::min(row.find(between, first + 1), row.size());
+        const std::string line = row.substr(0, first);
+        const std::string hint =
+            row.substr(first + between.size(), second - first - between.size());
+        const std::string fixed = second == row.size() ? "" : row.substr(second + between.size());
+        Program program(ProgramWith(line));
+        program.Compile();
+        const PostedMessage* message = MessageAt(program, kPlace);
+        ASSERT_NE(message, nullptr) << line;
+        EXPECT_EQ(message->hint.text, hint) << line << "\n" << message->text;
+        EXPECT_EQ(message->hint.fix ? Applied(line, *message->hint.fix) : "", fixed) << line;
+        ++rows;
+    }
+    EXPECT_GE(rows, kRows);
 }
 
 TEST(Hints, OfAFixCountTheCharactersOfTheFile) {

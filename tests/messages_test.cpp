@@ -249,10 +249,13 @@ TEST(Log, ShowsAWholeRun) {
          LogColour::Green},
         {"0001\tWARNING: DISPLAY 00000000000000001..." + never, LogColour::Blue},
         {"0002\tERROR:   JUMP AROUND THE BIG BLOCK... E15: " + text(MessageCode::UnknownStatement) +
-             "\n",
+             " " + text(MessageCode::RemarkNeedsSign) + "\n",
          LogColour::Red},
         {"0003\tWARNING: DISPLAY 0000000000000001    " + never, LogColour::Blue},
-        {"0000\tERROR:   \t\t E26: " + text(MessageCode::NoProgram) + "\n", LogColour::Red},
+        {"0000\tERROR:   \t\t E26: " + text(MessageCode::NoProgram) +
+             " The first line that has to run is line 1: write BEGIN PROGRAM above DISPLAY "
+             "00000000000000001, and END PROGRAM at the end.\n",
+         LogColour::Red},
         {"\t" + text(MessageCode::StageFailed) + "\n", LogColour::Grey},
         {"\t" + text(MessageCode::ParseEnds) + "\n", LogColour::Grey},
         {"\t" + text(MessageCode::RunEnds) + "\n", LogColour::Black},

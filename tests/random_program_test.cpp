@@ -166,6 +166,19 @@ bool IsOfThisBoard(const Command& entry) {
     }
 }
 
+// What is right may be warned of, but nobody guesses what was meant by it.
+TEST(RandomProgramTest, DrawNoHint) {
+    constexpr unsigned kPrograms = 2000;
+    for (unsigned seed = 1; seed <= kPrograms && !testing::Test::HasFailure(); ++seed) {
+        const RandomProgram random(seed);
+        Program program(random.Text());
+        program.WithFile("more.txt", random.IncludedText());
+        program.Compile();
+        for (const PostedMessage& message : program.output.messages)
+            EXPECT_EQ(message.hint.text, "") << "seed " << seed << message.place.sourceLineNo;
+    }
+}
+
 TEST(RandomProgramTest, HoldEveryWordOfTheLanguage) {
     std::string all;
     for (unsigned seed = 1; seed <= 100; ++seed) {

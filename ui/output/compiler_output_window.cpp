@@ -198,7 +198,7 @@ void CompilerOutputWindow::ShowLineOf(int logLine) {
     unvisited_.reset();
     const PostedMessage* message = log_.MessageInLine(logLine);
     if (message == nullptr) return;
-    LineXref place = message->place;
+    LineXref place = LineThatMatters(*message);
     // The end of the program belongs to no file that was named; the main file ends there.
     if (place.fileName.empty()) {
         place.fileName = fileName_.toStdString();

@@ -194,9 +194,9 @@ SourceWindow* CompileCommands::GoBackToSource(ClosedFiles closed) {
     const std::vector<PostedMessage> messages = output_->Messages();
     const auto error = std::ranges::find(messages, Severity::Error, &PostedMessage::severity);
     if (error != messages.end()) {
-        const bool isOpen = OpenWindowOf(error->place) != nullptr;
-        SourceWindow* window =
-            isOpen || closed == ClosedFiles::Open ? ShowLine(error->place) : nullptr;
+        const LineXref& place = LineThatMatters(*error);
+        const bool isOpen = OpenWindowOf(place) != nullptr;
+        SourceWindow* window = isOpen || closed == ClosedFiles::Open ? ShowLine(place) : nullptr;
         if (window != nullptr) return window;
     }
     SourceWindow* window = files_.Front();

@@ -130,12 +130,18 @@ TEST_F(CompileWindows, TheFirstErrorIsInViewWhenTheRunIsOver) {
     EXPECT_EQ(shown, QStringList{"main.txt:4"});
 }
 
-TEST_F(CompileWindows, TheEndOfTheProgramIsThatOfTheMainFile) {
-    WriteFile("main.txt", "DEFINE ROUTINE Open()\r\n");
-    EXPECT_FALSE(Compile(folder_.path(), "main.txt"));
-    TextOf(output).moveCursor(QTextCursor::End);
-    QTest::keyClick(&TextOf(output), Qt::Key_F4);
-    EXPECT_EQ(shown, QStringList{"main.txt:9999"});
+// Their messages stand at lines 9999 and 0; what opens the block and what runs first is shown.
+TEST_F(CompileWindows, MessagesWithoutALineLeadToTheOneThatMatters) {
+    const std::vector<std::pair<QByteArray, QString>> rows{
+        {"\r\nDEFINE ROUTINE Open()\r\n", "main.txt:2"},
+        {"DEFINE BYTE Speed = 1\r\n\r\nDISPLAY Speed\r\n", "main.txt:3"}};
+    for (const auto& [text, line] : rows) {
+        WriteFile("main.txt", text);
+        EXPECT_FALSE(Compile(folder_.path(), "main.txt"));
+        TextOf(output).moveCursor(QTextCursor::End);
+        QTest::keyClick(&TextOf(output), Qt::Key_F4, Qt::ShiftModifier);
+        EXPECT_EQ(std::exchange(shown, {}), QStringList{line});
+    }
 }
 
 TEST_F(CompileWindows, TheLogShowsEverySeverityInItsLayoutAndColour) {

@@ -1,0 +1,262 @@
+#include <algorithm>
+
+#include "config/encoding.h"
+#include "config/text.h"
+#include "frontend/words.h"
+#include "hints/hint_finders.h"
+#include "hints/hint_text.h"
+#include "model/statement.h"
+
+namespace zentro {
+
+namespace {
+
+constexpr auto kNone = std::string_view::npos;
+
+const Symbol* SymbolOf(const HintQuestion& question, std::string_view name) {
+    return question.compilation.symbols.FindSymbol(name, question.line.parent);
+}
+
+const SourceLine& HeaderOf(const HintQuestion& question, const Symbol& routine) {
+    return question.compilation.GetSourceLine(routine.declareLineNo);
+}
+
+bool GivesResult(const HintQuestion& question, const Symbol& routine) {
+    return !HeaderOf(question, routine).parsedLine.ends_with(')');
+}
+
+/// The names of what a routine takes: "First, Second"
+std::string ParametersOf(const HintQuestion& question, const Symbol& routine) {
+    const std::string_view header = HeaderOf(question, routine).parsedLine;
+    const std::size_t open = FindOutsideQuotes(header, '(');
+    const std::size_t close = open == kNone ? kNone : FindClosingParenthesis(header, open);
+    std::string names;
+    if (close == kNone) return names;
+    for (const std::string_view one : SplitCommaList(header.substr(open + 1, close - open - 1)))
+        names.append(names.empty() ? "" : ", ").append(SplitFirstWord(one).first);
+    return names;
+}
+
+/// The words of the line that name a routine, an event or a variable, with what they name.
+struct NamedWord {
+    std::string_view text;
+    const Symbol* symbol = nullptr;
+};
+
+std::optional<NamedWord> LastNamed(const HintQuestion& question, SymbolClass wanted) {
+    std::optional<NamedWord> found;
+    for (const PlacedWord& word :
+         WordsInLine(question.compilation.configuration.commands, question.line.text)) {
+        const std::string_view text = word.In(question.line.text);
+        const Symbol* symbol = SymbolOf(question, text);
+        if (symbol != nullptr && symbol->symbolClass == wanted) found = NamedWord{text, symbol};
+    }
+    return found;
+}
+
+bool IsAboutCalls(MessageCode code) {
+    switch (code) {
+        case MessageCode::UnknownRoutine:
+        case MessageCode::UnknownCall:
+        case MessageCode::UnknownStatement:
+        case MessageCode::ParenthesisNotClosed:
+        case MessageCode::BlankInCalledName:
+        case MessageCode::UnknownOperator:
+        case MessageCode::TypeMismatch: return true;
+        default: return false;
+    }
+}
+
+/// CALL Bumped(), Bumped()
+std::optional<Hint> FindCalledEvent(const HintQuestion& question) {
+    const auto event = LastNamed(question, SymbolClass::Event);
+    if (!event || question.code == MessageCode::TypeMismatch) return std::nullopt;
+    return MakeHint(question, MessageCode::EventCalled, {ToUtf8(event->text)});
+}
+
+/// CALL Speed, CALL alone and CALL Turn() where there is none
+std::optional<Hint> FindCallOfNothing(const HintQuestion& question) {
+    const std::string_view call = question.compilation.GetCommandText(Token::Call);
+    const std::string_view statement = StatementOf(question.line);
+    const SplitText split = SplitFirstWord(statement);
+    if (!EqualsIgnoreCase(split.first, call)) return std::nullopt;
+    if (split.rest.empty()) {
+        const Command* entry = question.compilation.configuration.commands.ByToken(Token::Call);
+        return MakeHint(question, MessageCode::FormOfStatement,
+                        {ToUtf8(call), ToUtf8(FormOf(*entry))});
+    }
+    const std::string_view name = SplitFirstWord(split.rest).first;
+    const Symbol* symbol = SymbolOf(question, name);
+    if (symbol != nullptr && symbol->symbolClass == SymbolClass::Variable)
+        return MakeHint(question, MessageCode::VariableCalled, {ToUtf8(name)});
+    const bool isName =
+        symbol == nullptr && question.compilation.FindCommand(name) == nullptr &&
+        std::ranges::all_of(name, [](char c) { return IsLetter(c) || IsDigit(c) || c == '_'; });
+    if (!isName || question.code == MessageCode::TypeMismatch) return std::nullopt;
+    return MakeHint(question, MessageCode::RoutineMissing, {ToUtf8(name)});
+}
+
+/// CALL Drive 1, 2 and Speed = Mean 1, 2
+std::optional<Hint> FindCallWithoutParentheses(const HintQuestion& question) {
+    const bool isAsked = question.code == MessageCode::ParenthesisNotClosed ||
+                         question.code == MessageCode::UnknownOperator ||
+                         question.code == MessageCode::UnknownStatement;
+    const std::string_view statement = StatementOf(question.line);
+    const auto routine = LastNamed(question, SymbolClass::Routine);
+    if (!isAsked || !routine || statement.find_first_of("()") != kNone) return std::nullopt;
+    const std::size_t end = PlaceInLine(question.line, routine->text) + routine->text.size();
+    const std::size_t from = end - PlaceInLine(question.line, statement);
+    const std::string_view values = TrimBlanks(statement.substr(from));
+    const std::size_t needed = SplitCommaList(ParametersOf(question, *routine->symbol)).size();
+    if (values.empty() || SplitCommaList(values).size() != needed) return std::nullopt;
+    const std::string_view before = statement.substr(
+        0, PlaceInLine(question.line, routine->text) - PlaceInLine(question.line, statement));
+    const std::string_view call = question.compilation.GetCommandText(Token::Call);
+    const bool gives = GivesResult(question, *routine->symbol);
+    const bool isWhole = gives ? TrimBlanks(before).ends_with('=')
+                               : EqualsIgnoreCase(TrimBlanks(before), call) || before.empty();
+    if (!isWhole) return std::nullopt;
+    std::string instead(before.empty() ? std::string(call) + " " : std::string(before));
+    instead.append(routine->text).append("(").append(values).append(")");
+    return RewriteStatement(question, instead);
+}
+
+/// Speed = CALL Mean(1, 2)
+std::optional<Hint> FindCallInValue(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    const std::string_view call = question.compilation.GetCommandText(Token::Call);
+    const std::size_t equal = FindOutsideQuotes(statement, '=');
+    if (question.code != MessageCode::BlankInCalledName || equal == kNone) return std::nullopt;
+    const std::string_view value = TrimBlanks(statement.substr(equal + 1));
+    const SplitText split = SplitFirstWord(value);
+    const auto routine = LastNamed(question, SymbolClass::Routine);
+    if (!EqualsIgnoreCase(split.first, call) || !routine) return std::nullopt;
+    const std::string_view called = TrimBlanks(value.substr(call.size()));
+    if (!GivesResult(question, *routine->symbol))
+        return MakeHint(
+            question, MessageCode::RoutineWithoutResult,
+            {ToUtf8(routine->text), ToUtf8(std::string(call) + " " + std::string(called))});
+    return RewriteStatement(
+        question, std::string(statement.substr(0, equal + 1)) + " " + std::string(called));
+}
+
+/// Mean(1, 2) alone, Speed = Mean
+std::optional<Hint> FindRoutineAlone(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    const auto routine = LastNamed(question, SymbolClass::Routine);
+    if (!routine) return std::nullopt;
+    const bool gives = GivesResult(question, *routine->symbol);
+    const bool isFirst = routine->text.data() == statement.data();
+    const bool isStatement =
+        question.code == MessageCode::UnknownCall || question.code == MessageCode::UnknownStatement;
+    if (isFirst && isStatement && gives)
+        return MakeHint(question, MessageCode::ResultIsLost, {ToUtf8(routine->text)});
+    const bool isAssigned = question.line.purpose == Purpose::Assignment ||
+                            question.line.purpose == Purpose::FunctionAssignment;
+    const bool isValue = question.code == MessageCode::TypeMismatch && isAssigned &&
+                         EqualsIgnoreCase(question.extra, routine->text) &&
+                         statement.find('(') == kNone;
+    if (!isValue) return std::nullopt;
+    std::string instead(routine->text);
+    instead.append("(").append(ParametersOf(question, *routine->symbol)).append(")");
+    const std::string_view call = question.compilation.GetCommandText(Token::Call);
+    if (!gives)
+        return MakeHint(question, MessageCode::RoutineWithoutResult,
+                        {ToUtf8(routine->text), ToUtf8(std::string(call) + " " + instead)});
+    return MakeHint(question, MessageCode::RoutineAsValue,
+                    {ToUtf8(routine->text), ToUtf8(instead)});
+}
+
+/// The kind of variable that takes the result of what is called; none: of any kind or unknown.
+Token DefinitionFor(const HintQuestion& question, std::string_view name) {
+    const Command* entry = question.compilation.FindCommand(name);
+    const bool isFunction = entry != nullptr && entry->family == TokenFamily::Function;
+    const Statement* function = isFunction ? FindFunction(entry->id) : nullptr;
+    const Symbol* symbol = SymbolOf(question, name);
+    DataType type = function != nullptr ? function->result : DataType::Any;
+    if (symbol != nullptr && symbol->symbolClass == SymbolClass::Routine) {
+        const std::string_view header = HeaderOf(question, *symbol).parsedLine;
+        for (const auto& [kind, result] : {std::pair{Token::ParameterByte, DataType::Byte},
+                                           std::pair{Token::ParameterWord, DataType::Word}}) {
+            if (header.ends_with(question.compilation.GetCommandText(kind))) type = result;
+        }
+    }
+    switch (type) {
+        case DataType::Byte: return Token::DefineByte;
+        case DataType::Word: return Token::DefineWord;
+        default: return Token::None;
+    }
+}
+
+/// The innermost call of the line, as in IF ANALOG(1) > 50 THEN.
+std::string_view InnermostCall(const HintQuestion& question, std::string_view statement) {
+    const std::size_t open = statement.rfind('(');
+    const std::size_t close = open == kNone ? kNone : FindClosingParenthesis(statement, open);
+    if (close == kNone || statement.find('"') != kNone) return {};
+    const std::string_view before = TrimBlanks(statement.substr(0, open));
+    const std::size_t begin = before.find_last_of(" ,=<>+-*/") + 1;
+    if (DefinitionFor(question, before.substr(begin)) == Token::None) return {};
+    return statement.substr(begin, close + 1 - begin);
+}
+
+/// A button is not 0 while it is pressed, so what is asked is whether it differs from 0.
+std::string ComparedButton(const HintQuestion& question, std::string statement) {
+    const Compilation& compilation = question.compilation;
+    for (const std::string_view value : {"1", "255", "ON", "TRUE"}) {
+        const std::string equal = "= " + std::string(value);
+        const std::size_t at = statement.find(equal);
+        const std::size_t end = at + equal.size();
+        if (at == kNone || (end < statement.size() && statement[end] != ' ')) continue;
+        return statement.replace(at, equal.size(),
+                                 std::string(compilation.GetCommandText(Token::NotEqual)) + " 0");
+    }
+    return statement;
+}
+
+/// IF ANALOG(1) > 50 THEN, DISPLAY ANALOG(1)
+std::optional<Hint> FindCallInside(const HintQuestion& question) {
+    constexpr std::string_view kName = "Reading";
+    const bool isAsked = question.code == MessageCode::CallInsideStatement ||
+                         question.code == MessageCode::NotACondition;
+    const Token token = question.line.token;
+    const bool isCondition = token == Token::If || token == Token::While || token == Token::Until;
+    const bool isCompared = question.code == MessageCode::TypeMismatch && isCondition;
+    if ((!isAsked && !isCompared) || SymbolOf(question, kName) != nullptr) return std::nullopt;
+    const Compilation& compilation = question.compilation;
+    const std::string_view statement = StatementOf(question.line);
+    const std::string_view call = InnermostCall(question, statement);
+    if (call.empty()) return std::nullopt;
+    const auto begin = static_cast<std::size_t>(call.data() - statement.data());
+    const std::string_view behind = TrimBlanks(statement.substr(begin + call.size()));
+    std::string here = std::string(statement.substr(0, begin)) + std::string(kName);
+    const bool isAlone =
+        behind.empty() || EqualsIgnoreCase(behind, compilation.GetCommandText(Token::Then));
+    if (isCondition && isAlone)
+        here.append(" ").append(compilation.GetCommandText(Token::NotEqual)).append(" 0");
+    here += statement.substr(begin + call.size());
+    const std::string_view name = TrimBlanks(call.substr(0, call.find('(')));
+    const Command* entry = compilation.FindCommand(name);
+    if (isCondition && entry != nullptr && entry->id == Token::Button)
+        here = ComparedButton(question, std::move(here));
+    std::string definition(compilation.GetCommandText(DefinitionFor(question, name)));
+    definition.append(" ").append(kName).append(" = 0");
+    const std::string above = std::string(kName) + " = " + std::string(call);
+    return MakeHint(
+        question,
+        token == Token::While ? MessageCode::ValueInVariableOfLoop : MessageCode::ValueInVariable,
+        {ToUtf8(definition), ToUtf8(above), ToUtf8(here)});
+}
+
+}  // namespace
+
+std::optional<Hint> FindCallHint(const HintQuestion& question) {
+    if (std::optional<Hint> inside = FindCallInside(question)) return inside;
+    if (!IsAboutCalls(question.code)) return std::nullopt;
+    for (const auto find : {FindCalledEvent, FindCallInValue, FindCallWithoutParentheses,
+                            FindRoutineAlone, FindCallOfNothing}) {
+        if (std::optional<Hint> hint = find(question)) return hint;
+    }
+    return std::nullopt;
+}
+
+}  // namespace zentro
