@@ -6,6 +6,7 @@
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
 #include "model/statement.h"
+#include "model/statement_text.h"
 
 namespace zentro {
 
@@ -83,7 +84,7 @@ std::optional<Hint> FindCallOfNothing(const HintQuestion& question) {
     if (split.rest.empty()) {
         const Command* entry = question.compilation.configuration.commands.ByToken(Token::Call);
         return MakeHint(question, MessageCode::FormOfStatement,
-                        {ToUtf8(call), ToUtf8(FormOf(*entry))});
+                        {ToUtf8(call), ToUtf8(TextOf(*entry).form)});
     }
     const std::string_view name = SplitFirstWord(split.rest).first;
     const Symbol* symbol = SymbolOf(question, name);

@@ -64,12 +64,6 @@ Hint RewriteStatement(const HintQuestion& question, const std::string& instead) 
     return RewritePiece(question, StatementOf(question.line), instead);
 }
 
-std::string_view FormOf(const Command& entry) {
-    const std::size_t colon = entry.description.find(": ");
-    return colon == std::string::npos ? std::string_view()
-                                      : std::string_view(entry.description).substr(0, colon);
-}
-
 std::string WithoutQuotes(const SourceLine& line) {
     std::string text(line.text.substr(0, FindComment(line.text)));
     bool inQuotes = false;

@@ -32,9 +32,6 @@ std::size_t PlaceInLine(const SourceLine& line, std::string_view piece);
 Hint RewritePiece(const HintQuestion& question, std::string_view piece, const std::string& instead);
 Hint RewriteStatement(const HintQuestion& question, const std::string& instead);
 
-/// What the language's description says of the values: what stands before its colon.
-std::string_view FormOf(const Command& entry);
-
 /// The line up to its comment, with blanks in place of what stands in quotes: every character keeps
 /// its place.
 std::string WithoutQuotes(const SourceLine& line);

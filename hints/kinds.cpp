@@ -5,6 +5,7 @@
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "model/statement_text.h"
 
 namespace zentro {
 
@@ -135,14 +136,14 @@ std::optional<Hint> FindFunctionWithoutList(const HintQuestion& question) {
         const bool isFunction = entry != nullptr && entry->family == TokenFamily::Function &&
                                 EqualsIgnoreCase(entry->command, name);
         const bool isCalled = TrimBlanks(line.substr(words[i].End())).starts_with('(');
-        if (!isFunction || isCalled || FormOf(*entry).empty()) continue;
+        if (!isFunction || isCalled || TextOf(*entry).form.empty()) continue;
         const bool hasNumber = i + 1 < words.size() && ParseNumber(words[i + 1].In(line));
         if (hasNumber)
             return RewritePiece(question,
                                 line.substr(words[i].begin, words[i + 1].End() - words[i].begin),
                                 std::string(name) + "(" + std::string(words[i + 1].In(line)) + ")");
         return MakeHint(question, MessageCode::FunctionWithoutList,
-                        {ToUtf8(entry->command), ToUtf8(FormOf(*entry))});
+                        {ToUtf8(entry->command), ToUtf8(TextOf(*entry).form)});
     }
     return std::nullopt;
 }

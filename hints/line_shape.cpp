@@ -6,6 +6,7 @@
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
 #include "model/statement.h"
+#include "model/statement_text.h"
 
 namespace zentro {
 
@@ -287,7 +288,7 @@ std::optional<Hint> FindFormOfChoice(const Words& words) {
     const Command* entry = question.compilation.configuration.commands.ByToken(question.line.token);
     const bool isAsked =
         question.code == MessageCode::UnknownName || question.code == MessageCode::KeywordAsValue;
-    if (expected == nullptr || entry == nullptr || !isAsked || FormOf(*entry).empty())
+    if (expected == nullptr || entry == nullptr || !isAsked || TextOf(*entry).form.empty())
         return std::nullopt;
     const auto values = SplitCommaList(question.line.parsedLine.substr(entry->command.size()));
     constexpr std::size_t kShortestName = 3;
@@ -297,12 +298,12 @@ std::optional<Hint> FindFormOfChoice(const Words& words) {
             expected->Values().size() > 1 || question.extra.size() < kShortestName;
         if (isChoice && EqualsIgnoreCase(values[i], question.extra))
             return MakeHint(question, MessageCode::FormOfStatement,
-                            {ToUtf8(entry->command), ToUtf8(FormOf(*entry))});
+                            {ToUtf8(entry->command), ToUtf8(TextOf(*entry).form)});
     }
     return std::nullopt;
 }
 
-/// What the language's description says of the statement: RETURN 5 6, DEFINE ROUTINE Halt, LOOP 5
+/// What the statement takes: RETURN 5 6, DEFINE ROUTINE Halt, LOOP 5
 std::optional<Hint> FindForm(const Words& words) {
     const HintQuestion& question = words.question;
     const Token token = question.line.token;
@@ -316,12 +317,12 @@ std::optional<Hint> FindForm(const Words& words) {
         return MakeHint(question, MessageCode::ResultMissing, {ToUtf8(entry->command)});
     if (token == Token::Loop || token == Token::Repeat || token == Token::Else)
         return MakeHint(question, MessageCode::NothingMore, {ToUtf8(entry->command)});
-    const std::string_view form = FormOf(*entry);
+    const std::string form = ToUtf8(TextOf(*entry).form);
     const bool isForm = token == Token::If || token == Token::While || token == Token::Until ||
                         token == Token::Select || token == Token::Case || token == Token::Return ||
                         entry->family == TokenFamily::Declaration;
     if (form.empty() || !isForm) return std::nullopt;
-    return MakeHint(question, MessageCode::FormOfStatement, {ToUtf8(entry->command), ToUtf8(form)});
+    return MakeHint(question, MessageCode::FormOfStatement, {ToUtf8(entry->command), form});
 }
 
 }  // namespace

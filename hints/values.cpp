@@ -6,6 +6,7 @@
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
 #include "model/statement.h"
+#include "model/statement_text.h"
 
 namespace zentro {
 
@@ -17,12 +18,16 @@ std::optional<Hint> HintOfStatementValues(const HintQuestion& question) {
     const SourceLine& line = question.line;
     const Statement* expected = FindValueStatement(line.token);
     const Command* entry = question.compilation.configuration.commands.ByToken(line.token);
-    if (expected == nullptr || entry == nullptr || FormOf(*entry).empty()) return std::nullopt;
-    const std::string_view values = line.parsedLine.substr(entry->command.size());
-    return MakeHint(
-        question, MessageCode::ValuesOfStatement,
-        {ToUtf8(entry->command), ToUtf8(FormOf(*entry)), std::to_string(expected->Values().size()),
-         std::to_string(SplitCommaList(values).size())});
+    if (expected == nullptr || entry == nullptr) return std::nullopt;
+    const std::string words = ToUtf8(entry->command);
+    const std::string form = ToUtf8(TextOf(*entry).form);
+    const std::string needed = std::to_string(expected->Values().size());
+    const std::string found =
+        std::to_string(SplitCommaList(line.parsedLine.substr(entry->command.size())).size());
+    if (expected->Values().size() == 1)
+        return MakeHint(question, MessageCode::ValuesOfFunction,
+                        {words + " " + form, needed, found});
+    return MakeHint(question, MessageCode::ValuesOfStatement, {words, form, needed, found});
 }
 
 /// The call of a line: what stands before its parenthesis, and how many values stand in it.
@@ -61,7 +66,7 @@ std::optional<Hint> HintOfFunctionValues(const HintQuestion& question, const Lin
     const Statement* expected = isFunction ? FindFunction(entry->id) : nullptr;
     if (expected == nullptr || expected->Values().size() == call.values) return std::nullopt;
     return MakeHint(question, MessageCode::ValuesOfFunction,
-                    {ToUtf8(FormOf(*entry)), std::to_string(expected->Values().size()),
+                    {ToUtf8(TextOf(*entry).form), std::to_string(expected->Values().size()),
                      std::to_string(call.values)});
 }
 

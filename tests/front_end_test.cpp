@@ -6,6 +6,7 @@
 #include "compiler/resolve_labels.h"
 #include "config/encoding.h"
 #include "frontend/words.h"
+#include "model/statement_text.h"
 #include "tests/support/compile_fixture.h"
 
 namespace zentro {
@@ -180,6 +181,30 @@ TEST(SourceLine, TellsACallOfAFunctionFromOneOfARoutine) {
 }
 
 // Nothing of one compilation is seen by another, not even while both are alive.
+TEST(Statements, SayWhatTheyTakeUnlessTheLanguageDoes) {
+    struct Row {
+        const char* record;
+        const char* form;
+        const char* meaning;
+    };
+    for (const Row& row : std::vector<Row>{
+             {R"("s35","WATCH","runs lines")", "event 3 to 6 or 9 to 27, name", "runs lines"},
+             {R"("s35","WATCH","number, lines: runs them")", "number, lines", "runs them"},
+             {R"("F6","STICK","read: yes")", R"(STICK(joystick 1 or 2, axis "X" or "Y"))",
+              "read: yes"},
+             {R"("F6","STICK","Stick(which): read")", "Stick(which)", "read"},
+             {R"("F1","POWER","the battery")", "POWER()", "the battery"},
+             {R"("F2","HEAR","not available")", "", "not available"},
+             {R"("s38","IF","a comparison")", "", "a comparison"},
+         }) {
+        InstructionConfiguration language;
+        ASSERT_EQ(ParseInstructionConfig(row.record, language), "");
+        const StatementText text = TextOf(language.commands.Entries().front());
+        EXPECT_EQ(text.form, row.form) << row.record;
+        EXPECT_EQ(text.meaning, row.meaning) << row.record;
+    }
+}
+
 TEST(Compilations, LiveSideBySide) {
     Program one("DEFINE BYTE Small = 1\nBEGIN PROGRAM\nDISPLAY Small\nEND PROGRAM\n");
     Program two("DEFINE WORD Small = 1\nBEGIN PROGRAM\nDISPLAY Small\nEND PROGRAM\n");

@@ -265,15 +265,19 @@ TEST(Hints, KnowTheNumbersThatThereAre) {
 TEST(Hints, NameTheFormOfAStatement) {
     CheckAll({
         {"SET MOTOR 1, 60",
-         "After SET MOTOR comes motor 1 to 4, F or B, speed. Values needed: 3, found: 2.", "", ""},
+         "SET MOTOR needs 3 values with commas between: motor 1 to 4, direction \"F\" or \"B\", "
+         "speed. Found: 2.",
+         "", ""},
         {"SET MOTOR 1, FORWARD, 60, 5",
-         "After SET MOTOR comes motor 1 to 4, F or B, speed. Values needed: 3, found: 4.", "", ""},
+         "SET MOTOR needs 3 values with commas between: motor 1 to 4, direction \"F\" or \"B\", "
+         "speed. Found: 4.",
+         "", ""},
         {"CALL Drive(1)",
          "Line 9 says what it takes: DEFINE ROUTINE Drive(Left BYTE, Right BYTE). Values needed: "
          "2, found: 1.",
          "", ""},
-        {"Speed = ANALOG()", "It is written as ANALOG(1 to 6). Values needed: 1, found: 0.", "",
-         ""},
+        {"Speed = ANALOG()", "It is written as ANALOG(input 1 to 6). Values needed: 1, found: 0.",
+         "", ""},
         {"Speed = Mean(1)",
          "Line 13 says what it takes: DEFINE ROUTINE Mean(First BYTE, Second BYTE) RETURNS BYTE. "
          "Values needed: 2, found: 1.",
@@ -286,11 +290,13 @@ TEST(Hints, NameTheFormOfAStatement) {
          "WHILE Lost = TRUE", "E9"},
         {"STOP MOTORS 1", "", "", ""},
         {"SET SERVO 1, FORWARD",
-         "After SET SERVO comes servo 1 to 3, F or B, position. Values needed: 3, found: 2.", "",
-         ""},
+         "SET SERVO needs 3 values with commas between: servo 1 to 3, direction \"F\" or \"B\", "
+         "position. Found: 2.",
+         "", ""},
         {"Speed = random(6)", "It is written as RANDOM(). Values needed: 0, found: 1.", "", ""},
         {"SET PORT 1",
-         "After SET PORT comes action port 1 to 3, ON or OFF. Values needed: 2, found: 1.", "", ""},
+         "SET PORT needs 2 values with commas between: action port 1 to 3, ON or OFF. Found: 1.",
+         "", ""},
     });
 }
 
@@ -349,7 +355,7 @@ TEST(Hints, SayWhichKindIsMeant) {
         {"Lost = \"ABC\"", "", "", ""},
         {"DISPLAY \"Hello\"", "\"Hello\" is too long: a BYTE holds one character, a WORD two.", "",
          ""},
-        {"Speed = ANALOG", "ANALOG is a function: write ANALOG(1 to 6).", "", ""},
+        {"Speed = ANALOG", "ANALOG is a function: write ANALOG(input 1 to 6).", "", ""},
         {"Speed = Halt()", "Halt gives no result: call it with CALL Halt().", "", ""},
         {"CALL Mean(1, 2)", "Mean gives a result: write a variable and = in place of CALL.", "",
          ""},

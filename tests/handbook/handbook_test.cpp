@@ -247,8 +247,7 @@ TEST(Manuscripts, ThatAreWrongNameThePlace) {
              {"\nSee `this.\n", "a.txt:2: ` is not closed"},
              {"@ s98\n", "a.txt:1: the configuration has no entry s98"},
              {"@ E78\n", "a.txt:1: the configuration has no message E78"},
-             {"@ s18\n@args motor\n", "a.txt:1: STOP MOTORS takes 0 values, but @args names 1"},
-             {"@ s19\n", "a.txt:1: SET MOTOR takes 3 values, but @args names 0"},
+             {"@ s32 s34\n", "a.txt:1: what stands on one page takes the same values"},
              {"@unheard of\n", "a.txt:1: @unheard is not known"},
          }) {
         Manuscript manuscript;

@@ -1,10 +1,9 @@
 #include "tools/handbook/argument_text.h"
 
-#include <algorithm>
 #include <string_view>
-#include <vector>
 
 #include "config/text.h"
+#include "model/statement_text.h"
 #include "model/value_bounds.h"
 #include "tools/handbook/html.h"
 
@@ -14,16 +13,6 @@ namespace {
 
 using Kind = StatementValue::Kind;
 
-/// "1, 2 or 3".
-std::string JoinWithOr(const std::vector<std::string>& pieces) {
-    std::string text;
-    for (std::size_t i = 0; i < pieces.size(); ++i) {
-        if (i > 0) text += i + 1 == pieces.size() ? " or " : ", ";
-        text += pieces[i];
-    }
-    return text;
-}
-
 /// The constant of the language with the value, or the value in quotes.
 std::string LetterHtml(const CommandCatalogue& commands, std::string_view value) {
     const std::string quoted = CodeHtml("\"" + std::string(value) + "\"");
@@ -32,27 +21,6 @@ std::string LetterHtml(const CommandCatalogue& commands, std::string_view value)
             return CodeHtml(entry.command) + " (or " + quoted + ")";
     }
     return quoted;
-}
-
-/// Numbers that follow each other are written as "3 to 6".
-std::string AllowedHtml(const CommandCatalogue& commands,
-                        std::span<const std::string_view> allowed) {
-    std::vector<std::string> pieces;
-    for (std::size_t first = 0; first < allowed.size();) {
-        std::size_t last = first;
-        if (!IsNumeric(allowed[first])) {
-            pieces.push_back(LetterHtml(commands, allowed[first]));
-        } else {
-            while (last + 1 < allowed.size() &&
-                   *ParseNumber(allowed[last + 1]) == *ParseNumber(allowed[last]) + 1)
-                ++last;
-            pieces.emplace_back(allowed[first]);
-            if (last > first)
-                pieces.back().append(last > first + 1 ? " to " : " or ").append(allowed[last]);
-        }
-        first = last + 1;
-    }
-    return JoinWithOr(pieces);
 }
 
 std::string OperandText(DataType type) {
@@ -74,7 +42,10 @@ std::string OperandText(DataType type) {
 
 std::string ArgumentHtml(const CommandCatalogue& commands, const StatementValue& argument) {
     if (!argument.allowed.empty()) {
-        return AllowedHtml(commands, argument.allowed) +
+        const auto letterHtml = [&](std::string_view letter) {
+            return LetterHtml(commands, letter);
+        };
+        return AllowedText(argument.allowed, letterHtml) +
                "; as it stands or as a constant, no variable";
     }
     switch (argument.kind) {

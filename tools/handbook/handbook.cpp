@@ -90,9 +90,8 @@ class Page {
             case Kind::Program: return WriteProgram(block);
             case Kind::Printed:
                 return Write(BoxHtml(EscapeHtml(Trim(ProgramText(block))), "#e9e9ec"));
-            case Kind::Words: return WriteWords(index);
+            case Kind::Words: return WriteWords(block);
             case Kind::Message: return WriteMessage(block);
-            case Kind::Arguments: return WriteArguments(block);
             case Kind::OtherWords: return WriteOtherWords(block);
             case Kind::WordIndex: return Write(WordIndexHtml(places_, references_));
             case Kind::MessageTable: return WriteMessageTable(block);
@@ -163,11 +162,11 @@ class Page {
         Write(ProgramHtml(block.lines, keywords_, look));
     }
 
-    void WriteWords(std::size_t index) {
-        const Block& block = blocks_[index];
+    void WriteWords(const Block& block) {
         Write("<h3>");
         std::string title;
         std::string descriptions;
+        std::string values;
         for (const std::string& token : block.lines) {
             const Command* entry = EntryOf(language_.commands, token);
             if (entry == nullptr) {
@@ -178,9 +177,12 @@ class Page {
             if (!title.empty()) title += ", ";
             title += EscapeHtml(ToUtf8(entry->command));
             descriptions += DescriptionHtml(*entry);
-            CheckArguments(index, *entry);
+            const std::string own = ValuesHtml(*entry);
+            if (&token != &block.lines.front() && own != values)
+                Report(block, "what stands on one page takes the same values");
+            values = own;
         }
-        Write(title + "</h3>\n" + descriptions);
+        Write(title + "</h3>\n" + descriptions + values);
     }
 
     /// The words together, and each of them that is explained here; each place only once.
@@ -195,27 +197,13 @@ class Page {
         return html;
     }
 
-    /// What takes values has their names right below its heading.
-    void CheckArguments(std::size_t index, const Command& entry) {
-        const std::size_t count = ArgumentsOf(entry.id).size();
-        const bool isNext =
-            index + 1 < blocks_.size() && blocks_[index + 1].kind == Kind::Arguments;
-        const std::size_t named = isNext ? blocks_[index + 1].lines.size() : 0;
-        if (named != count)
-            Report(blocks_[index], entry.command + " takes " + std::to_string(count) +
-                                       " values, but @args names " + std::to_string(named));
-    }
-
-    void WriteArguments(const Block& block) {
-        const Command* entry = EntryOf(language_.commands, block.page);
-        if (entry == nullptr) return;
-        const auto arguments = ArgumentsOf(entry->id);
-        if (arguments.size() != block.lines.size()) return;
+    /// The table of the values that an entry takes; empty when it takes none.
+    std::string ValuesHtml(const Command& entry) const {
         Rows rows{{"Value", "What may stand there"}};
-        for (std::size_t i = 0; i < arguments.size(); ++i)
+        for (const StatementValue& value : ArgumentsOf(entry.id))
             rows.push_back(
-                {TextOf(block, block.lines[i]), ArgumentHtml(language_.commands, arguments[i])});
-        Write(TableHtml(rows));
+                {EscapeHtml(std::string(value.name)), ArgumentHtml(language_.commands, value)});
+        return rows.size() > 1 ? TableHtml(rows) : std::string();
     }
 
     void WriteMessage(const Block& block) {

@@ -109,8 +109,6 @@ class Reader {
             includedName_ = rest;
         } else if (name == "mended" || name == "wrong") {
             isMended_ = name == "mended";
-        } else if (name == "args") {
-            Add(Kind::Arguments).lines = SplitTrimmed(rest, ';');
         } else if (name == "other-words") {
             Add(Kind::OtherWords);
         } else if (name == "index") {

@@ -16,10 +16,9 @@ struct Block {
         List,
         Table,
         Program,
-        Printed,  ///< what a terminal shows or what is typed there
-        Words,    ///< the page of one or more entries of the configuration
-        Message,  ///< the page of a message
-        Arguments,
+        Printed,     ///< what a terminal shows or what is typed there
+        Words,       ///< the page of one or more entries of the configuration
+        Message,     ///< the page of a message
         OtherWords,  ///< the table of the words of other languages that the configuration knows
         WordIndex,
         MessageTable,

@@ -4,6 +4,7 @@
 #include "config/text.h"
 #include "model/instruction.h"
 #include "model/statement.h"
+#include "model/statement_text.h"
 #include "tools/handbook/argument_text.h"
 
 namespace zentro {
@@ -44,18 +45,18 @@ std::string TableHtml(const Rows& rows) {
 
 std::string DescriptionHtml(const Command& entry) {
     const std::string words = ToUtf8(entry.command);
-    const std::string description = ToUtf8(entry.description);
+    const StatementText text = TextOf(entry);
+    const std::string form = ToUtf8(text.form);
+    const std::string meaning = EscapeHtml(ToUtf8(text.meaning));
     std::string html = "<p>";
     if (entry.family == TokenFamily::Constant) {
-        html += CodeHtml(words) + " has the value " + CodeHtml(description) + ".";
-    } else if (description.find(": ") == std::string::npos) {
-        html += CodeHtml(words) + ": " + EscapeHtml(description) + ".";
+        html += CodeHtml(words) + " has the value " + CodeHtml(ToUtf8(entry.description)) + ".";
+    } else if (form.empty()) {
+        html += CodeHtml(words) + ": " + meaning + ".";
     } else {
-        const std::size_t colon = description.find(": ");
-        const bool isCall = StartsWithIgnoreCase(description, words + "(");
-        const std::string values = description.substr(0, colon);
-        html += isCall ? CodeHtml(values) : CodeHtml(words) + " <i>" + EscapeHtml(values) + "</i>";
-        html += "<br>" + EscapeHtml(Sentence(description.substr(colon + 2)));
+        const bool isCall = StartsWithIgnoreCase(form, words + "(");
+        html += isCall ? CodeHtml(form) : CodeHtml(words) + " <i>" + EscapeHtml(form) + "</i>";
+        html += "<br>" + Sentence(meaning);
     }
     if (const Statement* function = FindFunction(entry.id))
         html += "<br>It gives " + ResultText(function->result) + ".";

@@ -8,6 +8,7 @@
 #include "config/text.h"
 #include "desktop/block_words.h"
 #include "model/statement.h"
+#include "model/statement_text.h"
 #include "ui/editor/completion.h"
 
 namespace zentro {
@@ -60,37 +61,6 @@ std::size_t CountCommas(std::string_view text) {
     return count;
 }
 
-std::string_view TypeName(const StatementValue& argument) {
-    if (argument.kind == StatementValue::Kind::EventHandler) return "event";
-    if (argument.kind == StatementValue::Kind::Variable) return "variable";
-    switch (argument.type) {
-        case DataType::Byte: return "byte";
-        case DataType::Word: return "word";
-        case DataType::Flag: return "flag";
-        case DataType::Pointer: return "pointer";
-        case DataType::Table: return "table";
-        case DataType::Any: return "value";
-    }
-    return "value";
-}
-
-/// The arguments when the language's own words for them are missing.
-std::string DescribeTemplates(std::span<const StatementValue> arguments) {
-    std::string text;
-    for (const StatementValue& argument : arguments) {
-        if (!text.empty()) text += ", ";
-        if (argument.allowed.empty()) {
-            text += TypeName(argument);
-            continue;
-        }
-        text += argument.allowed.front();
-        if (argument.allowed.size() == 2) text += " or ";
-        if (argument.allowed.size() > 2) text += " to ";
-        if (argument.allowed.size() > 1) text += argument.allowed.back();
-    }
-    return text;
-}
-
 /// Marks the argument among those that stand, with commas between, in a piece of the text. The last
 /// piece stands for all that come after it.
 void MarkArgument(CallTip& tip, std::size_t begin, std::size_t end, std::size_t argument) {
@@ -109,23 +79,22 @@ void MarkArgument(CallTip& tip, std::size_t begin, std::size_t end, std::size_t 
     }
 }
 
-/// "motor 1 to 4, F or B, speed: turns a motor" after the words of the statement.
+/// What the statement takes and does, after its words.
 CallTip TipOfStatement(const Command& command, std::string_view before) {
-    const Statement* fixed = FindValueStatement(command.id);
-    std::string description = ToUtf8(command.description);
-    if (description.find(": ") == std::string::npos && fixed != nullptr)
-        description = DescribeTemplates(fixed->Values()) + ": " + description;
-    const std::size_t colon = description.find(": ");
-    if (colon == std::string::npos) return {};
+    const StatementText text = TextOf(command);
+    if (text.form.empty()) return {};
     CallTip tip;
     tip.text = ToUtf8(command.command) + " ";
     const std::size_t begin = tip.text.size();
-    tip.text += description.substr(0, colon) + "\n" + description.substr(colon + 2);
-    if (fixed != nullptr) MarkArgument(tip, begin, begin + colon, CountCommas(before));
+    tip.text += ToUtf8(text.form);
+    const std::size_t end = tip.text.size();
+    tip.text += "\n" + ToUtf8(text.meaning);
+    if (FindValueStatement(command.id) != nullptr)
+        MarkArgument(tip, begin, end, CountCommas(before));
     return tip;
 }
 
-/// "JOYSTICK(1 or 2, X or Y): how far it is moved", or what else the text has before the colon.
+/// "JOYSTICK(joystick, axis): how far it is moved", or what else the text has before the colon.
 CallTip TipOfCall(std::string text, std::size_t argument) {
     CallTip tip;
     const std::size_t colon = text.find(": ");
@@ -136,15 +105,6 @@ CallTip TipOfCall(std::string text, std::size_t argument) {
     if (open != std::string::npos && close != std::string::npos)
         MarkArgument(tip, open + 1, close, argument);
     return tip;
-}
-
-CallTip TipOfFunction(const Command& command, const Statement& function, std::size_t argument) {
-    std::string description = ToUtf8(command.description);
-    if (!StartsWithIgnoreCase(description, ToUtf8(command.command) + "(")) {
-        description = ToUtf8(command.command) + "(" + DescribeTemplates(function.Values()) +
-                      "): " + description;
-    }
-    return TipOfCall(std::move(description), argument);
 }
 
 const Command* EntryOfWord(const CommandCatalogue& commands, std::string_view name) {
@@ -164,8 +124,10 @@ CallTip TipOfRoutine(const CommandCatalogue& commands, const ProgramName& routin
 CallTip TipOf(const CommandCatalogue& commands, const std::vector<ProgramName>& names,
               const OpenCall& call) {
     const Command* command = EntryOfWord(commands, call.name);
-    const Statement* function = command == nullptr ? nullptr : FindFunction(command->id);
-    if (function != nullptr) return TipOfFunction(*command, *function, call.argument);
+    if (command != nullptr && FindFunction(command->id) != nullptr) {
+        const StatementText text = TextOf(*command);
+        return TipOfCall(ToUtf8(text.form + ": " + text.meaning), call.argument);
+    }
     const ProgramName* own = FindName(names, call.name);
     if (own == nullptr || !own->isRoutine) return {};
     return TipOfRoutine(commands, *own, call.argument);

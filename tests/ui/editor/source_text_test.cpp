@@ -148,11 +148,12 @@ TEST_F(SourceText, CompletesWhatCanStandThere) {
 }
 
 TEST_F(SourceText, ExplainsTheArgumentAtTheCaret) {
-    EXPECT_EQ(HelpOn("SET MOTOR "), "SET MOTOR [motor 1 to 4], F or B, speed");
-    EXPECT_EQ(HelpOn("  set  motor 1, \",\", "), "SET MOTOR motor 1 to 4, F or B, [speed]");
-    EXPECT_EQ(HelpOn("Seen = JOYSTICK(2, "), "JOYSTICK(1 or 2, [X or Y in double quotes])");
+    EXPECT_EQ(HelpOn("SET MOTOR "), R"(SET MOTOR [motor 1 to 4], direction "F" or "B", speed)");
+    EXPECT_EQ(HelpOn("  set  motor 1, \",\", "),
+              R"(SET MOTOR motor 1 to 4, direction "F" or "B", [speed])");
+    EXPECT_EQ(HelpOn("Seen = JOYSTICK(2, "), R"(JOYSTICK(joystick 1 or 2, [axis "X" or "Y"]))");
     EXPECT_EQ(HelpOn("WAIT TOWORD("), "TOWORD([byte])");
-    EXPECT_EQ(HelpOn("WAIT TOWORD(1) "), "WAIT [hundredths of a second (100 is one second)]");
+    EXPECT_EQ(HelpOn("WAIT TOWORD(1) "), "WAIT [hundredths of a second]");
     EXPECT_EQ(HelpOn("CALL Drive(60, "), "Drive(Left BYTE, [Right BYTE])");
     EXPECT_EQ(HelpOn("CALL Nobody("), "CALL routine(values)");
     EXPECT_EQ(HelpOn("SET MOTO"), "");

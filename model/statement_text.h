@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "config/command_catalogue.h"
+
+namespace zentro {
+
+/// The values of a list as people read them: "1 to 4", "3 to 6 or 9 to 27". What is no number
+/// stands as `letterText` has it.
+std::string AllowedText(std::span<const std::string_view> allowed,
+                        const std::function<std::string(std::string_view)>& letterText);
+
+/// What people are told of an entry of the language, in the program's character set.
+struct StatementText {
+    std::string form;     ///< what it takes: "motor 1 to 4, direction "F" or "B", speed"; of a
+                          ///< function with its word. Empty when that is not known
+    std::string meaning;  ///< what it does
+};
+
+/// The words of the entry's description, and of the table of statements where that does not say
+/// what the entry takes.
+StatementText TextOf(const Command& entry);
+
+}  // namespace zentro
