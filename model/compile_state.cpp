@@ -11,7 +11,7 @@ namespace zentro {
 
 namespace {
 
-constexpr std::size_t kStateCount = 11;
+constexpr auto kStateCount = static_cast<std::size_t>(CompileState::Aborted) + 1;
 
 /// The blocks by how they nest.
 enum class Nesting : std::uint8_t { Outside, Table, RoutineOrEvent, Program, Inner };
@@ -50,6 +50,14 @@ constexpr std::array<StateRow, kStateCount> kStates{{
     {CompileState::Loop, Nesting::Inner, kInBlock, MessageCode::LoopNotEnded},
     {CompileState::Aborted, Nesting::Outside, kInBlock, MessageCode::NothingToEnd},
 }};
+
+constexpr bool RowsFollowTheStates() {
+    for (std::size_t row = 0; row < kStateCount; ++row) {
+        if (static_cast<std::size_t>(kStates[row].state) != row) return false;
+    }
+    return true;
+}
+static_assert(RowsFollowTheStates(), "every block needs one row, in order");
 
 const StateRow& RowOf(CompileState state) {
     return kStates[static_cast<std::size_t>(state)];

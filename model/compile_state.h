@@ -22,7 +22,7 @@ enum class CompileState : std::uint8_t {
     Repeat = 7,
     Select = 8,
     Loop = 9,
-    Aborted = 10,  ///< after a wrong nesting: nothing is opened or closed any more
+    Aborted = 10,  ///< the last: after a wrong nesting: nothing is opened or closed any more
 };
 
 /// The blocks that are open, innermost last.
