@@ -158,7 +158,7 @@ constexpr auto MakePlainStatements() {
         Values(Token::SetPort, One(Opcode::SetActionPort, {NamedValue1, NamedValue2}),
                {Constant("action port", kOneToThree), Constant("ON or OFF")}),
         Values(Token::SetLeds, {Coding::Leds, Opcode::SetLeftLed, Opcode::SetRightLed},
-               {Byte("left LED"), Byte("right LED")}),
+               {Byte("left ON or OFF"), Byte("right ON or OFF")}),
         Values(Token::PlaySound, One(Opcode::PlaySound, {Value1, Value2}),
                {Constant("note"), Constant("length")}),
         Values(Token::PlayTune, One(Opcode::PlayTune, {Operand1}), {Table("table")}),
