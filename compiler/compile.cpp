@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "advice/advice.h"
 #include "codegen/generate_object_lines.h"
 #include "compiler/listing.h"
 #include "compiler/load_source.h"
@@ -67,6 +68,7 @@ bool ParseSource(Compilation& compilation) {
     }
     PostOpenBlock(compilation);
     if (!compilation.mainBlockSeen) diagnostics.PostError(MessageCode::NoProgram, nullptr);
+    if (compilation.wantsAdvice && !HasErrors(diagnostics)) GiveAdvice(compilation);
     if (HasErrors(diagnostics)) diagnostics.PostInfo(MessageCode::StageFailed);
     diagnostics.EndCompileStage(MessageCode::ParseEnds);
     return !HasErrors(diagnostics);

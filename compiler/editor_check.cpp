@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "advice/advice.h"
 #include "compiler/consequences.h"
 #include "compiler/load_source.h"
 #include "frontend/parse_source_line.h"
@@ -121,6 +122,9 @@ std::vector<IncludedMistakes> CheckForEditor(Compilation& compilation, const Pro
     if (wasReadToTheEnd && !filter.HasLostEnd()) PostOpenBlock(compilation);
     if (!compilation.mainBlockSeen && count == compilation.sourceLines.size())
         compilation.diagnostics.PostError(MessageCode::NoProgram, nullptr);
+    const bool isWhole = wasReadToTheEnd && compilation.diagnostics.ObjectCodeIsPossible() &&
+                         compilation.diagnostics.ErrorCount() == 0;
+    if (compilation.wantsAdvice && isWhole) GiveAdvice(compilation);
     compilation.diagnostics.SetFilter(nullptr);
     compilation.diagnostics.SetHints(nullptr);
     return MistakesOfIncludedFiles(compilation, filter);

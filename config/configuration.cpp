@@ -91,7 +91,7 @@ constexpr std::string_view kNotReadable =
     "Could Not open ZentroCode.Cfg - File corrupt or missing - ";
 
 Severity SeverityFromNumber(std::int32_t number) {
-    return number >= 0 && number <= 3 ? static_cast<Severity>(number) : Severity::Information;
+    return number >= 0 && number <= 4 ? static_cast<Severity>(number) : Severity::Information;
 }
 
 using Record = std::array<std::string, 3>;

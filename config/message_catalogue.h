@@ -15,7 +15,8 @@ enum class Severity : std::uint8_t {
     Error = 0,
     Warning = 1,
     Information = 2,
-    Box = 3,  ///< shown at once in a message box, neither logged nor counted
+    Box = 3,     ///< shown at once in a message box, neither logged nor counted
+    Advice = 4,  ///< logged as information and marked softly, never counted
 };
 
 /// One message record of the configuration file.

@@ -15,6 +15,7 @@ struct MessageGroup {
 constexpr std::array kGroups{
     MessageGroup{MessageCode::StageFailed, MessageCode::EndOfErrors},
     MessageGroup{MessageCode::NoInitialValue, MessageCode::EndOfWarnings},
+    MessageGroup{MessageCode::EventNeverWatched, MessageCode::EndOfAdvice},
     MessageGroup{MessageCode::LoadStarts, MessageCode::EndOfProgress},
     MessageGroup{MessageCode::NeededByteVariable, MessageCode::EndOfHints},
     MessageGroup{MessageCode::FormOfStatement, MessageCode::EndOfLineHints},

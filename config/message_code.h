@@ -108,6 +108,25 @@ enum class MessageCode : std::uint16_t {
     CharacterIgnored = 515,     ///< a character outside quotes that counts as a blank
     EndOfWarnings,
 
+    // Advice: legal, but hardly meant.
+    EventNeverWatched = 600,
+    EventsNeverEnabled = 601,
+    RoutineNeverCalled = 602,
+    VariableNeverUsed = 603,
+    AlwaysTrue = 604,
+    NeverTrue = 605,
+    ButtonComparedWithOne = 606,
+    NeverReached = 607,
+    SoundCutOff = 608,
+    SpeedAboveFull = 609,
+    AngleTooWide = 610,
+    MotorStaysOn = 611,
+    NameHidden = 612,
+    AssignedToItself = 613,
+    BlockEmpty = 614,
+    WaitInHandler = 615,
+    EndOfAdvice,
+
     LoadStarts = 1000,
     LoadEnds = 1001,
     SharedParametersOn = 1002,

@@ -259,6 +259,7 @@ std::shared_ptr<CompiledProgram> CompileService::Run(const OpenFile& file, Texts
     Prompts& prompts = outside.unasked == nullptr ? prompts_ : *outside.unasked;
     program->compilation = std::make_unique<Compilation>(
         configuration_, Environment{outside.output, prompts, *outside.reader, outside.progress});
+    program->compilation->wantsAdvice = FlagIsOn(settings_, SettingNumber::ShowAdvice);
     const MessageCollector& messages = outside.output.messages;
     {
         const QScopedValueRollback<OutputSink*> present(outside.output.present, &output);

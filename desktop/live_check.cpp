@@ -65,6 +65,7 @@ ProgramReport CheckProgram(const InstructionConfiguration& configuration, const 
     QuietPrompts prompts;
     NoProgress progress;
     Compilation compilation(configuration, {output, prompts, files, progress});
+    compilation.wantsAdvice = FlagIsOn(settings, SettingNumber::ShowAdvice);
     const std::vector<IncludedMistakes> included =
         CheckForEditor(compilation, ProgramFilesOf(file, settings));
     for (const IncludedMistakes& mistakes : included) {

@@ -10,9 +10,11 @@ std::size_t OrderOf(const ProgramReport& report, const QString& file) {
     return static_cast<std::size_t>(std::ranges::find(report.files, file) - report.files.begin());
 }
 
-/// The lines of one file.
+/// The lines of one file with mistakes: advice is read where it stands.
 std::vector<MessageStop> StopsOf(const QString& file, std::vector<LineMessage> messages) {
-    std::erase_if(messages, &LineMessage::isAboutInclude);
+    std::erase_if(messages, [](const LineMessage& message) {
+        return message.isAboutInclude || message.severity == Severity::Advice;
+    });
     std::ranges::stable_sort(messages, {}, &LineMessage::line);
     std::vector<MessageStop> stops;
     for (const LineMessage& message : messages) {

@@ -32,9 +32,10 @@ std::map<QString, std::vector<int>> CodeLinesOf(const Compilation& compilation,
 
 void MessageCollector::Add(const PostedMessage& message) {
     if (message.severity == Severity::Error) hasErrors_ = true;
-    const bool counts =
-        message.severity == Severity::Error || message.severity == Severity::Warning;
-    if (!counts || message.place.fileName.empty() || message.place.sourceLineNo < 1) return;
+    const bool isShown = message.severity == Severity::Error ||
+                         message.severity == Severity::Warning ||
+                         message.severity == Severity::Advice;
+    if (!isShown || message.place.fileName.empty() || message.place.sourceLineNo < 1) return;
     Add(message.place, {message.place.sourceLineNo, message.severity,
                         QString::fromStdString(message.text), false, MessageCodeText(message.code),
                         QString::fromStdString(message.hint.text), message.hint.fix});

@@ -59,6 +59,7 @@ struct Compilation {
     bool currentTableHasErrors = false;
     bool mainBlockSeen = false;
     bool sharedParameters = false;  ///< routine parameters are program-wide
+    bool wantsAdvice = true;        ///< about what is legal, but hardly meant
 
     /// The line with the number, which must exist.
     SourceLine& GetSourceLine(std::int32_t lineNumber) {

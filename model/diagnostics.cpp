@@ -72,6 +72,7 @@ LogColour ColourOf(Severity severity) {
         case Severity::Error: return LogColour::Red;
         case Severity::Warning: return LogColour::Blue;
         case Severity::Information:
+        case Severity::Advice:
         case Severity::Box: return LogColour::Green;
     }
     return LogColour::Green;
@@ -82,6 +83,7 @@ std::string_view PrefixOf(Severity severity) {
         case Severity::Error: return "ERROR:   ";
         case Severity::Warning: return "WARNING: ";
         case Severity::Information:
+        case Severity::Advice:
         case Severity::Box: return "";
     }
     return "";

@@ -54,6 +54,7 @@ constexpr std::array kSettings = std::to_array<Setting>({
     {CheckWhileTyping, Flag, {}, 1},
     {ReopenPortWhenBack, Flag, {}, 0},
     {WindowPlaces, Integer, {}, 0},
+    {ShowAdvice, Flag, {}, 1},
     {RecentFiles, Text, "", 0},
     {SessionFiles, Text, "", 0},
 });

@@ -49,6 +49,7 @@ enum class SettingNumber : std::int32_t {
     CheckWhileTyping = 37,  ///< read it with FlagIsOn: older files do not have it
     ReopenPortWhenBack = 38,
     WindowPlaces = 39,  ///< several records, told apart by their sub-keys; 0: never placed
+    ShowAdvice = 40,    ///< about what is legal, but hardly meant; read it with FlagIsOn
     RecentFiles = 41,   ///< paths, under the sub-keys "File1", "File2", ...
     SessionFiles = 42,  ///< those that were open at the end, in the same way
 };

@@ -284,6 +284,19 @@ TEST_F(Zentroc, QuietShowsErrorsAndWarningsOnly) {
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 2);
 }
 
+TEST_F(Zentroc, AdviceIsNeitherCountedNorInTheWay) {
+    Write("main.txt", "DEFINE BYTE Speed = 1\nBEGIN PROGRAM\nSTOP MOTORS\nEND PROGRAM\n");
+    const Result told = Run("main.txt");
+    EXPECT_EQ(told.status, 0);
+    EXPECT_THAT(told.out, AllOf(HasSubstr("0001\t"), HasSubstr(" E603: Speed - "),
+                                HasSubstr("0 Errors and 0 Warnings")));
+    EXPECT_THAT(Run("--format json main.txt").out, HasSubstr("\"severity\":\"advice\""));
+    const Result untold = Run("--no-advice main.txt");
+    EXPECT_EQ(untold.status, 0);
+    EXPECT_THAT(untold.out, testing::Not(HasSubstr("E603")));
+    EXPECT_EQ(Run("-q main.txt").out, "");
+}
+
 TEST_F(Zentroc, JsonHoldsHintsAndFixes) {
     Write("main.txt",
           "INCLUDE \"part.txt\"\nBEGIN PROGRAM\n  print 5\nSTOP MOTORS 1\nEND PROGRAM\n");

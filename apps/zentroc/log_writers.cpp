@@ -27,6 +27,7 @@ std::string_view SeverityName(Severity severity) {
         case Severity::Warning: return "warning";
         case Severity::Information: return "information";
         case Severity::Box: return "fatal";
+        case Severity::Advice: return "advice";
     }
     return "information";
 }

@@ -113,6 +113,7 @@ ExitStatus Compile(const Options& options, const InstructionConfiguration& confi
     // It is left to the system with the rest of the program's memory.
     auto* const compilation = new Compilation(
         configuration, Environment{*log, prompts, reader, progress}, RoomForCompilation());
+    compilation->wantsAdvice = !options.noAdvice;
     bool succeeded = false;
     if (options.checkOnly) {
         succeeded = SyntaxCheck(*compilation, files);

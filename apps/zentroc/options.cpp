@@ -31,6 +31,8 @@ CommandLine Understood(Options& options, std::string& format) {
          "FORMAT",
          false,
          {"text", "json"}},
+        {"--no-advice", &options.noAdvice,
+         "Say nothing about lines that are legal, but hardly meant"},
         {"-q,--quiet", &options.quiet, "Write errors and warnings only"},
     };
     line.footer =

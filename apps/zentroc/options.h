@@ -17,6 +17,7 @@ struct Options {
     std::string symbolsFile;  ///< empty: none
     bool checkOnly = false;
     bool quiet = false;
+    bool noAdvice = false;
     LogFormat format = LogFormat::Text;
 };
 

@@ -12,6 +12,7 @@
 #include "board/board.h"
 #include "board/loader.h"
 #include "board/text.h"
+#include "config/encoding.h"
 #include "config/text.h"
 #include "tests/support/compile_fixture.h"
 #include "tools/handbook/html.h"
@@ -44,11 +45,23 @@ std::multiset<std::string> Pages(Kind kind) {
     return pages;
 }
 
-std::set<std::string> CodesOf(const Program& program) {
+std::set<std::string> CodesOf(const std::vector<std::string>& messages) {
     std::set<std::string> codes;
-    for (const std::string& message : program.Messages())
+    for (const std::string& message : messages)
         codes.insert(message.substr(0, message.find(' ')));
     return codes;
+}
+
+bool IsAdvice(const std::string& page) {
+    const auto code = std::ranges::find(MessageCodes(), page, MessageCodeText);
+    return code != MessageCodes().end() &&
+           test::ShippedLanguage().messages.Find(*code)->errorSeverity == Severity::Advice;
+}
+
+/// Programs beside a mistake are cut to what it is about, and use little of what they define.
+bool IsCutShort(const Block& block) {
+    const bool isOfMessage = block.page.starts_with("E") && IsDigit(block.page[1]);
+    return isOfMessage && !IsAdvice(block.page);
 }
 
 /// Messages that never come alone, with the one that comes before them.
@@ -73,7 +86,14 @@ TEST(HandbookPrograms, DoWhatTheirPagesSay) {
             expected.insert(block.page);
             if (kCompany.contains(block.page)) expected.insert(kCompany.at(block.page));
         }
-        EXPECT_EQ(CodesOf(program), expected) << block.place << "\n" << ProgramText(block);
+        std::set<std::string> advice;
+        if (IsAdvice(block.page)) advice.swap(expected);
+        EXPECT_EQ(CodesOf(program.Messages()), expected) << block.place << "\n"
+                                                         << ProgramText(block);
+        if (!IsCutShort(block)) {
+            EXPECT_EQ(CodesOf(program.Advice()), advice) << block.place << "\n"
+                                                         << ProgramText(block);
+        }
         ++programs;
     }
     EXPECT_GT(programs, 0);
@@ -145,7 +165,8 @@ TEST(HandbookPages, ShowEveryMessageWithBothPrograms) {
     std::multiset<std::string> expected;
     for (const MessageCode code : MessageCodes()) {
         const Severity severity = test::ShippedLanguage().messages.Find(code)->errorSeverity;
-        const bool isMistake = severity == Severity::Error || severity == Severity::Warning;
+        const bool isMistake = severity == Severity::Error || severity == Severity::Warning ||
+                               severity == Severity::Advice;
         const std::string text = MessageCodeText(code);
         if (isMistake && !unreachable.contains(text)) expected.insert(text);
     }

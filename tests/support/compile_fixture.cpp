@@ -16,6 +16,13 @@ bool IsMistake(const PostedMessage& message) {
     return message.severity == Severity::Error || message.severity == Severity::Warning;
 }
 
+std::string CodeAndPlace(const PostedMessage& message) {
+    const LineXref& place = message.place;
+    const std::string line = ":" + std::to_string(place.sourceLineNo);
+    return MessageCodeText(message.code) +
+           (place.sourceLineNo == 0 ? "" : " " + place.fileName + line);
+}
+
 /// The comment column of a listing: 40 characters, or 37 and "...".
 std::string ShownComment(std::string_view comment) {
     const std::string whole = ";" + std::string(comment);
@@ -132,11 +139,15 @@ std::vector<IncludedMistakes> Program::CheckForEditor() {
 std::vector<std::string> Program::Messages() const {
     std::vector<std::string> texts;
     for (const PostedMessage& message : output.messages) {
-        if (!IsMistake(message)) continue;
-        const LineXref& place = message.place;
-        const std::string line = ":" + std::to_string(place.sourceLineNo);
-        texts.push_back(MessageCodeText(message.code) +
-                        (place.sourceLineNo == 0 ? "" : " " + place.fileName + line));
+        if (IsMistake(message)) texts.push_back(CodeAndPlace(message));
+    }
+    return texts;
+}
+
+std::vector<std::string> Program::Advice() const {
+    std::vector<std::string> texts;
+    for (const PostedMessage& message : output.messages) {
+        if (message.severity == Severity::Advice) texts.push_back(CodeAndPlace(message));
     }
     return texts;
 }

@@ -84,6 +84,8 @@ struct Program {
 
     /// Errors and warnings in the order of posting: "E24 main.txt:3", "E26" without a line.
     std::vector<std::string> Messages() const;
+    /// The advice in the same way: "E600 main.txt:3".
+    std::vector<std::string> Advice() const;
     /// The text of the first message with the code; empty when there is none.
     std::string TextOf(std::string_view code) const;
 

@@ -206,13 +206,21 @@ class Page {
         return rows.size() > 1 ? TableHtml(rows) : std::string();
     }
 
+    static std::string_view KindOf(Severity severity) {
+        switch (severity) {
+            case Severity::Warning: return "warning";
+            case Severity::Advice: return "advice";
+            default: return "error";
+        }
+    }
+
     void WriteMessage(const Block& block) {
         const std::string& code = block.lines.front();
         const ErrorMessage* message = language_.messages.Find(code);
         if (message == nullptr) return Report(block, "the configuration has no message " + code);
         Write("<h3>" + WordAnchorsHtml(code) + code + ": " +
-              (message->errorSeverity == Severity::Warning ? "warning" : "error") +
-              "</h3>\n<p><i>" + EscapeHtml(ToUtf8(message->errorMsg)) + "</i></p>\n");
+              std::string(KindOf(message->errorSeverity)) + "</h3>\n<p><i>" +
+              EscapeHtml(ToUtf8(message->errorMsg)) + "</i></p>\n");
     }
 
     /// F1 on a word and the search for it lead to its row; for a word of this language to its page.

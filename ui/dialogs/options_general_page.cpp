@@ -29,6 +29,9 @@ constexpr Switch kSwitches[] = {
      "When this is ticked, a changed file is saved before a compile without the warning."},
     {"chkCheckWhileTyping", "Check the program while typing", &OptionsState::checkWhileTyping,
      "Marks mistakes in the source text a moment after each change."},
+    {"chkShowAdvice", "Give advice about lines that are hardly meant so", &OptionsState::showAdvice,
+     "Tells of what is legal and does something else than is meant, such as a routine never "
+     "called."},
     {"chkReopenPort", "Open the terminal again when the cable is back",
      &OptionsState::reopenPortWhenBack,
      "When the port of an open terminal goes away and comes back, it is opened again."},

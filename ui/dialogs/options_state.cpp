@@ -54,6 +54,7 @@ constexpr std::array kOptions{
     Option{TerminalBackColour, "Terminal Back Colour", &OptionsState::terminalBack},
     Option{TerminalTextColour, "Terminal Text Colour", &OptionsState::terminalText},
     Option{CheckWhileTyping, "Loading Flags", &OptionsState::checkWhileTyping},
+    Option{ShowAdvice, "Loading Flags", &OptionsState::showAdvice},
     Option{ReopenPortWhenBack, "Loading Flags", &OptionsState::reopenPortWhenBack},
     Option{ObjectFolder, "Object Directory", FolderField{&OptionsState::objectFolder}},
 };

@@ -16,6 +16,7 @@ struct OptionsState {
     bool showObjectCode = false;
     bool saveWithoutAsking = false;
     bool checkWhileTyping = false;
+    bool showAdvice = true;
     bool reopenPortWhenBack = false;
     QString portName;
     QString instructionFile;

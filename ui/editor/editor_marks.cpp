@@ -32,16 +32,37 @@ enum Marker : std::uint8_t {
     kConditionalBreakpoint,
     kHollowBreakpoint,
     kLampMark,
+    kAdviceMark,
 };
 constexpr int kBreakpointMarks =
     1 << kFullBreakpoint | 1 << kConditionalBreakpoint | 1 << kHollowBreakpoint;
-enum Indicator : std::uint8_t { kErrorLine = 8, kWarningLine = 9 };
+enum Indicator : std::uint8_t { kErrorLine = 8, kWarningLine = 9, kAdviceLine = 10 };
+
+/// How messages of a severity are marked.
+struct SeverityLook {
+    Severity severity;
+    int marker;
+    int indicator;
+    const char* kind;
+};
+
+constexpr SeverityLook kSeverityLooks[] = {
+    {Severity::Error, kErrorMark, kErrorLine, "Error: "},
+    {Severity::Warning, kWarningMark, kWarningLine, "Warning: "},
+    {Severity::Advice, kAdviceMark, kAdviceLine, "Advice: "},
+};
+
+const SeverityLook& LookOf(Severity severity) {
+    const auto* const look = std::ranges::find(kSeverityLooks, severity, &SeverityLook::severity);
+    return look == std::end(kSeverityLooks) ? kSeverityLooks[1] : *look;
+}
 
 constexpr int kSize = 14;
 /// Nobody reads more, and finding a mark's line takes longer the more marks there are.
 constexpr std::size_t kMostMessages = 500;
 const QColor kErrorColour(200, 0, 0);
 const QColor kWarningColour(180, 110, 0);
+const QColor kAdviceColour(90, 110, 140);
 const QColor kHereColour(0, 90, 200);
 const QColor kLitColour(255, 180, 0);
 const QColor kFaultColour(230, 0, 0);
@@ -84,6 +105,19 @@ QImage WarningPicture(qreal density, const QColor& colour, const QColor& page) {
     painter.setPen(QPen(page, 1.6, Qt::SolidLine, Qt::RoundCap));
     painter.drawLine(QPointF(7, 5.2), QPointF(7, 8.2));
     painter.drawPoint(QPointF(7, 10.6));
+    return picture;
+}
+
+/// An i in a ring.
+QImage AdvicePicture(qreal density, const QColor& colour) {
+    QImage picture = EmptyPicture(density);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour, 1.2));
+    painter.drawEllipse(QRectF(1.5, 1.5, 11, 11));
+    painter.setPen(QPen(colour, 1.6, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(QPointF(7, 6.6), QPointF(7, 9.8));
+    painter.drawPoint(QPointF(7, 4.2));
     return picture;
 }
 
@@ -188,16 +222,19 @@ void EditorMarks::Redraw(const QColor& page) {
     for (const Look look : {Look::Full, Look::Conditional, Look::Hollow})
         editor_.markerDefine(BreakpointPicture(density, readable(kBreakpointColour), page, look),
                              MarkerOf(look));
+    editor_.markerDefine(AdvicePicture(density, readable(kAdviceColour)), kAdviceMark);
     editor_.markerDefine(LampPicture(density, readable(kLampColour)), kLampMark);
     editor_.setMarginMarkerMask(kLampMargin, 1 << kLampMark);
     editor_.setMarginMarkerMask(kBreakpointMargin, kBreakpointMarks);
-    editor_.setMarginMarkerMask(
-        kMargin, 1 << kWarningMark | 1 << kErrorMark | 1 << kHereMark | 1 << kSoftMark);
+    editor_.setMarginMarkerMask(kMargin, 1 << kAdviceMark | 1 << kWarningMark | 1 << kErrorMark |
+                                             1 << kHereMark | 1 << kSoftMark);
 
     editor_.indicatorDefine(QsciScintilla::SquiggleIndicator, kErrorLine);
     editor_.setIndicatorForegroundColor(readable(kErrorColour), kErrorLine);
     editor_.indicatorDefine(QsciScintilla::DashesIndicator, kWarningLine);
     editor_.setIndicatorForegroundColor(readable(kWarningColour), kWarningLine);
+    editor_.indicatorDefine(QsciScintilla::DotsIndicator, kAdviceLine);
+    editor_.setIndicatorForegroundColor(readable(kAdviceColour), kAdviceLine);
 }
 
 EditorMarks::Mark EditorMarks::SetMark(int line, int marker, const QString& text) {
@@ -208,8 +245,7 @@ void EditorMarks::Underline(int line, Severity severity) {
     const std::string text = LineText(editor_, line);
     const std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
     if (begin == text.size()) return;
-    Send(editor_, Sci::SCI_SETINDICATORCURRENT,
-         severity == Severity::Error ? kErrorLine : kWarningLine);
+    Send(editor_, Sci::SCI_SETINDICATORCURRENT, LookOf(severity).indicator);
     Send(editor_, Sci::SCI_INDICATORFILLRANGE, LineBegin(editor_, line) + static_cast<long>(begin),
          static_cast<long>(text.size() - begin));
 }
@@ -219,10 +255,8 @@ void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
     const std::size_t count = std::min(messages.size(), kMostMessages);
     for (const LineMessage& message : std::span(messages).first(count)) {
         const int line = std::clamp(message.line, 1, LineCount(editor_)) - 1;
-        const bool isError = message.severity == Severity::Error;
-        const QString kind = isError ? "Error: " : "Warning: ";
-        messages_.push_back(
-            SetMark(line, isError ? kErrorMark : kWarningMark, kind + message.text));
+        const SeverityLook& look = LookOf(message.severity);
+        messages_.push_back(SetMark(line, look.marker, look.kind + message.text));
         Underline(line, message.severity);
         AddLamp(message, line);
     }
@@ -257,10 +291,9 @@ void EditorMarks::ClearMessages() {
     messages_.clear();
     lamps_.clear();
     editor_.markerDeleteAll(kLampMark);
-    editor_.markerDeleteAll(kErrorMark);
-    editor_.markerDeleteAll(kWarningMark);
-    for (const int indicator : {kErrorLine, kWarningLine}) {
-        Send(editor_, Sci::SCI_SETINDICATORCURRENT, indicator);
+    for (const SeverityLook& look : kSeverityLooks) {
+        editor_.markerDeleteAll(look.marker);
+        Send(editor_, Sci::SCI_SETINDICATORCURRENT, look.indicator);
         Send(editor_, Sci::SCI_INDICATORCLEARRANGE, 0, TextLength(editor_));
     }
 }

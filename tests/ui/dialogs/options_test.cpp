@@ -79,7 +79,7 @@ TEST_F(OptionsTest, OkWritesEveryOptionInItsOrder) {
               "29,\"Saved\",1\n10,\"\",\"HERE/\"\n36,\"\",0\n1,\"\",0\n4,\"\",0\n28,\"\",0\n"
               "0,\"\",\"\"\n9,\"\",\"\"\n30,\"\",\"\"\n31,\"\",\"\"\n33,\"\",\"\"\n8,\"\",0\n"
               "5,\"\",0\n34,\"\",\"Courier New\"\n35,\"\",9.75\n7,\"\",0\n6,\"\",0\n37,\"\",1\n"
-              "38,\"\",0\n11,\"\",\"\"\n");
+              "40,\"\",1\n38,\"\",0\n11,\"\",\"\"\n");
 }
 
 TEST_F(OptionsTest, WhatTheUserChangesIsSavedAndNothingElse) {

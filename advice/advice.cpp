@@ -1,0 +1,28 @@
+#include "advice/advice.h"
+
+#include <algorithm>
+
+#include "advice/advice_finders.h"
+
+namespace zentro {
+
+void GiveAdvice(Compilation& compilation) {
+    AdviceSearch search{compilation};
+    LineAdvice ofLines(search);
+    OrderAdvice ofOrder(search);
+    NameAdvice ofNames(search);
+    for (const SourceLine& line : compilation.sourceLines) {
+        if (!line.GeneratesCode()) continue;
+        ofLines.Look(line);
+        ofOrder.Look(line);
+        ofNames.Look(line);
+    }
+    ofLines.Finish();
+    ofNames.Finish();
+    std::ranges::stable_sort(search.findings, {}, &Finding::lineNumber);
+    for (const Finding& finding : search.findings)
+        compilation.diagnostics.PostError(
+            finding.code, &compilation.GetSourceLine(finding.lineNumber), finding.extra);
+}
+
+}  // namespace zentro
