@@ -69,7 +69,6 @@ class OrderAdvice {
     const SourceLine* before_ = nullptr;
     // The program's own lines, outside all of its blocks, one after the other.
     bool isInProgram_ = false;
-    bool mayHaveHandlers_ = false;
     int depth_ = 0;
     const SourceLine* motorOn_ = nullptr;  ///< the last line that set one going for certain
     bool hasWaited_ = false;               ///< since then
