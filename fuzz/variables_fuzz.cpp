@@ -73,6 +73,16 @@ bool IsAllAnswers(std::string_view text) {
     return text.find(kDebugPrompt) == std::string_view::npos;
 }
 
+/// The reply from the line on that names its place; all of it if none does.
+std::string_view FromPlace(std::string_view reply) {
+    constexpr std::string_view kPlace = "[0000]";
+    for (std::size_t at = reply.find(kPlace); at != std::string_view::npos;
+         at = reply.find(kPlace, at + 1)) {
+        if (at == 0 || reply[at - 1] == '\r' || reply[at - 1] == '\n') return reply.substr(at);
+    }
+    return reply;
+}
+
 /// The values that the replies in the text stand for, in order.
 std::vector<std::string> ExpectedValues(std::string_view text) {
     std::vector<std::string> values;
@@ -80,7 +90,7 @@ std::vector<std::string> ExpectedValues(std::string_view text) {
         const std::size_t marker = text.find(kReplyEndMarker);
         if (marker == std::string_view::npos) break;
         const std::size_t end = marker + kReplyEndMarker.size();
-        values.push_back(FormatDebugValue(text.substr(0, end), kTypes[values.size()]));
+        values.push_back(FormatDebugValue(FromPlace(text.substr(0, end)), kTypes[values.size()]));
         text.remove_prefix(end);
     }
     return values;

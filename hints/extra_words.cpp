@@ -121,7 +121,7 @@ std::optional<Hint> FindWordsInValue(const HintQuestion& question) {
         return MakeHint(question, MessageCode::TwoValues, {ToUtf8(first), ToUtf8(rest)});
     if (IsKnownValue(question, first))
         return MakeHint(question, MessageCode::TakeOut, {ToUtf8(first), ToUtf8(rest)});
-    if (!isOneMore || !IsLetter(first.front())) return std::nullopt;
+    if (!isOneMore || first.empty() || !IsLetter(first.front())) return std::nullopt;
     Hint hint = MakeHint(question, MessageCode::OnlyThis, {ToUtf8(first), ToUtf8(rest)});
     hint.fix = FixOf(question.line, PlaceInLine(question.line, value), value.size(), rest);
     return hint;

@@ -142,6 +142,7 @@ std::optional<Hint> HintOfSign(const HintQuestion& question, const OtherLanguage
     Hint hint = HintOfRow(question, row, row.word);
     if (row.replacement.empty()) return hint;
     std::string instead = PlainText(question.compilation.configuration.commands, row.replacement);
+    if (instead.empty()) return hint;  // the configuration has no text for its words
     const std::size_t end = at + row.word.size();
     if (at > 0 && !IsBlank(text[at - 1]) && IsLetter(instead.front())) instead.insert(0, " ");
     if (end < text.size() && !IsBlank(text[end]) && IsLetter(instead.back())) instead += ' ';

@@ -172,7 +172,8 @@ void OfferConstants(const HintQuestion& question, NearestWord& nearest) {
 
 void OfferEntries(const HintQuestion& question, TokenFamily family, NearestWord& nearest) {
     for (const Command& entry : question.compilation.configuration.commands.Entries()) {
-        if (entry.family == family && IsLetter(entry.command.front())) nearest.Offer(entry.command);
+        const bool isWord = !entry.command.empty() && IsLetter(entry.command.front());
+        if (entry.family == family && isWord) nearest.Offer(entry.command);
     }
 }
 

@@ -114,7 +114,7 @@ std::optional<Hint> FindMissingCall(const HintQuestion& question) {
     const std::size_t end = statement.find_first_of(" \t(");
     const std::string_view first = statement.substr(0, end);
     std::string instead = call + " " + std::string(statement);
-    const bool isCalled = question.code == MessageCode::UnknownCall && statement.back() == ')';
+    const bool isCalled = question.code == MessageCode::UnknownCall && statement.ends_with(')');
     const bool isNamed = question.code == MessageCode::UnknownStatement && end == kNone;
     if ((isCalled || isNamed) && PlainRoutine(question, first) != nullptr) {
         if (isNamed) instead += "()";
