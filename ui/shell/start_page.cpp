@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QScrollArea>
 #include <QToolButton>
+#include <algorithm>
 #include <utility>
 
 #include "ui/support/icons.h"
@@ -18,7 +19,7 @@ namespace {
 
 constexpr QSize kPictureSize{48, 48};
 constexpr QSize kIconSize{20, 20};
-constexpr int kExamplesInRow = 4;
+constexpr int kMostExamplesInRow = 4;
 constexpr int kMostRecentShown = 6;
 
 /// The scale of all distances, in pixels.
@@ -52,20 +53,22 @@ StartPage::StartPage(Actions actions, const QString& examplesFolder,
       sessionFiles_(std::move(sessionFiles)) {
     setObjectName("StartPage");
     setAutoFillBackground(true);
-    auto* area = new QScrollArea(this);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus);
+    area_ = new QScrollArea(this);
+    area_->setWidgetResizable(true);
+    area_->setFrameShape(QFrame::NoFrame);
+    area_->setFocusPolicy(Qt::NoFocus);
     auto* page = new QWidget;
     auto* columns = new QHBoxLayout;
     columns->setSpacing(2 * kLarge);
     columns->addStretch(1);
-    auto* left = new QVBoxLayout;
+    left_ = new QWidget;
+    auto* left = new QVBoxLayout(left_);
+    left->setContentsMargins(0, 0, 0, 0);
     left->setSpacing(kLarge);
     left->addWidget(MakeBeginnings());
     left->addWidget(MakeRecent());
     left->addStretch(1);
-    columns->addLayout(left);
+    columns->addWidget(left_);
     columns->addWidget(MakeExamples(examplesFolder), 0, Qt::AlignTop);
     columns->addStretch(1);
     auto* rows = new QVBoxLayout(page);
@@ -73,10 +76,10 @@ StartPage::StartPage(Actions actions, const QString& examplesFolder,
     rows->addStretch(1);
     rows->addLayout(columns);
     rows->addStretch(2);
-    area->setWidget(page);
+    area_->setWidget(page);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(area);
+    whole->addWidget(area_);
 }
 
 QToolButton* StartPage::AddButton(QBoxLayout& layout, const QString& name, const QString& text,
@@ -130,9 +133,8 @@ QWidget* StartPage::MakeExamples(const QString& folder) {
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(kMedium);
     rows->addWidget(MakeHeading(tr("Examples"), group));
-    auto* grid = new QGridLayout;
-    grid->setSpacing(kMedium);
-    int count = 0;
+    exampleGrid_ = new QGridLayout;
+    exampleGrid_->setSpacing(kMedium);
     for (const QFileInfo& example : QDir(folder).entryInfoList({"*.txt"}, QDir::Files)) {
         auto* button = new QToolButton;
         button->setObjectName("StartExample_" + example.completeBaseName());
@@ -150,12 +152,27 @@ QWidget* StartPage::MakeExamples(const QString& folder) {
             button, &QToolButton::clicked, this,
             [this, path = example.absoluteFilePath()] { actions_.openFile(path); },
             Qt::QueuedConnection);
-        grid->addWidget(button, count / kExamplesInRow, count % kExamplesInRow);
-        ++count;
+        examples_.push_back(button);
     }
-    rows->addLayout(grid);
-    group->setVisible(count > 0);
+    rows->addLayout(exampleGrid_);
+    group->setVisible(!examples_.empty());
     return group;
+}
+
+/// As many in a row as the width has room for, so that nobody must scroll sideways.
+void StartPage::PlaceExamples() {
+    if (examples_.empty()) return;
+    int width = 0;
+    for (const QToolButton* example : examples_)
+        width = std::max({width, example->minimumWidth(), example->sizeHint().width()});
+    const int room = area_->viewport()->width() - left_->sizeHint().width() - 4 * kLarge;
+    const int columns = std::clamp((room + kMedium) / (width + kMedium), 1, kMostExamplesInRow);
+    if (columns == exampleColumns_) return;
+    exampleColumns_ = columns;
+    for (std::size_t i = 0; i < examples_.size(); ++i) {
+        const int place = static_cast<int>(i);
+        exampleGrid_->addWidget(examples_[i], place / columns, place % columns);
+    }
 }
 
 void StartPage::ShowRecent() {
@@ -182,8 +199,14 @@ void StartPage::ShowRecent() {
 
 void StartPage::showEvent(QShowEvent* event) {
     ShowRecent();
+    PlaceExamples();
     QWidget::showEvent(event);
     if (auto* first = findChild<QToolButton*>("StartNew")) first->setFocus();
+}
+
+void StartPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    PlaceExamples();
 }
 
 /// Return does what a click does.

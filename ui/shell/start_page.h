@@ -3,8 +3,11 @@
 #include <QStringList>
 #include <QWidget>
 #include <functional>
+#include <vector>
 
 class QBoxLayout;
+class QGridLayout;
+class QScrollArea;
 class QToolButton;
 
 namespace zentro {
@@ -32,6 +35,7 @@ class StartPage : public QWidget {
 
   protected:
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
@@ -40,11 +44,17 @@ class StartPage : public QWidget {
     QWidget* MakeRecent();
     QToolButton* AddButton(QBoxLayout& layout, const QString& name, const QString& text,
                            const QString& icon, std::function<void()> action);
+    void PlaceExamples();
     void ShowRecent();
 
     Actions actions_;
     std::function<QStringList()> recentFiles_;
     std::function<QStringList()> sessionFiles_;
+    QScrollArea* area_ = nullptr;
+    QWidget* left_ = nullptr;
+    QGridLayout* exampleGrid_ = nullptr;
+    std::vector<QToolButton*> examples_;
+    int exampleColumns_ = 0;
     QWidget* recent_ = nullptr;
     QBoxLayout* recentRows_ = nullptr;
 };

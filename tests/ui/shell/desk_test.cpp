@@ -4,12 +4,14 @@
 
 #include <QAbstractButton>
 #include <QMdiSubWindow>
+#include <QRegularExpression>
 #include <QToolButton>
 #include <algorithm>
 
 #include "tests/ui/shell/main_window_fixture.h"
 #include "ui/editor/source_window.h"
 #include "ui/shell/source_files.h"
+#include "ui/shell/start_page.h"
 #include "ui/support/window_place.h"
 
 namespace zentro {
@@ -191,6 +193,32 @@ TEST_F(DeskTest, TheStartPageBegins) {
     EXPECT_EQ(page->findChild<QToolButton*>("StartRecent1")->text(), "two.txt");
     click("StartSession");
     EXPECT_EQ(window->Files().Windows().size(), 2);
+}
+
+/// Each program that is shipped has a picture of its own, and none is out of sight to the side.
+TEST_F(DeskTest, TheStartPageShowsEveryExampleAtAnyWidth) {
+    const auto none = [] { return QStringList(); };
+    StartPage page({}, ZENTRO_EXAMPLES_FOLDER, none, none);
+    page.resize(1200, 700);
+    page.show();
+    const auto buttons = page.findChildren<QToolButton*>(QRegularExpression("^StartExample_"));
+    ASSERT_GT(buttons.size(), 10);
+    std::vector<std::vector<char>> pictures;
+    for (QToolButton* button : buttons) {
+        const QImage picture = button->icon().pixmap(48).toImage();
+        pictures.emplace_back(picture.constBits(), picture.constBits() + picture.sizeInBytes());
+    }
+    std::ranges::sort(pictures);
+    EXPECT_EQ(std::ranges::adjacent_find(pictures), pictures.end());
+    for (const int width : {1200, 683, 640, 480}) {
+        page.resize(width, 360);
+        QCoreApplication::processEvents();
+        for (const QToolButton* button : buttons) {
+            const int left = button->mapTo(&page, QPoint()).x();
+            EXPECT_LE(left + button->width(), page.width())
+                << width << button->text().toStdString();
+        }
+    }
 }
 
 }  // namespace
