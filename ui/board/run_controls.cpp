@@ -1,7 +1,6 @@
 #include "ui/board/run_controls.h"
 
 #include <QBoxLayout>
-#include <QFontDatabase>
 #include <QLabel>
 #include <QLocale>
 #include <QPushButton>
@@ -14,6 +13,7 @@
 #include "desktop/board_text.h"
 #include "ui/support/colours.h"
 #include "ui/support/icons.h"
+#include "ui/support/source_font.h"
 #include "ui/support/spoken_label.h"
 
 namespace zentro {
@@ -139,7 +139,7 @@ QLayout* RunControls::MakeStatus() {
     state_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     state_->setWordWrap(true);
     instruction_->setObjectName("BoardInstruction");
-    instruction_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    instruction_->setFont(FixedFont());
     instruction_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     steps_->setObjectName("BoardSteps");
     steps_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

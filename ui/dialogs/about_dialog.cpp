@@ -1,7 +1,6 @@
 #include "ui/dialogs/about_dialog.h"
 
 #include <QClipboard>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "ui/support/icons.h"
+#include "ui/support/source_font.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {
@@ -110,7 +110,7 @@ SystemInfoDialog::SystemInfoDialog(const QString& text, QWidget* parent) : QDial
     details->setAccessibleName("System information");
     details->setReadOnly(true);
     details->setTabChangesFocus(true);
-    details->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    details->setFont(FixedFont());
     auto* copy = MakeButton("cmdCopy", "&Copy");
     auto* ok = MakeButton("cmdOK", "OK");
     ok->setDefault(true);

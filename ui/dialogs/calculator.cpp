@@ -1,6 +1,5 @@
 #include "ui/dialogs/calculator.h"
 
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,6 +10,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+
+#include "ui/support/source_font.h"
 
 namespace zentro {
 
@@ -51,7 +52,7 @@ Calculator::Calculator(QWidget* parent) : QWidget(parent), results_(new QPlainTe
     results_->setAccessibleName("Results");
     results_->setReadOnly(true);
     results_->setTabChangesFocus(true);
-    results_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    results_->setFont(FixedFont());
     results_->setPlaceholderText("255 or FF or 0xFF or -1");
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(MakeInput());

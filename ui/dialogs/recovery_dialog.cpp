@@ -3,7 +3,6 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLocale>
@@ -19,6 +18,7 @@
 #include "config/file.h"
 #include "desktop/text_file.h"
 #include "ui/support/colours.h"
+#include "ui/support/source_font.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {
@@ -115,7 +115,7 @@ void RecoveryDialog::SetUpDifference() {
     difference_->setReadOnly(true);
     difference_->setTabChangesFocus(true);
     difference_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    difference_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    difference_->setFont(FixedFont());
     summary_->setObjectName("DifferenceSummary");
     summary_->setBuddy(difference_);
     summary_->setWordWrap(true);

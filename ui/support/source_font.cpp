@@ -39,4 +39,12 @@ QFont ColumnFont(const QString& name, double points) {
     return fixed;
 }
 
+QFont FixedFont() {
+    const QFont system = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (QFontInfo(system).fixedPitch()) return system;
+    QFont fixed = UsualFixedFont();
+    fixed.setPointSizeF(QFontInfo(system).pointSizeF());
+    return fixed;
+}
+
 }  // namespace zentro

@@ -13,4 +13,8 @@ QFont SourceFont(const QString& name, double points);
 /// The same, but always of one pitch, for what stands in columns.
 QFont ColumnFont(const QString& name, double points);
 
+/// The desktop's font of one pitch, or, where what it names has several, one that this computer
+/// has.
+QFont FixedFont();
+
 }  // namespace zentro

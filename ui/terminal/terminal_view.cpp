@@ -1,6 +1,5 @@
 #include "ui/terminal/terminal_view.h"
 
-#include <QFontDatabase>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyle>
@@ -8,13 +7,15 @@
 #include <QtMath>
 #include <algorithm>
 
+#include "ui/support/source_font.h"
+
 namespace zentro {
 
 TerminalView::TerminalView(QWidget* parent) : QPlainTextEdit(parent), shown_(ShowScreen({})) {
     setObjectName("txtTerminal");
     setAccessibleName(tr("Terminal screen"));
     setAccessibleDescription(tr("What the board sends. Keys go to the board."));
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setFont(FixedFont());
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);

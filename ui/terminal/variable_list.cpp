@@ -1,7 +1,6 @@
 #include "ui/terminal/variable_list.h"
 
 #include <QEvent>
-#include <QFontDatabase>
 #include <QPixmap>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -11,6 +10,7 @@
 
 #include "desktop/variable_values.h"
 #include "ui/support/icons.h"
+#include "ui/support/source_font.h"
 
 namespace zentro {
 
@@ -36,7 +36,7 @@ VariableList::VariableList(const CommandCatalogue& commands, QWidget* parent)
     : QListWidget(parent), commands_(commands) {
     setObjectName("ListVars");
     setAccessibleName(tr("Variables and their values"));
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setFont(FixedFont());
     setItemDelegate(new LineDelegate(this));
     setTextElideMode(Qt::ElideNone);
     setUniformItemSizes(true);
