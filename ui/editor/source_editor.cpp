@@ -400,11 +400,11 @@ void SourceEditor::SetChromeColours(const QColor& text, const QColor& page) {
     const QColor margin = Mix(text, page, 5);
     setMarginsBackgroundColor(margin);
     setMarginsForegroundColor(ReadableOn(Mix(text, page, 60), margin));
-    setFoldMarginColors(page, page);
+    setFoldMarginColors(margin, margin);
     const QColor fold = Mix(text, page, 60);
     for (int marker = SC_MARKNUM_FOLDEREND; marker <= int{SC_MARKNUM_FOLDEROPEN}; ++marker) {
         // The editor's own functions leave markers alone that it has not given out itself.
-        SendScintilla(SCI_MARKERSETFORE, static_cast<unsigned long>(marker), page);
+        SendScintilla(SCI_MARKERSETFORE, static_cast<unsigned long>(marker), margin);
         SendScintilla(SCI_MARKERSETBACK, static_cast<unsigned long>(marker), fold);
     }
     setCaretForegroundColor(text);
