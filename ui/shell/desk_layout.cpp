@@ -12,6 +12,8 @@ constexpr int kWidthForHelpColumn = 1600;
 constexpr int kLeastBoardHeight = 380;
 constexpr int kLeastStripHeight = 150;
 constexpr int kLeastSourceHeight = 200;
+constexpr int kLeastOutputHeight = 100;  // its title, two lines and the count of the mistakes
+constexpr int kLeastHeightToDivide = 300;
 constexpr int kMostTitleHeight = 40;  // of the main window, which the desktop draws around it
 
 constexpr QSize kMostOfMainWindow{1600, 1000};
@@ -47,7 +49,8 @@ void PlaceColumn(const QRect& area, const Column& column, int leastAbove, Places
     if (!column.below.empty()) {
         const bool isToRead = column.below.front() == DeskPart::Help;
         strip = std::max(Share(area.height(), isToRead ? 50 : 30), kLeastStripHeight);
-        strip = std::clamp(strip, 0, std::max(area.height() - leastAbove, area.height() / 4));
+        const int least = std::min(kLeastOutputHeight, area.height() / 2);
+        strip = std::clamp(strip, 0, std::max(area.height() - leastAbove, least));
     }
     const QRect above = area.adjusted(0, 0, 0, -strip);
     for (const DeskPart part : column.above)
@@ -61,6 +64,7 @@ void PlaceColumn(const QRect& area, const Column& column, int leastAbove, Places
 std::map<DeskPart, QRect> LayOutDesk(const QRect& area, const std::set<DeskPart>& open) {
     const auto isOpen = [&](DeskPart part) { return open.contains(part); };
     const bool hasHelpColumn = area.width() >= kWidthForHelpColumn && isOpen(DeskPart::Board);
+    const bool isLow = area.height() < kLeastHeightToDivide;
     Column left;
     Column right;
     Column help;
@@ -70,7 +74,7 @@ std::map<DeskPart, QRect> LayOutDesk(const QRect& area, const std::set<DeskPart>
     put(DeskPart::Source, left.above);
     // One reads a lesson below the text that one types, and sees the board beside both.
     const bool readsBelow = isOpen(DeskPart::Help) && isOpen(DeskPart::Board) && !hasHelpColumn &&
-                            isOpen(DeskPart::Source);
+                            !isLow && isOpen(DeskPart::Source);
     if (readsBelow) left.below.push_back(DeskPart::Help);
     put(DeskPart::Output, readsBelow ? right.below : left.below);
     put(DeskPart::Variables, isOpen(DeskPart::Board) ? right.below : left.below);
@@ -79,6 +83,9 @@ std::map<DeskPart, QRect> LayOutDesk(const QRect& area, const std::set<DeskPart>
     const bool isRightTaken = isOpen(DeskPart::Board) || isOpen(DeskPart::Terminal);
     put(DeskPart::Listing, isRightTaken ? right.below : right.above);
     if (!readsBelow) put(DeskPart::Help, hasHelpColumn ? help.above : right.above);
+    // Half a board and half a listing are of no use: the one that was opened last is in front.
+    if (isLow) right.above.insert(right.above.end(), right.below.begin(), right.below.end());
+    if (isLow) right.below.clear();
 
     QRect rest = area;
     Places places;

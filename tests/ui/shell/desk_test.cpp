@@ -53,6 +53,17 @@ TEST(DeskLayout, CoversTheAreaAndNoWindowAnother) {
     }
 }
 
+/// A screen of 1280 by 720 at twice the size.
+TEST(DeskLayout, ALowAreaHidesNoMessageAndHalvesNoBoard) {
+    const QRect area(0, 0, 640, 205);
+    const auto places = LayOutDesk(area, {Source, Output, Board, Terminal, Listing, Help});
+    EXPECT_GE(places.at(Output).height(), 100);
+    EXPECT_GE(places.at(Source).height(), 100);
+    EXPECT_FALSE(places.at(Source).intersects(places.at(Output)));
+    for (const DeskPart part : {Board, Terminal, Listing, Help})
+        EXPECT_EQ(places.at(part).height(), area.height()) << static_cast<int>(part);
+}
+
 TEST(DeskLayout, TheHandbookHasAColumnWhereThereIsRoom) {
     const std::set<DeskPart> open{Source, Board, Help};
     const auto narrow = LayOutDesk(QRect(0, 0, 1280, 560), open);
