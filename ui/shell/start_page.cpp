@@ -6,6 +6,7 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QScrollArea>
 #include <QToolButton>
 #include <algorithm>
@@ -26,6 +27,19 @@ constexpr int kMostRecentShown = 6;
 constexpr int kSmall = 4;
 constexpr int kMedium = 8;
 constexpr int kLarge = 24;
+
+/// Shows which one the keys are for, which flat buttons do not.
+class StartButton : public QToolButton {
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        QToolButton::paintEvent(event);
+        if (!hasFocus()) return;
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kSmall, kSmall);
+    }
+};
 
 QLabel* MakeHeading(const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
@@ -84,7 +98,7 @@ StartPage::StartPage(Actions actions, const QString& examplesFolder,
 
 QToolButton* StartPage::AddButton(QBoxLayout& layout, const QString& name, const QString& text,
                                   const QString& icon, std::function<void()> action) {
-    auto* button = new QToolButton;
+    auto* button = new StartButton;
     button->setObjectName(name);
     button->setText(text);
     button->setAccessibleName(QString(text).remove('&'));
@@ -136,7 +150,7 @@ QWidget* StartPage::MakeExamples(const QString& folder) {
     exampleGrid_ = new QGridLayout;
     exampleGrid_->setSpacing(kMedium);
     for (const QFileInfo& example : QDir(folder).entryInfoList({"*.txt"}, QDir::Files)) {
-        auto* button = new QToolButton;
+        auto* button = new StartButton;
         button->setObjectName("StartExample_" + example.completeBaseName());
         button->setText(TitleOf(example));
         button->setAccessibleName(tr("Example: %1").arg(TitleOf(example)));
