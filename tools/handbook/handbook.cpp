@@ -26,7 +26,7 @@ h1 { font-size: xx-large; margin-top: 24px; }
 h2 { font-size: x-large; margin-top: 28px; margin-bottom: 6px; }
 h3 { font-size: large; margin-top: 30px; margin-bottom: 4px; }
 p, ul { margin-top: 4px; margin-bottom: 8px; }
-pre { margin-top: 0px; margin-bottom: 0px; }
+pre { margin-top: 0px; margin-bottom: 0px; white-space: pre-wrap; }
 td, th { text-align: left; vertical-align: top; }
 h1, h2, h3 { break-after: avoid; }
 pre, tr { break-inside: avoid; }

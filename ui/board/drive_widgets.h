@@ -17,7 +17,7 @@ class MotorWidget : public QWidget {
     void Show(const Drive& motor, int ticks);
 
     QSize sizeHint() const override { return {104, 118}; }
-    QSize minimumSizeHint() const override { return {72, 84}; }
+    QSize minimumSizeHint() const override { return {50, 84}; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -37,7 +37,7 @@ class ServoWidget : public QWidget {
     void Show(const Drive& servo);
 
     QSize sizeHint() const override { return {92, 100}; }
-    QSize minimumSizeHint() const override { return {72, 76}; }
+    QSize minimumSizeHint() const override { return {44, 76}; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -18,7 +18,7 @@ class LampWidget : public QWidget {
     void Show(bool on);
 
     QSize sizeHint() const override { return {62, 72}; }
-    QSize minimumSizeHint() const override { return {46, 56}; }
+    QSize minimumSizeHint() const override { return {30, 56}; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -38,7 +38,7 @@ class DisplayWidget : public QWidget {
     void Show(const Display& display);
 
     QSize sizeHint() const override { return {132, 92}; }
-    QSize minimumSizeHint() const override { return {96, 66}; }
+    QSize minimumSizeHint() const override { return {64, 66}; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -59,7 +59,7 @@ class NoteWidget : public QWidget {
     void Show(std::uint8_t note);
 
     QSize sizeHint() const override { return {84, 72}; }
-    QSize minimumSizeHint() const override { return {64, 56}; }
+    QSize minimumSizeHint() const override { return {40, 56}; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

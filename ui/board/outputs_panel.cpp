@@ -53,7 +53,7 @@ void OutputsPanel::LayOut() {
     below->setSpacing(4);
     for (ServoWidget* servo : servos_)
         below->addWidget(servo, 8);
-    below->addWidget(display_, 9);
+    below->addWidget(display_, 10);
     below->addWidget(note_, 5);
     for (LampWidget* port : ports_)
         below->addWidget(port, 4);

@@ -25,6 +25,9 @@ class OutputsPanel : public QWidget {
     /// Higher, its parts would be torn apart.
     static constexpr int kMostHeight = 250;
 
+    /// Its parts can be drawn smaller than they would like to be.
+    QSize minimumSizeHint() const override { return {400, 170}; }
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

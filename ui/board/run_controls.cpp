@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QSlider>
+#include <QTimer>
 #include <algorithm>
 #include <array>
 
@@ -29,6 +30,9 @@ constexpr std::array kSpeeds{
     BoardSpeed{BoardSpeed::Kind::FullSpeed, 1},
 };
 
+constexpr int kGap = 6;             // pixels between what stands in one row
+constexpr char kWords[] = "words";  // the property of a button that keeps its text
+
 constexpr qint64 kCalmInterval = 250;  // milliseconds between instructions that run past
 constexpr int kRepeatDelay = 400;      // milliseconds until a held step button goes on
 constexpr int kRepeatInterval = 60;
@@ -40,6 +44,17 @@ int PositionOf(const BoardSpeed& speed) {
                 candidate.instructionsPerSecond >= speed.instructionsPerSecond);
     });
     return static_cast<int>(std::min<std::ptrdiff_t>(found - kSpeeds.begin(), kSpeeds.size() - 1));
+}
+
+QString WordsOf(const QPushButton& button) {
+    return button.property(kWords).toString();
+}
+
+/// The width of a button with its picture and its words, in pixels.
+int RoomForButton(const QPushButton& button) {
+    constexpr int kFrame = 18;
+    return button.iconSize().width() + kFrame +
+           button.fontMetrics().size(Qt::TextShowMnemonic, WordsOf(button)).width();
 }
 
 }  // namespace
@@ -61,6 +76,7 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
       reset_(AddButton("BtnBoardReset", tr("R&eset"), "reset",
                        tr("End the program, switch everything off, put the robot at its start"))),
       speed_(new QSlider(Qt::Horizontal, this)),
+      speedCaption_(new QLabel(tr("Spee&d"), this)),
       speedText_(new QLabel(this)),
       state_(new QLabel(this)),
       instruction_(new QLabel(this)),
@@ -90,8 +106,12 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
     connect(speed_, &QSlider::valueChanged, this, &RunControls::ChooseSpeed);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
-    rows->addLayout(MakeButtons());
-    rows->addLayout(MakeSpeed());
+    buttons_ = MakeButtons();
+    speedRow_ = MakeSpeed();
+    for (QBoxLayout* row : {buttons_, speedRow_})
+        row->setSpacing(kGap);
+    rows->addLayout(buttons_);
+    rows->addLayout(speedRow_);
     rows->addLayout(MakeStatus());
 }
 
@@ -101,11 +121,12 @@ QPushButton* RunControls::AddButton(const QString& name, const QString& text, co
     button->setObjectName(name);
     button->setToolTip(help);
     button->setAccessibleName(QString(text).remove('&'));
+    button->setProperty(kWords, text);
     button->setAutoDefault(false);
     return button;
 }
 
-QLayout* RunControls::MakeButtons() {
+QBoxLayout* RunControls::MakeButtons() {
     auto* row = new QHBoxLayout;
     for (QPushButton* button : {run_, stop_, pause_, line_, lineBack_, reset_})
         row->addWidget(button);
@@ -113,7 +134,7 @@ QLayout* RunControls::MakeButtons() {
 }
 
 /// Steps of single instructions are for those who look closely, as is another speed.
-QLayout* RunControls::MakeSpeed() {
+QBoxLayout* RunControls::MakeSpeed() {
     auto* row = new QHBoxLayout;
     speed_->setObjectName("BoardSpeed");
     speed_->setAccessibleName(tr("Speed of the board"));
@@ -121,11 +142,10 @@ QLayout* RunControls::MakeSpeed() {
     speed_->setPageStep(1);
     speed_->setTickPosition(QSlider::TicksBelow);
     speed_->setMinimumWidth(110);
-    auto* label = new QLabel(tr("Spee&d"), this);
-    label->setBuddy(speed_);
+    speedCaption_->setBuddy(speed_);
     speedText_->setObjectName("BoardSpeedText");
     speedText_->setMinimumWidth(fontMetrics().horizontalAdvance("10000 instructions a second"));
-    row->addWidget(label);
+    row->addWidget(speedCaption_);
     row->addWidget(speed_, 1);
     row->addWidget(speedText_);
     row->addWidget(step_);
@@ -139,6 +159,7 @@ QLayout* RunControls::MakeStatus() {
     state_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     state_->setWordWrap(true);
     instruction_->setObjectName("BoardInstruction");
+    instruction_->installEventFilter(this);
     instruction_->setFont(FixedFont());
     instruction_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     steps_->setObjectName("BoardSteps");
@@ -151,6 +172,50 @@ QLayout* RunControls::MakeStatus() {
     row->addWidget(instruction_, 5);
     row->addWidget(steps_);
     return row;
+}
+
+/// What the buttons need beside each other with their words, in pixels.
+int RunControls::RoomForWords() const {
+    int room = 0;
+    for (const QPushButton* button : {run_, stop_, pause_, line_, lineBack_, reset_})
+        room += RoomForButton(*button) + kGap;
+    const int ofSpeed = speedCaption_->sizeHint().width() + speed_->minimumWidth() +
+                        speedText_->minimumWidth() + RoomForButton(*step_) +
+                        RoomForButton(*stepBack_) + 4 * kGap;
+    return std::max(room, ofSpeed);
+}
+
+/// Where there is no room for words, all buttons stand in one row as pictures; what they do is told
+/// by their tool tips then, and by their names to a screen reader.
+void RunControls::Fit() {
+    const bool isCompact = width() < RoomForWords();
+    if (isCompact == isCompact_) return;
+    isCompact_ = isCompact;
+    for (auto* button : findChildren<QPushButton*>())
+        button->setText(isCompact ? QString() : WordsOf(*button));
+    if (isCompact) {
+        buttons_->insertWidget(buttons_->indexOf(reset_), step_);
+        buttons_->insertWidget(buttons_->indexOf(reset_), stepBack_);
+    } else {
+        speedRow_->addWidget(step_);
+        speedRow_->addWidget(stepBack_);
+    }
+    speedCaption_->setVisible(!isCompact);
+    for (QLabel* label : {state_, instruction_, steps_})
+        label->setMinimumHeight((isCompact ? 1 : 2) * fontMetrics().height() + 2);
+    layout()->setSpacing(isCompact ? 2 : -1);
+    // The layout around is at work just now, and would not notice.
+    QTimer::singleShot(0, this, [this] { updateGeometry(); });
+}
+
+void RunControls::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Fit();
+}
+
+bool RunControls::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Resize) ElideInstruction();
+    return QWidget::eventFilter(watched, event);
 }
 
 void RunControls::ChooseSpeed(int position) {
@@ -213,9 +278,20 @@ void RunControls::ShowInstruction() {
         text += tr("next  %1")
                     .arg(QString::fromStdString(
                         FormatInstruction(host_.State().memory, NextOf(host_.State()).address)));
-    instruction_->setText(text);
-    SayWithCaption(*instruction_, tr("Present instruction"));
+    instructionText_ = text;
     instruction_->setVisible(!text.isEmpty());  // a fault takes the whole line
+    ElideInstruction();
+}
+
+/// What is cut off is told by the tool tip.
+void RunControls::ElideInstruction() {
+    SayWithCaption(*instruction_, tr("Present instruction"), instructionText_);
+    QStringList lines = instructionText_.split('\n');
+    for (QString& line : lines)
+        line = instruction_->fontMetrics().elidedText(line, Qt::ElideRight, instruction_->width());
+    instruction_->setText(lines.join('\n'));
+    instruction_->setToolTip(instruction_->text() == instructionText_ ? QString()
+                                                                      : instructionText_);
 }
 
 }  // namespace zentro

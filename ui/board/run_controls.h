@@ -7,7 +7,7 @@
 
 #include "desktop/virtual_board_host.h"
 
-class QGridLayout;
+class QBoxLayout;
 class QLabel;
 class QPushButton;
 class QSlider;
@@ -27,13 +27,20 @@ class RunControls : public QWidget {
     /// Shows where the program stands now.
     void Refresh();
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     QPushButton* AddButton(const QString& name, const QString& text, const QString& icon,
                            const QString& help);
-    QLayout* MakeButtons();
-    QLayout* MakeSpeed();
+    QBoxLayout* MakeButtons();
+    QBoxLayout* MakeSpeed();
     QLayout* MakeStatus();
+    void Fit();
+    int RoomForWords() const;
     void ShowInstruction();
+    void ElideInstruction();
     bool InstructionFlickers() const;
     void ShowState();
     void ChooseSpeed(int position);
@@ -49,10 +56,15 @@ class RunControls : public QWidget {
     QPushButton* stepBack_;
     QPushButton* reset_;
     QSlider* speed_;
+    QLabel* speedCaption_;
     QLabel* speedText_;
     QLabel* state_;
     QLabel* instruction_;
     QLabel* steps_;
+    QBoxLayout* buttons_ = nullptr;
+    QBoxLayout* speedRow_ = nullptr;
+    bool isCompact_ = false;
+    QString instructionText_;
     QElapsedTimer sinceInstruction_;
 };
 

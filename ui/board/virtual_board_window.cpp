@@ -3,6 +3,7 @@
 #include <QBoxLayout>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyle>
 
 #include "ui/board/floor_panel.h"
 #include "ui/board/inputs_panel.h"
@@ -28,7 +29,9 @@ QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
 /// From this relation of width to height on, floor and board stand side by side, if there is room
 /// for the captions of the board.
 constexpr double kWide = 1.9;
-constexpr int kLeastForBoth = 540;  // pixels
+constexpr int kLeastForBoth = 800;      // pixels
+constexpr int kLeastForPictures = 420;  // beside the inputs
+constexpr int kSmallMargin = 4;         // where room is short
 
 }  // namespace
 
@@ -46,15 +49,17 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
     pictures_ = new QVBoxLayout;
     pictures_->addWidget(floor_, 4);
     pictures_->addWidget(outputs_, 3);
-    inputsArea_ = InScrollArea(inputs_, this);
-    auto* below = new QHBoxLayout;
-    below->addLayout(pictures_, 1);
-    below->addWidget(inputsArea_);
-    connect(inputs_, &InputsPanel::Folded, this, &VirtualBoardWindow::FitInputs);
-    FitInputs();
+    auto* body = new QWidget;
+    inputsArea_ = InScrollArea(inputs_, body);
+    columns_ = new QHBoxLayout(body);
+    columns_->setContentsMargins(0, 0, 0, 0);
+    columns_->addLayout(pictures_, 1);
+    columns_->addWidget(inputsArea_);
+    connect(inputs_, &InputsPanel::Folded, this, &VirtualBoardWindow::Arrange);
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(controls_);
-    rows->addLayout(below, 1);
+    rows->addWidget(InScrollArea(body, this), 1);
+    Arrange();
     connect(&host, &VirtualBoardHost::Changed, this, &VirtualBoardWindow::Refresh);
     connect(inputs_, &InputsPanel::Edited, this, [this](const InputsPanel::Edit& edit) {
         Inputs inputs = host_.State().inputs;
@@ -86,18 +91,31 @@ void VirtualBoardWindow::ShowUsedInputs(const std::optional<std::set<InputGroup>
     inputs_->ShowUsed(used);
 }
 
-/// The inputs are as wide as they need to be; floor and board get the rest.
-void VirtualBoardWindow::FitInputs() {
+int VirtualBoardWindow::InputsWidth() const {
     inputs_->layout()->activate();
-    inputsArea_->setFixedWidth(inputs_->minimumSizeHint().width() +
-                               inputsArea_->verticalScrollBar()->sizeHint().width() + 4);
+    return inputs_->minimumSizeHint().width() +
+           inputsArea_->verticalScrollBar()->sizeHint().width() + 4;
+}
+
+/// The inputs are as wide as they need to be; floor and board get the rest. Where that is too
+/// little for them, the inputs go below, and all of it scrolls.
+void VirtualBoardWindow::Arrange() {
+    const int inputsWidth = InputsWidth();
+    const bool isNarrow = width() < inputsWidth + kLeastForPictures;
+    columns_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    inputsArea_->setMinimumWidth(isNarrow ? 0 : inputsWidth);
+    inputsArea_->setMaximumWidth(isNarrow ? QWIDGETSIZE_MAX : inputsWidth);
+    inputsArea_->setMinimumHeight(isNarrow ? inputs_->minimumSizeHint().height() : 0);
+    const int margin = isNarrow ? kSmallMargin : style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
+    layout()->setContentsMargins(margin, margin, margin, margin);
+    const QSize room = size() - QSize(isNarrow ? 0 : inputsWidth, controls_->sizeHint().height());
+    const bool isWide = room.width() > kWide * room.height() && room.width() >= kLeastForBoth;
+    pictures_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
 }
 
 void VirtualBoardWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    const QSize room = size() - QSize(inputsArea_->width(), controls_->sizeHint().height());
-    const bool isWide = room.width() > kWide * room.height() && room.width() >= kLeastForBoth;
-    pictures_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    Arrange();
 }
 
 void VirtualBoardWindow::Refresh() {

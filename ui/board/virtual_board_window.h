@@ -49,7 +49,8 @@ class VirtualBoardWindow : public QWidget {
 
   private:
     void Refresh();
-    void FitInputs();
+    void Arrange();
+    int InputsWidth() const;
 
     VirtualBoardHost& host_;
     RunControls* controls_;
@@ -57,7 +58,8 @@ class VirtualBoardWindow : public QWidget {
     OutputsPanel* outputs_;
     InputsPanel* inputs_;
     QScrollArea* inputsArea_ = nullptr;
-    QBoxLayout* pictures_ = nullptr;
+    QBoxLayout* pictures_ = nullptr;  ///< floor and outputs
+    QBoxLayout* columns_ = nullptr;   ///< the pictures and the inputs
 };
 
 }  // namespace zentro

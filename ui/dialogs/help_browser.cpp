@@ -24,6 +24,8 @@ namespace zentro {
 namespace {
 
 constexpr std::size_t kLargestPage = 16 << 20;  // bytes
+constexpr int kMargin = 4;                      // pixels
+constexpr int kLeastAddressWidth = 260;         // pixels, with its caption
 
 QString ReadPage(const QUrl& address) {
     const QString path = address.toLocalFile();
@@ -129,6 +131,7 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, Disk& disk, OpenOutside openOutside, 
     messages->addWidget(searching_);
     messages->addWidget(status_, 1);
     auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->addWidget(MakeToolBar());
     layout->addWidget(page_, 1);
     layout->addWidget(search_);
@@ -138,18 +141,23 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, Disk& disk, OpenOutside openOutside, 
 
 QWidget* HelpBrowser::MakeToolBar() {
     auto* bar = new QWidget;
-    auto* layout = new QHBoxLayout(bar);
-    layout->setContentsMargins({});
-    back_ = AddButton(*bar, "Back", [this] { Begin([this] { page_->backward(); }); });
-    forward_ = AddButton(*bar, "Forward", [this] { Begin([this] { page_->forward(); }); });
-    stop_ = AddButton(*bar, "Stop", [this] { Stop(); });
-    AddButton(*bar, "Refresh", [this] { Begin([this] { page_->reload(); }); });
-    AddButton(*bar, "Home", [this] { Navigate(AddressFromText(startingAddress_)); });
-    AddButton(*bar, "Search", [this] { search_->Open(); });
+    toolBar_ = new QHBoxLayout(bar);
+    toolBar_->setContentsMargins({});
+    buttons_ = new QHBoxLayout;
+    toolBar_->addLayout(buttons_);
+    back_ = AddButton("Back", [this] { Begin([this] { page_->backward(); }); });
+    forward_ = AddButton("Forward", [this] { Begin([this] { page_->forward(); }); });
+    stop_ = AddButton("Stop", [this] { Stop(); });
+    AddButton("Refresh", [this] { Begin([this] { page_->reload(); }); });
+    AddButton("Home", [this] { Navigate(AddressFromText(startingAddress_)); });
+    AddButton("Search", [this] { search_->Open(); });
     auto* label = new QLabel("Add&ress");
     label->setBuddy(address_);
-    layout->addWidget(label);
-    layout->addWidget(address_, 1);
+    auto* address = new QHBoxLayout;
+    address->addWidget(label);
+    address->addWidget(address_, 1);
+    buttons_->addStretch(1);
+    toolBar_->addLayout(address, 1);
     back_->setEnabled(false);
     forward_->setEnabled(false);
     stop_->setEnabled(false);
@@ -158,8 +166,14 @@ QWidget* HelpBrowser::MakeToolBar() {
     return bar;
 }
 
-QToolButton* HelpBrowser::AddButton(QWidget& bar, const QString& name,
-                                    std::function<void()> pressed) {
+/// Where buttons and address do not fit beside each other, the address goes below.
+void HelpBrowser::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int wanted = buttons_->sizeHint().width() + kLeastAddressWidth;
+    toolBar_->setDirection(width() < wanted ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+}
+
+QToolButton* HelpBrowser::AddButton(const QString& name, std::function<void()> pressed) {
     auto* button = new QToolButton;
     button->setObjectName(name);
     button->setText(name);
@@ -167,7 +181,7 @@ QToolButton* HelpBrowser::AddButton(QWidget& bar, const QString& name,
     button->setFocusPolicy(Qt::StrongFocus);
     button->setAutoRaise(true);
     connect(button, &QToolButton::clicked, this, std::move(pressed));
-    bar.layout()->addWidget(button);
+    buttons_->addWidget(button);
     return button;
 }
 

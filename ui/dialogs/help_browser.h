@@ -9,6 +9,7 @@
 #include "ui/support/dialogs.h"
 #include "ui/support/help_topic.h"
 
+class QBoxLayout;
 class QComboBox;
 class QLabel;
 class QTextBrowser;
@@ -48,10 +49,11 @@ class HelpBrowser : public QWidget {
     /// The frame has the search's keys for its own search.
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     QWidget* MakeToolBar();
-    QToolButton* AddButton(QWidget& bar, const QString& name, std::function<void()> pressed);
+    QToolButton* AddButton(const QString& name, std::function<void()> pressed);
     void Navigate(const QUrl& address);
     void FollowLink(const QUrl& address);
     bool OpenWebAddress(const QUrl& address);
@@ -72,6 +74,8 @@ class HelpBrowser : public QWidget {
     QTextBrowser* page_;
     HelpSearch* search_;
     QComboBox* address_;
+    QBoxLayout* toolBar_ = nullptr;
+    QBoxLayout* buttons_ = nullptr;
     QLabel* searching_;
     QLabel* status_;
     QToolButton* back_ = nullptr;

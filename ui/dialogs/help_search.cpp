@@ -25,6 +25,7 @@ HelpSearch::HelpSearch(QTextBrowser& page, QWidget* parent)
     label->setBuddy(field_);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins({});
+    layout->setSpacing(3);
     layout->addWidget(label);
     layout->addWidget(field_, 1);
     AddButton("SearchPrevious", tr("Previous"), &HelpSearch::FindPrevious);

@@ -79,10 +79,9 @@ void CompilerOutputWindow::BuildLayout() {
     progress_->setObjectName("prgCompile");
     progress_->setAccessibleName("Compiling");
     progress_->setTextVisible(false);
-    progress_->setFixedSize(160, summary_->fontMetrics().height());
-    QSizePolicy policy = progress_->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    progress_->setSizePolicy(policy);
+    progress_->setFixedHeight(summary_->fontMetrics().height());
+    progress_->setMaximumWidth(160);
+    progress_->setMinimumWidth(24);
     progress_->hide();
     fix_->setObjectName("cmdFix");
     fix_->setAccessibleDescription(

@@ -6,10 +6,14 @@
 namespace zentro {
 
 void SayWithCaption(QLabel& label, const QString& caption) {
-    const QString text = label.text().simplified();
+    SayWithCaption(label, caption, label.text());
+}
+
+void SayWithCaption(QLabel& label, const QString& caption, const QString& text) {
+    const QString words = text.simplified();
     const QString said =
-        text.isEmpty() ? caption
-                       : QCoreApplication::translate("SpokenLabel", "%1: %2").arg(caption, text);
+        words.isEmpty() ? caption
+                        : QCoreApplication::translate("SpokenLabel", "%1: %2").arg(caption, words);
     if (label.accessibleName() != said) label.setAccessibleName(said);
 }
 

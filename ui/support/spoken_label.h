@@ -10,4 +10,7 @@ namespace zentro {
 /// its place: "State of the board: Paused". A name alone would hide the text.
 void SayWithCaption(QLabel& label, const QString& caption);
 
+/// The same for a label that shows only the beginning of the text.
+void SayWithCaption(QLabel& label, const QString& caption, const QString& text);
+
 }  // namespace zentro

@@ -131,6 +131,7 @@ TEST_F(BoardWindowTest, ReactionGameIsPlayedWithAKey) {
 }
 
 TEST_F(BoardWindowTest, StepsShowWhereTheProgramStands) {
+    window.resize(960, 640);
     Load(ObjectOf({56, 0, 0x10, 53, 0, 0}, 32));
     EXPECT_EQ(Text("BoardState"), "Ready, 32 bytes loaded");
     EXPECT_FALSE(Find("BtnBoardStepBack")->isEnabled());
@@ -144,6 +145,12 @@ TEST_F(BoardWindowTest, StepsShowWhereTheProgramStands) {
     EXPECT_EQ(Text("BoardInstruction"), "next  [0000] INCREMENT BYTE [0010]");
     EXPECT_EQ(Spoken("BoardInstruction"), "Present instruction: next [0000] INCREMENT BYTE [0010]");
     EXPECT_EQ(Spoken("BoardSteps"), "Instructions carried out: 0 instructions");
+    window.resize(480, 640);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(Text("BoardInstruction").endsWith("…")) << Text("BoardInstruction").toStdString();
+    EXPECT_EQ(Find("BoardInstruction")->toolTip(), "next  [0000] INCREMENT BYTE [0010]");
+    EXPECT_EQ(Spoken("BoardInstruction"), "Present instruction: next [0000] INCREMENT BYTE [0010]");
+    window.resize(960, 640);
     step("BtnBoardStep");
     EXPECT_EQ(Text("BoardInstruction"),
               "done  [0000] INCREMENT BYTE [0010] : [0010] = 1\nnext  [0003] JUMP [0000]");
