@@ -42,6 +42,13 @@ void History::Forget() {
     KeepCheckpoint(End());
 }
 
+void History::BeginRun() {
+    zentro::PutRobotAtStart(world_);
+    ForgetInputHistory(world_.board);  // the program counts from what it meets at the start
+    Forget();
+    ++runs_;
+}
+
 bool History::CanStepBack() const {
     return lastInstruction_ && !(*lastInstruction_ < checkpoints_.front().at);
 }
@@ -152,6 +159,7 @@ void History::PassTicks(std::uint64_t count, std::uint64_t steps, bool somebodyL
         Append({.kind = Kind::Running, .flag = somebodyListens, .times = 0, .stepsPerTick = steps});
     for (std::uint64_t tick = 0; tick < count; ++tick) {
         Execute(steps, End());
+        if (watcher_) watcher_(world_.board);
         FinishTick(somebodyListens);
         ++happenings_.back().times;
         KeepCheckpointIfDue(End(), kGap);
@@ -242,8 +250,7 @@ std::size_t History::Receive(std::string_view characters, const Deliver& deliver
         isLoad = isLoad || board.serial.loader.active;
         const bool restarted = board.processor.steps < before.steps;
         if (!board.processor.running || (before.running && !restarted)) continue;
-        zentro::PutRobotAtStart(world_);
-        Forget();
+        BeginRun();
     }
     if (isLoad) Forget();
     return arrived;

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "desktop/scene_changes.h"
@@ -92,6 +93,16 @@ class History {
     /// From here on nothing can be taken back.
     void Forget();
 
+    /// A program has been started: the robot is put at its start, and nothing before that can be
+    /// taken back.
+    void BeginRun();
+    /// How many runs have begun.
+    std::uint64_t Runs() const { return runs_; }
+
+    /// Told of the board after the instructions of each tick, not of those that are repeated.
+    using TickWatcher = std::function<void(const Board&)>;
+    void WatchTicks(TickWatcher watcher) { watcher_ = std::move(watcher); }
+
   private:
     enum class Kind : std::uint8_t {
         Running,  ///< `times` ticks with at most `stepsPerTick` instructions each, then `steps`
@@ -156,8 +167,10 @@ class History {
     std::vector<Checkpoint> checkpoints_;
     std::optional<Position> lastInstruction_;  ///< right before it
     std::uint64_t cost_ = 0;                   ///< of repeating everything, in instructions
-    const Question* wanted_ = nullptr;         ///< asked of each instruction that is repeated
-    std::optional<Position> found_;            ///< the last one about which it said yes
+    std::uint64_t runs_ = 0;
+    TickWatcher watcher_;
+    const Question* wanted_ = nullptr;  ///< asked of each instruction that is repeated
+    std::optional<Position> found_;     ///< the last one about which it said yes
 };
 
 }  // namespace zentro

@@ -103,6 +103,7 @@ VirtualBoardHost::VirtualBoardHost(QObject* parent)
     laterChange_.setSingleShot(true);
     connect(&laterChange_, &QTimer::timeout, this, &VirtualBoardHost::TellChange);
     sinceWakeUp_.start();
+    history_.WatchTicks([this](const Board&) { FollowCurves(); });
 }
 
 VirtualBoardHost::~VirtualBoardHost() = default;
@@ -139,9 +140,8 @@ void VirtualBoardHost::Run() {
 }
 
 void VirtualBoardHost::StartAnew() {
-    zentro::PutRobotAtStart(*world_);
     StartProgram(world_->board);
-    history_.Forget();
+    history_.BeginRun();
     stops_.Begin();
     endedAt_.reset();
 }
@@ -248,6 +248,16 @@ void VirtualBoardHost::WipeTrail() {
     LookAround();
 }
 
+void VirtualBoardHost::Plot(const std::vector<PlotSource>& sources) {
+    curves_.Choose(sources, State());
+    LookAround();
+}
+
+void VirtualBoardHost::FollowCurves() {
+    if (std::exchange(plottedRun_, history_.Runs()) != history_.Runs()) curves_.BeginRun(State());
+    curves_.Look(State());
+}
+
 void VirtualBoardHost::SetInputs(const Inputs& inputs) {
     history_.ChangeInputs(inputs);
     LookAround();
@@ -320,6 +330,7 @@ void VirtualBoardHost::SendCommand(std::string_view command) {
 void VirtualBoardHost::LookAround() {
     LetButtonsUp();
     trail_.Follow(world_->state);
+    FollowCurves();
     const Processor& processor = State().processor;
     const bool ended = wasRunning_ && !processor.running;
     wasRunning_ = processor.running;

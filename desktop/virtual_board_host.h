@@ -11,11 +11,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "comms/virtual_board_link.h"
 #include "desktop/button_presses.h"
 #include "desktop/fault_report.h"
 #include "desktop/history.h"
+#include "desktop/plot_curves.h"
 #include "desktop/program_stops.h"
 #include "desktop/robot_trail.h"
 #include "desktop/scene_changes.h"
@@ -117,6 +119,12 @@ class VirtualBoardHost : public QObject {
     void TakePen(Pen pen);
     void WipeTrail();
 
+    /// What was chosen to be plotted. It goes back when steps are taken back, and begins anew with
+    /// each run.
+    const PlotCurves& Curves() const { return curves_; }
+    /// Chooses the curves, at most PlotCurves::kMost.
+    void Plot(const std::vector<PlotSource>& sources);
+
     /// A hand changes inputs. It holds those from then on that the world feeds.
     void SetInputs(const Inputs& inputs);
     /// Takes an input over from the world, or lets it go.
@@ -176,6 +184,7 @@ class VirtualBoardHost : public QObject {
     void SetButton(std::size_t button, bool down);
     void LetButtonsUp();
     void LookAround();
+    void FollowCurves();
     void TellChange();
 
     std::unique_ptr<Scene> world_;
@@ -184,6 +193,8 @@ class VirtualBoardHost : public QObject {
     ProgramStops stops_;
     ButtonPresses presses_;
     RobotTrail trail_;
+    PlotCurves curves_;
+    std::uint64_t plottedRun_ = 0;
     ProgramWords words_;
     std::string lastStep_;
     BoardSpeed speed_;

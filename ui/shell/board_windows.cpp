@@ -9,6 +9,7 @@
 #include "desktop/compile_service.h"
 #include "desktop/text_file.h"
 #include "desktop/used_inputs.h"
+#include "ui/board/plot_window.h"
 #include "ui/board/virtual_board_window.h"
 #include "ui/board/world_commands.h"
 #include "ui/support/dialogs.h"
@@ -40,6 +41,7 @@ BoardWindows::BoardWindows(Workbench& workbench, Programs& programs, BoardState&
     connect(&board_, &BoardState::Changed, this, &BoardWindows::Follow);
     connect(&board_, &BoardState::ConversationOver, this, &BoardWindows::CloseTerminal);
     connect(&programs_, &Programs::Changed, this, &BoardWindows::ShowVariables);
+    connect(&programs_, &Programs::Changed, this, &BoardWindows::ShowPlottedProgram);
 }
 
 BoardWindows::~BoardWindows() = default;
@@ -215,6 +217,7 @@ void BoardWindows::ShowRun() {
 void BoardWindows::Follow() {
     ShowRun();
     ShowVariables();
+    ShowPlottedProgram();
     if (boardWindow_ == nullptr || board_.Kind() != BoardKind::Virtual) return;
     const HeldProgram& held = board_.Program();
     if (held.compiled == nullptr) {
@@ -256,6 +259,23 @@ void BoardWindows::OpenVariables() {
                                                             : shown_.program->compilation.get());
     }
     surroundings_.bringToFront(variables_);
+}
+
+void BoardWindows::OpenPlot() {
+    if (plot_ == nullptr) {
+        plot_ =
+            new PlotWindow(workbench_, board_.VirtualBoard(), [this] { return ProgramFolder(); });
+        plotted_ = NamedProgram();
+        plot_->ShowProgram(plotted_ == nullptr ? nullptr : plotted_->compilation.get());
+        surroundings_.addChild(plot_);
+    }
+    surroundings_.bringToFront(plot_);
+}
+
+void BoardWindows::ShowPlottedProgram() {
+    if (plot_ == nullptr || NamedProgram() == plotted_) return;
+    plotted_ = NamedProgram();
+    plot_->ShowProgram(plotted_ == nullptr ? nullptr : plotted_->compilation.get());
 }
 
 /// What the values are of.
@@ -312,6 +332,7 @@ void BoardWindows::ApplySettings() {
 void BoardWindows::CloseAll() {
     CloseTerminal();
     delete variables_;
+    delete plot_;
     delete boardWindow_;
 }
 

@@ -17,13 +17,14 @@ class QWidget;
 
 namespace zentro {
 
+class PlotWindow;
 class TerminalWindow;
 class VariablesWindow;
 class VirtualBoardWindow;
 class WorldCommands;
 
-/// The windows that have to do with a board: the terminal, the variables and the virtual board, at
-/// most one of each kind. What they show, the board's state knows.
+/// The windows that have to do with a board: the terminal, the variables, the virtual board and the
+/// plot, at most one of each kind. What they show, the board's state knows.
 class BoardWindows : public QObject {
     Q_OBJECT
 
@@ -60,6 +61,7 @@ class BoardWindows : public QObject {
     /// Stops the program of the board and puts its outputs to rest.
     void Stop();
     void OpenVariables();
+    void OpenPlot();
     /// Colours and fonts were changed.
     void ApplySettings();
     /// Whether nothing of the world on the floor would be lost, or the user has decided about it.
@@ -99,6 +101,7 @@ class BoardWindows : public QObject {
     void Follow();
     void ShowRun();
     void ShowVariables();
+    void ShowPlottedProgram();
     bool MayRun();
     QString VariablesNote() const;
     std::optional<std::uint64_t> HeldAt();
@@ -113,7 +116,9 @@ class BoardWindows : public QObject {
     QPointer<TerminalWindow> terminal_;
     QPointer<VariablesWindow> variables_;
     QPointer<VirtualBoardWindow> boardWindow_;
+    QPointer<PlotWindow> plot_;
     ShownVariables shown_;
+    std::shared_ptr<const CompiledProgram> plotted_;       ///< whose variables the plot offers
     std::shared_ptr<const CompiledProgram> usedInputsOf_;  ///< which program's the window shows
     bool showsRun_ = false;  ///< once the program that is being sent runs
 };

@@ -38,6 +38,7 @@ constexpr std::array kCommands{
     CommandRow{Exit, MenuId::File, "Menu_File_Exit", "E&xit", "Ctrl+Q", "", kNone, "", true, "Close the program"},
 
     CommandRow{Variables, MenuId::View, "Menu_View_Variables", "View &Variables", "F11", "variables", kNone, "", false, "Show the values of the program's variables"},
+    CommandRow{Plot, MenuId::View, "Menu_View_Plot", "View &Plot", "Shift+F11", "plot", kNone, "", false, "Show how variables, inputs and outputs of the virtual board go over time"},
     CommandRow{Calculator, MenuId::View, "Menu_View_Calculator", "View Hex &Calculator", "F12", "calculator", kNone, "", false, "Convert between decimal and hexadecimal"},
     CommandRow{ZoomIn, MenuId::View, "Menu_View_ZoomIn", "Zoom &In", "Ctrl++", "", kNone, "", true, "Show the text larger", CommandNeed::SourceFile},
     CommandRow{ZoomOut, MenuId::View, "Menu_View_ZoomOut", "Zoom Ou&t", "Ctrl+-", "", kNone, "", false, "Show the text smaller", CommandNeed::SourceFile},

@@ -18,6 +18,7 @@ enum class CommandId : std::uint8_t {
     Print,
     Exit,
     Variables,
+    Plot,
     Calculator,
     ZoomIn,
     ZoomOut,

@@ -27,6 +27,7 @@ constexpr std::array kRows{
     DeskRow{"frmTerminal", DeskPart::Terminal, kTerminalWindowPlace},
     DeskRow{"frmVirtualBoard", DeskPart::Board, kBoardWindowPlace},
     DeskRow{"frmVariables", DeskPart::Variables, kVariablesWindowPlace},
+    DeskRow{"frmPlot", DeskPart::Plot, kPlotWindowPlace},
     DeskRow{"frmBrowser", DeskPart::Help, kHelpWindowPlace},
     DeskRow{"frmCalc", DeskPart::Tool, kCalculatorPlace},
 };

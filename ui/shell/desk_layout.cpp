@@ -47,7 +47,9 @@ void PlaceColumn(const QRect& area, const Column& column, int leastAbove, Places
     if (column.above.empty()) return PlaceSideBySide(area, column.below, places);
     int strip = 0;
     if (!column.below.empty()) {
-        const bool isToRead = column.below.front() == DeskPart::Help;
+        const bool isToRead = std::ranges::any_of(column.below, [](DeskPart part) {
+            return part == DeskPart::Help || part == DeskPart::Plot;
+        });
         strip = std::max(Share(area.height(), isToRead ? 50 : 30), kLeastStripHeight);
         const int least = std::min(kLeastOutputHeight, area.height() / 2);
         strip = std::clamp(strip, 0, std::max(area.height() - leastAbove, least));
@@ -76,7 +78,14 @@ std::map<DeskPart, QRect> LayOutDesk(const QRect& area, const std::set<DeskPart>
     const bool readsBelow = isOpen(DeskPart::Help) && isOpen(DeskPart::Board) && !hasHelpColumn &&
                             !isLow && isOpen(DeskPart::Source);
     if (readsBelow) left.below.push_back(DeskPart::Help);
-    put(DeskPart::Output, readsBelow ? right.below : left.below);
+    const bool plotsBelow = isOpen(DeskPart::Plot) && isOpen(DeskPart::Source) && !isLow;
+    if (plotsBelow) left.below.push_back(DeskPart::Plot);
+    const bool isRightFull =
+        !isOpen(DeskPart::Board) ||
+        (isOpen(DeskPart::Terminal) && isOpen(DeskPart::Variables) && isOpen(DeskPart::Listing));
+    const bool makesRoom = readsBelow || (plotsBelow && !isRightFull);
+    put(DeskPart::Output, makesRoom ? right.below : left.below);
+    if (!plotsBelow) put(DeskPart::Plot, isLow ? right.above : left.above);
     put(DeskPart::Variables, isOpen(DeskPart::Board) ? right.below : left.below);
     put(DeskPart::Board, right.above);
     put(DeskPart::Terminal, isOpen(DeskPart::Board) ? right.below : right.above);

@@ -73,6 +73,7 @@ void MainWindow::BindFileCommands() {
 
 void MainWindow::BindViewCommands() {
     handlers_[CommandId::Variables] = [this] { boards_->OpenVariables(); };
+    handlers_[CommandId::Plot] = [this] { boards_->OpenPlot(); };
     handlers_[CommandId::Calculator] = [this] {
         if (calculator_ == nullptr) {
             calculator_ = new Calculator;

@@ -47,6 +47,10 @@ inline constexpr PlaceSettings kVariablesWindowPlace{
     {SettingNumber::WindowPlaces, "Variables.Top"},
     {SettingNumber::WindowPlaces, "Variables.Width"},
     {SettingNumber::WindowPlaces, "Variables.Height"}};
+inline constexpr PlaceSettings kPlotWindowPlace{{SettingNumber::WindowPlaces, "Plot.Left"},
+                                                {SettingNumber::WindowPlaces, "Plot.Top"},
+                                                {SettingNumber::WindowPlaces, "Plot.Width"},
+                                                {SettingNumber::WindowPlaces, "Plot.Height"}};
 inline constexpr PlaceSettings kHelpWindowPlace{{SettingNumber::WindowPlaces, "Help.Left"},
                                                 {SettingNumber::WindowPlaces, "Help.Top"},
                                                 {SettingNumber::WindowPlaces, "Help.Width"},

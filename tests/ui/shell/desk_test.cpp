@@ -33,6 +33,12 @@ TEST(DeskLayout, CoversTheAreaAndNoWindowAnother) {
         {Source, Output, Terminal, Listing, Variables},
         {Source, Output, Board, Terminal, Listing, Variables},
         {Variables, Terminal},
+        {Plot},
+        {Source, Plot},
+        {Source, Output, Plot},
+        {Source, Output, Board, Plot},
+        {Source, Output, Board, Terminal, Listing, Variables, Plot},
+        {Output, Board, Plot},
     };
     for (const QSize& size : {QSize(1280, 560), QSize(1366, 610), QSize(1920, 920)}) {
         for (const std::set<DeskPart>& open : desks) {
@@ -56,11 +62,11 @@ TEST(DeskLayout, CoversTheAreaAndNoWindowAnother) {
 /// A screen of 1280 by 720 at twice the size.
 TEST(DeskLayout, ALowAreaHidesNoMessageAndHalvesNoBoard) {
     const QRect area(0, 0, 640, 205);
-    const auto places = LayOutDesk(area, {Source, Output, Board, Terminal, Listing, Help});
+    const auto places = LayOutDesk(area, {Source, Output, Board, Terminal, Listing, Help, Plot});
     EXPECT_GE(places.at(Output).height(), 100);
     EXPECT_GE(places.at(Source).height(), 100);
     EXPECT_FALSE(places.at(Source).intersects(places.at(Output)));
-    for (const DeskPart part : {Board, Terminal, Listing, Help})
+    for (const DeskPart part : {Board, Terminal, Listing, Help, Plot})
         EXPECT_EQ(places.at(part).height(), area.height()) << static_cast<int>(part);
 }
 
@@ -150,7 +156,7 @@ TEST_F(DeskTest, EveryChildWindowKeepsItsPlace) {
     window->resize(1400, 900);
     for (const Case& c :
          {Case{CommandId::Variables, "frmVariables"}, Case{CommandId::Calculator, "frmCalc"},
-          Case{CommandId::OpenVirtualBoard, "frmVirtualBoard"},
+          Case{CommandId::Plot, "frmPlot"}, Case{CommandId::OpenVirtualBoard, "frmVirtualBoard"},
           Case{CommandId::Help, "frmBrowser"}}) {
         Press(c.command);
         const QRect chosen(120, 80, 900, 600);
