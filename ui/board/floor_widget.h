@@ -40,7 +40,7 @@ class FloorWidget : public QWidget {
     QPointF InPicture(const world::Point& place) const { return view_.ToPixels(place); }
 
     QSize sizeHint() const override { return {480, 300}; }
-    QSize minimumSizeHint() const override { return {240, 150}; }
+    QSize minimumSizeHint() const override { return {200, 110}; }
 
   signals:
     /// Something was drawn: the world shall be like this.

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QStringList>
+#include <algorithm>
 
 #include "world/goals.h"
 
@@ -61,7 +62,18 @@ void GoalsLabel::Show(const Scene& scene, bool isOver) {
                                   StatusWords(goal, scene.state.tick, isOver));
     }
     const QString text = lines.join('\n');
-    if (text != this->text()) setText(text);
+    if (text == this->text()) return;
+    setText(text);
+    FitHeight();
+}
+
+void GoalsLabel::FitHeight() {
+    setMinimumHeight(std::max(0, heightForWidth(width())));
+}
+
+void GoalsLabel::resizeEvent(QResizeEvent* event) {
+    QLabel::resizeEvent(event);
+    FitHeight();
 }
 
 }  // namespace zentro

@@ -26,7 +26,7 @@ class OutputsPanel : public QWidget {
     static constexpr int kMostHeight = 250;
 
     /// Its parts can be drawn smaller than they would like to be.
-    QSize minimumSizeHint() const override { return {400, 170}; }
+    QSize minimumSizeHint() const override { return {320, 170}; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -4,6 +4,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <algorithm>
 
 #include "ui/board/floor_panel.h"
 #include "ui/board/inputs_panel.h"
@@ -30,7 +31,7 @@ QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
 /// for the captions of the board.
 constexpr double kWide = 1.9;
 constexpr int kLeastForBoth = 800;      // pixels
-constexpr int kLeastForPictures = 420;  // beside the inputs
+constexpr int kLeastForPictures = 345;  // beside the inputs
 constexpr int kSmallMargin = 4;         // where room is short
 
 }  // namespace
@@ -58,7 +59,9 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
     connect(inputs_, &InputsPanel::Folded, this, &VirtualBoardWindow::Arrange);
     auto* rows = new QVBoxLayout(this);
     rows->addWidget(controls_);
-    rows->addWidget(InScrollArea(body, this), 1);
+    QScrollArea* bodyArea = InScrollArea(body, this);
+    bodyArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);  // the drawing tools are wide
+    rows->addWidget(bodyArea, 1);
     Arrange();
     connect(&host, &VirtualBoardHost::Changed, this, &VirtualBoardWindow::Refresh);
     connect(inputs_, &InputsPanel::Edited, this, [this](const InputsPanel::Edit& edit) {
@@ -108,6 +111,10 @@ void VirtualBoardWindow::Arrange() {
     inputsArea_->setMinimumHeight(isNarrow ? inputs_->minimumSizeHint().height() : 0);
     const int margin = isNarrow ? kSmallMargin : style()->pixelMetric(QStyle::PM_LayoutLeftMargin);
     layout()->setContentsMargins(margin, margin, margin, margin);
+    // So that the robot is in sight without scrolling.
+    const int leastFloor = floor_->minimumSizeHint().height();
+    const int seen = height() - controls_->sizeHint().height() - 3 * margin;
+    floor_->setMaximumHeight(isNarrow ? std::max(seen, leastFloor) : QWIDGETSIZE_MAX);
     const QSize room = size() - QSize(isNarrow ? 0 : inputsWidth, controls_->sizeHint().height());
     const bool isWide = room.width() > kWide * room.height() && room.width() >= kLeastForBoth;
     pictures_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);

@@ -20,7 +20,11 @@ namespace {
 bool IsScrolled(const QWidget& widget) {
     for (QWidget* parent = widget.parentWidget(); parent != nullptr;
          parent = parent->parentWidget()) {
-        if (qobject_cast<QScrollArea*>(parent) != nullptr) return true;
+        const auto* area = qobject_cast<QScrollArea*>(parent);
+        if (area == nullptr) continue;
+        if (area->horizontalScrollBarPolicy() != Qt::ScrollBarAlwaysOff) return true;
+        const int left = widget.mapTo(area->viewport(), QPoint()).x();
+        return left >= 0 && left + widget.width() <= area->viewport()->width();
     }
     return false;
 }
