@@ -47,4 +47,12 @@ std::vector<Fix> FixesOfKind(const std::vector<LineMessage>& messages, const Fix
     return fixes;
 }
 
+QString FixedLine(const QString& line, const Fix& fix) {
+    std::u32string text = line.toStdU32String();  // a fix counts whole characters
+    const auto begin = std::min(static_cast<std::size_t>(fix.column) - 1, text.size());
+    text.replace(begin, static_cast<std::size_t>(fix.length),
+                 QString::fromStdString(fix.text).toStdU32String());
+    return QString::fromStdU32String(text);
+}
+
 }  // namespace zentro

@@ -17,4 +17,7 @@ const Fix* SameFix(const std::vector<LineMessage>& messages, int line, const Fix
 /// The fixes that mend the same mistake as this one, which none of them overlaps or repeats.
 std::vector<Fix> FixesOfKind(const std::vector<LineMessage>& messages, const Fix& fix);
 
+/// The line as it is with the fix.
+QString FixedLine(const QString& line, const Fix& fix);
+
 }  // namespace zentro

@@ -36,9 +36,10 @@ void MessageCollector::Add(const PostedMessage& message) {
                          message.severity == Severity::Warning ||
                          message.severity == Severity::Advice;
     if (!isShown || message.place.fileName.empty() || message.place.sourceLineNo < 1) return;
-    Add(message.place, {message.place.sourceLineNo, message.severity,
-                        QString::fromStdString(message.text), false, MessageCodeText(message.code),
-                        QString::fromStdString(message.hint.text), message.hint.fix});
+    Add(message.place,
+        {message.place.sourceLineNo, message.severity, QString::fromStdString(message.text), false,
+         MessageCodeText(message.code), QString::fromStdString(message.hint.text), message.hint.fix,
+         QString::fromStdString(message.hint.sourceLine)});
 }
 
 void MessageCollector::AddInclude(const LineXref& place, Severity severity, const QString& text) {

@@ -33,6 +33,7 @@ struct LineMessage {
     std::string code{};           ///< "E15", under which the handbook explains it; empty: none
     QString hint{};               ///< what may have been meant; empty: nothing is known
     std::optional<Fix> fix{};     ///< of this file, where the mend is certain
+    QString sourceLine{};         ///< what the hint is about, as it stood in the file
 
     bool operator==(const LineMessage&) const = default;
 };

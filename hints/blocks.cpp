@@ -76,7 +76,7 @@ Hint HintOfOpener(const HintQuestion& question, const SourceLine& opener) {
     Hint hint = isRoutine ? MakeHint(question, MessageCode::RoutineInsideProgram, {number})
                           : MakeHint(question, MessageCode::BlockStillOpen,
                                      {number, ToUtf8(ShownStatement(opener))});
-    if (question.line.file == nullptr) hint.place = PlaceOf(opener);
+    if (question.line.file == nullptr) LeadTo(hint, opener);
     return hint;
 }
 
@@ -124,7 +124,7 @@ std::optional<Hint> FindFirstToRun(const HintQuestion& question) {
     if (first == lines.end()) return std::nullopt;
     Hint hint = MakeHint(question, MessageCode::ProgramBegins,
                          {std::to_string(first->fileLineNo), ToUtf8(ShownStatement(*first))});
-    hint.place = PlaceOf(*first);
+    LeadTo(hint, *first);
     return hint;
 }
 

@@ -2,6 +2,7 @@
 
 #include "config/encoding.h"
 #include "config/text.h"
+#include "model/foreign_characters.h"
 
 namespace zentro {
 
@@ -39,8 +40,9 @@ std::string_view StatementOf(const SourceLine& line) {
     return TrimBlanks(line.text.substr(0, FindComment(line.text)));
 }
 
-LineXref PlaceOf(const SourceLine& line) {
-    return {line.file->name, line.file->directory, line.fileLineNo};
+void LeadTo(Hint& hint, const SourceLine& line) {
+    hint.place = {line.file->name, line.file->directory, line.fileLineNo};
+    hint.sourceLine = LineOfFile(line);
 }
 
 std::string ShownStatement(const SourceLine& line) {

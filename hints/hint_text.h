@@ -19,8 +19,8 @@ Fix FixOf(const SourceLine& line, std::size_t begin, std::size_t length, std::st
 /// The line's text without the blanks around it and its comment, as it stands in the file.
 std::string_view StatementOf(const SourceLine& line);
 
-/// Where a line stands.
-LineXref PlaceOf(const SourceLine& line);
+/// Says that the hint is about another line than the one that its message stands at.
+void LeadTo(Hint& hint, const SourceLine& line);
 
 /// The statement as another line's hint shows it.
 std::string ShownStatement(const SourceLine& line);

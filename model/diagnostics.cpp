@@ -212,6 +212,8 @@ void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message,
         message.severity == Severity::Error || message.severity == Severity::Warning;
     if (isMistake && message.hint.text.empty())
         message.hint = HintFor(line, message.code, shownExtra);
+    if (!message.hint.text.empty() && message.hint.sourceLine.empty())
+        message.hint.sourceLine = LineOfFile(line);
     if (!message.hint.text.empty()) message.text += " " + message.hint.text;
     if (filter_ != nullptr && filter_->HoldsBack(message, line)) return;
     PostMessage(message, LineTextColumn(line.parsedLine));

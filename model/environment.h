@@ -39,6 +39,7 @@ struct Hint {
     std::string kind{};      ///< becomes that of the fix
     /// The line that matters, where the message stands at the end of the program or at none.
     std::optional<LineXref> place{};
+    std::string sourceLine{};  ///< what it is about, as it stands in the file, UTF-8
 };
 
 /// A message as it was posted.

@@ -62,6 +62,18 @@ std::vector<ForeignCharacter> ForeignCharactersIn(const SourceLine& line) {
     return found;
 }
 
+std::string LineOfFile(const SourceLine& line) {
+    if (!line.mayBeForeign) return ToUtf8(line.text);
+    const auto start = static_cast<std::size_t>(line.text.data() - line.file->text.data());
+    std::string text;
+    for (std::size_t i = 0; i < line.text.size(); ++i) {
+        const char c = line.text[i];
+        const char32_t replaced = c == '?' ? ReplacedAt(*line.file, start + i) : 0;
+        text += Utf8Of(replaced == 0 ? UnicodeOf(c) : replaced);
+    }
+    return text;
+}
+
 std::string ShownCharacter(char32_t character) {
     if (CanBeSeen(character)) return Utf8Of(character);
     std::array<char, 16> text{};

@@ -21,6 +21,9 @@ struct ForeignCharacter {
 /// Those of a line, in their order, up to its comment.
 std::vector<ForeignCharacter> ForeignCharactersIn(const SourceLine& line);
 
+/// The line as it stands in its file, UTF-8.
+std::string LineOfFile(const SourceLine& line);
+
 /// A character as a message shows it, UTF-8; one that cannot be seen as "U+200B".
 std::string ShownCharacter(char32_t character);
 

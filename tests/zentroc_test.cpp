@@ -325,6 +325,30 @@ TEST_F(Zentroc, JsonHoldsHintsAndFixes) {
     EXPECT_FALSE(mistakes[1].contains("hint"));
 }
 
+/// A message at the end of the program, or at no line, tells which line has to be changed.
+TEST_F(Zentroc, JsonNamesTheLineThatMatters) {
+    const auto told = [&] {
+        const std::string out = Run("--format json --quiet main.txt").out;
+        return nlohmann::json::parse(out.substr(0, out.find('\n')));
+    };
+    Write("main.txt", "BEGIN PROGRAM\nSTOP MOTORS\nLOOP\nEND PROGRAM\n");
+    EXPECT_FALSE(told().contains("about")) << "it stands at its line";
+    Write("main.txt", "DEFINE ROUTINE Halt()\nSTOP MOTORS\n");
+    const nlohmann::json notEnded = told();
+    EXPECT_EQ(notEnded["line"], 9999);
+    const nlohmann::json first{
+        {"file", "main.txt"}, {"path", notEnded["about"]["path"]}, {"line", 1}};
+    EXPECT_EQ(notEnded["about"], first);
+    Write("main.txt", "DEFINE BYTE Speed = 1\nSTOP MOTORS\n");
+    const std::string out = Run("--format json main.txt").out;
+    const std::size_t begin = out.find("{\"code\":\"E26\"");
+    const auto noProgram = nlohmann::json::parse(out.substr(begin, out.find('\n', begin) - begin));
+    EXPECT_EQ(noProgram["line"], 0);
+    EXPECT_EQ(noProgram["file"], "");
+    EXPECT_EQ(noProgram["about"]["line"], 2);
+    EXPECT_EQ(noProgram["about"]["file"], "main.txt");
+}
+
 TEST_F(Zentroc, JsonIsOneObjectALine) {
     Write("main.txt", "INCLUDE \"part.txt\"\n" + kWrong);
     Write("part.txt", "\nHop\"\xC3\xA9\"\n");

@@ -62,6 +62,10 @@ void JsonLog::Write(std::string_view, LogColour, const PostedMessage* message) {
         {"line", message->place.sourceLineNo},    {"text", message->text},
     };
     if (!message->hint.text.empty()) object["hint"] = message->hint.text;
+    if (const std::optional<LineXref>& place = message->hint.place) {
+        object["about"] = {
+            {"file", place->fileName}, {"path", place->pathName}, {"line", place->sourceLineNo}};
+    }
     if (const std::optional<Fix>& fix = message->hint.fix) {
         object["fix"] = {{"file", fix->fileName}, {"path", fix->pathName}, {"line", fix->line},
                          {"column", fix->column}, {"length", fix->length}, {"text", fix->text}};

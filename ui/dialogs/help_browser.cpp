@@ -17,6 +17,7 @@
 #include "desktop/text_file.h"
 #include "settings/utf8_text.h"
 #include "ui/dialogs/help_address.h"
+#include "ui/dialogs/help_case.h"
 #include "ui/dialogs/help_search.h"
 
 namespace zentro {
@@ -99,6 +100,7 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, Disk& disk, OpenOutside openOutside, 
       dialogs_(dialogs),
       openOutside_(openOutside ? std::move(openOutside) : &QDesktopServices::openUrl),
       page_(new PageView(disk)),
+      case_(new HelpCase),
       search_(new HelpSearch(*page_)),
       address_(MakeAddressBox()),
       searching_(new QLabel),
@@ -133,6 +135,7 @@ HelpBrowser::HelpBrowser(Dialogs& dialogs, Disk& disk, OpenOutside openOutside, 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
     layout->addWidget(MakeToolBar());
+    layout->addWidget(case_);
     layout->addWidget(page_, 1);
     layout->addWidget(search_);
     layout->addLayout(messages);
@@ -234,6 +237,7 @@ bool HelpBrowser::OpenWebAddress(const QUrl& address) {
 void HelpBrowser::Begin(std::function<void()> load) {
     pending_ = std::move(load);
     topic_ = {};
+    case_->Clear();
     searching_->clear();
     status_->clear();
     setWindowTitle("Working...");
@@ -270,6 +274,7 @@ void HelpBrowser::ShowLoaded() {
 }
 
 void HelpBrowser::FindTopic() {
+    if (topic_.ownCase) case_->Show(*topic_.ownCase);
     for (const std::string& page : topic_.pages) {
         const std::optional<PagePlace> place =
             FindPlace(*page_->document(), QString::fromStdString(page));

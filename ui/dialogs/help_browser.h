@@ -17,6 +17,7 @@ class QToolButton;
 
 namespace zentro {
 
+class HelpCase;
 class HelpSearch;
 
 /// Shows help pages, which are files of this computer. Web addresses are handed to the desktop.
@@ -40,7 +41,8 @@ class HelpBrowser : public QWidget {
     void SearchForHelp(const QString& topic);
     /// Makes the address the starting one and shows the first of the topic's places that its page
     /// has, its top for a topic without anything. Where it has none of them, that is said and the
-    /// search is ready to look for the word.
+    /// search is ready to look for the word. The user's own case stands above the page until
+    /// another one is shown.
     void ShowTopic(const QString& address, const HelpTopic& topic);
 
     QSize sizeHint() const override { return {760, 560}; }
@@ -72,6 +74,7 @@ class HelpBrowser : public QWidget {
     std::function<void()> pending_;  ///< the loading that is to begin
     QTimer loading_;
     QTextBrowser* page_;
+    HelpCase* case_;
     HelpSearch* search_;
     QComboBox* address_;
     QBoxLayout* toolBar_ = nullptr;

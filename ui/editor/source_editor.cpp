@@ -96,7 +96,7 @@ void SourceEditor::SetUpMargins() {
          {EditorMarks::kBreakpointMargin, EditorMarks::kMargin, EditorMarks::kLampMargin}) {
         setMarginType(margin, QsciScintilla::SymbolMargin);
         setMarginWidth(margin, kSymbolMarginWidth);
-        setMarginSensitivity(margin, margin != EditorMarks::kMargin);
+        setMarginSensitivity(margin, true);
     }
     setFolding(QsciScintilla::BoxedTreeFoldStyle, kFoldMargin);
     Send(*this, Sci::SCI_SETMARGINLEFT, 0, 4);
@@ -130,6 +130,7 @@ void SourceEditor::ConnectSignals() {
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settle_.start(0); });
     connect(this, &QsciScintilla::marginClicked, this, [this](int margin, int line) {
         if (margin == EditorMarks::kBreakpointMargin) emit BreakpointClicked(line + 1);
+        if (margin == EditorMarks::kMargin) setCursorPosition(line, indentation(line));
         if (margin == EditorMarks::kLampMargin && marks_.HasLamp(line)) emit LampClicked(line + 1);
     });
     connect(this, &QsciScintilla::marginRightClicked, this, [this](int margin, int line) {

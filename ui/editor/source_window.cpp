@@ -9,6 +9,7 @@
 
 #include "compiler/paths.h"
 #include "config/file.h"
+#include "desktop/fixes.h"
 #include "desktop/text_file.h"
 #include "ui/editor/find_bar.h"
 #include "ui/editor/outline_box.h"
@@ -321,6 +322,9 @@ HelpTopic SourceWindow::TopicAtCursor() const {
     if (message == messages->end()) return topic;
     topic.word = message->code;
     topic.pages.insert(topic.pages.begin(), message->code);
+    if (!message->hint.isEmpty())
+        topic.ownCase = {message->line, message->sourceLine, message->hint,
+                         message->fix ? FixedLine(message->sourceLine, *message->fix) : QString()};
     return topic;
 }
 

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "desktop/fixes.h"
 #include "ui/support/colours.h"
 
 namespace zentro {
@@ -232,7 +233,13 @@ HelpTopic CompilerOutputWindow::TopicAtCursor() const {
                                  ? MessageCodeText(message->code)
                                  : kCode.match(line.text()).captured(1).toStdString();
     if (code.empty()) return {};
-    return {code, {code}};
+    if (message == nullptr || message->hint.text.empty()) return {code, {code}};
+    const Hint& hint = message->hint;
+    const QString text = QString::fromStdString(hint.sourceLine);
+    return {code,
+            {code},
+            OwnCase{LineThatMatters(*message).sourceLineNo, text, QString::fromStdString(hint.text),
+                    hint.fix ? FixedLine(text, *hint.fix) : QString()}};
 }
 
 void CompilerOutputWindow::ShowNextMessage() {
