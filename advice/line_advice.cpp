@@ -98,7 +98,7 @@ bool MayChange(const SourceLine& line, const LineElement& element) {
 
 bool IsFlagConstant(const LineElement& element) {
     const auto value = ValueOf(element);
-    return value == kFlagTrue || value == kFlagFalse;
+    return value && (*value == kFlagTrue || *value == kFlagFalse);
 }
 
 }  // namespace

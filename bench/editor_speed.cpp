@@ -142,7 +142,7 @@ int main(int argc, char** argv) {
                                          [](const std::string&) {});
     zentro::Disk disk;
     zentro::Programs programs(disk);
-    const zentro::FileId file = programs.Add({}, "program.txt", [&] { return string; });
+    const zentro::FileId file = programs.Add({}, "program.txt", [&] { return QString(string); });
     for (int round = 0; round < kRounds; ++round) {
         check = std::min(check, MillisecondsOf([&] {
                              zentro::CheckProgram(configuration, *programs.File(file), settings,

@@ -48,10 +48,13 @@ std::string InputReports() {
         // Always as long, for the other does not erase what stood there.
         const std::string value = std::to_string(100 + number % 156);
         if (number > 0) text += "\x1b[8A";
-        text += "Digital    0 255 0 0\r\nButtons    0 0 0 0 0 255\r\nAnalogue   " + value +
-                " 12 0 0 0 0\r\nTimed      0 0 0 0\r\nPulses     " + value +
-                " 0 0 0\r\nJoysticks  128 128 " + value +
-                " 128\r\nBattery    255\r\nProgram    1\r\n";
+        text.append("Digital    0 255 0 0\r\nButtons    0 0 0 0 0 255\r\nAnalogue   ")
+            .append(value)
+            .append(" 12 0 0 0 0\r\nTimed      0 0 0 0\r\nPulses     ")
+            .append(value)
+            .append(" 0 0 0\r\nJoysticks  128 128 ")
+            .append(value)
+            .append(" 128\r\nBattery    255\r\nProgram    1\r\n");
     }
     return text;
 }

@@ -169,7 +169,7 @@ std::string Holders(const std::string& device) {
     const std::string target = fs::canonical(device, failed).string();
     if (failed) return {};
     for (const std::string& process : {LockingProcess(target), ProcessInLockFile(target)}) {
-        const std::string holder = process.empty() ? process : Described(process);
+        std::string holder = process.empty() ? process : Described(process);
         if (!holder.empty()) return holder;
     }
     return Openers(target);

@@ -25,8 +25,8 @@ namespace fs = std::filesystem;
 constexpr std::string_view kBegin = ".zentro-";
 constexpr std::string_view kNew = ".new";
 constexpr std::string_view kOld = ".old";
-constexpr time_t kLongestWrite = 10;          // seconds, of a file's content
-constexpr time_t kSurelyOver = 24 * 60 * 60;  // seconds, on whatever machine it was
+constexpr time_t kLongestWrite = 10;           // seconds, of a file's content
+constexpr time_t kSurelyOver = 24L * 60 * 60;  // seconds, on whatever machine it was
 
 const time_t kBeginOfThisProcess = time(nullptr);
 

@@ -107,7 +107,7 @@ Answer StopAnswer(std::string_view said) {
 Answer DebugAnswer(std::string_view said) {
     const auto answer = AfterEcho(said, "D");
     if (!answer) return {};
-    if (const Answer refusal = RefusalIn(*answer); refusal.state == State::Refused) return refusal;
+    if (Answer refusal = RefusalIn(*answer); refusal.state == State::Refused) return refusal;
     const std::vector<std::string_view> lines = LinesOf(*answer);
     const auto instruction =
         std::ranges::find_if(lines, [](std::string_view line) { return line.starts_with('['); });
