@@ -41,7 +41,7 @@ PlotView::PlotView(const PlotCurves& curves, QWidget* parent)
     : QWidget(parent),
       curves_(curves),
       plot_(new QCustomPlot(this)),
-      hint_(new QLabel(tr("Tick in the list what you want to see."), this)),
+      hint_(new QLabel(tr("Tick what you want to see."), this)),
       to_(kFirstSpan),
       span_(kFirstSpan) {
     setObjectName("PlotView");
@@ -146,7 +146,7 @@ void PlotView::MakeStrip(int row, std::vector<std::size_t> curves, bool isLast) 
     }
     QCPAxis* const time = strip.area->axis(QCPAxis::atBottom);
     time->setTickLabels(isLast);
-    if (isLast) time->setLabel(tr("Seconds since the start of the program"));
+    if (isLast) time->setLabel(tr("Seconds since the start"));
     if (isSeparate_) strip.area->axis(QCPAxis::atLeft)->ticker()->setTickCount(2);
     connect(time, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), this, &PlotView::TakeRange);
     for (const std::size_t index : curves) {
@@ -346,7 +346,9 @@ void PlotView::changeEvent(QEvent* event) {
 
 void PlotView::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    hint_->setGeometry(rect().adjusted(60, 20, -20, -50));
+    QRect inside = rect().adjusted(60, 20, -20, -50);  // of the axes
+    if (inside.height() < hint_->heightForWidth(inside.width())) inside = rect();
+    hint_->setGeometry(inside);
     Refresh();
 }
 

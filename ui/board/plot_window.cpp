@@ -58,7 +58,12 @@ PlotWindow::PlotWindow(Workbench& workbench, VirtualBoardHost& host,
     both->setSizes({380, 240});
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(6, 6, 6, 6);
-    rows->addLayout(MakeButtons());
+    viewButtons_ = MakeViewButtons();
+    saveButtons_ = MakeSaveButtons();
+    buttons_ = new QHBoxLayout;
+    buttons_->addLayout(viewButtons_);
+    buttons_->addLayout(saveButtons_);
+    rows->addLayout(buttons_);
     rows->addWidget(both, 1);
     rows->addWidget(status_);
     setFocusProxy(list_);
@@ -91,7 +96,7 @@ QToolButton* PlotWindow::AddButton(QHBoxLayout* row, const char* name, const QSt
     return button;
 }
 
-QHBoxLayout* PlotWindow::MakeButtons() {
+QHBoxLayout* PlotWindow::MakeViewButtons() {
     auto* row = new QHBoxLayout;
     row->setSpacing(2);
     latest_ = AddButton(row, "BtnPlotLatest", tr("&Latest"),
@@ -115,6 +120,12 @@ QHBoxLayout* PlotWindow::MakeButtons() {
     separate->setCheckable(true);
     connect(separate, &QToolButton::toggled, view_, &PlotView::SetSeparate);
     row->addStretch(1);
+    return row;
+}
+
+QHBoxLayout* PlotWindow::MakeSaveButtons() {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(2);
     saveTable_ = AddButton(row, "BtnPlotTable", tr("Save &Table..."),
                            tr("Save the values for a spreadsheet, as a CSV file"));
     savePicture_ = AddButton(row, "BtnPlotPicture", tr("Save &Picture..."),
@@ -122,6 +133,15 @@ QHBoxLayout* PlotWindow::MakeButtons() {
     connect(saveTable_, &QToolButton::clicked, this, &PlotWindow::SaveTable);
     connect(savePicture_, &QToolButton::clicked, this, &PlotWindow::SavePicture);
     return row;
+}
+
+/// The buttons that save go below where there is no room beside the others.
+void PlotWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    const int wanted = viewButtons_->sizeHint().width() + saveButtons_->sizeHint().width();
+    const bool isNarrow = width() < wanted + 2 * buttons_->spacing();
+    buttons_->setAlignment(saveButtons_, isNarrow ? Qt::AlignLeft : Qt::Alignment());
+    buttons_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
 }
 
 void PlotWindow::ShowProgram(const Compilation* compilation) {

@@ -11,6 +11,7 @@
 #include "desktop/virtual_board_host.h"
 #include "ui/support/workbench.h"
 
+class QBoxLayout;
 class QHBoxLayout;
 class QLabel;
 class QToolButton;
@@ -39,11 +40,13 @@ class PlotWindow : public QWidget {
   protected:
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     QToolButton* AddButton(QHBoxLayout* row, const char* name, const QString& text,
                            const QString& help);
-    QHBoxLayout* MakeButtons();
+    QHBoxLayout* MakeViewButtons();
+    QHBoxLayout* MakeSaveButtons();
     void Choose();
     QColor ColourOf(const QString& name);
     void Refresh();
@@ -61,6 +64,9 @@ class PlotWindow : public QWidget {
     PlotView* view_;
     PlotList* list_;
     QLabel* status_;
+    QHBoxLayout* viewButtons_ = nullptr;
+    QHBoxLayout* saveButtons_ = nullptr;
+    QBoxLayout* buttons_ = nullptr;
     QToolButton* latest_ = nullptr;
     QToolButton* all_ = nullptr;
     QToolButton* saveTable_ = nullptr;

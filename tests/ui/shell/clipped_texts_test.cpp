@@ -128,6 +128,9 @@ class ClippedTextsTest : public MainWindowTest {
             ExpectNoneAtAnySize(button);
             Child<QAbstractButton>(button)->click();
         }
+        Press(CommandId::Plot);
+        ExpectNoneAtAnySize("plot");
+        Child("frmPlot")->parentWidget()->close();
         Press(CommandId::Help);
         ExpectNoneAtAnySize("handbook");
         Press(CommandId::OpenComms);
