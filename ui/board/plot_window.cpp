@@ -110,9 +110,10 @@ QHBoxLayout* PlotWindow::MakeViewButtons() {
     connect(all_, &QToolButton::clicked, this, [this](bool on) {
         view_->Follow(on ? PlotView::Following::All : PlotView::Following::Nothing);
     });
-    QToolButton* in = AddButton(row, "BtnPlotZoomIn", tr("Zoom &In"), tr("Show less of the time"));
-    QToolButton* out =
-        AddButton(row, "BtnPlotZoomOut", tr("Zoom &Out"), tr("Show more of the time"));
+    QToolButton* in = AddButton(row, "BtnPlotZoomIn", "+", tr("Show less of the time"));
+    QToolButton* out = AddButton(row, "BtnPlotZoomOut", "−", tr("Show more of the time"));
+    in->setAccessibleName(tr("Zoom in"));
+    out->setAccessibleName(tr("Zoom out"));
     connect(in, &QToolButton::clicked, view_, [this] { view_->Zoom(1 / kZoom); });
     connect(out, &QToolButton::clicked, view_, [this] { view_->Zoom(kZoom); });
     QToolButton* separate = AddButton(row, "BtnPlotSeparate", tr("&Separate"),
