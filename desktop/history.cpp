@@ -28,13 +28,43 @@ bool IsReady(const Board& board) {
     return processor.running && (!waits || EventIsDue(board.events));
 }
 
+/// Where an input stands that a world can feed.
+InputPlace PlaceOf(const world::InputId& input) {
+    const std::vector<InputPlace> places = AllInputs();
+    const auto found = std::ranges::find_if(
+        places, [&](const InputPlace& place) { return FedInput(place) == input; });
+    return found == places.end() ? InputPlace{} : *found;
+}
+
+/// What a hand does that makes the one of the other; pulses are counted.
+std::vector<Action> ActionsOf(const Inputs& before, const Inputs& after) {
+    std::vector<Action> actions;
+    for (const InputPlace& place : AllInputs()) {
+        const unsigned was = InputValue(before, place);
+        const unsigned is = InputValue(after, place);
+        if (was == is) continue;
+        const bool isPulses = place.field == InputField::Pulses;
+        actions.push_back(
+            {0, ActionKind::SetInput, place, isPulses ? static_cast<std::uint16_t>(is - was) : is});
+    }
+    return actions;
+}
+
+/// A hand takes an input over as it is.
+Action HoldingAction(const Inputs& inputs, const world::InputId& input) {
+    const InputPlace place = PlaceOf(input);
+    const bool isPulses = place.field == InputField::Pulses;
+    return {0, ActionKind::SetInput, place, isPulses ? 0 : InputValue(inputs, place)};
+}
+
 }  // namespace
 
 History::History(Scene& world) : world_(world) {
     Forget();
 }
 
-void History::Forget() {
+void History::Forget(RunRecorder::Missing why) {
+    recorder_.Clear(why);
     forgotten_ += happenings_.size();
     happenings_.clear();
     checkpoints_.clear();
@@ -42,10 +72,17 @@ void History::Forget() {
     KeepCheckpoint(End());
 }
 
+/// The program counts from what it meets at the start.
 void History::BeginRun() {
     zentro::PutRobotAtStart(world_);
-    ForgetInputHistory(world_.board);  // the program counts from what it meets at the start
+    ForgetInputHistory(world_.board);
+    Devices& devices = world_.board.devices;
+    devices.pulsesAtSecond = devices.pulsesAtStart;
+    devices.pulsesLastSecond = {};
+    devices.buttonsSeen = {};
+    if (world_.board.outputs.note == 0) devices.noteEnd = 0;
     Forget();
+    recorder_.Begin(world_);
     ++runs_;
 }
 
@@ -54,7 +91,7 @@ bool History::CanStepBack() const {
 }
 
 /// The last happening if it is of this kind, so that it can go on.
-History::Happening* History::Last(Kind kind) {
+Happening* History::Last(Kind kind) {
     return !happenings_.empty() && happenings_.back().kind == kind ? &happenings_.back() : nullptr;
 }
 
@@ -101,11 +138,14 @@ void History::FinishTick(bool somebodyListens) {
     PassTick(world_);
     cost_ += kTickCost;
     Settle();
+    if (somebodyListens && world_.board.output.size() >= kOutputLimit) recorder_.NoteStall();
     if (!somebodyListens) world_.board.output.clear();
 }
 
-/// Outputs are shown as they are: nobody asks how they came to be so.
+/// Only a recording tells how the outputs came to be as they are.
 void History::Settle() {
+    if (world_.board.changes.empty()) return;
+    if (wanted_ == nullptr) recorder_.TakeOutputs(world_.board);
     world_.board.changes.clear();
 }
 
@@ -187,33 +227,39 @@ void History::CarryOut(const Happening& happening) {
 
 void History::ChangeInputs(const Inputs& inputs) {
     if (inputs == world_.board.inputs) return;
-    Append({.kind = Kind::ChangeInputs, .inputs = inputs});
+    Append({.kind = Kind::ChangeInputs,
+            .inputs = inputs,
+            .actions = ActionsOf(world_.board.inputs, inputs)});
     CarryOut(happenings_.back());
 }
 
 void History::HoldInput(const world::InputId& input, bool held) {
     if (held == IsTakenOver(world_.state, input)) return;
-    Append({.kind = Kind::HoldInput, .flag = held, .input = input});
+    const Action action = held ? HoldingAction(world_.board.inputs, input)
+                               : Action{0, ActionKind::LetGo, PlaceOf(input)};
+    Append({.kind = Kind::HoldInput, .flag = held, .input = input, .actions = {action}});
     CarryOut(happenings_.back());
 }
 
 void History::StopProgram() {
-    Append({.kind = Kind::StopProgram});
+    Append({.kind = Kind::StopProgram, .actions = {{.kind = ActionKind::StopProgram}}});
     CarryOut(happenings_.back());
 }
 
 void History::PutRobotAtStart() {
-    Append({.kind = Kind::PutRobotAtStart});
+    Append({.kind = Kind::PutRobotAtStart, .actions = {{.kind = ActionKind::RobotToStart}}});
     CarryOut(happenings_.back());
 }
 
 void History::PlaceRobot(const world::Pose& pose) {
-    Append({.kind = Kind::PlaceRobot, .pose = pose});
+    Append({.kind = Kind::PlaceRobot,
+            .pose = pose,
+            .actions = {{.kind = ActionKind::PlaceRobot, .robot = pose}}});
     CarryOut(happenings_.back());
 }
 
 void History::PutAllToRest() {
-    Append({.kind = Kind::PutAllToRest});
+    Append({.kind = Kind::PutAllToRest, .actions = {{.kind = ActionKind::StopAll}}});
     CarryOut(happenings_.back());
 }
 
@@ -282,6 +328,7 @@ bool History::StepBackTo(Position target) {
         checkpoints_.pop_back();
     const Checkpoint& checkpoint = checkpoints_.back();
     GoTo(checkpoint);
+    recorder_.TakeBackTo(checkpoint.outputs);
     Replay(checkpoint.at, target);
     CutAt(target);
     return true;
@@ -367,6 +414,7 @@ void History::KeepCheckpoint(const Position& at) {
     checkpoint.at = at;
     checkpoint.lastInstruction = lastInstruction_;
     checkpoint.cost = cost_;
+    checkpoint.outputs = recorder_.Outputs();
     ThinOut();
 }
 
@@ -400,6 +448,7 @@ void History::ThinOut() {
 void History::DropOldest() {
     checkpoints_.erase(checkpoints_.begin());
     while (forgotten_ < checkpoints_.front().at.happening) {
+        recorder_.Absorb(happenings_.front());
         happenings_.pop_front();
         ++forgotten_;
     }

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "desktop/history_happening.h"
+#include "desktop/run_recorder.h"
 #include "desktop/scene_changes.h"
 
 namespace zentro {
@@ -90,8 +92,8 @@ class History {
     /// The last instruction that can be taken back and about which `wanted` says yes.
     std::optional<Position> FindBack(const Question& wanted);
 
-    /// From here on nothing can be taken back.
-    void Forget();
+    /// From here on nothing can be taken back, and the run that was going on cannot be recorded.
+    void Forget(RunRecorder::Missing why = RunRecorder::Missing::NoRun);
 
     /// A program has been started: the robot is put at its start, and nothing before that can be
     /// taken back.
@@ -99,40 +101,22 @@ class History {
     /// How many runs have begun.
     std::uint64_t Runs() const { return runs_; }
 
+    /// The run so far, from its beginning on.
+    RunRecorder::Made Record() const { return recorder_.Make(happenings_, world_.board); }
+
     /// Told of the board after the instructions of each tick, not of those that are repeated.
     using TickWatcher = std::function<void(const Board&)>;
     void WatchTicks(TickWatcher watcher) { watcher_ = std::move(watcher); }
 
   private:
-    enum class Kind : std::uint8_t {
-        Running,  ///< `times` ticks with at most `stepsPerTick` instructions each, then `steps`
-        ChangeInputs,
-        HoldInput,
-        Receive,  ///< `characters`
-        TakeOutput,
-        StopProgram,
-        PutRobotAtStart,
-        PlaceRobot,
-        PutAllToRest,
-    };
-
-    struct Happening {
-        Kind kind{};
-        bool flag = false;        ///< somebody listens; the input is held
-        std::uint64_t times = 1;  ///< ticks; characters; 1
-        std::uint64_t stepsPerTick = 0;
-        std::uint64_t steps = 0;
-        std::string characters = {};
-        Inputs inputs = {};
-        world::InputId input = {};
-        world::Pose pose = {};
-    };
+    using Kind = HappeningKind;
 
     struct Checkpoint {
         std::unique_ptr<Scene> world;
         Position at;
         std::optional<Position> lastInstruction;
         std::uint64_t cost = 0;
+        RunRecorder::Mark outputs;
     };
 
     /// What a happening costs beside its instructions, of which costs are counted.
@@ -169,6 +153,7 @@ class History {
     std::uint64_t cost_ = 0;                   ///< of repeating everything, in instructions
     std::uint64_t runs_ = 0;
     TickWatcher watcher_;
+    RunRecorder recorder_;
     const Question* wanted_ = nullptr;  ///< asked of each instruction that is repeated
     std::optional<Position> found_;     ///< the last one about which it said yes
 };

@@ -74,16 +74,6 @@ void ChangeWorld(Scene& scene, std::shared_ptr<const world::WorldMap> map) {
     FeedInputs(scene);
 }
 
-void PutRobotAtStart(Scene& scene) {
-    PutAtStart(*scene.map, scene.state);
-    FeedInputs(scene);
-}
-
-void PlaceRobot(Scene& scene, const world::Pose& pose) {
-    scene.state.robot = Placed(*scene.map, scene.state.robot, pose);
-    FeedInputs(scene);
-}
-
 void ChangeInputs(Scene& scene, const Inputs& inputs) {
     for (const world::Sensor& sensor : scene.map->world.sensors) {
         if (Differs(inputs, scene.board.inputs, sensor.input)) TakeOver(scene.state, sensor.input);

@@ -19,10 +19,6 @@ void MoveToWorld(Scene& scene, std::shared_ptr<const world::WorldMap> map);
 /// The world has changed round the robot, which stays where it is if it has room there.
 void ChangeWorld(Scene& scene, std::shared_ptr<const world::WorldMap> map);
 
-void PutRobotAtStart(Scene& scene);
-/// A hand puts the robot there; where something is in the way, beside it.
-void PlaceRobot(Scene& scene, const world::Pose& pose);
-
 /// A hand changes inputs, and holds those from then on that the world feeds.
 void ChangeInputs(Scene& scene, const Inputs& inputs);
 /// An input that the world feeds is held by a hand, or let go.

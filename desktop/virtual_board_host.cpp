@@ -225,7 +225,7 @@ void VirtualBoardHost::PlaceRobot(const world::Pose& pose) {
 
 void VirtualBoardHost::EnterWorld(std::shared_ptr<const world::WorldMap> map) {
     zentro::MoveToWorld(*world_, std::move(map));
-    history_.Forget();
+    history_.Forget(RunRecorder::Missing::WorldChanged);
     trail_.Clear();
     endedAt_.reset();
     LookAround();
@@ -234,7 +234,7 @@ void VirtualBoardHost::EnterWorld(std::shared_ptr<const world::WorldMap> map) {
 
 void VirtualBoardHost::ChangeWorld(std::shared_ptr<const world::WorldMap> map) {
     zentro::ChangeWorld(*world_, std::move(map));
-    history_.Forget();
+    history_.Forget(RunRecorder::Missing::WorldChanged);
     LookAround();
     TellChange();
 }

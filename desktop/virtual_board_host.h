@@ -119,6 +119,9 @@ class VirtualBoardHost : public QObject {
     void TakePen(Pen pen);
     void WipeTrail();
 
+    /// The run so far, to be replayed by zentro-board.
+    RunRecorder::Made Record() const { return history_.Record(); }
+
     /// What was chosen to be plotted. It goes back when steps are taken back, and begins anew with
     /// each run.
     const PlotCurves& Curves() const { return curves_; }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <cmath>
 #include <limits>
 
 #include "config/text_lines.h"
@@ -15,6 +17,7 @@ struct InputRow {
     std::string_view name;
     std::size_t count;
     void (*set)(Inputs& inputs, std::size_t index, unsigned value);
+    unsigned (*get)(const Inputs& inputs, std::size_t index);
     unsigned largest;
     InputField field;
     std::optional<world::InputKind> fed = {};  ///< what a world calls it
@@ -28,35 +31,58 @@ std::uint16_t Word(unsigned value) {
     return static_cast<std::uint16_t>(value);
 }
 
+using In = const Inputs&;
+
 constexpr InputRow kInputs[] = {
-    {"digital", 4, [](Inputs& in, std::size_t i, unsigned v) { in.digital[i] = v != 0; }, 1,
-     InputField::Digital, world::InputKind::Digital},
-    {"button", 6, [](Inputs& in, std::size_t i, unsigned v) { in.buttons[i] = v != 0; }, 1,
-     InputField::Button, world::InputKind::Button},
-    {"analog", 6, [](Inputs& in, std::size_t i, unsigned v) { in.analog[i] = Byte(v); }, 255,
-     InputField::Analog, world::InputKind::Analog},
-    {"timed", 4, [](Inputs& in, std::size_t i, unsigned v) { in.timed[i] = Word(v); }, 65535,
-     InputField::Timed},
+    {"digital", 4, [](Inputs& in, std::size_t i, unsigned v) { in.digital[i] = v != 0; },
+     [](In in, std::size_t i) { return in.digital[i] ? 1U : 0U; }, 1, InputField::Digital,
+     world::InputKind::Digital},
+    {"button", 6, [](Inputs& in, std::size_t i, unsigned v) { in.buttons[i] = v != 0; },
+     [](In in, std::size_t i) { return in.buttons[i] ? 1U : 0U; }, 1, InputField::Button,
+     world::InputKind::Button},
+    {"analog", 6, [](Inputs& in, std::size_t i, unsigned v) { in.analog[i] = Byte(v); },
+     [](In in, std::size_t i) { return unsigned{in.analog[i]}; }, 255, InputField::Analog,
+     world::InputKind::Analog},
+    {"timed", 4, [](Inputs& in, std::size_t i, unsigned v) { in.timed[i] = Word(v); },
+     [](In in, std::size_t i) { return unsigned{in.timed[i]}; }, 65535, InputField::Timed},
     {"pulses", 4,
-     [](Inputs& in, std::size_t i, unsigned v) { in.pulses[i] = Word(in.pulses[i] + v); }, 65535,
-     InputField::Pulses, world::InputKind::Pulses},
-    {"stickx", 2, [](Inputs& in, std::size_t i, unsigned v) { in.joysticks[i].x = Byte(v); }, 255,
-     InputField::StickX},
-    {"sticky", 2, [](Inputs& in, std::size_t i, unsigned v) { in.joysticks[i].y = Byte(v); }, 255,
-     InputField::StickY},
-    {"battery", 0, [](Inputs& in, std::size_t, unsigned v) { in.battery = Byte(v); }, 255,
-     InputField::Battery},
-    {"program", 0, [](Inputs& in, std::size_t, unsigned v) { in.programNumber = Byte(v); }, 255,
-     InputField::Program},
+     [](Inputs& in, std::size_t i, unsigned v) { in.pulses[i] = Word(in.pulses[i] + v); },
+     [](In in, std::size_t i) { return unsigned{in.pulses[i]}; }, 65535, InputField::Pulses,
+     world::InputKind::Pulses},
+    {"stickx", 2, [](Inputs& in, std::size_t i, unsigned v) { in.joysticks[i].x = Byte(v); },
+     [](In in, std::size_t i) { return unsigned{in.joysticks[i].x}; }, 255, InputField::StickX},
+    {"sticky", 2, [](Inputs& in, std::size_t i, unsigned v) { in.joysticks[i].y = Byte(v); },
+     [](In in, std::size_t i) { return unsigned{in.joysticks[i].y}; }, 255, InputField::StickY},
+    {"battery", 0, [](Inputs& in, std::size_t, unsigned v) { in.battery = Byte(v); },
+     [](In in, std::size_t) { return unsigned{in.battery}; }, 255, InputField::Battery},
+    {"program", 0, [](Inputs& in, std::size_t, unsigned v) { in.programNumber = Byte(v); },
+     [](In in, std::size_t) { return unsigned{in.programNumber}; }, 255, InputField::Program},
 };
 
-/// What is done to the whole board instead of to one input.
-struct PaceRow {
+/// What is done with a number to the whole board instead of to one input.
+struct NumberRow {
     std::string_view name;
+    ActionKind kind;
+    std::uint32_t largest;
+};
+
+constexpr std::array<NumberRow, 3> kNumbers{{{"pace", ActionKind::Pace, kLargestPace},
+                                             {"step", ActionKind::Step, kLargestPace},
+                                             {"receive", ActionKind::Receive, 255}}};
+
+/// What is done at once, in two words.
+struct WordRow {
+    std::string_view name;
+    std::string_view value;
     ActionKind kind;
 };
 
-constexpr std::array<PaceRow, 2> kPaces{{{"pace", ActionKind::Pace}, {"step", ActionKind::Step}}};
+constexpr std::array<WordRow, 3> kWords{{{"stop", "program", ActionKind::StopProgram},
+                                         {"stop", "all", ActionKind::StopAll},
+                                         {"robot", "start", ActionKind::RobotToStart}}};
+
+constexpr std::string_view kRobot = "robot";
+constexpr double kFarthest = 100'000;  // of a robot; what is farther is no place
 
 const InputRow& RowOf(const InputPlace& place) {
     return kInputs[static_cast<std::size_t>(place.field)];
@@ -88,12 +114,42 @@ std::string ReadValue(std::string_view name, std::string_view word, std::uint32_
     return {};
 }
 
-std::string ReadWhat(std::string_view name, std::string_view value, Action& action) {
-    const auto* const pace = std::ranges::find(kPaces, name, &PaceRow::name);
-    if (pace != kPaces.end()) {
-        action.kind = pace->kind;
-        return ReadValue(name, value, kLargestPace, action);
+bool ReadPlace(std::string_view word, world::Pose& robot) {
+    const std::vector<std::string_view> fields = SplitFields(word, ',');
+    const std::array<double*, 3> parts{&robot.place.x, &robot.place.y, &robot.heading};
+    if (fields.size() != parts.size()) return false;
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        const char* const end = fields[index].data() + fields[index].size();
+        const auto [stop, error] = std::from_chars(fields[index].data(), end, *parts[index]);
+        if (error != std::errc{} || stop != end || !(std::abs(*parts[index]) <= kFarthest))
+            return false;
     }
+    return true;
+}
+
+/// Gives the action what two words say. False: they are none of its.
+bool ReadWords(std::string_view name, std::string_view value, Action& action, std::string& error) {
+    const auto* const word = std::ranges::find_if(
+        kWords, [&](const WordRow& row) { return row.name == name && row.value == value; });
+    if (word != kWords.end()) {
+        action.kind = word->kind;
+        return true;
+    }
+    if (name != kRobot) return false;
+    action.kind = ActionKind::PlaceRobot;
+    if (!ReadPlace(value, action.robot))
+        error = "a robot is put to its start, or to x,y,heading in centimetres and radians";
+    return true;
+}
+
+std::string ReadWhat(std::string_view name, std::string_view value, Action& action) {
+    const auto* const number = std::ranges::find(kNumbers, name, &NumberRow::name);
+    if (number != kNumbers.end()) {
+        action.kind = number->kind;
+        return ReadValue(name, value, number->largest, action);
+    }
+    std::string error;
+    if (ReadWords(name, value, action, error)) return error;
     const auto input = InputNamed(name);
     if (!input) return std::string("there is no input ").append(name);
     action.input = *input;
@@ -103,6 +159,13 @@ std::string ReadWhat(std::string_view name, std::string_view value, Action& acti
     }
     action.kind = ActionKind::SetInput;
     return ReadValue(name, value, RowOf(*input).largest, action);
+}
+
+/// The shortest text that is read as the same number.
+std::string Exactly(double number) {
+    std::array<char, 32> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    return {text.data(), end};
 }
 
 }  // namespace
@@ -115,6 +178,20 @@ std::string InputName(const InputPlace& place) {
 
 void SetInput(Inputs& inputs, const InputPlace& place, unsigned value) {
     RowOf(place).set(inputs, place.index, value);
+}
+
+unsigned InputValue(const Inputs& inputs, const InputPlace& place) {
+    return RowOf(place).get(inputs, place.index);
+}
+
+std::vector<InputPlace> AllInputs() {
+    std::vector<InputPlace> places;
+    for (const InputRow& row : kInputs) {
+        for (std::size_t index = 0; index < std::max<std::size_t>(row.count, 1); ++index) {
+            places.push_back({row.field, index});
+        }
+    }
+    return places;
 }
 
 std::optional<world::InputId> FedInput(const InputPlace& place) {
@@ -144,8 +221,16 @@ std::optional<Action> ParseAction(std::string_view line, std::string& error) {
 std::string FormatAction(const Action& action) {
     const std::string tick = std::to_string(action.tick) + ' ';
     const std::string value = ' ' + std::to_string(action.value);
-    const auto* const pace = std::ranges::find(kPaces, action.kind, &PaceRow::kind);
-    if (pace != kPaces.end()) return tick + std::string(pace->name) + value;
+    const auto* const number = std::ranges::find(kNumbers, action.kind, &NumberRow::kind);
+    if (number != kNumbers.end()) return tick + std::string(number->name) + value;
+    const auto* const word = std::ranges::find(kWords, action.kind, &WordRow::kind);
+    if (word != kWords.end())
+        return tick + std::string(word->name) + ' ' + std::string(word->value);
+    if (action.kind == ActionKind::PlaceRobot) {
+        const world::Pose& robot = action.robot;
+        return tick + std::string(kRobot) + ' ' + Exactly(robot.place.x) + ',' +
+               Exactly(robot.place.y) + ',' + Exactly(robot.heading);
+    }
     const bool letsGo = action.kind == ActionKind::LetGo;
     return tick + InputName(action.input) + (letsGo ? " world" : value);
 }

@@ -1,5 +1,6 @@
 #include "recording/recording.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "board/loader.h"
@@ -40,7 +41,18 @@ std::string ObjectText(const std::vector<std::uint8_t>& program) {
 void Prepare(const Recording& recording, std::shared_ptr<const world::WorldMap> map, Scene& scene) {
     scene = {};
     LoadObjectText(scene.board, ObjectText(recording.program));
-    scene.board.random = recording.seed;
+    Board& board = scene.board;
+    board.random = recording.seed;
+    board.clock = recording.clock;
+    board.devices.stickRest = recording.sticks;
+    for (const BytesAt& piece : recording.memory) {
+        for (std::size_t index = 0; index < piece.bytes.size(); ++index)
+            board.memory.StoreByte(piece.address + static_cast<std::uint32_t>(index),
+                                   piece.bytes[index]);
+    }
+    for (const BytesAt& piece : recording.eeprom) {
+        std::ranges::copy(piece.bytes, board.eeprom.begin() + piece.address);
+    }
     EnterWorld(scene, std::move(map), recording.noise);
 }
 

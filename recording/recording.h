@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -23,15 +24,30 @@ struct Outcome {
 /// Where two outcomes part, in a sentence; empty: they are equal.
 std::string Difference(const Outcome& recorded, const Outcome& replayed);
 
+/// Bytes that are there at the start of a run, where a fresh board has others.
+struct BytesAt {
+    std::uint32_t address = 0;
+    std::vector<std::uint8_t> bytes;
+
+    bool operator==(const BytesAt&) const = default;
+};
+
 /// Everything that a run came from, and what came of it.
 struct Recording {
     std::vector<std::uint8_t> program;  ///< from address 0 on
     std::string world;                  ///< the text of its file; empty: the board stood alone
     std::uint32_t seed = kFirstRandom;  ///< of the program's random numbers
     std::uint32_t noise = 0;            ///< seed of the noise of the world's sensors; 0: none
-    std::vector<Action> actions;        ///< by ticks
+    std::uint64_t clock = 0;            ///< of the board at the start
+    std::vector<BytesAt> memory;        ///< behind the program
+    std::vector<BytesAt> eeprom;
+    std::array<StickPosition, 2> sticks{};  ///< where the joysticks are taken to be at rest
+    std::vector<Action> actions;            ///< by ticks
     std::uint64_t ticks = 0;  ///< how long it lasted; of the last tick only its actions happened
     std::optional<Outcome> outcome;  ///< nothing: a person wrote it who does not know
+
+    /// What the board's clock shows at the end.
+    std::uint64_t End() const { return clock + ticks; }
 
     bool operator==(const Recording&) const = default;
 };

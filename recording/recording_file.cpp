@@ -62,6 +62,10 @@ class Reader {
         ReadSeed(fields, "noise", recording_.noise);
         if (recording_.noise != 0 && !fields.Has("world"))
             fields.Complain("noise", "without a world there are no sensors");
+        fields.Take("clock", recording_.clock, kLargestClock);
+        ReadBytes(fields, "memory", kMemorySize, recording_.memory);
+        ReadBytes(fields, "eeprom", kEepromSize, recording_.eeprom);
+        ReadSticks(fields);
         ReadActions(fields);
         fields.Take("ticks", recording_.ticks, kMostRecordedTicks);
         ReadOutcome(fields);
@@ -92,6 +96,43 @@ class Reader {
             map_ = std::make_shared<const world::WorldMap>(world::MakeMap(std::move(loaded.world)));
         else
             fields.Complain("world", loaded.error);
+    }
+
+    static void ReadBytes(world::Fields& fields, std::string_view name, std::size_t size,
+                          std::vector<BytesAt>& pieces) {
+        fields.TakeLines(name, size, [size, &pieces](const std::string& line) {
+            pieces.emplace_back();
+            const bool isGood = ReadPiece(line, size, pieces.back());
+            return isGood ? "" : "must be an address, a blank, and bytes that have room there";
+        });
+    }
+
+    static bool ReadPiece(std::string_view line, std::size_t size, BytesAt& piece) {
+        const std::size_t blank = line.find(' ');
+        if (blank == std::string_view::npos) return false;
+        const auto address = ReadNumber(line.substr(0, blank), size - 1);
+        if (!address) return false;
+        piece.address = static_cast<std::uint32_t>(*address);
+        for (const std::string_view field : SplitFields(line.substr(blank + 1), ',')) {
+            const auto byte = ReadNumber(Trim(field), std::numeric_limits<std::uint8_t>::max());
+            if (!byte || piece.address + piece.bytes.size() == size) return false;
+            piece.bytes.push_back(static_cast<std::uint8_t>(*byte));
+        }
+        return true;
+    }
+
+    void ReadSticks(world::Fields& fields) {
+        std::size_t stick = 0;
+        fields.TakeLines("sticks", recording_.sticks.size(), [&](const std::string& line) {
+            const std::vector<std::string_view> parts = SplitFields(line, ',');
+            constexpr unsigned long kMost = std::numeric_limits<std::uint8_t>::max();
+            const auto x = ReadNumber(parts.front(), kMost);
+            const auto y = ReadNumber(parts.back(), kMost);
+            if (parts.size() != 2 || !x || !y) return "must be two numbers from 0 to 255";
+            recording_.sticks[stick++] = {static_cast<std::uint8_t>(*x),
+                                          static_cast<std::uint8_t>(*y)};
+            return "";
+        });
     }
 
     static void ReadSeed(world::Fields& fields, std::string_view name, std::uint32_t& target) {
@@ -143,10 +184,11 @@ class Reader {
 
     void CheckTimes(world::Fields& fields) {
         const std::vector<Action>& actions = recording_.actions;
-        if (!actions.empty() && actions.back().tick > recording_.ticks)
+        if (!actions.empty() && actions.back().tick > recording_.End())
             fields.Complain("inputs", "the last one comes after the end of the recording");
     }
 
+    static constexpr std::uint64_t kLargestClock = 1'000'000'000'000;
     // As many as the longest recording can have.
     static constexpr std::uint64_t kMostSteps = kMostRecordedTicks * kLargestPace;
 
@@ -162,6 +204,33 @@ std::vector<std::string> ActionLines(const std::vector<Action>& actions) {
         lines.push_back(FormatAction(action));
     }
     return lines;
+}
+
+std::vector<std::string> PieceLines(const std::vector<BytesAt>& pieces) {
+    std::vector<std::string> lines;
+    lines.reserve(pieces.size());
+    for (const BytesAt& piece : pieces) {
+        std::string line = std::to_string(piece.address);
+        char separator = ' ';
+        for (const std::uint8_t byte : piece.bytes) {
+            line += std::exchange(separator, ',') + std::to_string(byte);
+        }
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+/// What is as on a fresh board need not be said.
+void AddStart(const Recording& recording, nlohmann::ordered_json& json) {
+    if (recording.clock != 0) json["clock"] = recording.clock;
+    if (!recording.memory.empty()) json["memory"] = PieceLines(recording.memory);
+    if (!recording.eeprom.empty()) json["eeprom"] = PieceLines(recording.eeprom);
+    if (recording.sticks == decltype(recording.sticks){}) return;
+    std::vector<std::string> lines;
+    for (const StickPosition& stick : recording.sticks) {
+        lines.push_back(std::to_string(stick.x) + ',' + std::to_string(stick.y));
+    }
+    json["sticks"] = lines;
 }
 
 std::vector<std::string> ProgramLines(const std::vector<std::uint8_t>& program) {
@@ -193,6 +262,7 @@ std::string SaveRecording(const Recording& recording) {
         json["world"] = nlohmann::ordered_json::parse(recording.world, nullptr, true, true);
     json["seed"] = recording.seed;
     if (recording.noise != 0) json["noise"] = recording.noise;
+    AddStart(recording, json);
     json["inputs"] = ActionLines(recording.actions);
     json["ticks"] = recording.ticks;
     if (recording.outcome) AddOutcome(*recording.outcome, json);

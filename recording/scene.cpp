@@ -2,6 +2,9 @@
 
 #include <utility>
 
+#include "board/commands.h"
+#include "world/robot.h"
+
 namespace zentro {
 
 namespace {
@@ -42,9 +45,31 @@ void PassTick(Scene& scene) {
     FeedInputs(scene);
 }
 
+void PutRobotAtStart(Scene& scene) {
+    if (scene.map) PutAtStart(*scene.map, scene.state);
+    FeedInputs(scene);
+}
+
+void PlaceRobot(Scene& scene, const world::Pose& pose) {
+    if (scene.map) scene.state.robot = Placed(*scene.map, scene.state.robot, pose);
+    FeedInputs(scene);
+}
+
 void CarryOut(Scene& scene, const Action& action) {
-    if (action.kind == ActionKind::SetInput) HoldAt(scene, action.input, action.value);
-    if (action.kind == ActionKind::LetGo) LetGo(scene, action.input);
+    switch (action.kind) {
+        case ActionKind::SetInput: return HoldAt(scene, action.input, action.value);
+        case ActionKind::LetGo: return LetGo(scene, action.input);
+        case ActionKind::Receive: {
+            const auto character = static_cast<char>(action.value);
+            return ReceiveCharacters(scene.board, {&character, 1});
+        }
+        case ActionKind::StopProgram: return EndProgram(scene.board, EndReason::Stopped);
+        case ActionKind::StopAll: StopEverything(scene.board); return PutRobotAtStart(scene);
+        case ActionKind::RobotToStart: return PutRobotAtStart(scene);
+        case ActionKind::PlaceRobot: return PlaceRobot(scene, action.robot);
+        case ActionKind::Pace:
+        case ActionKind::Step: break;
+    }
 }
 
 }  // namespace zentro

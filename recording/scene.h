@@ -27,7 +27,12 @@ void FeedInputs(Scene& scene);
 /// Lets 1/100 second pass for the board and the world. Instructions are carried out between ticks.
 void PassTick(Scene& scene);
 
-/// Sets an input or lets it go. Pace and steps are up to the Player.
+// By hand, where there is a world: the robot is put at its start, or somewhere; where something is
+// in the way, beside it.
+void PutRobotAtStart(Scene& scene);
+void PlaceRobot(Scene& scene, const world::Pose& pose);
+
+/// Does what the action says. Pace and steps are up to the Player.
 void CarryOut(Scene& scene, const Action& action);
 
 }  // namespace zentro

@@ -65,8 +65,8 @@ bool TimeIsOver(const BoardRun& run) {
 void KeepPace(const BoardRun& run, Clock::time_point start) {
     if (!run.show.realTime) return;
     std::cout.flush();
-    std::this_thread::sleep_until(start + std::chrono::seconds(1) * run.scene.board.clock /
-                                              kTicksPerSecond);
+    std::this_thread::sleep_until(
+        start + std::chrono::seconds(1) * (run.scene.board.clock - run.begin) / kTicksPerSecond);
 }
 
 /// Whether the run ends in this tick. In a world it goes on after the program, until the robot
@@ -113,6 +113,7 @@ bool ReadShowFiles(BoardRun& run) {
 
 void RunToEnd(BoardRun& run) {
     const auto start = Clock::now();
+    run.begin = run.scene.board.clock;
     const Processor& processor = run.scene.board.processor;
     if (run.scene.map) run.report.emplace(run.scene, run.show.events);
     while (true) {

@@ -41,6 +41,7 @@ struct BoardRun {
     std::optional<WorldReport> report;  ///< in a world, if there is one
     bool keepsOutcome = false;          ///< outputs need not be remembered for nobody
     Outcome outcome;
+    std::uint64_t begin = 0;        ///< by the board's clock
     std::uint64_t stepsOfTick = 0;  ///< in the last tick, beside its actions
 };
 

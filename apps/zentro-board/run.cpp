@@ -124,7 +124,7 @@ ExitStatus ReplayRecording(const ReplayOptions& options) {
         return ExitStatus::BadUsage;
     }
     const Recording& recording = loaded.recording;
-    run->limits.endOfTape = recording.ticks;
+    run->limits.endOfTape = recording.End();
     run->keepsOutcome = recording.outcome.has_value();
     Prepare(recording, loaded.map, run->scene);
     run->player = Player(recording.actions);
