@@ -90,6 +90,8 @@ class BoardState : public QObject {
     void SetVirtualBoardSeen(bool seen);
 
     const HeldProgram& Program() const;
+    /// What the virtual board holds, whichever board the windows are about.
+    const HeldProgram& VirtualProgram() const { return virtualProgram_; }
     BoardActivity Activity() const;
 
     /// Sends an object file to the connected board, and when that was whole and `runs`, starts it.

@@ -66,6 +66,50 @@ TEST(Recording, ReadsEveryField) {
     EXPECT_EQ(same, recording);
 }
 
+TEST(Recording, SaysWhatAUsedBoardHadAndWhatElseHandsDid) {
+    const LoadedRecording loaded = LoadRecording(With(std::string(kWorld) + R"(, "clock": 1234,
+        "memory": ["1000 1,2", "32767 9"], "eeprom": ["0 7", "254 8, 9"], "sticks": ["1,2", "130,255"],
+        "inputs": ["1234 receive 65", "1240 robot 20.1,30,0.1", "1250 robot start",
+                   "1260 stop program", "1324 stop all"])"));
+    ASSERT_EQ(loaded.error, "");
+    const LoadedRecording again = LoadRecording(SaveRecording(loaded.recording));
+    ASSERT_EQ(again.error, "");
+    EXPECT_EQ(again.recording.actions, loaded.recording.actions);
+    EXPECT_EQ(again.recording.eeprom, loaded.recording.eeprom);
+    auto scene = std::make_unique<Scene>();
+    Prepare(again.recording, again.map, *scene);
+    EXPECT_EQ(scene->board.clock, 1234U);
+    EXPECT_EQ(scene->board.memory.Byte(1001), 2);
+    EXPECT_EQ(scene->board.memory.Byte(32767), 9);
+    EXPECT_EQ(scene->board.eeprom[0], 7);
+    EXPECT_EQ(scene->board.eeprom[1], 255);
+    EXPECT_EQ(scene->board.eeprom[255], 9);
+    EXPECT_EQ(scene->board.devices.stickRest[1], (StickPosition{130, 255}));
+    Replay(again.recording, *scene, 16);  // to the tick in which the robot is at its start again
+    EXPECT_EQ(scene->board.clock, 1251U);
+    EXPECT_EQ(scene->state.robot, again.map->world.start);
+    Prepare(again.recording, again.map, *scene);
+    Replay(again.recording, *scene, 10);
+    EXPECT_EQ(scene->state.robot.place, (world::Point{20.1, 30}));
+    EXPECT_EQ(scene->state.robot.heading, 0.1);
+    EXPECT_TRUE(scene->board.processor.running);
+    Prepare(again.recording, again.map, *scene);
+    Replay(again.recording, *scene, 90);
+    EXPECT_EQ(scene->board.clock, 1324U);
+    EXPECT_EQ(scene->board.processor.end, EndReason::Stopped);
+    EXPECT_EQ(scene->board.outputs, Outputs{});
+}
+
+/// The shortest text of a number is read as that number.
+TEST(Recording, PlacesOfRobotsLoseNoBit) {
+    for (const double number : {0.1, 1.0 / 3, -2.5e-9, 87'654.321, 3.141592653589793}) {
+        Action action{7, ActionKind::PlaceRobot};
+        action.robot = {{number, -number}, number / 7};
+        std::string error;
+        EXPECT_EQ(ParseAction(FormatAction(action), error), action) << FormatAction(action);
+    }
+}
+
 TEST(Recording, NamesWhatIsWrongAndWhere) {
     struct Case {
         std::string text;
@@ -104,6 +148,19 @@ TEST(Recording, NamesWhatIsWrongAndWhere) {
         {With(R"("inputs": ["1 analog1 256"])"), "inputs[0]: analog1 must be a number from 0"},
         {With(R"("inputs": ["1 battery world"])"), "inputs[0]: battery must be a number"},
         {With(R"("inputs": ["1 pace 100001"])"), "inputs[0]: pace must be a number from 0 to 1"},
+        {With(R"("inputs": ["1 robot 1,2"])"), "inputs[0]: a robot is put to its start, or to x,"},
+        {With(R"("inputs": ["1 robot 1,nan,2"])"), "inputs[0]: a robot is put"},
+        {With(R"("inputs": ["1 robot 1,2,1e9"])"), "inputs[0]: a robot is put"},
+        {With(R"("inputs": ["1 stop motors"])"), "inputs[0]: there is no input stop"},
+        {With(R"("inputs": ["1 receive 256"])"), "inputs[0]: receive must be a number from 0"},
+        {With(R"("clock": -1)"), "clock: must be a whole number"},
+        {With(R"("clock": 9, "inputs": ["100 battery 1"])"), "inputs: the last one comes after"},
+        {With(R"("eeprom": ["255 1,2"])"), "eeprom[0]: must be an address, a blank, and bytes"},
+        {With(R"("eeprom": ["256 1"])"), "eeprom[0]: must be"},
+        {With(R"("memory": ["7"])"), "memory[0]: must be an address"},
+        {With(R"("memory": ["7 256"])"), "memory[0]: must be an address"},
+        {With(R"("sticks": ["1,2,3"])"), "sticks[0]: must be two numbers from 0 to 255"},
+        {With(R"("sticks": ["1,2", "1,2", "1,2"])"), "sticks: must have at most 2"},
         {With(R"("inputs": ["2 battery 1", "1 battery 1"])"), "inputs[1]: stands behind a later"},
         {With(R"("inputs": ["91 battery 1"])"), "inputs: the last one comes after the end"},
         {With(many), "inputs: must have at most 100000 entries"},

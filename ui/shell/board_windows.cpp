@@ -149,7 +149,6 @@ bool BoardWindows::LoadProgram(const std::shared_ptr<const CompiledProgram>& pro
     return loaded;
 }
 
-/// Where worlds are looked for and saved: beside the program in front.
 QString BoardWindows::ProgramFolder() const {
     const OpenFile* front = programs_.Front();
     if (front != nullptr && !front->NeverSaved()) return front->folder;

@@ -69,6 +69,8 @@ class BoardWindows : public QObject {
     /// Lets the user choose a world for the floor.
     void ChooseWorld();
     const WorldDocument& World() const { return *world_; }
+    /// Where files that belong to a program are looked for and saved: beside the one in front.
+    QString ProgramFolder() const;
 
     /// Closes terminal and board windows in order.
     void CloseAll();
@@ -94,7 +96,6 @@ class BoardWindows : public QObject {
     };
 
     void MakeBoardWindow();
-    QString ProgramFolder() const;
     void EnterWorldOf(const CompiledProgram& program);
     void MakeTerminal(const QString& portName);
     void CloseTerminal();

@@ -63,6 +63,7 @@ enum class CommandId : std::uint8_t {
     ClearBreakpoints,
     OpenComms,
     OpenVirtualBoard,
+    SaveRecording,
     DownloadCurrent,
     DownloadSaved,
     CancelDownload,

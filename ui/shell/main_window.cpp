@@ -31,6 +31,7 @@
 #include "ui/shell/follow_commands.h"
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/program_marks.h"
+#include "ui/shell/recording_commands.h"
 #include "ui/shell/recovery_keeper.h"
 #include "ui/shell/send_commands.h"
 #include "ui/shell/source_files.h"
@@ -210,6 +211,11 @@ void MainWindow::MakeParts() {
                  NameWorld(*source->Editor(), world.toStdString());
          }},
         this);
+    recordings_ = new RecordingCommands(workbench_, board_->VirtualBoard(),
+                                        {this, [this] { return boards_->ProgramFolder(); },
+                                         [this] { return board_->VirtualProgram().name; },
+                                         [this](const QString& text) { ShowStatus(text); }},
+                                        this);
     recovery_ = new RecoveryKeeper(workbench_, *programs_, *files_, this);
     checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
     search_ = std::make_unique<SourceSearch>(*files_);

@@ -33,6 +33,7 @@ class HelpBrowser;
 class LiveCheck;
 class NoticeBar;
 class ProgramMarks;
+class RecordingCommands;
 class RecoveryKeeper;
 class SendCommands;
 class SourceFiles;
@@ -140,6 +141,7 @@ class MainWindow : public QMainWindow {
     BoardWindows* boards_ = nullptr;
     SendCommands* sending_ = nullptr;
     FollowCommands* following_ = nullptr;
+    RecordingCommands* recordings_ = nullptr;
     RecoveryKeeper* recovery_ = nullptr;
     LiveCheck* checks_ = nullptr;
     EditorCommands* editing_ = nullptr;

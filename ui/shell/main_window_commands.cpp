@@ -28,6 +28,7 @@
 #include "ui/shell/main_window.h"
 #include "ui/shell/notice_bar.h"
 #include "ui/shell/print_source.h"
+#include "ui/shell/recording_commands.h"
 #include "ui/shell/recovery_keeper.h"
 #include "ui/shell/send_commands.h"
 #include "ui/shell/source_files.h"
@@ -124,6 +125,7 @@ void MainWindow::BindKinetronCommands() {
     }
     handlers_[CommandId::OpenComms] = [this] { boards_->OpenComms(); };
     handlers_[CommandId::OpenVirtualBoard] = [this] { boards_->OpenVirtualBoard(); };
+    handlers_[CommandId::SaveRecording] = [this] { recordings_->Save(); };
     handlers_[CommandId::DownloadCurrent] = [this] { sending_->Download(); };
     handlers_[CommandId::DownloadSaved] = [this] { boards_->DownloadSaved(); };
     handlers_[CommandId::CancelDownload] = [this] { board_->CancelSending(); };
