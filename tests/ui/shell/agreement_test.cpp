@@ -262,6 +262,12 @@ void AgreementTest::ExpectTabsAgree() {
 /// The status bar is about the file whose tab is selected, which is the source window in front.
 void AgreementTest::ExpectFrontAgrees() {
     const QList<SourceWindow*> windows = window->Files().Windows();
+    // It is told when the caret has come to rest.
+    const auto isTold = [&] {
+        const SourceWindow* front = window->Files().Front();
+        return front == nullptr || Child<QLabel>("panelLine")->text() == front->DocStats();
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isTold, 2000));
     const QString line = Child<QLabel>("panelLine")->text();
     const QString changed = Child<QLabel>("panelChanged")->text();
     if (windows.isEmpty()) {
