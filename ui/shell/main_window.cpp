@@ -2,14 +2,12 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QLabel>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QProgressBar>
 #include <QShortcut>
-#include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QTabBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -36,19 +34,13 @@
 #include "ui/shell/send_commands.h"
 #include "ui/shell/source_files.h"
 #include "ui/shell/start_page.h"
+#include "ui/shell/status_line.h"
 #include "ui/shell/tool_bar_layout.h"
 #include "ui/support/child_windows.h"
 #include "ui/support/dialogs.h"
 #include "ui/support/icons.h"
-#include "ui/support/message_bar.h"
 
 namespace zentro {
-
-namespace {
-
-constexpr int kStatusTime = 10'000;  // milliseconds
-
-}  // namespace
 
 MainWindow::MainWindow(Workbench& workbench, PortLister listPorts)
     : workbench_(workbench), listPorts_(std::move(listPorts)) {
@@ -62,7 +54,8 @@ MainWindow::MainWindow(Workbench& workbench, PortLister listPorts)
     MakeMenus();
     MakeToolBars();
     MakeCentre();
-    MakeStatusBar();
+    status_ = new StatusLine(this);
+    setStatusBar(status_);
     MakeParts();
     RestoreToolBarLayout(*this, workbench_.settings);
     RestoreMainWindowPlace(*this, workbench_.settings);
@@ -170,26 +163,6 @@ QWidget* MainWindow::MakeStartPage() {
         });
 }
 
-void MainWindow::MakeStatusBar() {
-    setStatusBar(new MessageBar(this));
-    linePanel_ = new QLabel(this);
-    linePanel_->setObjectName("panelLine");
-    changedPanel_ = new QLabel(this);
-    changedPanel_->setObjectName("panelChanged");
-    connectionPanel_ = new QLabel(this);
-    connectionPanel_->setObjectName("panelConnection");
-    progress_ = new QProgressBar(this);
-    progress_->setObjectName("panelProgress");
-    progress_->setAccessibleName("Download");
-    progress_->setMaximumWidth(180);
-    progress_->hide();
-    for (QWidget* panel :
-         {static_cast<QWidget*>(progress_), static_cast<QWidget*>(linePanel_),
-          static_cast<QWidget*>(changedPanel_), static_cast<QWidget*>(connectionPanel_)}) {
-        statusBar()->addPermanentWidget(panel);
-    }
-}
-
 void MainWindow::MakeParts() {
     const auto addChild = [this](QWidget* window) { area_->Add(window); };
     const auto bringToFront = [this](QWidget* window) { BringToFront(window); };
@@ -269,9 +242,8 @@ void MainWindow::ConnectCompiler() {
 
 void MainWindow::ConnectBoard() {
     connect(board_, &BoardState::Changed, this, &MainWindow::ShowBoard);
-    connect(board_, &BoardState::SendingProgress, this, [this](double fraction, int) {
-        progress_->setValue(static_cast<int>(fraction * progress_->maximum()));
-    });
+    connect(board_, &BoardState::SendingProgress, status_,
+            [this](double fraction, int) { status_->ShowProgress(fraction); });
     connect(board_, &BoardState::AddressChosen, this, [this](std::uint16_t address) {
         compiler_->ShowAddress(boards_->NamedProgram().get(), address);
     });
@@ -279,20 +251,13 @@ void MainWindow::ConnectBoard() {
 
 /// What the state of the board means for commands and status bar.
 void MainWindow::ShowBoard() {
-    const ConnectionState connection = board_->Connection();
-    const bool isConnected = connection == ConnectionState::Connected;
+    const bool isConnected = board_->Connection() == ConnectionState::Connected;
     Action(CommandId::DownloadCurrent)->setEnabled(isConnected);
     Action(CommandId::DownloadSaved)->setEnabled(isConnected);
     downloadKey_->setEnabled(!isConnected);
     Action(CommandId::CancelDownload)->setEnabled(board_->IsSending());
     Action(CommandId::Stop)->setEnabled(sending_->CanStop());
-    progress_->setVisible(board_->IsSending());
-    const QString port = board_->PortName();
-    const QString withoutSession =
-        board_->Kind() == BoardKind::Virtual ? tr("Virtual board") : tr("Not connected");
-    connectionPanel_->setText(connection == ConnectionState::None ? withoutSession
-                              : isConnected                       ? tr("Connected to %1").arg(port)
-                                            : tr("Connection to %1 lost").arg(port));
+    status_->ShowBoard(*board_);
     notices_->Refresh();
 }
 
@@ -305,7 +270,7 @@ void MainWindow::BringToFront(QWidget* window) {
 }
 
 void MainWindow::ShowStatus(const QString& text) {
-    statusBar()->showMessage(text, kStatusTime);
+    status_->ShowNews(text);
 }
 
 void MainWindow::BackToSource() {
@@ -317,13 +282,8 @@ QWidget* MainWindow::Front() const {
     return frame == nullptr ? nullptr : frame->widget();
 }
 
-/// What the file in front means for the status bar.
 void MainWindow::ShowFront() {
-    const OpenFile* front = programs_->Front();
-    changedPanel_->setText(front == nullptr                 ? QString()
-                           : front->disk == DiskState::Gone ? tr("Not on the disk")
-                           : front->IsChanged()             ? tr("Changed")
-                                                            : tr("Saved"));
+    status_->ShowFile(programs_->Front());
     ShowCaret();
     notices_->Refresh();
 }
@@ -336,15 +296,8 @@ void MainWindow::RememberFiles() {
     RecentFiles(workbench_.settings).AddFirst(newestFile_);
 }
 
-/// Where the caret of the file in front is; what is wrong with its line can be read without a
-/// mouse.
 void MainWindow::ShowCaret() {
-    const SourceWindow* source = files_ == nullptr ? nullptr : files_->Front();
-    linePanel_->setText(source == nullptr ? QString() : source->DocStats());
-    const QString message = source == nullptr ? QString() : source->MessageAtCursor();
-    if (message == caretMessage_) return;
-    caretMessage_ = message;
-    statusBar()->showMessage(message);
+    status_->ShowCaret(files_ == nullptr ? nullptr : files_->Front());
 }
 
 void MainWindow::FillWindowsMenu() {
@@ -414,6 +367,13 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     area_->closeAllSubWindows();
     if (findDialog_ != nullptr) findDialog_->close();
     event->accept();
+}
+
+/// What an entry of a menu says of itself covers what the status line says, but does not end it.
+bool MainWindow::event(QEvent* event) {
+    if (event->type() != QEvent::StatusTip) return QMainWindow::event(event);
+    status_->ShowHint(static_cast<QStatusTipEvent*>(event)->tip());
+    return true;
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

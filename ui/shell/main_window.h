@@ -13,8 +13,6 @@
 #include "ui/support/help_topic.h"
 #include "ui/support/workbench.h"
 
-class QLabel;
-class QProgressBar;
 class QShortcut;
 class QTabBar;
 
@@ -38,6 +36,7 @@ class RecoveryKeeper;
 class SendCommands;
 class SourceFiles;
 class SourceWindow;
+class StatusLine;
 
 /// The frame of the program: menus, tool bars, file tabs, the child windows and the status bar. It
 /// hands each command to the class that knows what to do.
@@ -65,6 +64,7 @@ class MainWindow : public QMainWindow {
     CompileCommands& Compiler() { return *compiler_; }
 
   protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -74,7 +74,6 @@ class MainWindow : public QMainWindow {
     void MakeMenus();
     void MakeToolBars();
     void MakeCentre();
-    void MakeStatusBar();
     void MakeParts();
     void MakeFollowing();
     void ConnectCompiler();
@@ -127,12 +126,8 @@ class MainWindow : public QMainWindow {
     Desk* area_ = nullptr;
     NoticeBar* notices_ = nullptr;
     QMenu* windowsMenu_ = nullptr;
-    QLabel* linePanel_ = nullptr;
-    QLabel* changedPanel_ = nullptr;
-    QLabel* connectionPanel_ = nullptr;
-    QProgressBar* progress_ = nullptr;
-    QString newestFile_;    ///< of the recent files
-    QString caretMessage_;  ///< what the status bar says of the caret's line
+    StatusLine* status_ = nullptr;
+    QString newestFile_;  ///< of the recent files
 
     Programs* programs_ = nullptr;
     BoardState* board_ = nullptr;

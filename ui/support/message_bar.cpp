@@ -16,6 +16,42 @@ constexpr int kGap = 12;    // pixels between the message and the first panel
 
 }  // namespace
 
+MessageBar::MessageBar(QWidget* parent, std::chrono::milliseconds newsTime) : QStatusBar(parent) {
+    newsEnd_.setSingleShot(true);
+    newsEnd_.setInterval(newsTime);
+    connect(&newsEnd_, &QTimer::timeout, this, [this] {
+        news_.clear();
+        ShowFirst();
+    });
+}
+
+void MessageBar::ShowLasting(const QString& text) {
+    lasting_ = text;
+    if (!text.isEmpty()) news_.clear();
+    ShowFirst();
+}
+
+void MessageBar::ShowNews(const QString& text) {
+    news_ = text;
+    newsEnd_.start();
+    ShowFirst();
+}
+
+void MessageBar::ShowHint(const QString& text) {
+    hint_ = text;
+    // News that nobody can see do not grow old.
+    if (hint_.isEmpty()) {
+        newsEnd_.start();
+    } else {
+        newsEnd_.stop();
+    }
+    ShowFirst();
+}
+
+void MessageBar::ShowFirst() {
+    showMessage(!hint_.isEmpty() ? hint_ : !news_.isEmpty() ? news_ : lasting_);
+}
+
 /// What the panels leave. While there is a message, only the permanent ones can be seen.
 QRect MessageBar::MessageRect() const {
     int right = width() - kGap;

@@ -101,6 +101,30 @@ class EditorCommandsTest : public MainWindowTest {
     QString problem_;
 };
 
+TEST_F(EditorCommandsTest, WhatTheStatusLineSaysIsBackAfterAMenu) {
+    OpenProgram("DEFINE BYTE Count\nBEGIN PROGRAM\n    Cuont = 1\nEND PROGRAM\n");
+    const auto lookIntoMenu = [&] {
+        const QString before = Told();
+        QTest::keyClick(window.get(), Qt::Key_C, Qt::AltModifier);
+        QWidget* menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        QTest::keyClick(menu, Qt::Key_Down);
+        EXPECT_NE(Told(), before) << "the menu says what its entry does";
+        QTest::keyClick(menu, Qt::Key_Escape);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        EXPECT_EQ(Told().toStdString(), before.toStdString());
+    };
+    Caret(3, 6);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return Told().startsWith("Error: "); }));
+    lookIntoMenu();
+    // What has just happened covers it for a while, and is back as well.
+    Press(CommandId::GoBack);
+    ASSERT_TRUE(Told().contains("no place to go back")) << Told().toStdString();
+    lookIntoMenu();
+    Caret(2, 0);
+    EXPECT_TRUE(Told().contains("no place to go back")) << "it is no less new for that";
+}
+
 TEST_F(EditorCommandsTest, LinesAreEditedWithTheKeysOfTheMenu) {
     OpenProgram();
     struct Step {

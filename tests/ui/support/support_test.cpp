@@ -162,4 +162,20 @@ TEST_F(SupportTest, ALongMessageEndsBeforeThePanelsAndIsWholeInItsToolTip) {
     EXPECT_EQ(tip.toPlainText(), whole);
 }
 
+TEST_F(SupportTest, NewsGiveWayToWhatLastsAndHintsToBoth) {
+    MessageBar bar(nullptr, std::chrono::milliseconds(1));
+    bar.ShowLasting("lasting");
+    bar.ShowHint("hint");
+    bar.ShowNews("news");
+    EXPECT_EQ(bar.currentMessage(), "hint");
+    bar.ShowHint({});
+    EXPECT_EQ(bar.currentMessage(), "news");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bar.currentMessage() == "lasting"; }));
+    bar.ShowNews("news");
+    bar.ShowLasting({});
+    EXPECT_EQ(bar.currentMessage(), "news");
+    bar.ShowLasting("another");
+    EXPECT_EQ(bar.currentMessage(), "another");
+}
+
 }  // namespace zentro
