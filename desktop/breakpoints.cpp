@@ -1,7 +1,10 @@
 #include "desktop/breakpoints.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 #include <optional>
+#include <utility>
 
 namespace zentro {
 
@@ -9,6 +12,8 @@ Breakpoints::Breakpoints(Programs& programs, QObject* parent)
     : QObject(parent), programs_(programs) {
     connect(&programs, &Programs::Changed, this, &Breakpoints::FollowNames);
     connect(&programs, &Programs::LinesMoved, this, &Breakpoints::MoveLines);
+    connect(&programs, &Programs::LinesGoing, this, &Breakpoints::KeepPlaces);
+    connect(&programs, &Programs::TextIsBack, this, &Breakpoints::BringBack);
     connect(&programs, &Programs::Closing, this, &Breakpoints::Forget);
 }
 
@@ -29,7 +34,7 @@ Breakpoints::Toggled Breakpoints::Toggle(const OpenFile& file, int line) {
     const std::optional<int> withCode = programs_.LineWithCode(file, line);
     if (!withCode) return {What::NoCode, line};
     if (At(file.key, *withCode) != nullptr) return {What::Set, *withCode};
-    all_.push_back({file.key, *withCode, {}});
+    all_.push_back({file.key, *withCode, {}, ++lastId_});
     emit Changed();
     return {What::Set, *withCode};
 }
@@ -56,6 +61,7 @@ void Breakpoints::Move(const QString& file, int from, int to) {
 
 void Breakpoints::Clear() {
     all_.clear();
+    past_.clear();
     emit Changed();
 }
 
@@ -80,10 +86,13 @@ void Breakpoints::FollowNames() {
 void Breakpoints::MoveLines(FileId id, const LineMove& move) {
     const OpenFile* file = programs_.File(id);
     if (file == nullptr) return;
-    const auto isTakenOut = [&](const Breakpoint& breakpoint) {
-        return breakpoint.file == file->key && !LineAfter(move, breakpoint.line);
+    const auto stays = [&](const Breakpoint& breakpoint) {
+        return breakpoint.file != file->key || LineAfter(move, breakpoint.line).has_value();
     };
-    bool changed = std::erase_if(all_, isTakenOut) > 0;
+    const auto taken = std::ranges::stable_partition(all_, stays);
+    bool changed = !taken.empty();
+    if (changed) std::ranges::copy(taken, std::back_inserter(past_[id].gone));
+    all_.erase(taken.begin(), taken.end());
     for (Breakpoint& breakpoint : all_) {
         if (breakpoint.file != file->key) continue;
         const int line = *LineAfter(move, breakpoint.line);
@@ -93,9 +102,48 @@ void Breakpoints::MoveLines(FileId id, const LineMove& move) {
     if (changed) emit Changed();
 }
 
+void Breakpoints::KeepPlaces(FileId id) {
+    const OpenFile* file = programs_.File(id);
+    if (file == nullptr) return;
+    std::map<std::uint32_t, int> places;
+    for (const Breakpoint& breakpoint : all_) {
+        if (breakpoint.file == file->key) places[breakpoint.id] = breakpoint.line;
+    }
+    if (!places.empty()) past_[id].places[file->revision] = std::move(places);
+}
+
+/// Those that stood in the text, and that nobody took away since, stand where they stood.
+void Breakpoints::BringBack(FileId id, Revision revision) {
+    const OpenFile* file = programs_.File(id);
+    const auto past = past_.find(id);
+    if (file == nullptr || past == past_.end()) return;
+    const auto kept = past->second.places.find(revision);
+    if (kept == past->second.places.end()) return;
+    const std::map<std::uint32_t, int>& places = kept->second;
+    const auto stood = [&](const Breakpoint& breakpoint) { return places.contains(breakpoint.id); };
+    const auto back = std::ranges::stable_partition(past->second.gone, std::not_fn(stood));
+    std::ranges::copy(back, std::back_inserter(all_));
+    past->second.gone.erase(back.begin(), back.end());
+    for (Breakpoint& breakpoint : all_) {
+        if (!stood(breakpoint)) continue;
+        breakpoint.file = file->key;
+        breakpoint.line = places.at(breakpoint.id);
+    }
+    // A line that got another breakpoint meanwhile has one all the same.
+    std::ranges::stable_sort(all_, {},
+                             [](const Breakpoint& b) { return std::pair(b.file, b.line); });
+    const auto isSameLine = [](const Breakpoint& a, const Breakpoint& b) {
+        return a.file == b.file && a.line == b.line;
+    };
+    const auto doubled = std::ranges::unique(all_, isSameLine);
+    all_.erase(doubled.begin(), doubled.end());
+    emit Changed();
+}
+
 /// A text that was never saved is gone when it is closed.
 void Breakpoints::Forget(FileId id) {
     keys_.erase(id);
+    past_.erase(id);
     const OpenFile* file = programs_.File(id);
     if (file == nullptr || !file->NeverSaved()) return;
     const QString key = file->key;

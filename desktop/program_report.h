@@ -15,8 +15,8 @@
 
 namespace zentro {
 
-/// Counts the states of a text: every edit makes a new one, and undoing back to the saved text
-/// gives back the revision of that.
+/// Counts the states of a text: every edit makes a new one, and undoing back to the saved text, or
+/// to one before lines were taken out, gives back the revision of that.
 using Revision = std::uint64_t;
 
 /// Stands for the text of a file that was read from the disk because it was not open.

@@ -147,6 +147,32 @@ void Programs::NoteAtSavedText(FileId id) {
     later_.start();
 }
 
+std::size_t Programs::TextHash(FileId id) const {
+    return qHash(Text(id));
+}
+
+void Programs::NoteLinesGoing(FileId id) {
+    const OpenFile* file = File(id);
+    if (file == nullptr) return;
+    moves_[id].texts[TextHash(id)] = file->revision;
+    emit LinesGoing(id);
+}
+
+void Programs::NoteUndone(FileId id) {
+    OpenFile* file = Find(id);
+    if (file == nullptr) return;
+    Moves& moves = moves_[id];
+    if (moves.texts.empty()) return;
+    const auto known = moves.texts.find(TextHash(id));
+    if (known == moves.texts.end()) return;
+    const Revision revision = known->second;
+    // The saved text keeps the revision that says so.
+    if (file->revision != file->savedRevision) file->revision = revision;
+    moves.movesThen[revision] = moves.movesThen[file->revision] = moves.moves.size();
+    emit TextIsBack(id, revision);
+    later_.start();
+}
+
 void Programs::NoteLinesMoved(FileId id, const LineMove& move) {
     if (File(id) == nullptr) return;
     Moves& moves = moves_[id];
@@ -154,23 +180,30 @@ void Programs::NoteLinesMoved(FileId id, const LineMove& move) {
     emit LinesMoved(id, move);
 }
 
+std::size_t Programs::Moves::FirstAfter(Revision read) const {
+    if (const auto then = movesThen.find(read); then != movesThen.end()) return then->second;
+    const auto first =
+        std::ranges::find_if(moves, [&](const auto& each) { return each.first > read; });
+    return static_cast<std::size_t>(first - moves.begin());
+}
+
 std::optional<int> Programs::LineNow(const OpenFile& file, int line, Revision read) const {
     std::optional<int> now = line;
-    const auto moves = moves_.find(file.id);
-    if (moves == moves_.end()) return now;
-    for (const auto& [revision, move] : moves->second.moves) {
-        if (now && revision > read) now = LineAfter(move, *now);
-    }
+    const auto found = moves_.find(file.id);
+    if (found == moves_.end()) return now;
+    const auto& all = found->second.moves;
+    for (std::size_t i = found->second.FirstAfter(read); i < all.size() && now; ++i)
+        now = LineAfter(all[i].second, *now);
     return now;
 }
 
 std::optional<int> Programs::LineThen(const OpenFile& file, int line, Revision read) const {
     std::optional<int> then = line;
-    const auto moves = moves_.find(file.id);
-    if (moves == moves_.end()) return then;
-    const auto& all = moves->second.moves;
-    for (auto move = all.rbegin(); move != all.rend() && then && move->first > read; ++move)
-        then = LineBefore(move->second, *then);
+    const auto found = moves_.find(file.id);
+    if (found == moves_.end()) return then;
+    const auto& all = found->second.moves;
+    for (std::size_t i = all.size(); i > found->second.FirstAfter(read) && then; --i)
+        then = LineBefore(all[i - 1].second, *then);
     return then;
 }
 

@@ -92,6 +92,12 @@ class Programs : public QObject {
     void NoteEdited(FileId id);
     /// Undoing or redoing has led back to the saved text.
     void NoteAtSavedText(FileId id);
+    /// An edit is about to take lines out, or an undo. Tells it with LinesGoing. It comes before
+    /// that is noted.
+    void NoteLinesGoing(FileId id);
+    /// Edits were undone or redone, and their moves of lines noted. A text that lines had gone from
+    /// and that is back has its revision again, and it is told with TextIsBack.
+    void NoteUndone(FileId id);
     /// The edit that was noted last has put lines in or taken lines out. Tells it with LinesMoved.
     void NoteLinesMoved(FileId id, const LineMove& move);
     /// Where a line stands now of the text that was read with that revision; nothing: it was taken
@@ -141,15 +147,24 @@ class Programs : public QObject {
     /// The file is being closed; its text can still be read.
     void Closing(FileId id);
     void LinesMoved(zentro::FileId id, const zentro::LineMove& move);
+    /// The text and its revision are still those with the lines.
+    void LinesGoing(zentro::FileId id);
+    void TextIsBack(zentro::FileId id, zentro::Revision revision);
 
   private:
     /// What has happened to the lines of a file since it was opened, by revisions.
     struct Moves {
         Revision lastEdit = 0;
         std::vector<std::pair<Revision, LineMove>> moves;
+        std::map<std::size_t, Revision> texts;      ///< by hash, which lines have gone from
+        std::map<Revision, std::size_t> movesThen;  ///< how many there were when a text came back
+
+        /// The first that came after the text with that revision.
+        std::size_t FirstAfter(Revision read) const;
     };
 
     OpenFile* Find(FileId id);
+    std::size_t TextHash(FileId id) const;
     void AskForKeys();
 
     Disk& disk_;

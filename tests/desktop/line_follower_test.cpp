@@ -134,6 +134,21 @@ TEST_F(LineFollowerTest, BreakpointsMoveWithTheirLinesAndFile) {
     EXPECT_FALSE(board.VirtualBoard().IsPaused());
 }
 
+TEST(LineMoves, LeadBackToWhereALineWas) {
+    for (const LineMove& move :
+         {LineMove{3, 2, 0}, {3, 0, 2}, {3, 1, 0, 6}, {6, 1, 0, 3}, {1, 2, 0, 4}, {4, 2, 0, 1}}) {
+        for (int line = 1; line < 10; ++line) {
+            const std::optional<int> after = LineAfter(move, line);
+            EXPECT_TRUE(!after || LineBefore(move, *after) == line) << line;
+            EXPECT_EQ(after.has_value(),
+                      move.carriedTo != 0 || line < move.line || line >= move.line + move.removed);
+        }
+    }
+    EXPECT_EQ(LineAfter({3, 1, 0, 6}, 3), 6);
+    EXPECT_EQ(LineAfter({3, 1, 0, 6}, 6), 5);
+    EXPECT_EQ(LineAfter({3, 1, 0, 6}, 7), 7);
+}
+
 TEST_F(LineFollowerTest, ALineWithoutCodeGivesItsBreakpointToTheNext) {
     using What = Breakpoints::Toggled::What;
     // Before anything is known of the program a breakpoint stands where it was wanted.

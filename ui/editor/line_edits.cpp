@@ -147,16 +147,21 @@ void MoveLines(SourceEditor& editor, int by) {
     SelectionPoints selection(editor);
     const std::string text = LineText(editor, neighbour);
     const auto length = static_cast<long>(text.size());
+    const int otherSide = by < 0 ? range.last : range.first;
+    const LineMove move{neighbour + 1, 1, 0, otherSide + 1};
     Send(editor, Sci::SCI_BEGINUNDOACTION);
-    if (by < 0) {
-        const long end = LineEnd(editor, range.last) - LineBegin(editor, range.last);
-        ReplaceInLine(editor, range.last, end, 0, '\n' + text);
-        ReplaceInLine(editor, neighbour, 0, length + 1, {});
-    } else {
-        const long end = LineEnd(editor, range.last) - LineBegin(editor, range.last);
-        ReplaceInLine(editor, range.last, end, length + 1, {});
-        ReplaceInLine(editor, range.first, 0, 0, text + '\n');
-    }
+    editor.EditLines(move, [&] {
+        if (by < 0) {
+            ReplaceInLine(editor, neighbour, 0, length + 1, {});
+            const int last = range.last - 1;
+            const long end = LineEnd(editor, last) - LineBegin(editor, last);
+            ReplaceInLine(editor, last, end, 0, '\n' + text);
+        } else {
+            const long end = LineEnd(editor, range.last) - LineBegin(editor, range.last);
+            ReplaceInLine(editor, range.last, end, length + 1, {});
+            ReplaceInLine(editor, range.first, 0, 0, text + '\n');
+        }
+    });
     Send(editor, Sci::SCI_ENDUNDOACTION);
     selection.MoveBy(by);
     selection.Restore();

@@ -125,7 +125,9 @@ void SourceEditor::ConnectSignals() {
     settle_.setSingleShot(true);
     connect(&settle_, &QTimer::timeout, this, &SourceEditor::Settle);
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
-            [this](int position, int type) { BeforeEdit(position, type); });
+            [this](int position, int type, const char*, int length) {
+                BeforeEdit(position, type, length);
+            });
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &SourceEditor::OnCharacterAdded);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settle_.start(0); });
     connect(this, &QsciScintilla::marginClicked, this, [this](int margin, int line) {
@@ -226,15 +228,19 @@ void SourceEditor::FitNumberMargin() {
     setMarginWidth(kNumberMargin, QString(digits + 1, '8'));
 }
 
-void SourceEditor::BeforeEdit(int position, int type) {
+void SourceEditor::BeforeEdit(int position, int type, int length) {
     if (isLoading_ || (type & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)) == 0) return;
     TellEdit();
+    isUndoOrRedo_ = (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0;
+    if (!isUndoOrRedo_) TellUndone();
+    const bool takesLines = (type & SC_MOD_BEFOREDELETE) != 0 &&
+                            LineOf(*this, position) != LineOf(*this, position + length);
+    if (takesLines) emit LinesGoing();
     emit EditBegins();
     editedLine_ = LineOf(*this, position);
     const std::string before = TextBetween(*this, LineBegin(*this, editedLine_), position);
     editBeginsLine_ = before.find_first_not_of(" \t") == std::string::npos;
     linesBefore_ = LineCount(*this);
-    isUndoOrRedo_ = (type & (SC_PERFORMED_UNDO | SC_PERFORMED_REDO)) != 0;
     wasEdited_ = true;
     settle_.start(0);
 }
@@ -247,11 +253,29 @@ void SourceEditor::TellEdit() {
     folds_.Edited(editedLine_, linesAdded);
     respeller_.Edited(editedLine_, linesAdded, isUndoOrRedo_);
     if (isUndoOrRedo_) lexer_->SetEndComplete();
+    wasUndone_ = wasUndone_ || isUndoOrRedo_;
     // What stands behind the beginning of a line goes down and up with it.
     const int first = editBeginsLine_ ? editedLine_ + 1 : editedLine_ + 2;
     editedLine_ = -1;
     if (linesAdded == 0 || isReplacing_) return;
     emit LinesMoved({first, std::max(-linesAdded, 0), std::max(linesAdded, 0)});
+}
+
+/// It takes the whole text to see what is back, so several steps are told at once.
+void SourceEditor::TellUndone() {
+    if (!wasUndone_) return;
+    wasUndone_ = false;
+    emit Undone();
+}
+
+void SourceEditor::EditLines(const LineMove& move, const std::function<void()>& edit) {
+    TellEdit();
+    {
+        const QScopedValueRollback replacing(isReplacing_, true);
+        edit();
+        TellEdit();
+    }
+    emit LinesMoved(move);
 }
 
 /// Of a text that was replaced as a whole, the lines that are still there have only moved.
@@ -284,6 +308,7 @@ void SourceEditor::OnCharacterAdded(int character) {
 
 void SourceEditor::Settle() {
     TellEdit();
+    TellUndone();
     respeller_.Settle();
     typing_.CaretMoved();
     FitNumberMargin();

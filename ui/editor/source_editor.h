@@ -52,6 +52,9 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
         valueOf_ = std::move(valueOf);
     }
 
+    /// An edit in several steps that does to the lines, all in all, what the move says.
+    void EditLines(const LineMove& move, const std::function<void()>& edit);
+
     EditorMarks& Marks() { return marks_; }
     SoftMarks& Soft() { return soft_; }
     TypingHelp& Typing() { return typing_; }
@@ -76,8 +79,12 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void ConditionClicked(int line);
     /// The lamp beside a line, from 1, was clicked.
     void LampClicked(int line);
+    /// Lines are about to be taken out of the text. Comes before EditBegins.
+    void LinesGoing();
     /// The text is about to be edited, or an edit undone.
     void EditBegins();
+    /// Edits were undone or redone. Comes when their lines have moved.
+    void Undone();
     /// The text was edited, or an edit was undone. Comes soon after the edit.
     void Edited();
     void FilesDropped(const QStringList& paths);
@@ -99,7 +106,8 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void accessibilityActiveChanged(bool active) override;
     void TellEditsToListeners(bool active);
     void SkipAccessibility();
-    void BeforeEdit(int position, int type);
+    void BeforeEdit(int position, int type, int length);
+    void TellUndone();
     void TellEdit();
     void OnCharacterAdded(int character);
     void Settle();
@@ -125,6 +133,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     bool isReplacing_ = false;     ///< the whole text
     std::function<QString(int line, const QString& word)> valueOf_;
     bool isUndoOrRedo_ = false;
+    bool wasUndone_ = false;  ///< which is not told yet
     int digits_ = 0;
 };
 

@@ -57,8 +57,9 @@ SourceWindow::SourceWindow(Workbench& workbench, Programs& programs, QWidget* pa
             [this] { emit DocStatsChanged(DocStats()); });
     connect(editor_, &SourceEditor::FilesDropped, this, &SourceWindow::FilesDropped);
     connect(editor_, &SourceEditor::EditBegins, this, [this] { programs_.NoteEdited(id_); });
-    connect(editor_, &SourceEditor::LinesMoved, this,
-            [this](const LineMove& move) { programs_.NoteLinesMoved(id_, move); });
+    connect(editor_, &SourceEditor::LinesGoing, this, [this] { programs_.NoteLinesGoing(id_); });
+    connect(editor_, &SourceEditor::LinesMoved, this, &SourceWindow::NoteLinesMoved);
+    connect(editor_, &SourceEditor::Undone, this, [this] { programs_.NoteUndone(id_); });
     connect(editor_, &SourceEditor::BreakpointClicked, this,
             [this](int line) { emit BreakpointWanted(id_, line); });
     connect(editor_, &SourceEditor::ConditionClicked, this,
@@ -99,12 +100,20 @@ void SourceWindow::ShowTitle() {
     editor_->setAccessibleName("Source text of " + FileTitle());
 }
 
+/// The marks of lines that were taken out are gone from the editor.
+void SourceWindow::NoteLinesMoved(const LineMove& move) {
+    if (move.removed > 0) {
+        areMessagesWhole_ = isLineMarkWhole_ = areBreakpointsWhole_ = false;
+    }
+    programs_.NoteLinesMoved(id_, move);
+}
+
 /// Messages stand at their lines, and move with them, until there are others.
 void SourceWindow::ShowReport() {
     const OpenFile& file = File();
     const ProgramReport* report = programs_.ReportOf(programs_.RootOf(file));
     const std::uint64_t serial = report == nullptr ? 0 : report->serial;
-    if (serial == shownReport_) return;
+    if (serial == shownReport_ && areMessagesWhole_) return;
     const auto messages = programs_.MessagesOf(file);
     if (messages) {
         editor_->Marks().ShowMessages(*messages);
@@ -114,6 +123,7 @@ void SourceWindow::ShowReport() {
         return;
     }
     shownReport_ = serial;
+    areMessagesWhole_ = true;
     editor_->Typing().SetProgramNames(programs_.NamesFor(file));
     emit DocStatsChanged(DocStats());
 }
@@ -333,8 +343,9 @@ void SourceWindow::SetText(const QString& text) {
 }
 
 void SourceWindow::MarkLine(const std::optional<LineMark>& mark) {
-    if (mark == lineMark_) return;
+    if (mark == lineMark_ && isLineMarkWhole_) return;
     lineMark_ = mark;
+    isLineMarkWhole_ = true;
     if (mark) {
         const int line = std::clamp(mark->line, 1, editor_->lines()) - 1;
         editor_->Marks().MarkLine(line, mark->text, mark->kind);
@@ -349,8 +360,9 @@ void SourceWindow::ShowLine(int line) {
 }
 
 void SourceWindow::ShowBreakpoints(const std::vector<BreakpointMark>& breakpoints) {
-    if (breakpoints == breakpoints_) return;
+    if (breakpoints == breakpoints_ && areBreakpointsWhole_) return;
     breakpoints_ = breakpoints;
+    areBreakpointsWhole_ = true;
     editor_->Marks().ShowBreakpoints(breakpoints);
     emit DocStatsChanged(DocStats());
 }

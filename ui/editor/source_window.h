@@ -123,6 +123,7 @@ class SourceWindow : public QWidget {
     void Open(const QString& folder, const QString& name);
     void ShowTitle();
     void ShowReport();
+    void NoteLinesMoved(const LineMove& move);
     QString ChooseName();
     std::optional<FileText> ReadSource(const QString& folder, const QString& fileName);
     SaveResult WriteTo(const QString& folder, const QString& fileName);
@@ -135,6 +136,10 @@ class SourceWindow : public QWidget {
     FileId id_{};
     std::optional<LineMark> lineMark_;
     std::vector<BreakpointMark> breakpoints_;
+    // No lines that may have borne these marks were taken out since they were set.
+    bool areMessagesWhole_ = true;
+    bool isLineMarkWhole_ = true;
+    bool areBreakpointsWhole_ = true;
     std::uint64_t shownReport_ = 0;  ///< its serial number
     std::string lineEnd_;
 };

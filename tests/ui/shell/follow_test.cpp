@@ -151,6 +151,73 @@ TEST_F(FollowTest, ABreakpointWithAConditionHoldsInALoopAndLinesGoBack) {
         QTest::qWaitFor([this] { return Host().State().outputs == Outputs{} && !IsHeld(); }));
 }
 
+/// Edits that take the line with the breakpoint out, or carry it to another place, and their undo.
+TEST_F(FollowTest, ABreakpointIsBackWithItsConditionWhenItsLineIs) {
+    Write("count.txt", kCounting);
+    ClickMargin(11);
+    FrontSource()->GotoLine(11);
+    dialogs.text = "Count > 10";
+    Press(CommandId::SetCondition);
+    Press(CommandId::Run);
+    ASSERT_TRUE(WaitUntilHeld());
+    ASSERT_TRUE(Bears(kConditionalBit, {11}));
+    SourceEditor& editor = *FrontSource()->Editor();
+    const QString text = FrontSource()->Text();
+    const auto select = [&](int first, int last) {
+        editor.setFocus();
+        editor.setSelection(first - 1, 0, last, 0);
+    };
+    const auto key = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&editor, key, modifiers);
+    };
+    struct Case {
+        const char* name;
+        std::function<void()> edit;
+        std::vector<int> lines;  ///< with the breakpoint then
+    };
+    const std::vector<Case> cases = {
+        {"deleted", [&] { select(11, 11), key(Qt::Key_Delete); }, {}},
+        {"joined with the line before",
+         [&] { editor.setCursorPosition(10, 0), key(Qt::Key_Backspace); },
+         {}},
+        {"cut and pasted",
+         [&] {
+             select(11, 11), Press(CommandId::Cut);
+             editor.setCursorPosition(2, 0), Press(CommandId::Paste);
+         },
+         {}},
+        {"typed over", [&] { Press(CommandId::SelectAll), key(Qt::Key_A); }, {}},
+        {"replaced", [&] { FrontSource()->SetText("; nothing\n"); }, {}},
+        {"deleted with its neighbours, one after the other",
+         [&] { select(11, 11), key(Qt::Key_Delete), select(9, 12), key(Qt::Key_Delete); },
+         {}},
+        {"moved up", [&] { editor.setCursorPosition(10, 2), Press(CommandId::MoveLinesUp); }, {10}},
+        {"moved under a neighbour",
+         [&] { editor.setCursorPosition(11, 2), Press(CommandId::MoveLinesUp); },
+         {12}},
+        {"moved over two", [&] { select(9, 10), Press(CommandId::MoveLinesDown); }, {9}},
+        {"duplicated", [&] { select(11, 11), Press(CommandId::DuplicateLines); }, {11}},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.name);
+        for (int round = 0; round < 2; ++round) {
+            one.edit();
+            EXPECT_TRUE(QTest::qWaitFor(
+                [&] { return LinesWith(kConditionalBit | kHollowBit) == one.lines; }, 2000));
+            while (editor.isUndoAvailable() && FrontSource()->Text() != text)
+                Press(CommandId::Undo);
+            ASSERT_EQ(FrontSource()->Text(), text);
+            EXPECT_TRUE(Bears(kConditionalBit, {11})) << "and the board holds it";
+            EXPECT_TRUE(IsLit(11));
+        }
+    }
+    // One that is taken away stays away.
+    Press(CommandId::ClearBreakpoints);
+    select(11, 11), key(Qt::Key_Delete);
+    Press(CommandId::Undo);
+    EXPECT_TRUE(Bears(kConditionalBit | kHollowBit | kFullBit, {}));
+}
+
 TEST_F(FollowTest, StepsFromTheFirstLineAndTheLitLineFollowsEdits) {
     Write("count.txt", kCounting);
     EXPECT_TRUE(KeyLightsUp(CommandId::StepLine, 8));
