@@ -13,6 +13,7 @@
 #include "desktop/live_check.h"
 #include "ui/dialogs/about_dialog.h"
 #include "ui/dialogs/calculator.h"
+#include "ui/dialogs/examples_dialog.h"
 #include "ui/dialogs/find_dialog.h"
 #include "ui/dialogs/help_browser.h"
 #include "ui/dialogs/options_dialog.h"
@@ -163,8 +164,12 @@ void MainWindow::OpenSource() {
 }
 
 void MainWindow::OpenExample() {
-    const std::optional<QString> path = workbench_.dialogs.ChooseFileToOpen(
-        this, SourceChoice("Example Programs", workbench_.ExamplesFolder()));
+    const QString folder = workbench_.ExamplesFolder();
+    ExamplesDialog dialog(ExamplesIn(folder), this);
+    if (!workbench_.dialogs.Run(dialog)) return;
+    if (!dialog.Chosen().isEmpty()) return OpenPath(dialog.Chosen());
+    const std::optional<QString> path =
+        workbench_.dialogs.ChooseFileToOpen(this, SourceChoice("Example Programs", folder));
     if (path) OpenPath(*path);
 }
 

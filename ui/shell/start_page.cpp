@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/example_programs.h"
 #include "ui/support/icons.h"
 
 namespace zentro {
@@ -48,13 +49,6 @@ QLabel* MakeHeading(const QString& text, QWidget* parent) {
     font.setPointSizeF(font.pointSizeF() * 1.1);
     label->setFont(font);
     return label;
-}
-
-/// "line_follower.txt" is shown as "Line follower".
-QString TitleOf(const QFileInfo& example) {
-    QString title = example.completeBaseName().replace('_', ' ');
-    if (!title.isEmpty()) title[0] = title[0].toUpper();
-    return title;
 }
 
 }  // namespace
@@ -149,14 +143,12 @@ QWidget* StartPage::MakeExamples(const QString& folder) {
     rows->addWidget(MakeHeading(tr("Examples"), group));
     exampleGrid_ = new QGridLayout;
     exampleGrid_->setSpacing(kMedium);
-    for (const QFileInfo& example : QDir(folder).entryInfoList({"*.txt"}, QDir::Files)) {
+    for (const ExampleProgram& example : ExamplesIn(folder)) {
         auto* button = new StartButton;
-        button->setObjectName("StartExample_" + example.completeBaseName());
-        button->setText(TitleOf(example));
-        button->setAccessibleName(tr("Example: %1").arg(TitleOf(example)));
-        QIcon picture = ThemedIcon("example-" + example.completeBaseName());
-        if (picture.isNull()) picture = ThemedIcon("virtual-board");
-        button->setIcon(picture);
+        button->setObjectName("StartExample_" + example.name);
+        button->setText(example.title);
+        button->setAccessibleName(tr("Example: %1").arg(example.title));
+        button->setIcon(ExampleIcon(example.name));
         button->setIconSize(kPictureSize);
         button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
         button->setAutoRaise(true);
@@ -164,8 +156,7 @@ QWidget* StartPage::MakeExamples(const QString& folder) {
         button->setMinimumWidth(button->fontMetrics().horizontalAdvance("Joystick drive mm"));
         connect(
             button, &QToolButton::clicked, this,
-            [this, path = example.absoluteFilePath()] { actions_.openFile(path); },
-            Qt::QueuedConnection);
+            [this, path = example.path] { actions_.openFile(path); }, Qt::QueuedConnection);
         examples_.push_back(button);
     }
     rows->addLayout(exampleGrid_);

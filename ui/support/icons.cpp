@@ -50,6 +50,11 @@ QIcon ThemedIcon(const QString& name) {
     return QIcon(new LineIconEngine(file.readAll()));
 }
 
+QIcon ExampleIcon(const QString& name) {
+    const QIcon picture = ThemedIcon("example-" + name);
+    return picture.isNull() ? ThemedIcon("virtual-board") : picture;
+}
+
 // A picture without "currentColor" is drawn as it is.
 QIcon ProgramIcon() {
     return ThemedIcon("zentro");

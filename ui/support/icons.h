@@ -10,6 +10,9 @@ namespace zentro {
 /// of the present palette at any size. An unknown name gives an empty icon.
 QIcon ThemedIcon(const QString& name);
 
+/// The picture of an example program, by the name of its file without the extension.
+QIcon ExampleIcon(const QString& name);
+
 /// The program's own icon, in its own colours.
 QIcon ProgramIcon();
 

@@ -9,12 +9,16 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTextBrowser>
 #include <QToolBar>
+#include <QTreeWidget>
+#include <filesystem>
 #include <set>
 #include <stdexcept>
 
+#include "desktop/example_programs.h"
 #include "tests/ui/shell/main_window_fixture.h"
 #include "ui/editor/source_editor.h"
 #include "ui/editor/source_window.h"
@@ -253,6 +257,39 @@ TEST_F(CommandsTest, WhatIsWrongWithTheLanguageIsToldWhenItIsLoaded) {
             << LastShown().toStdString();
         EXPECT_TRUE(LastShown().contains(row.told)) << LastShown().toStdString();
     }
+}
+
+TEST_F(CommandsTest, AnExampleIsChosenByItsPictureAndItsSentence) {
+    workbench->programFolder = std::filesystem::path(ZENTRO_EXAMPLES_FOLDER).parent_path();
+    dialogs.run = [&](QDialog& dialog) {
+        dialog.show();
+        auto* list = dialog.findChild<QTreeWidget*>("ExampleList");
+        EXPECT_GT(list->topLevelItemCount(), 10);
+        for (int i = 0; i < list->topLevelItemCount(); ++i) {
+            const QTreeWidgetItem& item = *list->topLevelItem(i);
+            EXPECT_FALSE(item.icon(0).isNull());
+            const QString sentence = item.text(1);
+            EXPECT_TRUE(sentence.endsWith('.') && sentence[0].isUpper())
+                << item.text(0).toStdString() << ": " << sentence.toStdString();
+        }
+        EXPECT_EQ(list->topLevelItem(0)->text(1),
+                  "The two LEDs take turns, twice a second, until you stop the board.");
+        QTest::keyClicks(dialog.focusWidget(), "par");
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+        return dialog.result() == QDialog::Accepted;
+    };
+    Press(CommandId::Examples);
+    ASSERT_NE(FrontSource(), nullptr);
+    EXPECT_TRUE(FrontSource()->Text().startsWith("; Parking\n"));
+    dialogs.run = [](QDialog& dialog) {
+        dialog.findChild<QPushButton*>("BtnSelectFromDisk")->click();
+        return dialog.result() == QDialog::Accepted;
+    };
+    Press(CommandId::Examples);
+    EXPECT_EQ(dialogs.lastChoice.title, "Example Programs");
+    EXPECT_EQ(FirstSentence("DEFINE BYTE A\n; no head\n"), "");
+    EXPECT_EQ(FirstSentence("; Title\n;\n; No full stop\n; here\nBEGIN PROGRAM"),
+              "No full stop here");
 }
 
 TEST_F(CommandsTest, TheProgramTakesNoArgumentsAndTellsWhatItDidNotExpect) {
@@ -502,8 +539,6 @@ TEST_F(CommandsTest, TheSmallToolsOpen) {
     Press(CommandId::About);
     EXPECT_EQ(opened, QStringList({"frmOptions", "frmAbout"}));
     Press(CommandId::Recover);
-    Press(CommandId::Examples);
-    EXPECT_EQ(dialogs.lastChoice.title, "Example Programs");
     Press(CommandId::CheckWhileTyping);
     EXPECT_FALSE(AsBoolean(settings->GetSetting(SettingNumber::CheckWhileTyping)));
 }
