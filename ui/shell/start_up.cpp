@@ -1,6 +1,7 @@
 #include "ui/shell/start_up.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QDir>
 #include <exception>
 #include <iostream>
@@ -42,6 +43,20 @@ struct Desktop {
     Workbench workbench;
     std::unique_ptr<MainWindow> window;
 };
+
+struct StartUpTexts {
+    Q_DECLARE_TR_FUNCTIONS(zentro::StartUp)
+};
+
+/// For somebody who has never seen the file.
+constexpr auto kAboutLanguageFile = QT_TRANSLATE_NOOP(
+    "zentro::StartUp",
+    "This file holds the words in which programs are written and the texts of all messages. The "
+    "program works on, but what is missing or wrong there cannot be used, and a program that needs "
+    "it is not compiled as it is meant.\n\nA whole file comes with ZentroCompiler. Choose it in "
+    "the "
+    "options, page Advanced, as the Instructions Filename, and start the program again; or install "
+    "ZentroCompiler again.");
 
 void ShowIfAny(Dialogs& dialogs, const std::string& message) {
     if (!message.empty()) dialogs.ShowMessage(nullptr, QString::fromStdString(message));
@@ -105,7 +120,9 @@ void LoadLanguage(const std::string& file, InstructionConfiguration& configurati
     if (!problem.empty()) return;
     // What is there is used; what is missing or wrong would else be noticed only when it is needed.
     const std::string findings = TellFindings(CheckLanguage(configuration));
-    if (!findings.empty()) ShowIfAny(dialogs, file + ": " + findings);
+    if (findings.empty()) return;
+    dialogs.ShowMessage(nullptr, QString::fromStdString(file + ": " + findings) + "\n\n" +
+                                     StartUpTexts::tr(kAboutLanguageFile));
 }
 
 int RunTellingFailures(Dialogs& dialogs, const std::function<int()>& program) {

@@ -256,6 +256,7 @@ TEST_F(CommandsTest, WhatIsWrongWithTheLanguageIsToldWhenItIsLoaded) {
         EXPECT_TRUE(LastShown().startsWith(FilePath("ZentroCompiler.cfg") + ": "))
             << LastShown().toStdString();
         EXPECT_TRUE(LastShown().contains(row.told)) << LastShown().toStdString();
+        EXPECT_TRUE(LastShown().contains("Choose it in the options")) << "what one can do";
     }
 }
 
