@@ -19,6 +19,7 @@ constexpr std::array kGroups{
     MessageGroup{MessageCode::LoadStarts, MessageCode::EndOfProgress},
     MessageGroup{MessageCode::NeededByteVariable, MessageCode::EndOfHints},
     MessageGroup{MessageCode::FormOfStatement, MessageCode::EndOfLineHints},
+    MessageGroup{MessageCode::HundredthsShown, MessageCode::EndOfMends},
     MessageGroup{MessageCode::AlreadyOpen, MessageCode::EndOfFailures},
 };
 

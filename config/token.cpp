@@ -128,6 +128,7 @@ constexpr std::array<TokenRow, kTokenCount - 2> kTokens{{
     {Token::True, "C1"},
     {Token::False, "C2"},
     {Token::On, "C3"},
+    {Token::Off, "C4"},
 }};
 
 constexpr std::size_t RowOf(Token token) {

@@ -144,6 +144,7 @@ enum class Token : std::uint8_t {
     True,
     False,
     On,
+    Off,
 
     Count,
 };

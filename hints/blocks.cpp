@@ -138,7 +138,13 @@ std::optional<Hint> FindOpenBlock(const HintQuestion& question) {
     const SourceLine& opener =
         compilation.GetSourceLine(compilation.states.Innermost().firstLineNo);
     const bool isHere = question.line.file == nullptr || question.line.file == opener.file;
-    if (!isHere || &opener == &question.line) return std::nullopt;
+    if (!isHere) return std::nullopt;
+    if (&opener == &question.line) {
+        const auto row = std::ranges::find_if(
+            kBlocks, [&](const BlockRow& one) { return one.ends && one.state == state; });
+        return MakeHint(question, MessageCode::EndMissing,
+                        {ToUtf8(compilation.GetCommandText(row->line))});
+    }
     return HintOfOpener(question, opener);
 }
 

@@ -5,8 +5,8 @@
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "hints/typed_values.h"
 #include "model/statement.h"
-#include "model/statement_text.h"
 
 namespace zentro {
 
@@ -84,7 +84,7 @@ std::optional<Hint> FindCallOfNothing(const HintQuestion& question) {
     if (split.rest.empty()) {
         const Command* entry = question.compilation.configuration.commands.ByToken(Token::Call);
         return MakeHint(question, MessageCode::FormOfStatement,
-                        {ToUtf8(call), ToUtf8(TextOf(*entry).form)});
+                        {ToUtf8(call), ToUtf8(FormText(question, *entry))});
     }
     const std::string_view name = SplitFirstWord(split.rest).first;
     const Symbol* symbol = SymbolOf(question, name);

@@ -69,9 +69,39 @@ std::string DefinitionOf(const HintQuestion& question, Token token, std::string_
 std::string_view GivenValue(const SourceLine& line, std::string_view name) {
     const std::string_view statement = StatementOf(line);
     const std::size_t equal = FindOutsideQuotes(statement, '=');
-    const bool isGiven =
-        equal != kNone && EqualsIgnoreCase(TrimBlanks(statement.substr(0, equal)), name);
+    if (equal == kNone) return {};
+    const std::string_view before = TrimBlanks(statement.substr(0, equal));
+    const std::size_t blank = before.find_last_of(" \t");
+    const std::string_view target = blank == kNone ? before : before.substr(blank + 1);
+    const bool isGiven = EqualsIgnoreCase(target, name);
     return isGiven ? TrimBlanks(statement.substr(equal + 1)) : std::string_view();
+}
+
+/// The variable of a routine outside of it.
+std::optional<Hint> FindKnownInside(const HintQuestion& question) {
+    const Compilation& compilation = question.compilation;
+    const Symbol* found = nullptr;
+    for (const Symbol& symbol : compilation.symbols.Symbols()) {
+        const bool isMeant =
+            symbol.symbolClass == SymbolClass::Variable && symbol.parent != ParentId::Program &&
+            symbol.parent != question.line.parent && EqualsIgnoreCase(symbol.name, question.extra);
+        if (isMeant && found != nullptr) return std::nullopt;
+        if (isMeant) found = &symbol;
+    }
+    if (found == nullptr || found->declareLineNo == 0) return std::nullopt;
+    const SourceLine& line = compilation.GetSourceLine(found->declareLineNo);
+    const auto& lines = compilation.sourceLines;
+    const auto header = std::ranges::find_if(lines, [&](const SourceLine& one) {
+        const bool opens = one.token == Token::DefineRoutine || one.token == Token::DefineEvent;
+        return opens && one.parent == found->parent;
+    });
+    // What a routine is given has to stay in its first line.
+    const bool isMovable = header != lines.end() && line.token != Token::DefineRoutine &&
+                           line.file == question.line.file;
+    if (!isMovable) return std::nullopt;
+    return MakeHint(question, MessageCode::KnownInside,
+                    {question.extra, std::to_string(header->fileLineNo),
+                     std::to_string(line.fileLineNo), ToUtf8(ShownStatement(line))});
 }
 
 /// Count = Count + 1 without a DEFINE line. A name that no line gives a value may be a slip for
@@ -86,6 +116,7 @@ std::optional<Hint> FindUndefined(const HintQuestion& question) {
         token == Token::None && statement.size() > then.size() &&
         EqualsIgnoreCase(statement.substr(statement.size() - then.size()), then);
     if (isCondition) return std::nullopt;
+    if (std::optional<Hint> inside = FindKnownInside(question)) return inside;
     std::string_view value = GivenValue(question.line, question.extra);
     for (const SourceLine& line : question.compilation.sourceLines) {
         if (value.empty() && line.file == question.line.file)
@@ -188,6 +219,7 @@ std::optional<Hint> FindMissingList(const HintQuestion& question) {
     const bool isHeader =
         question.line.token == Token::DefineRoutine || question.line.token == Token::DefineEvent;
     const bool isAsked = question.code == MessageCode::NotUnderstood ||
+                         question.code == MessageCode::EventWithParameters ||
                          question.code == MessageCode::ParameterListNotClosed;
     const std::string_view name = DefinedPart(question);
     if (!isHeader || !isAsked || !CouldBeName(name)) return std::nullopt;
@@ -256,11 +288,19 @@ std::optional<Hint> FindOtherKind(const HintQuestion& question) {
                     {question.extra, ToUtf8(statement), ToUtf8(mended)});
 }
 
+/// DEFINE BYTE i = 0: the lines below are not read yet.
+std::optional<Hint> FindShortName(const HintQuestion& question) {
+    const bool isAsked = question.code == MessageCode::NameTooShort && !question.extra.empty() &&
+                         IsLetter(question.extra.front());
+    return isAsked ? std::optional(MakeHint(question, MessageCode::NameElsewhere, {question.extra}))
+                   : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<Hint> FindDefinitionHint(const HintQuestion& question) {
     for (const auto find :
-         {FindTaken, FindMissingKind, FindUnknownKind, FindTwoNames, FindMissingList,
+         {FindTaken, FindShortName, FindMissingKind, FindUnknownKind, FindTwoNames, FindMissingList,
           FindParameterKind, FindComputedFirstValue, FindOtherKind, FindUndefined}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }

@@ -5,6 +5,7 @@
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "hints/typed_values.h"
 #include "model/statement.h"
 
 namespace zentro {
@@ -125,23 +126,6 @@ std::optional<Hint> FindWordsInValue(const HintQuestion& question) {
     Hint hint = MakeHint(question, MessageCode::OnlyThis, {ToUtf8(first), ToUtf8(rest)});
     hint.fix = FixOf(question.line, PlaceInLine(question.line, value), value.size(), rest);
     return hint;
-}
-
-/// The words and texts of a list of values, without the commas between them.
-std::vector<std::string_view> PiecesOf(std::string_view values) {
-    std::vector<std::string_view> pieces;
-    std::size_t begin = kNone;
-    bool inQuotes = false;
-    for (std::size_t i = 0; i <= values.size(); ++i) {
-        const bool isEnd = i == values.size();
-        if (!isEnd && values[i] == '"') inQuotes = !inQuotes;
-        const bool isBetween = isEnd || (!inQuotes && (IsBlank(values[i]) || values[i] == ','));
-        if (!isBetween && begin == kNone) begin = i;
-        if (!isBetween || begin == kNone) continue;
-        pieces.push_back(values.substr(begin, i - begin));
-        begin = kNone;
-    }
-    return pieces;
 }
 
 /// How many values the message's call takes: those in the header of its routine.

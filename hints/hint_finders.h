@@ -26,6 +26,16 @@ std::optional<Hint> FindForeignSign(const HintQuestion& question);
 std::optional<Hint> FindForeignWord(const HintQuestion& question);
 /// 0.5 and 1,5; -1; 1OO; what is too large
 std::optional<Hint> FindNumberHint(const HintQuestion& question);
+/// Times, notes and speeds that are written in another measure.
+std::optional<Hint> FindMeasureHint(const HintQuestion& question);
+/// SET LED 1, ON; LED LEFT ON; SET LEDS LEFT, ON: one of two lights, which are set together.
+std::optional<Hint> FindOneLight(const HintQuestion& question);
+/// Values in another order, one too few, or nearly one of a list.
+std::optional<Hint> FindChoiceHint(const HintQuestion& question);
+/// Blocks as other languages write them, with the lines to write.
+std::optional<Hint> FindRewrittenBlock(const HintQuestion& question);
+/// Tables, pointers and statements where a number is wanted.
+std::optional<Hint> FindOtherThing(const HintQuestion& question);
 /// Words of statements, names and values that are nearly right.
 std::optional<Hint> FindNearSpelling(const HintQuestion& question);
 /// Too many or too few values, parentheses that do not belong there, a missing word.

@@ -5,7 +5,7 @@
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
-#include "model/statement_text.h"
+#include "hints/typed_values.h"
 
 namespace zentro {
 
@@ -112,7 +112,24 @@ std::optional<Hint> FindLongText(const HintQuestion& question) {
                          (question.code == MessageCode::TypeMismatch && declares);
     if (!isAsked || !IsQuoted(question.extra) || question.extra.size() < kTwoQuotedCharacters)
         return std::nullopt;
-    return MakeHint(question, MessageCode::TextTooLong, {question.extra});
+    const std::string_view words = question.compilation.GetCommandText(token);
+    return FindValueStatement(token) != nullptr
+               ? MakeHint(question, MessageCode::TextInStatement, {ToUtf8(words), question.extra})
+               : MakeHint(question, MessageCode::TextTooLong, {question.extra});
+}
+
+/// "BUTTON(1)": the function with the first value of each of its lists; empty when it has other
+/// values, or none.
+std::string ExampleOf(const HintQuestion& question, const Command& entry) {
+    const Statement* function = FindFunction(entry.id);
+    if (function == nullptr || function->Values().empty()) return {};
+    std::string example = entry.command + "(";
+    for (const StatementValue& value : function->Values()) {
+        if (value.allowed.empty()) return {};
+        if (&value != &function->Values().front()) example += ", ";
+        example += WrittenValue(question, value.allowed.front());
+    }
+    return example + ")";
 }
 
 /// Charge = BATTERY, Light = ANALOG 1, IF BUTTON 1 = ON THEN
@@ -136,14 +153,22 @@ std::optional<Hint> FindFunctionWithoutList(const HintQuestion& question) {
         const bool isFunction = entry != nullptr && entry->family == TokenFamily::Function &&
                                 EqualsIgnoreCase(entry->command, name);
         const bool isCalled = TrimBlanks(line.substr(words[i].End())).starts_with('(');
-        if (!isFunction || isCalled || TextOf(*entry).form.empty()) continue;
+        if (!isFunction || isCalled || FormText(question, *entry).empty()) continue;
         const bool hasNumber = i + 1 < words.size() && ParseNumber(words[i + 1].In(line));
         if (hasNumber)
             return RewritePiece(question,
                                 line.substr(words[i].begin, words[i + 1].End() - words[i].begin),
                                 std::string(name) + "(" + std::string(words[i + 1].In(line)) + ")");
+        const std::string form = FormText(question, *entry);
+        const std::string example = ExampleOf(question, *entry);
+        const std::size_t open = form.find('(');
+        if (!example.empty() && open != kNone && form.ends_with(')'))
+            return MakeHint(
+                question, MessageCode::FunctionShown,
+                {ToUtf8(entry->command), ToUtf8(form.substr(open + 1, form.size() - open - 2)),
+                 ToUtf8(example)});
         return MakeHint(question, MessageCode::FunctionWithoutList,
-                        {ToUtf8(entry->command), ToUtf8(TextOf(*entry).form)});
+                        {ToUtf8(entry->command), ToUtf8(form)});
     }
     return std::nullopt;
 }
@@ -221,7 +246,10 @@ std::optional<Hint> FindBlankInName(const HintQuestion& question) {
     if (!isTwoNames) return std::nullopt;
     const std::string_view typed =
         question.line.text.substr(words[2].begin, words[3].End() - words[2].begin);
-    return RewritePiece(question, typed, std::string(word(2)) + std::string(word(3)));
+    const std::string name = std::string(word(2)) + std::string(word(3));
+    Hint hint = RewritePiece(question, typed, name);
+    hint.text = MakeHint(question, MessageCode::BlankInName, {ToUtf8(typed), ToUtf8(name)}).text;
+    return hint;
 }
 
 }  // namespace

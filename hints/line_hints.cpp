@@ -12,9 +12,11 @@ namespace {
 using Finder = std::optional<Hint> (*)(const HintQuestion&);
 
 /// The more certain ones first.
-constexpr std::array kFinders{FindOpenBlock,  FindForeignSign,    FindForeignWord, FindNumberHint,
-                              FindExtraWords, FindNearSpelling,   FindValuesHint,  FindCallHint,
-                              FindKindHint,   FindDefinitionHint, FindShapeHint};
+constexpr std::array kFinders{
+    FindOpenBlock,   FindRewrittenBlock, FindMeasureHint,    FindOneLight,
+    FindForeignSign, FindForeignWord,    FindNumberHint,     FindExtraWords,
+    FindChoiceHint,  FindNearSpelling,   FindValuesHint,     FindCallHint,
+    FindOtherThing,  FindKindHint,       FindDefinitionHint, FindShapeHint};
 
 /// Nobody has typed a longer line by hand.
 constexpr std::size_t kLongestLine = 200;

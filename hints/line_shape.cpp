@@ -5,8 +5,8 @@
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "hints/typed_values.h"
 #include "model/statement.h"
-#include "model/statement_text.h"
 
 namespace zentro {
 
@@ -288,7 +288,7 @@ std::optional<Hint> FindFormOfChoice(const Words& words) {
     const Command* entry = question.compilation.configuration.commands.ByToken(question.line.token);
     const bool isAsked =
         question.code == MessageCode::UnknownName || question.code == MessageCode::KeywordAsValue;
-    if (expected == nullptr || entry == nullptr || !isAsked || TextOf(*entry).form.empty())
+    if (expected == nullptr || entry == nullptr || !isAsked || FormText(question, *entry).empty())
         return std::nullopt;
     const auto values = SplitCommaList(question.line.parsedLine.substr(entry->command.size()));
     constexpr std::size_t kShortestName = 3;
@@ -298,7 +298,7 @@ std::optional<Hint> FindFormOfChoice(const Words& words) {
             expected->Values().size() > 1 || question.extra.size() < kShortestName;
         if (isChoice && EqualsIgnoreCase(values[i], question.extra))
             return MakeHint(question, MessageCode::FormOfStatement,
-                            {ToUtf8(entry->command), ToUtf8(TextOf(*entry).form)});
+                            {ToUtf8(entry->command), ToUtf8(FormText(question, *entry))});
     }
     return std::nullopt;
 }
@@ -317,7 +317,7 @@ std::optional<Hint> FindForm(const Words& words) {
         return MakeHint(question, MessageCode::ResultMissing, {ToUtf8(entry->command)});
     if (token == Token::Loop || token == Token::Repeat || token == Token::Else)
         return MakeHint(question, MessageCode::NothingMore, {ToUtf8(entry->command)});
-    const std::string form = ToUtf8(TextOf(*entry).form);
+    const std::string form = ToUtf8(FormText(question, *entry));
     const bool isForm = token == Token::If || token == Token::While || token == Token::Until ||
                         token == Token::Select || token == Token::Case || token == Token::Return ||
                         entry->family == TokenFamily::Declaration;

@@ -203,6 +203,32 @@ std::optional<Hint> FindName(const HintQuestion& question, std::span<const Place
     return hint;
 }
 
+/// Left Eye = 5, where the name is LeftEye
+std::optional<Hint> FindNameInTwo(const HintQuestion& question, std::span<const PlacedWord> words) {
+    const bool isAsked =
+        question.code == MessageCode::UnknownName || question.code == MessageCode::UnknownOperator;
+    if (!isAsked) return std::nullopt;
+    const std::string_view line = question.line.text;
+    for (std::size_t i = 0; i + 1 < words.size(); ++i) {
+        const std::string_view first = words[i].In(line);
+        const bool isShown = (StartsWithIgnoreCase(question.extra, first) ||
+                              EqualsIgnoreCase(question.extra, words[i + 1].In(line))) &&
+                             words[i].End() + 1 == words[i + 1].begin &&
+                             IsBlank(line[words[i].End()]);
+        const std::string name = std::string(first) + std::string(words[i + 1].In(line));
+        const Symbol* symbol = isShown ? question.compilation.symbols.FindSymbol(
+                                             std::string_view(name), question.line.parent)
+                                       : nullptr;
+        if (symbol == nullptr) continue;
+        const std::size_t length = words[i + 1].End() - words[i].begin;
+        Hint hint = MakeHint(question, MessageCode::SeparateWords,
+                             {ToUtf8(line.substr(words[i].begin, length)), ToUtf8(symbol->name)});
+        hint.fix = FixOf(question.line, words[i].begin, length, symbol->name);
+        return hint;
+    }
+    return std::nullopt;
+}
+
 /// A type or THEN, in messages that do not name what they are about.
 std::optional<Hint> FindWordInside(const HintQuestion& question,
                                    std::span<const PlacedWord> words) {
@@ -252,6 +278,7 @@ std::optional<Hint> FindNearSpelling(const HintQuestion& question) {
         WordsInLine(question.compilation.configuration.commands, question.line.text);
     if (words.empty()) return std::nullopt;
     if (const auto statement = FindStatement(question, words)) return statement;
+    if (const auto together = FindNameInTwo(question, words)) return together;
     if (const auto name = FindName(question, words)) return name;
     if (const auto word = FindWordInside(question, words)) return word;
     return FindSmallLetter(question);

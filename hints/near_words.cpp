@@ -72,9 +72,13 @@ std::size_t AlignmentDistance(std::string_view a, std::string_view b) {
 }  // namespace
 
 std::optional<std::size_t> SpellingDistance(std::string_view typed, std::string_view meant) {
+    return SpellingDistance(typed, meant, ForgivenMistakes(std::max(typed.size(), meant.size())));
+}
+
+std::optional<std::size_t> SpellingDistance(std::string_view typed, std::string_view meant,
+                                            std::size_t forgiven) {
     const std::size_t shorter = std::min(typed.size(), meant.size());
     const std::size_t longer = std::max(typed.size(), meant.size());
-    const std::size_t forgiven = ForgivenMistakes(longer);
     if (longer > kLongest || longer - shorter > forgiven) return std::nullopt;
     const int differing = std::popcount(LettersOf(typed) ^ LettersOf(meant));
     if (static_cast<std::size_t>(differing) > 2 * forgiven) return std::nullopt;

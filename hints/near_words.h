@@ -11,6 +11,10 @@ namespace zentro {
 /// forgiven in a word of that length, or when the words differ in their digits.
 std::optional<std::size_t> SpellingDistance(std::string_view typed, std::string_view meant);
 
+/// The same where so many mistakes are forgiven, in words of any length.
+std::optional<std::size_t> SpellingDistance(std::string_view typed, std::string_view meant,
+                                            std::size_t forgiven);
+
 /// Keeps the nearest of the words that it is offered.
 class NearestWord {
   public:

@@ -5,8 +5,8 @@
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "hints/typed_values.h"
 #include "model/statement.h"
-#include "model/statement_text.h"
 
 namespace zentro {
 
@@ -20,7 +20,7 @@ std::optional<Hint> HintOfStatementValues(const HintQuestion& question) {
     const Command* entry = question.compilation.configuration.commands.ByToken(line.token);
     if (expected == nullptr || entry == nullptr) return std::nullopt;
     const std::string words = ToUtf8(entry->command);
-    const std::string form = ToUtf8(TextOf(*entry).form);
+    const std::string form = ToUtf8(FormText(question, *entry));
     const std::string needed = std::to_string(expected->Values().size());
     const std::string found =
         std::to_string(SplitCommaList(line.parsedLine.substr(entry->command.size())).size());
@@ -66,7 +66,7 @@ std::optional<Hint> HintOfFunctionValues(const HintQuestion& question, const Lin
     const Statement* expected = isFunction ? FindFunction(entry->id) : nullptr;
     if (expected == nullptr || expected->Values().size() == call.values) return std::nullopt;
     return MakeHint(question, MessageCode::ValuesOfFunction,
-                    {ToUtf8(TextOf(*entry).form), std::to_string(expected->Values().size()),
+                    {ToUtf8(FormText(question, *entry)), std::to_string(expected->Values().size()),
                      std::to_string(call.values)});
 }
 
@@ -77,6 +77,80 @@ std::optional<Hint> FindWrongCount(const HintQuestion& question) {
     if (!call) return std::nullopt;
     if (const auto routine = HintOfRoutineValues(question, *call)) return routine;
     return HintOfFunctionValues(question, *call);
+}
+
+bool IsVariable(const HintQuestion& question, std::string_view name) {
+    const Symbol* symbol = question.compilation.symbols.FindSymbol(name, question.line.parent);
+    return symbol != nullptr && symbol->symbolClass == SymbolClass::Variable;
+}
+
+bool IsSign(std::string_view text) {
+    return text.size() == 1 && std::string_view("+-*/").find(text) != kNone;
+}
+
+bool HoldsSum(std::string_view text) {
+    return text.find_first_of("+-*/") != kNone;
+}
+
+bool IsByte(const HintQuestion& question, std::string_view name) {
+    const Symbol* symbol = question.compilation.symbols.FindSymbol(name, question.line.parent);
+    return symbol != nullptr && symbol->symbolClass == SymbolClass::Variable &&
+           symbol->type == DataType::Byte;
+}
+
+/// Mean = (Left + Right) / 2, where all of them are bytes: the sum may not fit into one.
+std::optional<Hint> HalvesAdded(const HintQuestion& question, const std::string& target,
+                                std::string_view inside, std::string_view behind) {
+    constexpr std::string_view kOther = "Part";
+    const std::size_t plus = inside.find('+');
+    const bool isDivided = behind.starts_with('/') && ParseNumber(TrimBlanks(behind.substr(1)));
+    if (plus == kNone || !isDivided || !IsByte(question, target)) return std::nullopt;
+    const std::string_view first = TrimBlanks(inside.substr(0, plus));
+    const std::string_view second = TrimBlanks(inside.substr(plus + 1));
+    const Compilation& compilation = question.compilation;
+    const bool areBytes = IsByte(question, first) && IsByte(question, second) &&
+                          compilation.symbols.FindSymbol(kOther, question.line.parent) == nullptr;
+    if (!areBytes) return std::nullopt;
+    const auto line = [&](std::string_view name, std::string_view value, std::string_view rest) {
+        std::string text(name);
+        text.append(" ").append(compilation.GetCommandText(Token::Equal)).append(" ");
+        return ToUtf8(text.append(value).append(" ").append(rest));
+    };
+    const std::string added =
+        std::string(compilation.GetCommandText(Token::Plus)) + " " + std::string(kOther);
+    std::string definition(compilation.GetCommandText(Token::DefineByte));
+    definition.append(" ").append(kOther).append(" = 0");
+    return MakeHint(question, MessageCode::HalvesAdded,
+                    {line(target, first, behind), line(kOther, second, behind),
+                     line(target, target, added), ToUtf8(definition)});
+}
+
+/// Mean = (Left + Right) / 2, Mean = 100 - (Left + Right)
+std::optional<Hint> SumInTwo(const HintQuestion& question, std::string_view statement,
+                             std::size_t open, std::size_t close) {
+    const std::size_t equal = statement.find('=');
+    if (equal == kNone || equal > open) return std::nullopt;
+    const std::string target(TrimBlanks(statement.substr(0, equal)));
+    const std::string_view inside = TrimBlanks(statement.substr(open + 1, close - open - 1));
+    const std::string_view before = TrimBlanks(statement.substr(equal + 1, open - equal - 1));
+    const std::string_view behind = TrimBlanks(statement.substr(close + 1));
+    const bool isSecond =
+        behind.empty() && before.size() > 1 && IsSign(before.substr(before.size() - 1));
+    const bool isFirst = before.empty() && behind.size() > 1 && IsSign(behind.substr(0, 1));
+    const bool isMeant = IsVariable(question, target) && HoldsSum(inside) &&
+                         (isFirst || isSecond) && inside.find(target) == kNone &&
+                         before.find(target) == kNone && behind.find(target) == kNone;
+    if (!isMeant) return std::nullopt;
+    if (auto halves = HalvesAdded(question, target, inside, behind)) return halves;
+    // A product of bytes is a WORD, and two lines do not make it fit.
+    const bool isProduct = inside.find('*') != kNone && IsByte(question, target);
+    if (isProduct) return MakeHint(question, MessageCode::OneSumALine, {});
+    const std::string begin =
+        target + " " + std::string(question.compilation.GetCommandText(Token::Equal)) + " ";
+    const std::string rest =
+        isFirst ? target + " " + std::string(behind) : std::string(before) + " " + target;
+    return MakeHint(question, MessageCode::SumInTwo,
+                    {ToUtf8(begin + std::string(inside)), ToUtf8(begin + rest)});
 }
 
 /// WAIT(100)
@@ -94,6 +168,7 @@ std::optional<Hint> FindParentheses(const HintQuestion& question) {
     std::string instead(TrimBlanks(statement.substr(0, open)));
     instead.append(" ").append(TrimBlanks(statement.substr(open + 1, close - open - 1)));
     const std::string_view behind = TrimBlanks(statement.substr(close + 1));
+    if (const auto lines = SumInTwo(question, statement, open, close)) return lines;
     if (!behind.empty()) instead.append(" ").append(behind);
     return RewriteStatement(question, instead);
 }
@@ -124,6 +199,16 @@ std::optional<Hint> FindMissingCall(const HintQuestion& question) {
         hint.text = text.text;
         return hint;
     }
+    const bool hasMore = question.code == MessageCode::UnknownStatement && end != kNone &&
+                         statement.find_first_of("(=") == kNone;
+    const Symbol* routine = hasMore ? PlainRoutine(question, first) : nullptr;
+    const bool takesNothing =
+        routine != nullptr &&
+        question.compilation.GetSourceLine(routine->declareLineNo).parsedLine.ends_with("()");
+    if (takesNothing) {
+        const std::string plain = call + " " + std::string(first) + "()";
+        return MakeHint(question, MessageCode::CallIsMissing, {ToUtf8(first), ToUtf8(plain)});
+    }
     const bool isWithoutList = question.code == MessageCode::ParenthesisNotClosed &&
                                EqualsIgnoreCase(first, call) && end != kNone &&
                                statement.find_first_of("()") == kNone;
@@ -141,10 +226,12 @@ std::optional<Hint> FindMissingThen(const HintQuestion& question) {
     if (!isThen || std::ranges::count(parsed, ' ') != kBlanks || parsed.find('(') != kNone)
         return std::nullopt;
     const std::string_view then = question.compilation.GetCommandText(Token::Then);
-    Hint hint = MakeHint(question, MessageCode::MissingAtEnd, {ToUtf8(then)});
     const std::string_view statement = StatementOf(question.line);
     const std::size_t end = PlaceInLine(question.line, statement) + statement.size();
     const std::size_t colon = statement.ends_with(':') ? 1 : 0;
+    Hint hint =
+        MakeHint(question, colon > 0 ? MessageCode::InPlaceOfColon : MessageCode::MissingAtEnd,
+                 {ToUtf8(then)});
     hint.fix = FixOf(question.line, end - colon, colon, " " + std::string(then));
     return hint;
 }
