@@ -46,13 +46,14 @@ fs::path KeptName(const fs::path& file) {
 
 /// Returns the system's text for the failure. The file that is there goes to KeptName first when
 /// `keepOld` is set.
-std::string ReplaceFile(const fs::path& file, std::string_view bytes, bool keepOld) {
+std::string ReplaceFile(const fs::path& file, std::string_view bytes, bool keepOld,
+                        Durability durability) {
     std::error_code error;
     const fs::path kept = KeptName(file);
     if (keepOld) fs::rename(file, kept, error);
     if (error && error != std::errc::no_such_file_or_directory) return error.message();
     const bool isKept = keepOld && !error;
-    std::string problem = WriteWholeFile(file.string(), bytes, Durability::PowerCut);
+    std::string problem = WriteWholeFile(file.string(), bytes, durability);
     // The first failure is the one to tell.
     if (!problem.empty() && isKept) fs::rename(kept, file, error);
     return problem;
@@ -137,7 +138,8 @@ void SettingsStore::LoadConfig(const fs::path& programFolder) {
     if (stored.isMissing) {
         config_ = DefaultConfig(programFolder);
         changed_ = true;
-        loadError_ = SaveSettings();
+        // The first start does not wait for the disk: there is nothing of the user's to lose.
+        loadError_ = SaveSettings(Durability::TheProgram);
         return;
     }
     config_ = std::move(stored.config);
@@ -177,7 +179,7 @@ Config SettingsStore::MergedWith(const Config& onDisk) const {
     return merged;
 }
 
-std::string SettingsStore::SaveSettings() {
+std::string SettingsStore::SaveSettings(Durability durability) {
     std::error_code error;
     fs::create_directories(file_.parent_path(), error);
     const FolderLock lock(file_.parent_path());
@@ -186,7 +188,7 @@ std::string SettingsStore::SaveSettings() {
     const Config toSave = isWhole ? MergedWith(stored.config) : config_;
     const bool keepsOld = !stored.isMissing && !isWhole;
     const std::string problem =
-        error ? error.message() : ReplaceFile(file_, WriteConfig(toSave), keepsOld);
+        error ? error.message() : ReplaceFile(file_, WriteConfig(toSave), keepsOld, durability);
     changed_ = !problem.empty();
     if (changed_) return std::string(kSaveFailed) + problem;
     changes_ = {};

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "config/file.h"
 #include "settings/config.h"
 
 namespace zentro {
@@ -46,7 +47,7 @@ class SettingsStore {
     void SaveSetting(SettingNumber number, SettingValue value, std::string_view subClass = {});
 
     /// Writes the file. Returns what went wrong, as a message for the user, or an empty text.
-    [[nodiscard]] std::string SaveSettings();
+    [[nodiscard]] std::string SaveSettings(Durability durability = Durability::PowerCut);
 
     /// From now on settings that the file lacks, or that nobody can read, have their defaults, with
     /// paths in the program's folder; the file is written whole again if anything was wrong with
