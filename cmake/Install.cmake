@@ -23,6 +23,8 @@ endfunction()
 
 # The programs look for their files in ../share/zentrocompiler, whatever a system calls its data folder.
 install(TARGETS ${programs} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT system)
+# A part of zentro, for nobody to call by hand.
+install(TARGETS zentro-sound RUNTIME DESTINATION libexec/zentrocompiler COMPONENT system)
 install_program_files(system share/zentrocompiler)
 install(FILES ${PROJECT_SOURCE_DIR}/data/icons/zentro.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT system)
@@ -42,7 +44,7 @@ foreach(program IN LISTS programs)
             DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT system)
 endforeach()
 
-install(TARGETS ${programs} RUNTIME DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
+install(TARGETS ${programs} zentro-sound RUNTIME DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)
 install_program_files(portable . EXCLUDE_FROM_ALL)
 install(FILES ${packaging}/portable.txt RENAME README.txt
         DESTINATION . COMPONENT portable EXCLUDE_FROM_ALL)

@@ -102,8 +102,11 @@ VirtualBoardHost::VirtualBoardHost(QObject* parent)
     connect(&wakeUps_, &QTimer::timeout, this, &VirtualBoardHost::WakeUp);
     laterChange_.setSingleShot(true);
     connect(&laterChange_, &QTimer::timeout, this, &VirtualBoardHost::TellChange);
+    history_.WatchTicks([this](const Board& board) {
+        if (isHeard_ && soundListener_) soundListener_({board.outputs.note, board.devices.noteEnd});
+        FollowCurves();
+    });
     sinceWakeUp_.start();
-    history_.WatchTicks([this](const Board&) { FollowCurves(); });
 }
 
 VirtualBoardHost::~VirtualBoardHost() = default;
@@ -389,6 +392,13 @@ void VirtualBoardHost::Advance(double milliseconds) {
         LookAround();
         return;
     }
+    isHeard_ = speed_.kind != BoardSpeed::Kind::FullSpeed;
+    PassTime(milliseconds);
+    isHeard_ = false;
+    LookAround();
+}
+
+void VirtualBoardHost::PassTime(double milliseconds) {
     pendingTime_ += std::clamp(milliseconds, 0.0, kLongestCatchUp);
     const double ticks = std::floor(pendingTime_ / kMillisecondsPerTick);
     pendingTime_ -= ticks * kMillisecondsPerTick;
@@ -403,7 +413,6 @@ void VirtualBoardHost::Advance(double milliseconds) {
     } else {
         PassRealTime(count);
     }
-    LookAround();
 }
 
 void VirtualBoardHost::PassRealTime(std::uint64_t ticks) {

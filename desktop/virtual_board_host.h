@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "comms/virtual_board_link.h"
@@ -21,6 +22,7 @@
 #include "desktop/program_stops.h"
 #include "desktop/robot_trail.h"
 #include "desktop/scene_changes.h"
+#include "sound/tone_generator.h"
 
 namespace zentro {
 
@@ -146,6 +148,12 @@ class VirtualBoardHost : public QObject {
     void SetSpeed(const BoardSpeed& speed);
     const BoardSpeed& Speed() const { return speed_; }
 
+    /// Told what sounds in each tick that passes at the board's own pace: not while the program is
+    /// held or stepped, nor as fast as it goes.
+    void SetSoundListener(std::function<void(const SoundTick&)> listener) {
+        soundListener_ = std::move(listener);
+    }
+
     /// What the user calls the things of the loaded program, for fault reports.
     void SetWords(ProgramWords words) { words_ = std::move(words); }
 
@@ -189,6 +197,7 @@ class VirtualBoardHost : public QObject {
     void LookAround();
     void FollowCurves();
     void TellChange();
+    void PassTime(double milliseconds);
 
     std::unique_ptr<Scene> world_;
     History history_;
@@ -199,6 +208,8 @@ class VirtualBoardHost : public QObject {
     PlotCurves curves_;
     std::uint64_t plottedRun_ = 0;
     ProgramWords words_;
+    std::function<void(const SoundTick&)> soundListener_;
+    bool isHeard_ = false;  ///< time passes at the board's own pace
     std::string lastStep_;
     BoardSpeed speed_;
     bool paused_ = false;

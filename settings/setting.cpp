@@ -57,6 +57,8 @@ constexpr std::array kSettings = std::to_array<Setting>({
     {ShowAdvice, Flag, {}, 1},
     {RecentFiles, Text, "", 0},
     {SessionFiles, Text, "", 0},
+    {SoundVolume, Integer, {}, 60},
+    {SoundMuted, Flag, {}, 0},
 });
 
 }  // namespace

@@ -52,6 +52,8 @@ enum class SettingNumber : std::int32_t {
     ShowAdvice = 40,    ///< about what is legal, but hardly meant; read it with FlagIsOn
     RecentFiles = 41,   ///< paths, under the sub-keys "File1", "File2", ...
     SessionFiles = 42,  ///< those that were open at the end, in the same way
+    SoundVolume = 43,   ///< of the virtual board, 0 to 100; older files do not have it
+    SoundMuted = 44,
 };
 
 enum class SettingKind {

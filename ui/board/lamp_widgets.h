@@ -49,7 +49,7 @@ class DisplayWidget : public QWidget {
     Display display_;
 };
 
-/// The sounder: a note with the name of its pitch. It makes no sound.
+/// The sounder: a note with the name of its pitch.
 class NoteWidget : public QWidget {
     Q_OBJECT
 

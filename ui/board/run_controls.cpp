@@ -181,8 +181,14 @@ int RunControls::RoomForWords() const {
         room += RoomForButton(*button) + kGap;
     const int ofSpeed = speedCaption_->sizeHint().width() + speed_->minimumWidth() +
                         speedText_->minimumWidth() + RoomForButton(*step_) +
-                        RoomForButton(*stepBack_) + 4 * kGap;
+                        RoomForButton(*stepBack_) + 4 * kGap +
+                        (besideSpeed_ == nullptr ? 0 : besideSpeed_->sizeHint().width() + kGap);
     return std::max(room, ofSpeed);
+}
+
+void RunControls::AddToSpeed(QWidget* widget) {
+    besideSpeed_ = widget;
+    speedRow_->addWidget(widget);
 }
 
 /// Where there is no room for words, all buttons stand in one row as pictures; what they do is told
@@ -197,8 +203,9 @@ void RunControls::Fit() {
         buttons_->insertWidget(buttons_->indexOf(reset_), step_);
         buttons_->insertWidget(buttons_->indexOf(reset_), stepBack_);
     } else {
-        speedRow_->addWidget(step_);
-        speedRow_->addWidget(stepBack_);
+        const int behindText = speedRow_->indexOf(speedText_) + 1;
+        speedRow_->insertWidget(behindText, stepBack_);
+        speedRow_->insertWidget(behindText, step_);
     }
     speedCaption_->setVisible(!isCompact);
     for (QLabel* label : {state_, instruction_, steps_})

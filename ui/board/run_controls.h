@@ -24,6 +24,8 @@ class RunControls : public QWidget {
 
     /// Asked before Run; nothing set: it may always run.
     void SetMayRun(std::function<bool()> mayRun) { mayRun_ = std::move(mayRun); }
+    /// Something that belongs beside the speed.
+    void AddToSpeed(QWidget* widget);
     /// Shows where the program stands now.
     void Refresh();
 
@@ -58,6 +60,7 @@ class RunControls : public QWidget {
     QSlider* speed_;
     QLabel* speedCaption_;
     QLabel* speedText_;
+    QWidget* besideSpeed_ = nullptr;
     QLabel* state_;
     QLabel* instruction_;
     QLabel* steps_;

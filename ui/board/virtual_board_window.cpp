@@ -10,6 +10,7 @@
 #include "ui/board/inputs_panel.h"
 #include "ui/board/outputs_panel.h"
 #include "ui/board/run_controls.h"
+#include "ui/board/sound_controls.h"
 #include "ui/support/icons.h"
 
 namespace zentro {
@@ -37,10 +38,11 @@ constexpr int kSmallMargin = 4;         // where room is short
 }  // namespace
 
 VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& world,
-                                       QWidget* parent)
+                                       SoundOutput& sound, SettingsStore& settings, QWidget* parent)
     : QWidget(parent),
       host_(host),
       controls_(new RunControls(host, this)),
+      sound_(new SoundControls(host, sound, settings, this)),
       floor_(new FloorPanel(host, world, this)),
       outputs_(new OutputsPanel(this)),
       inputs_(new InputsPanel(this)) {
@@ -58,7 +60,9 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
     columns_->addWidget(inputsArea_);
     connect(inputs_, &InputsPanel::Folded, this, &VirtualBoardWindow::Arrange);
     auto* rows = new QVBoxLayout(this);
+    controls_->AddToSpeed(sound_);
     rows->addWidget(controls_);
+    rows->addWidget(sound_->ProblemLabel());
     QScrollArea* bodyArea = InScrollArea(body, this);
     bodyArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);  // the drawing tools are wide
     rows->addWidget(bodyArea, 1);
@@ -128,6 +132,7 @@ void VirtualBoardWindow::resizeEvent(QResizeEvent* event) {
 void VirtualBoardWindow::Refresh() {
     if (!isVisible()) return;
     controls_->Refresh();
+    sound_->Refresh();
     floor_->Refresh();
     outputs_->Show(host_.State());
     inputs_->Show(host_.World());

@@ -18,6 +18,9 @@ class FloorPanel;
 class InputsPanel;
 class OutputsPanel;
 class RunControls;
+class SettingsStore;
+class SoundControls;
+class SoundOutput;
 class WorldCommands;
 
 /// A picture of the virtual board that one can play with, and a robot that it drives. While it is
@@ -26,8 +29,9 @@ class VirtualBoardWindow : public QWidget {
     Q_OBJECT
 
   public:
-    /// Both outlive the window.
-    VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& world, QWidget* parent = nullptr);
+    /// All of them outlive the window.
+    VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& world, SoundOutput& sound,
+                       SettingsStore& settings, QWidget* parent = nullptr);
     ~VirtualBoardWindow() override;
 
     QSize sizeHint() const override { return {960, 640}; }
@@ -54,6 +58,7 @@ class VirtualBoardWindow : public QWidget {
 
     VirtualBoardHost& host_;
     RunControls* controls_;
+    SoundControls* sound_;
     FloorPanel* floor_;
     OutputsPanel* outputs_;
     InputsPanel* inputs_;

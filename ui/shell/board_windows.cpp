@@ -7,9 +7,11 @@
 #include "config/encoding.h"
 #include "config/file.h"
 #include "desktop/compile_service.h"
+#include "desktop/sound_output.h"
 #include "desktop/text_file.h"
 #include "desktop/used_inputs.h"
 #include "ui/board/plot_window.h"
+#include "ui/board/sound_controls.h"
 #include "ui/board/virtual_board_window.h"
 #include "ui/board/world_commands.h"
 #include "ui/support/dialogs.h"
@@ -37,7 +39,12 @@ BoardWindows::BoardWindows(Workbench& workbench, Programs& programs, BoardState&
                                  return front == nullptr ? QString() : front->name;
                              },
                              [this](const QString& world) { surroundings_.rememberWorld(world); }},
-                            this)) {
+                            this)),
+      sound_(new SoundOutput(SoundProgram(), SoundOutput::kPatience, this)) {
+    sound_->SetVolume(SoundVolume(workbench.settings));
+    board.VirtualBoard().SetSoundListener([sound = QPointer(sound_)](const SoundTick& tick) {
+        if (sound != nullptr) sound->Pass(tick);  // whichever of the two is gone first
+    });
     connect(&board_, &BoardState::Changed, this, &BoardWindows::Follow);
     connect(&board_, &BoardState::ConversationOver, this, &BoardWindows::CloseTerminal);
     connect(&programs_, &Programs::Changed, this, &BoardWindows::ShowVariables);
@@ -80,7 +87,8 @@ void BoardWindows::CloseTerminal() {
 
 void BoardWindows::MakeBoardWindow() {
     if (boardWindow_ != nullptr) return;
-    boardWindow_ = new VirtualBoardWindow(board_.VirtualBoard(), *worldCommands_);
+    boardWindow_ = new VirtualBoardWindow(board_.VirtualBoard(), *worldCommands_, *sound_,
+                                          workbench_.settings);
     usedInputsOf_.reset();
     surroundings_.addChild(boardWindow_);
     connect(boardWindow_, &VirtualBoardWindow::FormClosing, &board_,

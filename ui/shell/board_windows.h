@@ -18,6 +18,7 @@ class QWidget;
 namespace zentro {
 
 class PlotWindow;
+class SoundOutput;
 class TerminalWindow;
 class VariablesWindow;
 class VirtualBoardWindow;
@@ -114,6 +115,7 @@ class BoardWindows : public QObject {
     Surroundings surroundings_;
     WorldDocument* world_;
     WorldCommands* worldCommands_;
+    SoundOutput* sound_;
     QPointer<TerminalWindow> terminal_;
     QPointer<VariablesWindow> variables_;
     QPointer<VirtualBoardWindow> boardWindow_;

@@ -12,6 +12,7 @@
 #include <gmock/gmock.h>
 
 #include "comms/terminal_session.h"
+#include "desktop/sound_output.h"
 #include "tests/ui/board/board_programs.h"
 #include "tests/ui/ui_fixture.h"
 #include "ui/board/floor_widget.h"
@@ -64,7 +65,8 @@ struct BoardWindowTest : UiTest {
     WorldDocument document{host, QString::fromStdString(ZENTRO_WORLDS_FOLDER)};
     WorldCommands commands{
         *workbench, host, document, {[this] { return folder_.path(); }, {}, {}}, nullptr};
-    VirtualBoardWindow window{host, commands};
+    SoundOutput sound{"/nonexistent/zentro-sound"};
+    VirtualBoardWindow window{host, commands, sound, workbench->settings};
 };
 
 TEST_F(BoardWindowTest, LineFollowerReactsToItsEyes) {
