@@ -5,6 +5,7 @@
 
 #include "comms/debug_address.h"
 #include "comms/virtual_board_link.h"
+#include "faults/words_of_program.h"
 
 namespace zentro {
 

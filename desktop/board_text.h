@@ -3,7 +3,7 @@
 #include <string>
 
 #include "board/devices.h"
-#include "desktop/fault_report.h"
+#include "faults/fault_report.h"
 #include "desktop/virtual_board_host.h"
 
 namespace zentro {

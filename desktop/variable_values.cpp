@@ -1,13 +1,12 @@
 #include "desktop/variable_values.h"
 
 #include <QCoreApplication>
-#include <QStringList>
 #include <algorithm>
 #include <vector>
 
 #include "compiler/symbols_file.h"
 #include "config/encoding.h"
-#include "config/text.h"
+#include "faults/words_of_program.h"
 
 namespace zentro {
 
@@ -17,43 +16,11 @@ struct ValueTexts {
     Q_DECLARE_TR_FUNCTIONS(zentro::VariableValues)
 };
 
-/// The number behind a constant of the language, such as TRUE.
-std::optional<std::int32_t> ConstantValue(const CommandCatalogue& commands, Token token) {
-    const Command* command = commands.ByToken(token);
-    return command == nullptr ? std::nullopt : ParseNumber(command->description);
-}
-
-QString FlagText(unsigned value, const CommandCatalogue& commands) {
-    for (const Token token : {Token::True, Token::False}) {
-        if (ConstantValue(commands, token) == static_cast<std::int32_t>(value))
-            return QString::fromStdString(ToUtf8(commands.GetCommandText(token)));
-    }
-    return QString::number(value);
-}
-
-QString TableText(std::span<const std::uint8_t> bytes, std::size_t size) {
-    const std::size_t count = std::min(bytes.size(), kMostBytesShown);
-    QStringList numbers;
-    for (const std::uint8_t byte : bytes.first(count))
-        numbers += QString::number(byte);
-    const QString shown = numbers.join(", ");
-    return count < size ? ValueTexts::tr("%1, ... (%2 bytes)").arg(shown).arg(size) : shown;
-}
-
 }  // namespace
 
 QString ValueText(std::span<const std::uint8_t> bytes, DataType type, std::size_t size,
                   const CommandCatalogue& commands) {
-    const auto at = [&](std::size_t index) { return index < bytes.size() ? bytes[index] : 0U; };
-    switch (type) {
-        case DataType::Table: return TableText(bytes, size);
-        case DataType::Flag: return FlagText(at(0), commands);
-        case DataType::Word:
-        case DataType::Pointer: return QString::number(at(0) * 256 + at(1));
-        case DataType::Any:
-        case DataType::Byte: return QString::number(at(0));
-    }
-    return {};
+    return QString::fromStdString(ValueText(bytes, type, size, FlagWordsOf(commands)));
 }
 
 const Symbol* FindVariable(const Compilation& compilation, const std::string& name,

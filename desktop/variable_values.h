@@ -9,6 +9,7 @@
 #include <string>
 
 #include "config/command_catalogue.h"
+#include "faults/value_text.h"
 #include "model/compilation.h"
 
 namespace zentro {
@@ -16,12 +17,7 @@ namespace zentro {
 /// Looks up memory of a board.
 using ReadMemory = std::function<std::string(std::uint32_t address, std::size_t count)>;
 
-/// So much of a table is shown.
-inline constexpr std::size_t kMostBytesShown = 64;
-
-/// A value as people read it: "42", TRUE and FALSE in the words of the language, of a table the
-/// numbers of all its bytes, "1, 2, 65", or the first ones "1, 2, ... (200 bytes)". `size` is that
-/// of the whole variable.
+/// A value as people read it, with TRUE and FALSE in the words of the language.
 QString ValueText(std::span<const std::uint8_t> bytes, DataType type, std::size_t size,
                   const CommandCatalogue& commands);
 

@@ -16,7 +16,7 @@
 
 #include "comms/virtual_board_link.h"
 #include "desktop/button_presses.h"
-#include "desktop/fault_report.h"
+#include "faults/fault_report.h"
 #include "desktop/history.h"
 #include "desktop/plot_curves.h"
 #include "desktop/program_stops.h"

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <string_view>
 
 namespace zentro {
 
@@ -13,6 +15,10 @@ enum class DataType : std::uint8_t {
     Pointer = 4,
     Table = 5,
 };
+
+/// What files call them, in their order.
+inline constexpr std::array<std::string_view, 6> kTypeNames{"unknown", "byte",    "word",
+                                                            "flag",    "pointer", "table"};
 
 /// Bytes and flags take one byte of the board's memory.
 constexpr bool IsByteSized(DataType type) {

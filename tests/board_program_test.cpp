@@ -92,6 +92,34 @@ TEST_F(BoardProgramTest, ExitStatusTellsHowItEnded) {
     EXPECT_THAT(errors_, HasSubstr("no event can wake it"));
 }
 
+TEST_F(BoardProgramTest, ExplainsAFaultInTheWordsOfTheProgram) {
+    const std::string source = write(
+        "deep.txt",
+        "DEFINE BYTE Mean = 3\nDEFINE FLAG Done = TRUE\nDEFINE ROUTINE Share(Parts BYTE)\n"
+        "    IF Done = TRUE THEN\n        Mean\t= Mean / Parts\n    END IF\nEND ROUTINE\n"
+        "DEFINE ROUTINE Work()\n    CALL Share(0)\nEND ROUTINE\nBEGIN PROGRAM\n    CALL Work()\n"
+        "END PROGRAM\n");
+    const std::string known = (folder_ / "deep.dbg").string();
+    ASSERT_EQ(std::system((ZENTRO_ZENTROC " -q " + source + " --debug-info " + known).c_str()), 0);
+    EXPECT_EQ(run("run " + (folder_ / "deep.obj").string() + " --debug-info " + known), 3);
+    EXPECT_THAT(errors_, testing::ContainsRegex(
+                             "^Fault: division by zero at .*\n"
+                             "Division by zero in line 5, Mean = Mean / Parts: Parts of Share is 0 "
+                             "when Mean is divided by it\n"
+                             "Mean = 3, Parts of Share = 0\n"
+                             "Share was called in line 9, Work in line 12\n$"));
+    const std::string good = write("good.obj", "5");
+    for (const char* bad :
+         {"statement\tline 1\tA\t\n", "statement\tline 1\tA\t\t0\n", "instruction\t0\t5\t-\t\t\t\n",
+          "flag\t256\tTRUE\n", "flag\t1\tA\nflag\t1\tB\n", "variable\tA\tbyte\t1\n",
+          "variable\tA\tbit\t1\t1\n", "variable\tA\tbyte\t-1\t1\n",
+          "statement\tline 1\tA\t\t\ninstruction\t0\t256\t-\t\t\t\n",
+          "statement\tline 1\tA\t\t\ninstruction\t0\t5\tx\t\t\t\n", "\n", "5"}) {
+        EXPECT_EQ(run("run " + good + " --debug-info " + write("bad.dbg", bad)), 2) << bad;
+        EXPECT_THAT(errors_, testing::ContainsRegex("bad.dbg: line [12]: this is no debug")) << bad;
+    }
+}
+
 TEST_F(BoardProgramTest, RefusesBadFilesAndOptions) {
     const std::string good = write("good.obj", "5");
     const std::array<std::array<std::string, 2>, 16> cases{{

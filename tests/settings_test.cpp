@@ -83,7 +83,7 @@ TEST_F(SettingsStoreTest, FirstStartWritesEveryDefault) {
                             R"(31,"",""|)"
                             R"(33,"",""|)"
                             R"(34,"","Courier New"|35,"",9.75|36,"",-1|37,"",1|38,"",0|)"
-                            R"(39,"",0|40,"",1|41,"",""|42,"",""|)"));
+                            R"(39,"",0|40,"",1|41,"",""|42,"",""|43,"",60|44,"",0|)"));
     EXPECT_THAT(Names(), ElementsAre(kFile));
 }
 

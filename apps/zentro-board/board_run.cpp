@@ -9,6 +9,8 @@
 #include "apps/zentro-board/png_file.h"
 #include "board/text.h"
 #include "board/trace.h"
+#include "faults/fault_report.h"
+#include "faults/program_words_file.h"
 
 namespace zentro {
 
@@ -87,10 +89,20 @@ std::string PictureFile(const BoardRun& run) {
                                                   : PictureOf(map, run.report->Way());
 }
 
+/// What the board itself says, then what is known of it.
+void TellFault(const BoardRun& run) {
+    const Board& board = run.scene.board;
+    std::cerr << FaultLine(board.processor.fault, board.processor.instruction) << '\n';
+    if (run.show.debugInfoFile.empty()) return;
+    const FaultReport report = DescribeFault(board, run.words);
+    for (const std::string& part : {report.text, report.values, report.calls})
+        if (!part.empty()) std::cerr << part << '\n';
+}
+
 ExitStatus StatusOf(const BoardRun& run) {
     const Processor& processor = run.scene.board.processor;
     if (processor.end == EndReason::Fault) {
-        std::cerr << FaultLine(processor.fault, processor.instruction) << '\n';
+        TellFault(run);
         return ExitStatus::Fault;
     }
     if (processor.running && StepsLeft(run) == 0) return ExitStatus::StepsRanOut;
@@ -104,11 +116,18 @@ bool ReadShowFiles(BoardRun& run) {
     const std::string& picture = run.show.pictureFile;
     if (!picture.empty() && !picture.ends_with(".svg") && !picture.ends_with(".png"))
         return Complain(picture, "pictures are SVG or PNG files: give it a name with .svg or .png");
-    return UseFile(run.show.symbolFile, [&run](const std::string& text) {
+    const auto readSymbols = [&run](const std::string& text) {
         SymbolFile file = ParseSymbolFile(text);
         run.variables = std::move(file.variables);
         return file.error;
-    });
+    };
+    const auto readDebugInfo = [&run](const std::string& text) {
+        LoadedProgramWords loaded = ParseProgramWords(text);
+        run.words = std::move(loaded.words);
+        return loaded.error;
+    };
+    return UseFile(run.show.symbolFile, readSymbols) &&
+           UseFile(run.show.debugInfoFile, readDebugInfo);
 }
 
 void RunToEnd(BoardRun& run) {

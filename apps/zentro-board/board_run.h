@@ -9,6 +9,7 @@
 #include "apps/zentro-board/exit_status.h"
 #include "apps/zentro-board/symbol_file.h"
 #include "apps/zentro-board/world_report.h"
+#include "faults/program_words.h"
 #include "recording/player.h"
 #include "recording/recording.h"
 
@@ -16,8 +17,9 @@ namespace zentro {
 
 /// What is printed during a run, whether it is the first one or a replay.
 struct ShowOptions {
-    std::string symbolFile;   ///< empty: none
-    std::string pictureFile;  ///< of the way in the world; empty: none
+    std::string symbolFile;     ///< empty: none
+    std::string debugInfoFile;  ///< empty: none
+    std::string pictureFile;    ///< of the way in the world; empty: none
     bool trace = false;
     bool events = false;
     bool realTime = false;  ///< at the pace of the world instead of as fast as it goes
@@ -38,6 +40,7 @@ struct BoardRun {
     Scene scene;
     Player player{{}};
     std::vector<Variable> variables;
+    ProgramWords words;
     std::optional<WorldReport> report;  ///< in a world, if there is one
     bool keepsOutcome = false;          ///< outputs need not be remembered for nobody
     Outcome outcome;
@@ -45,7 +48,7 @@ struct BoardRun {
     std::uint64_t stepsOfTick = 0;  ///< in the last tick, beside its actions
 };
 
-/// Reads the list of variables, if there is one, and looks whether a picture can be drawn.
+/// Reads what is known of the program, if it is given, and looks whether a picture can be drawn.
 bool ReadShowFiles(BoardRun& run);
 
 /// From the start of the program to its end; in a world until its goals are decided.

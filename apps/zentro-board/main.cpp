@@ -17,14 +17,17 @@ using Arguments = std::vector<CommandLineArgument>;
 
 /// What every run understands that is shown.
 Arguments ShowArguments(ShowOptions& show) {
-    return {{"--symbols", &show.symbolFile,
-             "The compiler's list of variables: print their values at the end", "FILE"},
-            {"--picture", &show.pictureFile, "Draw the world and the robot's way, as SVG or PNG",
-             "FILE"},
-            {"--trace", &show.trace, "Print each instruction and its effect"},
-            {"--events", &show.events, "Print the outputs as they change, with their tick"},
-            {"--real-time", &show.realTime,
-             "Keep the pace of a real board instead of going as fast as it goes"}};
+    return {
+        {"--symbols", &show.symbolFile,
+         "The compiler's list of variables: print their values at the end", "FILE"},
+        {"--debug-info", &show.debugInfoFile,
+         "What \"zentroc --debug-info\" wrote: explain a fault by lines, values and calls", "FILE"},
+        {"--picture", &show.pictureFile, "Draw the world and the robot's way, as SVG or PNG",
+         "FILE"},
+        {"--trace", &show.trace, "Print each instruction and its effect"},
+        {"--events", &show.events, "Print the outputs as they change, with their tick"},
+        {"--real-time", &show.realTime,
+         "Keep the pace of a real board instead of going as fast as it goes"}};
 }
 
 Subcommand RunCommand(RunOptions& run) {

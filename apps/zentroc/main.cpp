@@ -15,6 +15,8 @@
 #include "compiler/paths.h"
 #include "compiler/symbols_file.h"
 #include "config/configuration.h"
+#include "faults/program_words_file.h"
+#include "faults/words_of_program.h"
 #include "frontend/language_check.h"
 
 namespace {
@@ -89,6 +91,9 @@ void WriteExtras(const Options& options, const Compilation& compilation, const L
     }
     if (!options.symbolsFile.empty()) {
         writer.Write(options.symbolsFile, SymbolsFileText(compilation));
+    }
+    if (!options.debugInfoFile.empty()) {
+        writer.Write(options.debugInfoFile, ProgramWordsText(WordsOf(compilation)));
     }
 }
 

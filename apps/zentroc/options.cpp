@@ -25,6 +25,8 @@ CommandLine Understood(Options& options, std::string& format) {
         {"--listing", &options.listingFile,
          "Write the listing of the object code, \"-\" for standard output", "FILE"},
         {"--symbols", &options.symbolsFile, "Write the program's variables", "FILE"},
+        {"--debug-info", &options.debugInfoFile,
+         "Write what zentro-board needs to explain a fault in the program's own words", "FILE"},
         {"--format",
          &format,
          "How messages are written: text or json",

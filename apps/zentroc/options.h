@@ -13,8 +13,9 @@ struct Options {
     std::optional<std::string> outputDirectory;
     std::optional<std::string> includeDirectory;
     std::optional<std::string> configurationFile;
-    std::string listingFile;  ///< empty: no listing; "-": standard output
-    std::string symbolsFile;  ///< empty: none
+    std::string listingFile;    ///< empty: no listing; "-": standard output
+    std::string symbolsFile;    ///< empty: none
+    std::string debugInfoFile;  ///< empty: none
     bool checkOnly = false;
     bool quiet = false;
     bool noAdvice = false;

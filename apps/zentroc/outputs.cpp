@@ -38,6 +38,9 @@ std::vector<Output> OutputsFor(const Options& options, const ProgramFiles& files
     if (!options.symbolsFile.empty())
         outputs.push_back(
             {"the file of variables", options.symbolsFile, "choose another name for it"});
+    if (!options.debugInfoFile.empty())
+        outputs.push_back(
+            {"the debug information", options.debugInfoFile, "choose another name for it"});
     return outputs;
 }
 

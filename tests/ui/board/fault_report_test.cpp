@@ -1,6 +1,7 @@
 // Faults in plain words, of programs that really fail.
-#include "desktop/fault_report.h"
+#include "faults/fault_report.h"
 
+#include <filesystem>
 #include <functional>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,6 +9,8 @@
 
 #include "board/board.h"
 #include "board/loader.h"
+#include "faults/program_words_file.h"
+#include "faults/words_of_program.h"
 #include "tests/ui/board/board_programs.h"
 
 namespace zentro {
@@ -250,6 +253,19 @@ TEST(FaultReportTest, TellsTheValuesOfTheLineAndTheCalls) {
     report = ReportOfSource(handler);
     EXPECT_EQ(report.values, "Zero = 0");
     EXPECT_EQ(report.calls, "Fail was called in line 6");
+}
+
+/// What a compiler wrote for the command line is what the window knows.
+TEST(FaultReportTest, TheWordsOfEveryExampleAreTheSameFromTheirFile) {
+    for (const auto& entry : std::filesystem::directory_iterator(ZENTRO_EXAMPLES_FOLDER)) {
+        if (entry.path().extension() != ".txt") continue;
+        test::Program program(test::ReadFile(entry.path()));
+        if (!program.Compile()) continue;  // of several files
+        const ProgramWords words = WordsOf(program.compilation);
+        const LoadedProgramWords loaded = ParseProgramWords(ProgramWordsText(words));
+        EXPECT_EQ(loaded.error, "") << entry.path();
+        EXPECT_TRUE(loaded.words == words) << entry.path();
+    }
 }
 
 /// Each call keeps 142 bytes, so memory ends before 256 of them.

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "board/memory.h"
-#include "desktop/program_words.h"
+#include "faults/program_words.h"
 
 namespace zentro {
 

@@ -1,7 +1,5 @@
-#include "desktop/fault_report.h"
+#include "faults/fault_report.h"
 
-#include <QCoreApplication>
-#include <QStringList>
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -9,7 +7,7 @@
 
 #include "board/board.h"
 #include "board/text.h"
-#include "desktop/variable_values.h"
+#include "faults/value_text.h"
 
 namespace zentro {
 
@@ -76,9 +74,8 @@ std::string EndOfMemory() {
 
 std::string DescribeUnknownOpcode(const FailedInstruction& failed) {
     const std::string byte = std::to_string(ByteAt(failed.board, failed.address));
-    const auto variable = failed.words.variables.find(failed.address);
-    if (variable != failed.words.variables.end())
-        return "the program ran on into the variable " + variable->second + ", and its value " +
+    if (const VariableWords* variable = failed.words.VariableAt(failed.address))
+        return "the program ran on into the variable " + variable->name + ", and its value " +
                byte + " is no instruction";
     return "the byte there is " + byte + ", and instructions have the numbers 0 to " +
            std::to_string(kInstructionCount - 1);
@@ -193,49 +190,52 @@ constexpr std::array kFaultWords{
     FaultWords{Fault::NoEventToComplete, "No event to complete", DescribeComplete},
 };
 
-struct FaultTexts {
-    Q_DECLARE_TR_FUNCTIONS(zentro::FaultReport)
-};
+/// "one, two".
+std::string Joined(const std::vector<std::string>& parts) {
+    std::string text;
+    for (const std::string& part : parts)
+        text += (text.empty() ? "" : ", ") + part;
+    return text;
+}
 
 std::string ValuesIn(const Board& board, const ProgramWords& words,
                      const StatementWords& statement) {
-    QStringList values;
-    for (const VariableWords& variable : statement.variables) {
+    std::vector<std::string> values;
+    for (const std::size_t place : statement.variables) {
+        const VariableWords& variable = words.variables[place];
         std::vector<std::uint8_t> bytes;
         for (std::size_t i = 0; i < std::min(variable.size, kMostBytesShown); ++i)
             bytes.push_back(ByteAt(board, variable.address + static_cast<std::uint32_t>(i)));
-        values += FaultTexts::tr("%1 = %2").arg(
-            QString::fromStdString(variable.name),
-            ValueText(bytes, variable.type, variable.size, *words.commands));
+        values.push_back(variable.name + " = " +
+                         ValueText(bytes, variable.type, variable.size, words.flagWords));
     }
-    return values.join(", ").toStdString();
+    return Joined(values);
 }
 
 /// From the routine of the statement back to the program. Of very many calls the last and the first
 /// are told.
 std::string CallsBefore(const Board& board, const ProgramWords& words,
                         const StatementWords& statement) {
-    constexpr int kMostToldCalls = 5;
+    constexpr std::size_t kMostToldCalls = 5;
     const Processor& processor = board.processor;
-    QStringList calls;
-    QString routine = QString::fromStdString(statement.routine);
+    std::vector<std::string> calls;
+    std::string routine = statement.routine;
     int leftOut = 0;
-    for (int depth = processor.returnDepth; depth > 0 && !routine.isEmpty(); --depth) {
+    for (int depth = processor.returnDepth; depth > 0 && !routine.empty(); --depth) {
         const StatementWords* caller =
             words.StatementBefore(processor.returnStack[static_cast<std::size_t>(depth) - 1]);
         if (caller == nullptr) break;
-        const QString place = QString::fromStdString(caller->place);
-        if (calls.isEmpty()) {
-            calls += FaultTexts::tr("%1 was called in %2").arg(routine, place);
+        if (calls.empty()) {
+            calls.push_back(routine + " was called in " + caller->place);
         } else if (calls.size() < kMostToldCalls || depth == 1) {
-            if (leftOut > 0) calls += FaultTexts::tr("%1 more calls").arg(leftOut);
-            calls += FaultTexts::tr("%1 in %2").arg(routine, place);
+            if (leftOut > 0) calls.push_back(std::to_string(leftOut) + " more calls");
+            calls.push_back(routine + " in " + caller->place);
         } else {
             ++leftOut;
         }
-        routine = QString::fromStdString(caller->routine);
+        routine = caller->routine;
     }
-    return calls.join(", ").toStdString();
+    return Joined(calls);
 }
 
 }  // namespace

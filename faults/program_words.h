@@ -6,15 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "config/command_catalogue.h"
+#include "faults/value_text.h"
 #include "model/data_type.h"
 #include "model/instruction.h"
 
 namespace zentro {
 
-struct Compilation;
-
-/// A variable that a statement works on.
+/// A variable of the program.
 struct VariableWords {
     std::string name;  ///< "Count", "Local of Work"
     std::uint32_t address = 0;
@@ -29,7 +27,9 @@ struct StatementWords {
     std::string place;         ///< "line 14", in an included file "line 3 of motors.txt"
     std::string text;          ///< "Mean = Total / Count", a long one cut
     std::string routine = {};  ///< the routine or event that it belongs to; empty: none
-    std::vector<VariableWords> variables = {};  ///< that it reads or writes, each once
+    std::vector<std::size_t> variables = {};  ///< that it reads or writes, each once
+
+    bool operator==(const StatementWords&) const = default;
 };
 
 /// An instruction as the compiler made it.
@@ -40,6 +40,8 @@ struct InstructionWords {
     /// What the user calls the operands: "Count", "Local of Work", "7". What the compiler keeps in
     /// a scratch variable is called by what it put there. Empty: nothing that the user has named.
     std::array<std::string, kMaxArguments> operands;
+
+    bool operator==(const InstructionWords&) const = default;
 };
 
 /// What the user calls the things of a compiled program. Copied from its compilation, so that it
@@ -47,18 +49,18 @@ struct InstructionWords {
 struct ProgramWords {
     std::vector<StatementWords> statements;
     std::map<std::uint32_t, InstructionWords> instructions;  ///< by address
-    std::map<std::uint32_t, std::string> variables;          ///< by address
-
-    /// Gives the words for values; null while nothing is known. It outlives these words.
-    const CommandCatalogue* commands = nullptr;
+    std::vector<VariableWords> variables;
+    FlagWords flagWords;
 
     /// Null: no instruction begins there.
     const InstructionWords* InstructionAt(std::uint32_t address) const;
     /// The statement of the instruction that ends before the address: for a return address, the one
     /// that has called. Null: it is not known.
     const StatementWords* StatementBefore(std::uint32_t address) const;
-};
+    /// Null: none lies there.
+    const VariableWords* VariableAt(std::uint32_t address) const;
 
-ProgramWords WordsOf(const Compilation& compilation);
+    bool operator==(const ProgramWords&) const = default;
+};
 
 }  // namespace zentro

@@ -1,8 +1,8 @@
-#include "desktop/program_words.h"
+#include "faults/words_of_program.h"
 
 #include <algorithm>
 #include <charconv>
-#include <iterator>
+#include <optional>
 #include <string_view>
 #include <unordered_map>
 
@@ -51,25 +51,26 @@ std::string TextOf(const SourceLine& line) {
     return shown;
 }
 
-/// Labels lead to the variables that lie there.
-using VariablesByLabel = std::unordered_map<const Label*, VariableWords>;
+/// Labels lead to the places of the variables among the words.
+using VariablesByLabel = std::unordered_map<const Label*, std::size_t>;
 
-VariablesByLabel VariablesByTheirLabels(const Compilation& compilation) {
-    VariablesByLabel variables;
+VariablesByLabel AddVariables(const Compilation& compilation, ProgramWords& words) {
+    VariablesByLabel places;
     for (const Symbol& symbol : compilation.symbols.Symbols()) {
         if (symbol.symbolClass != SymbolClass::Variable || symbol.label.address < 0) continue;
         if (IsOfCompiler(symbol)) continue;
-        variables[&symbol.label] = {NameOf(compilation, symbol),
-                                    static_cast<std::uint32_t>(symbol.label.address), symbol.type,
-                                    SizeInMemory(symbol)};
+        places[&symbol.label] = words.variables.size();
+        words.variables.push_back({NameOf(compilation, symbol),
+                                   static_cast<std::uint32_t>(symbol.label.address), symbol.type,
+                                   SizeInMemory(symbol)});
     }
-    return variables;
+    return places;
 }
 
-std::vector<VariableWords> VariablesOfStatement(const Compilation& compilation,
-                                                const SourceLine& line,
-                                                const VariablesByLabel& known) {
-    std::vector<VariableWords> variables;
+std::vector<std::size_t> VariablesOfStatement(const Compilation& compilation,
+                                              const SourceLine& line,
+                                              const VariablesByLabel& known) {
+    std::vector<std::size_t> variables;
     for (const LineElement& element : compilation.ElementsOf(line)) {
         const auto found = known.find(element.location);
         if (found != known.end() && std::ranges::find(variables, found->second) == variables.end())
@@ -136,24 +137,21 @@ InstructionWords WordsOfInstruction(const Compilation& compilation, const LabelW
 
 }  // namespace
 
-const InstructionWords* ProgramWords::InstructionAt(std::uint32_t address) const {
-    const auto found = instructions.find(address);
-    return found == instructions.end() ? nullptr : &found->second;
-}
-
-const StatementWords* ProgramWords::StatementBefore(std::uint32_t address) const {
-    const auto behind = instructions.lower_bound(address);
-    if (behind == instructions.begin()) return nullptr;
-    const auto& [begin, instruction] = *std::prev(behind);
-    return begin + instruction.bytes.size() == address ? &statements[instruction.statement]
-                                                       : nullptr;
+FlagWords FlagWordsOf(const CommandCatalogue& commands) {
+    FlagWords words;
+    for (const Token token : {Token::True, Token::False}) {
+        const Command* command = commands.ByToken(token);
+        const auto value = command == nullptr ? std::nullopt : ParseNumber(command->description);
+        if (value) words.emplace(*value, ToUtf8(command->command));
+    }
+    return words;
 }
 
 ProgramWords WordsOf(const Compilation& compilation) {
     const LabelWords labels = WordsOfLabels(compilation);
-    const VariablesByLabel variables = VariablesByTheirLabels(compilation);
     ProgramWords words;
-    words.commands = &compilation.configuration.commands;
+    words.flagWords = FlagWordsOf(compilation.configuration.commands);
+    const VariablesByLabel variables = AddVariables(compilation, words);
     std::int32_t lineNo = 0;
     for (std::size_t i = 0; i < compilation.objectLines.size(); ++i) {
         const ObjectLine& line = compilation.objectLines[i];
@@ -168,12 +166,6 @@ ProgramWords WordsOf(const Compilation& compilation) {
         InstructionWords& added = words.instructions[static_cast<std::uint32_t>(line.address)] =
             WordsOfInstruction(compilation, labels, i);
         added.statement = words.statements.size() - 1;
-    }
-    for (const Symbol& symbol : compilation.symbols.Symbols()) {
-        if (symbol.symbolClass != SymbolClass::Variable || symbol.label.address < 0) continue;
-        if (!IsOfCompiler(symbol))
-            words.variables.emplace(static_cast<std::uint32_t>(symbol.label.address),
-                                    labels.at(&symbol.label));
     }
     return words;
 }
