@@ -8,6 +8,7 @@
 #include <QLocale>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 #include <QTextCursor>
 #include <QTreeWidget>
@@ -31,7 +32,7 @@ constexpr int kLongestShown = 5000;  // lines; a difference that long is not rea
 const QColor kAddedColour(0, 110, 40);
 const QColor kRemovedColour(180, 30, 30);
 
-enum Column : std::uint8_t { NameColumn, TimeColumn, FolderColumn };
+enum Column : std::uint8_t { NameColumn, TimeColumn, FirstLineColumn, FolderColumn };
 
 QString SignOf(LineChange change) {
     switch (change) {
@@ -53,6 +54,15 @@ QTextCharFormat FormatOf(LineChange change, const QPalette& palette) {
         format.setForeground(palette.color(QPalette::PlaceholderText));
     }
     return format;
+}
+
+constexpr qsizetype kLongestFirstLine = 60;  // characters in the list
+
+/// What a text without a telling name is known by: its first line that is not blank.
+QString FirstLineOf(const QString& text) {
+    const QString start = text.trimmed();
+    const QString line = start.section(QRegularExpression("[\\r\\n]"), 0, 0).simplified();
+    return line.size() > kLongestFirstLine ? line.left(kLongestFirstLine) + "…" : line;
 }
 
 /// "3 lines added, 1 line removed."
@@ -79,8 +89,9 @@ RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, Disk& disk, QWidg
       difference_(new QPlainTextEdit(this)) {
     setObjectName("RecoveryDialog");
     setWindowTitle(QString(kProgramTitle) + " - Recover Unsaved Texts");
-    explanation_->setText(
-        "The program ended before these texts were saved. Select those that you want back.");
+    explanation_->setText(tr(
+        "The program ended before these texts were saved. What you neither recover nor discard is "
+        "offered again when the program starts next."));
     explanation_->setWordWrap(true);
     SetUpList();
     SetUpDifference();
@@ -97,10 +108,10 @@ RecoveryDialog::RecoveryDialog(std::vector<UnsavedText> texts, Disk& disk, QWidg
 
 void RecoveryDialog::SetUpList() {
     list_->setObjectName("UnsavedList");
-    list_->setAccessibleName("Texts that were not saved");
+    list_->setAccessibleName(tr("Texts that were not saved"));
     list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     list_->setRootIsDecorated(false);
-    list_->setHeaderLabels({"File", "Last kept", "Folder"});
+    list_->setHeaderLabels({tr("File"), tr("Last kept"), tr("First line"), tr("Folder")});
     connect(list_, &QTreeWidget::currentItemChanged, this, &RecoveryDialog::ShowDifference);
     connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] {
         const bool any = !list_->selectedItems().isEmpty();
@@ -123,17 +134,30 @@ void RecoveryDialog::SetUpDifference() {
 
 QDialogButtonBox* RecoveryDialog::MakeButtons() {
     auto* const buttons = new QDialogButtonBox(this);
-    recover_ = buttons->addButton("&Recover", QDialogButtonBox::AcceptRole);
-    discard_ = buttons->addButton("&Discard", QDialogButtonBox::DestructiveRole);
-    QPushButton* const later = buttons->addButton("&Later", QDialogButtonBox::RejectRole);
+    recover_ = buttons->addButton(tr("&Recover"), QDialogButtonBox::AcceptRole);
+    recoverAll_ = buttons->addButton(tr("Recover &All"), QDialogButtonBox::AcceptRole);
+    discard_ = buttons->addButton(tr("&Discard"), QDialogButtonBox::DestructiveRole);
+    discardAll_ = buttons->addButton(tr("Di&scard All"), QDialogButtonBox::DestructiveRole);
+    QPushButton* const later = buttons->addButton(tr("&Later"), QDialogButtonBox::RejectRole);
     recover_->setObjectName("BtnRecover");
+    recoverAll_->setObjectName("BtnRecoverAll");
     discard_->setObjectName("BtnDiscard");
+    discardAll_->setObjectName("BtnDiscardAll");
     later->setObjectName("BtnLater");
-    recover_->setDefault(true);
-    discard_->setToolTip("The selected texts are not offered again.");
-    later->setToolTip("The texts are offered again when the program starts next.");
+    recoverAll_->setDefault(true);
+    recover_->setToolTip(tr("Opens the selected texts."));
+    recoverAll_->setToolTip(tr("Opens all texts of the list."));
+    discard_->setToolTip(tr("The selected texts are not offered again."));
+    discardAll_->setToolTip(tr("None of the texts is offered again."));
+    later->setToolTip(tr("The texts are offered again when the program starts next."));
     connect(recover_, &QPushButton::clicked, this, &RecoveryDialog::Recover);
     connect(discard_, &QPushButton::clicked, this, &RecoveryDialog::Discard);
+    for (auto [all, selected] :
+         {std::pair(recoverAll_, recover_), std::pair(discardAll_, discard_)})
+        connect(all, &QPushButton::clicked, this, [this, selected = selected] {
+            list_->selectAll();
+            selected->click();
+        });
     connect(later, &QPushButton::clicked, this, &QDialog::reject);
     return buttons;
 }
@@ -141,7 +165,9 @@ QDialogButtonBox* RecoveryDialog::MakeButtons() {
 void RecoveryDialog::OfferOnlyRecovery() {
     setWindowTitle(QString(kProgramTitle) + " - Earlier Texts");
     explanation_->setText("These copies were kept before. Select those that you want back.");
-    discard_->hide();
+    for (QPushButton* const button : {recoverAll_, discard_, discardAll_})
+        button->hide();
+    recover_->setDefault(true);
     list_->setSelectionMode(QAbstractItemView::SingleSelection);
     list_->clearSelection();
     list_->setCurrentItem(list_->topLevelItem(0));
@@ -155,14 +181,15 @@ void RecoveryDialog::FillList() {
         item->setText(NameColumn, copy.title);
         item->setText(TimeColumn,
                       QLocale().toString(copy.time.toLocalTime(), QLocale::ShortFormat));
-        item->setText(FolderColumn, copy.path.isEmpty() ? "(never saved)"
+        item->setText(FirstLineColumn, FirstLineOf(copy.text));
+        item->setText(FolderColumn, copy.path.isEmpty() ? tr("(never saved)")
                                                         : QDir::toNativeSeparators(
                                                               QFileInfo(copy.path).absolutePath()));
     }
     list_->header()->setSectionResizeMode(NameColumn, QHeaderView::ResizeToContents);
     list_->header()->setSectionResizeMode(TimeColumn, QHeaderView::ResizeToContents);
+    list_->header()->setSectionResizeMode(FirstLineColumn, QHeaderView::ResizeToContents);
     list_->setCurrentItem(list_->topLevelItem(0));
-    list_->selectAll();
 }
 
 void RecoveryDialog::ShowDifference() {
@@ -239,7 +266,6 @@ void RecoveryDialog::CloseWhenDone() {
         return;
     }
     list_->setCurrentItem(list_->topLevelItem(0));
-    list_->selectAll();
     ShowDifference();
 }
 

@@ -16,8 +16,8 @@ class QTreeWidget;
 namespace zentro {
 
 /// Offers what an earlier run of the program left unsaved, with what differs from the files on the
-/// disk. Each text can be recovered or discarded; those that are left when the dialog closes stay
-/// for the next time.
+/// disk. Each text can be recovered or discarded, and all at once; those that are left when the
+/// dialog closes stay for the next time.
 class RecoveryDialog : public QDialog {
     Q_OBJECT
 
@@ -53,7 +53,9 @@ class RecoveryDialog : public QDialog {
     QLabel* summary_;
     QPlainTextEdit* difference_;
     QPushButton* recover_ = nullptr;
+    QPushButton* recoverAll_ = nullptr;
     QPushButton* discard_ = nullptr;
+    QPushButton* discardAll_ = nullptr;
 };
 
 }  // namespace zentro

@@ -433,6 +433,42 @@ TEST_F(RecoveryTest, TheDialogShowsWhatDiffersAndTakesBack) {
     EXPECT_FALSE(dialog.isVisible());
 }
 
+TEST_F(RecoveryTest, TheDialogTakesBackOrDiscardsAllAndOneSeesWhatTheyAre) {
+    const QString longLine(100, 'x');
+    for (const char* button : {"BtnRecoverAll", "BtnDiscardAll", "BtnLater"}) {
+        Crash("NewFile1", {"\n\r\n\t Count =\t1 \r\nCount = 2\n"});
+        Crash("NewFile2", {longLine});
+        Crash("NewFile3", {" \n"});
+        RecoveryStore store(store_);
+        Disk disk;
+        RecoveryDialog dialog(store.Unsaved(), disk);
+        QStringList recovered;
+        QStringList discarded;
+        QObject::connect(&dialog, &RecoveryDialog::RecoverChosen,
+                         [&](const UnsavedText& text) { recovered += text.copy.title; });
+        QObject::connect(&dialog, &RecoveryDialog::DiscardChosen, [&](const UnsavedText& text) {
+            discarded += text.copy.title;
+            store.Discard(text);
+        });
+        dialog.show();
+        const auto* list = dialog.findChild<QTreeWidget*>("UnsavedList");
+        ASSERT_EQ(list->topLevelItemCount(), 3);
+        EXPECT_EQ(list->selectedItems().size(), 1);
+        for (int i = 0; i < 3; ++i)
+            EXPECT_NE(list->topLevelItem(i)->text(1), "");
+        EXPECT_EQ(list->topLevelItem(0)->text(2), "");
+        EXPECT_EQ(list->topLevelItem(1)->text(2), longLine.left(60) + "…");
+        EXPECT_EQ(list->topLevelItem(2)->text(2), "Count = 1");
+        QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
+        EXPECT_FALSE(dialog.isVisible());
+        const QStringList all{"NewFile3", "NewFile2", "NewFile1"};
+        EXPECT_EQ(recovered, QString(button) == "BtnRecoverAll" ? all : QStringList());
+        EXPECT_EQ(discarded, QString(button) == "BtnDiscardAll" ? all : QStringList());
+        for (const UnsavedText& text : store.Unsaved())
+            store.Discard(text);
+    }
+}
+
 TEST_F(RecoveryTest, OfEarlierCopiesOneIsTakenBack) {
     RecoveryStore store(store_);
     std::vector<UnsavedText> texts;

@@ -6,7 +6,9 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTabBar>
+#include <QTreeWidget>
 
 #include "desktop/board_state.h"
 #include "desktop/virtual_board_host.h"
@@ -203,6 +205,44 @@ TEST_F(JourneyTest, WhatACrashLeftIsOfferedAndTakenBack) {
     EXPECT_EQ(foldersIn("sessions"), QStringList());
     ASSERT_EQ(foldersIn("copies").size(), 1);
     EXPECT_TRUE(foldersIn("copies")[0].startsWith("work-"));
+}
+
+/// Of three texts one is taken back, one is not wanted, and then the box is closed.
+TEST_F(JourneyTest, WhatIsLeftInTheOfferIsOfferedAtTheNextStart) {
+    for (const char* text : {"; first", "; second", "; third"}) {
+        Press(CommandId::NewSource);
+        Type(text);
+    }
+    QStringList offered;
+    dialogs.run = [&](QDialog& dialog) {
+        auto* list = dialog.findChild<QTreeWidget*>("UnsavedList");
+        dialog.show();
+        for (const char* button : {"BtnRecover", "BtnDiscard"}) {
+            for (int i = 0; i < list->topLevelItemCount(); ++i)
+                offered += list->topLevelItem(i)->text(2);
+            const auto wanted = list->findItems(
+                QString(button) == "BtnRecover" ? "; second" : "; first", Qt::MatchExactly, 2);
+            if (wanted.size() != 1) break;
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                              list->visualItemRect(wanted[0]).center());
+            QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
+        }
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        return dialog.result() == QDialog::Accepted;
+    };
+    KillAndRestart();
+    offered.sort();
+    EXPECT_EQ(offered, QStringList({"; first", "; first", "; second", "; third", "; third"}));
+    ASSERT_EQ(window->Files().Windows().size(), 1);
+    EXPECT_EQ(FrontSource()->Text().trimmed(), "; second");
+    // After an orderly end, too.
+    dialogs.saveAnswer = SaveAnswer::Discard;
+    EXPECT_TRUE(window->close());
+    window.reset();
+    offered.clear();
+    Start();
+    EXPECT_EQ(offered, QStringList("; third"));
+    EXPECT_EQ(window->Files().Windows().size(), 0);
 }
 
 TEST_F(JourneyTest, ClosingAsksOnceForAllChangedFiles) {
