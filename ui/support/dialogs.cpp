@@ -17,6 +17,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "ui/support/typed_path.h"
 #include "ui/support/workbench.h"
 
 namespace zentro {
@@ -136,6 +137,7 @@ QString DesktopDialogs::AnsweringFolder(QWidget* parent, const QString& folder) 
 
 std::optional<QString> DesktopDialogs::RunFileDialog(std::unique_ptr<QFileDialog> dialog,
                                                      const FileChoice& choice) {
+    TakeOnlyPathsThatAnswer(*dialog, disk_);
     dialog->setDefaultSuffix(choice.defaultSuffix);
     if (!choice.suggestedName.isEmpty()) dialog->selectFile(choice.suggestedName);
     const FocusReturn focus;

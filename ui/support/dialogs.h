@@ -74,6 +74,8 @@ class DesktopDialogs : public Dialogs {
     Q_DECLARE_TR_FUNCTIONS(zentro::DesktopDialogs)
 
   public:
+    explicit DesktopDialogs(Disk::Backend backend = {}) : disk_(std::move(backend)) {}
+
     void ShowMessage(QWidget* parent, const QString& text) override;
     void ShowCritical(QWidget* parent, const QString& text) override;
     bool AskYesNo(QWidget* parent, const QString& question) override;

@@ -4,11 +4,17 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QDir>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressDialog>
+#include <QRegularExpression>
 #include <QTabBar>
+#include <QToolTip>
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -149,6 +155,49 @@ TEST_F(HangingDiskTest, TheBoxSaysWhatIsWaitedForAndHasAWayOut) {
         desktop.WaitFor(window.get(), "/net/school/a.txt", [&] { return isDone; });
         EXPECT_EQ(said, "Waiting for /net/school/a.txt...");
         EXPECT_EQ(isDone, !isCancelled);
+    }
+}
+
+/// Qt's own file dialog would ask a disk that hangs for each text that it is given.
+TEST_F(HangingDiskTest, APathThatDoesNotAnswerCannotBeTypedIntoAFileDialog) {
+    WriteFile("alive.txt", kProgram.toUtf8());
+    WriteFile("dead/a.txt", kProgram.toUtf8());
+    DesktopDialogs desktop(hanging_.Backend());
+    for (const bool isForSaving : {false, true}) {
+        hanging_.Hang();
+        QStringList texts;
+        QStringList tips;
+        QTimer::singleShot(50, [&] {
+            auto* const box = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            auto* const edit = box->findChild<QLineEdit*>("fileNameEdit");
+            ASSERT_NE(edit, nullptr);
+            QObject::connect(edit, &QLineEdit::textChanged, box,
+                             [&](const QString& text) { texts += text; });
+            for (const QString& path : {Dead("a.txt"), QString("dead/a.txt")}) {
+                edit->clear();
+                QTest::keyClicks(edit, path);
+                tips += QToolTip::text();
+                QToolTip::hideText();
+                edit->clear();
+                QApplication::clipboard()->setText(path);
+                QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+                EXPECT_EQ(edit->text(), "");
+            }
+            edit->clear();
+            QTest::keyClicks(edit, isForSaving ? "new.txt" : "alive.txt");
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        const FileChoice choice{"Choose", folder_.path(), "All Files (*.*)|*.*", {}, {}};
+        const auto chosen = isForSaving ? desktop.ChooseFileToSave(window.get(), choice)
+                                        : desktop.ChooseFileToOpen(window.get(), choice);
+        EXPECT_TRUE(texts.contains(FilePath("dea")));
+        EXPECT_THAT(texts.filter(QRegularExpression("dead(/|$)")), ::testing::IsEmpty());
+        EXPECT_THAT(tips, ::testing::Each(::testing::ResultOf(
+                              [](const QString& tip) { return tip.contains("does not answer"); },
+                              ::testing::IsTrue())));
+        EXPECT_EQ(chosen, FilePath(isForSaving ? "new.txt" : "alive.txt"));
+        hanging_.Answer();
     }
 }
 
