@@ -247,9 +247,12 @@ std::vector<UnsavedText> RecoveryDialog::TakeSelected() {
 }
 
 void RecoveryDialog::Recover() {
-    for (const UnsavedText& text : TakeSelected()) {
+    // The oldest first: texts without a file get their names anew, and the newest comes to the
+    // front.
+    std::vector<UnsavedText> taken = TakeSelected();
+    std::ranges::reverse(taken);
+    for (const UnsavedText& text : taken)
         emit RecoverChosen(text);
-    }
     CloseWhenDone();
 }
 

@@ -29,7 +29,8 @@ class RecoveryDialog : public QDialog {
     void OfferOnlyRecovery();
 
   signals:
-    /// For each text that was selected when the button was pressed.
+    /// For each text that was selected when the button was pressed, those to recover from the last
+    /// in the list up.
     void RecoverChosen(const UnsavedText& text);
     void DiscardChosen(const UnsavedText& text);
 

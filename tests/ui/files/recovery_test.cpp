@@ -428,7 +428,7 @@ TEST_F(RecoveryTest, TheDialogShowsWhatDiffersAndTakesBack) {
     EXPECT_FALSE(recover->isEnabled());
     list->selectAll();
     QTest::mouseClick(recover, Qt::LeftButton);
-    EXPECT_EQ(taken, (QStringList{"discard NewFile2", "recover NewFile1", "recover robot.txt"}));
+    EXPECT_EQ(taken, (QStringList{"discard NewFile2", "recover robot.txt", "recover NewFile1"}));
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_FALSE(dialog.isVisible());
 }
@@ -462,7 +462,8 @@ TEST_F(RecoveryTest, TheDialogTakesBackOrDiscardsAllAndOneSeesWhatTheyAre) {
         QTest::mouseClick(dialog.findChild<QPushButton*>(button), Qt::LeftButton);
         EXPECT_FALSE(dialog.isVisible());
         const QStringList all{"NewFile3", "NewFile2", "NewFile1"};
-        EXPECT_EQ(recovered, QString(button) == "BtnRecoverAll" ? all : QStringList());
+        const QStringList upwards{all.rbegin(), all.rend()};
+        EXPECT_EQ(recovered, QString(button) == "BtnRecoverAll" ? upwards : QStringList());
         EXPECT_EQ(discarded, QString(button) == "BtnDiscardAll" ? all : QStringList());
         for (const UnsavedText& text : store.Unsaved())
             store.Discard(text);
