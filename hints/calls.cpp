@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "config/encoding.h"
 #include "config/text.h"
@@ -200,18 +201,34 @@ std::string_view InnermostCall(const HintQuestion& question, std::string_view st
     return statement.substr(begin, close + 1 - begin);
 }
 
+/// A comparison with another language's sign, as it is written here.
+std::string WithOwnSign(const HintQuestion& question, std::string_view comparison) {
+    const std::string_view text = TrimBlanks(comparison);
+    const OtherLanguageRow* row = RowOfSign(question.otherLanguages, text);
+    if (row == nullptr || row->replacement.empty()) return std::string(comparison);
+    std::string own = PlainText(question.compilation.configuration.commands, row->replacement);
+    return ' ' + own.append(text.substr(row->word.size()));
+}
+
 /// A button is not 0 while it is pressed, so what is asked is whether it differs from 0.
-std::string ComparedButton(const HintQuestion& question, std::string statement) {
+std::string ComparedButton(const HintQuestion& question, std::string comparison) {
+    const auto isPressed = [](std::string_view value) {
+        constexpr std::array<std::string_view, 4> kPressed{"1", "255", "ON", "TRUE"};
+        return std::ranges::any_of(
+            kPressed, [&](std::string_view word) { return EqualsIgnoreCase(word, value); });
+    };
     const Compilation& compilation = question.compilation;
-    for (const std::string_view value : {"1", "255", "ON", "TRUE"}) {
-        const std::string equal = "= " + std::string(value);
-        const std::size_t at = statement.find(equal);
-        const std::size_t end = at + equal.size();
-        if (at == kNone || (end < statement.size() && statement[end] != ' ')) continue;
-        return statement.replace(at, equal.size(),
-                                 std::string(compilation.GetCommandText(Token::NotEqual)) + " 0");
-    }
-    return statement;
+    const std::size_t sign = comparison.find_first_not_of(' ');
+    const std::size_t value = comparison.find_first_not_of("=<> ", sign);
+    if (sign == kNone || value == kNone) return comparison;
+    const std::string_view text = comparison;
+    const std::string_view typed = TrimBlanks(text.substr(sign, value - sign));
+    const std::size_t end = std::min(text.find(' ', value), text.size());
+    const bool isEqual = typed == compilation.GetCommandText(Token::Equal) ||
+                         typed == compilation.GetCommandText(Token::GreaterOrEqual);
+    if (!isEqual || !isPressed(text.substr(value, end - value))) return comparison;
+    return comparison.replace(sign, end - sign,
+                              std::string(compilation.GetCommandText(Token::NotEqual)) + " 0");
 }
 
 /// IF ANALOG(1) > 50 THEN, DISPLAY ANALOG(1)
@@ -234,11 +251,12 @@ std::optional<Hint> FindCallInside(const HintQuestion& question) {
         behind.empty() || EqualsIgnoreCase(behind, compilation.GetCommandText(Token::Then));
     if (isCondition && isAlone)
         here.append(" ").append(compilation.GetCommandText(Token::NotEqual)).append(" 0");
-    here += statement.substr(begin + call.size());
     const std::string_view name = TrimBlanks(call.substr(0, call.find('(')));
     const Command* entry = compilation.FindCommand(name);
-    if (isCondition && entry != nullptr && entry->id == Token::Button)
-        here = ComparedButton(question, std::move(here));
+    const bool isButton = isCondition && entry != nullptr && entry->id == Token::Button;
+    std::string rest(statement.substr(begin + call.size()));
+    if (isCondition) rest = WithOwnSign(question, rest);
+    here += isButton ? ComparedButton(question, std::move(rest)) : rest;
     std::string definition(compilation.GetCommandText(DefinitionFor(question, name)));
     definition.append(" ").append(kName).append(" = 0");
     const std::string above = std::string(kName) + " = " + std::string(call);

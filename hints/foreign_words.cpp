@@ -46,10 +46,6 @@ constexpr std::array kAboutBeginnings{
     MessageCode::WrongArgumentCount,  MessageCode::KeywordAsValue,
 };
 
-bool IsWordRow(const OtherLanguageRow& row) {
-    return !row.word.empty() && IsLetter(row.word.front());
-}
-
 Hint HintOfRow(const HintQuestion& question, const OtherLanguageRow& row, std::string_view shown) {
     const CommandCatalogue& commands = question.compilation.configuration.commands;
     if (row.replacement.empty())
@@ -59,16 +55,6 @@ Hint HintOfRow(const HintQuestion& question, const OtherLanguageRow& row, std::s
                          {shown, ToUtf8(PlainText(commands, row.replacement))});
     hint.kind += ' ' + row.word;
     return hint;
-}
-
-/// The longest sign that stands at the place.
-const OtherLanguageRow* SignAt(const HintQuestion& question, std::string_view text) {
-    const OtherLanguageRow* longest = nullptr;
-    for (const OtherLanguageRow& row : question.otherLanguages) {
-        if (row.word.empty() || IsWordRow(row) || !text.starts_with(row.word)) continue;
-        if (longest == nullptr || row.word.size() > longest->word.size()) longest = &row;
-    }
-    return longest;
 }
 
 bool IsVariable(const HintQuestion& question, std::string_view name) {
@@ -259,7 +245,8 @@ std::optional<Hint> FindForeignSign(const HintQuestion& question) {
     const std::string text = WithoutQuotes(question.line);
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (IsBlank(text[at]) || IsLetter(text[at]) || IsDigit(text[at])) continue;
-        const OtherLanguageRow* row = SignAt(question, std::string_view(text).substr(at));
+        const OtherLanguageRow* row =
+            RowOfSign(question.otherLanguages, std::string_view(text).substr(at));
         if (row == nullptr) continue;
         std::optional<Hint> hint = HintOfSign(question, *row, text, at);
         if (hint) hint->kind = MessageCodeText(MessageCode::WriteInstead) + ' ' + row->word;

@@ -43,6 +43,19 @@ std::vector<OtherLanguageRow> OtherLanguageRows(const MessageCatalogue& messages
     return rows;
 }
 
+bool IsWordRow(const OtherLanguageRow& row) {
+    return !row.word.empty() && IsLetter(row.word.front());
+}
+
+const OtherLanguageRow* RowOfSign(std::span<const OtherLanguageRow> rows, std::string_view text) {
+    const OtherLanguageRow* longest = nullptr;
+    for (const OtherLanguageRow& row : rows) {
+        if (row.word.empty() || IsWordRow(row) || !text.starts_with(row.word)) continue;
+        if (longest == nullptr || row.word.size() > longest->word.size()) longest = &row;
+    }
+    return longest;
+}
+
 std::string PlainText(const CommandCatalogue& commands, std::string_view text) {
     constexpr std::string_view kSee = ", see {";
     std::string plain;

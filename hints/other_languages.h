@@ -1,6 +1,8 @@
 #pragma once
 
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "config/configuration.h"
@@ -19,6 +21,12 @@ struct OtherLanguageRow {
 
 /// The rows in the order of their numbers. `text` of one that has no ": " is empty.
 std::vector<OtherLanguageRow> OtherLanguageRows(const MessageCatalogue& messages);
+
+/// Whether it is about a word, and not a sign.
+bool IsWordRow(const OtherLanguageRow& row);
+
+/// The row of the longest sign with which the text begins; null when there is none.
+const OtherLanguageRow* RowOfSign(std::span<const OtherLanguageRow> rows, std::string_view text);
 
 /// The text as a sentence's piece: the language's words for their tokens, and nothing of what it
 /// says about the handbook.
