@@ -65,7 +65,8 @@ void Breakpoints::Clear() {
     emit Changed();
 }
 
-/// A file that was saved under another name takes its breakpoints along.
+/// A file that was saved under another name takes its breakpoints along. Those of a file that it
+/// was saved over are gone with that file's text.
 void Breakpoints::FollowNames() {
     std::map<QString, QString> renamed;
     for (const OpenFile& file : programs_.Files()) {
@@ -73,7 +74,12 @@ void Breakpoints::FollowNames() {
         if (known->second != file.key) renamed[known->second] = file.key;
         known->second = file.key;
     }
-    bool changed = false;
+    const auto isSavedOver = [&](const Breakpoint& breakpoint) {
+        return !renamed.contains(breakpoint.file) &&
+               std::ranges::any_of(
+                   renamed, [&](const auto& names) { return names.second == breakpoint.file; });
+    };
+    bool changed = std::erase_if(all_, isSavedOver) > 0;
     for (Breakpoint& breakpoint : all_) {
         const auto found = renamed.find(breakpoint.file);
         if (found == renamed.end()) continue;

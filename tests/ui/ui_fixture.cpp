@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QPrinter>
 #include <filesystem>
+#include <utility>
 
 namespace zentro {
 
@@ -30,9 +31,11 @@ SaveAnswer ScriptedDialogs::AskSaveChanges(QWidget*, const QStringList& files) {
     return saveAnswer;
 }
 
-std::optional<QString> ScriptedDialogs::AskText(QWidget*, const QString& question, const QString&) {
+std::optional<QString> ScriptedDialogs::AskText(QWidget*, const QString& question,
+                                                const QString& answer) {
     questions += question;
-    return text;
+    offered = answer;
+    return std::exchange(text, std::nullopt);
 }
 
 std::optional<QString> ScriptedDialogs::ChooseFileToOpen(QWidget*, const FileChoice& choice) {

@@ -29,7 +29,8 @@ class ScriptedDialogs : public Dialogs {
     YesNoAnswer yesNoAnswer = YesNoAnswer::Neither;
     SaveAnswer saveAnswer = SaveAnswer::Cancel;
     QStringList savesAsked;
-    std::optional<QString> text;
+    std::optional<QString> text;  ///< typed into the next question
+    QString offered;              ///< what stood there
     std::optional<QString> fileToOpen;
     std::optional<QString> fileToSave;
     std::optional<QString> folder;

@@ -177,26 +177,37 @@ void FollowCommands::ToggleBreakpoint(FileId id, int line) {
     emit NeedsChanged();
 }
 
-/// A condition that is no condition changes nothing.
+/// Asks until it is a condition, or the question is cancelled. None: that was so.
+std::optional<QString> FollowCommands::TypedCondition(FileId id, int line, QString condition) {
+    const QString question =
+        tr("Hold the program before line %1 only when this is true, for example Count > 10 (leave "
+           "it empty to hold it every time):")
+            .arg(line);
+    QString problem;
+    while (true) {
+        const std::optional<QString> answer = workbench_.dialogs.AskText(
+            surroundings_.dialogParent, problem.isEmpty() ? question : problem + "\n\n" + question,
+            condition);
+        const OpenFile* file = programs_.File(id);
+        if (!answer || file == nullptr) return std::nullopt;
+        condition = answer->trimmed();
+        problem = lines_.ProblemWith(*file, line, condition);
+        if (problem.isEmpty()) return condition;
+    }
+}
+
 void FollowCommands::AskCondition(FileId id, int line) {
     const OpenFile* file = programs_.File(id);
     if (file == nullptr) return;
     const Breakpoint* present = breakpoints_.At(file->key, line);
-    const std::optional<QString> answer = workbench_.dialogs.AskText(
-        surroundings_.dialogParent,
-        tr("Hold the program before line %1 only when this is true, for example Count > 10 (leave "
-           "it empty to hold it every time):")
-            .arg(line),
-        present == nullptr ? QString() : present->condition);
+    const std::optional<QString> condition =
+        TypedCondition(id, line, present == nullptr ? QString() : present->condition);
     file = programs_.File(id);
-    if (!answer || file == nullptr) return;
-    const QString problem = lines_.ProblemWith(*file, line, *answer);
-    if (!problem.isEmpty())
-        return workbench_.dialogs.ShowMessage(surroundings_.dialogParent, problem);
+    if (!condition || file == nullptr) return;
     if (breakpoints_.At(file->key, line) == nullptr) ToggleBreakpoint(id, line);
     const int placed = programs_.LineWithCode(*file, line).value_or(line);
     breakpoints_.SetCondition(
-        file->key, breakpoints_.At(file->key, line) != nullptr ? line : placed, answer->trimmed());
+        file->key, breakpoints_.At(file->key, line) != nullptr ? line : placed, *condition);
 }
 
 void FollowCommands::ClearBreakpoints() {

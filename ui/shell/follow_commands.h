@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QTimer>
 #include <functional>
+#include <optional>
 
 #include "desktop/line_follower.h"
 #include "ui/editor/editor_marks.h"
@@ -52,6 +53,7 @@ class FollowCommands : public QObject {
     void PauseOrGoOn();
     void RunToCaret();
     void ToggleBreakpoint(FileId id, int line);
+    std::optional<QString> TypedCondition(FileId id, int line, QString condition);
     void AskCondition(FileId id, int line);
     void AtCaret(void (FollowCommands::*run)(FileId, int));
     void ClearBreakpoints();
