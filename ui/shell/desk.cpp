@@ -54,6 +54,8 @@ bool ChangesSize(const QMdiSubWindow& frame, const QEvent& event) {
 Desk::Desk(SettingsStore& settings, QWidget* startPage, QWidget* parent)
     : QMdiArea(parent), settings_(settings), startPage_(startPage) {
     if (startPage_ != nullptr) startPage_->setParent(viewport());
+    // Whoever closes a window goes on where they were before.
+    setActivationOrder(ActivationHistoryOrder);
     TakeColours();
     later_.setSingleShot(true);
     connect(&later_, &QTimer::timeout, this, &Desk::LayOut);
@@ -110,6 +112,17 @@ void Desk::Uncover(QWidget& window) {
     if (child == nullptr) return;
     if (child->frame->isMinimized()) child->frame->showNormal();
     child->frame->raise();
+}
+
+void Desk::ActivateNext() {
+    const QList<QMdiSubWindow*> frames = subWindowList(CreationOrder);
+    const qsizetype present = frames.indexOf(activeSubWindow());
+    for (qsizetype step = 1; step <= frames.size(); ++step) {
+        QMdiSubWindow* next = frames[(present + step) % frames.size()];
+        if (next->isHidden()) continue;
+        setActiveSubWindow(next);
+        return;
+    }
 }
 
 void Desk::ArrangeAsWorkspace() {

@@ -28,6 +28,8 @@ class Desk : public QMdiArea {
     void Add(QWidget* window);
     /// Shows a window that is covered or minimised, without giving it the focus.
     void Uncover(QWidget& window);
+    /// From window to window in the order in which they were opened.
+    void ActivateNext();
     /// Takes all windows back from where the user put them.
     void ArrangeAsWorkspace();
     /// Keeps the places that the user chose. A window that is closed keeps its own.

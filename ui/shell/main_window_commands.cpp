@@ -138,7 +138,7 @@ void MainWindow::BindWindowsCommands() {
     handlers_[CommandId::Cascade] = [this] { area_->cascadeSubWindows(); };
     handlers_[CommandId::ArrangeAsWorkspace] = [this] { area_->ArrangeAsWorkspace(); };
     handlers_[CommandId::ArrangeIcons] = [this] { ArrangeMinimised(*area_); };
-    handlers_[CommandId::NextWindow] = [this] { area_->activateNextSubWindow(); };
+    handlers_[CommandId::NextWindow] = [this] { area_->ActivateNext(); };
 }
 
 void MainWindow::BindHelpCommands() {

@@ -340,6 +340,30 @@ TEST_F(CommandsTest, WindowsAreArrangedListedAndClosed) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return area->subWindowList().size() == open - 1; }));
 }
 
+/// Not to the window that happens to have been opened first or last.
+TEST_F(CommandsTest, WhoClosesAWindowGoesOnWhereTheyWere) {
+    settings->SaveSetting(SettingNumber::HelpFile, ZENTRO_HANDBOOK);
+    SourceWindow* mine = Write("mine.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    Press(CommandId::OpenVirtualBoard);
+    Write("other.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    for (const bool byKey : {true, false}) {
+        window->Files().BringToFront(mine->Id());
+        Press(CommandId::Help);
+        ASSERT_TRUE(QTest::qWaitFor([&] {
+            return Child("frmBrowser") != nullptr &&
+                   Child("frmBrowser")->isAncestorOf(QApplication::focusWidget());
+        }));
+        if (byKey) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_W, Qt::ControlModifier);
+        } else {
+            Child("frmBrowser")->parentWidget()->close();
+        }
+        ASSERT_TRUE(QTest::qWaitFor([&] { return Child("frmBrowser") == nullptr; }));
+        EXPECT_EQ(FrontSource(), mine);
+        EXPECT_TRUE(mine->isAncestorOf(QApplication::focusWidget())) << "one types on";
+    }
+}
+
 TEST_F(CommandsTest, TheMakersPagesAreShownInTheHelpBrowser) {
     EXPECT_FALSE(window->Action(CommandId::Cogwright)->isVisible()) << "no page is known yet";
     EXPECT_FALSE(window->Action(CommandId::GetFromWeb)->isVisible());
