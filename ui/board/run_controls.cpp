@@ -167,7 +167,8 @@ QLayout* RunControls::MakeStatus() {
     for (QLabel* label : {state_, instruction_, steps_})
         label->setMinimumHeight(2 * fontMetrics().height() + 2);
     instruction_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    steps_->setMinimumWidth(fontMetrics().horizontalAdvance("999,999,999,999 instructions"));
+    const QString many = tr("%1 instructions").arg(QLocale().toString(qlonglong{999'999'999'999}));
+    steps_->setMinimumWidth(fontMetrics().horizontalAdvance(many));
     row->addWidget(state_, 4);
     row->addWidget(instruction_, 5);
     row->addWidget(steps_);

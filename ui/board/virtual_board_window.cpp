@@ -30,8 +30,10 @@ QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
 
 /// From this relation of width to height on, floor and board stand side by side, if there is room
 /// for the captions of the board.
-constexpr double kWide = 1.9;
-constexpr int kLeastForBoth = 800;      // pixels
+constexpr double kWide = 1.7;
+constexpr int kLeastForBoth = 660;  // pixels
+constexpr int kFloorShare = 4;      // of the height; side by side both are as wide
+constexpr int kOutputsShare = 3;
 constexpr int kLeastForPictures = 345;  // beside the inputs
 constexpr int kSmallMargin = 4;         // where room is short
 
@@ -50,8 +52,8 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
     ShowProgram({});
     setWindowIcon(ThemedIcon("virtual-board"));
     pictures_ = new QVBoxLayout;
-    pictures_->addWidget(floor_, 4);
-    pictures_->addWidget(outputs_, 3);
+    pictures_->addWidget(floor_, kFloorShare);
+    pictures_->addWidget(outputs_, kOutputsShare);
     auto* body = new QWidget;
     inputsArea_ = InScrollArea(inputs_, body);
     columns_ = new QHBoxLayout(body);
@@ -122,6 +124,7 @@ void VirtualBoardWindow::Arrange() {
     const QSize room = size() - QSize(isNarrow ? 0 : inputsWidth, controls_->sizeHint().height());
     const bool isWide = room.width() > kWide * room.height() && room.width() >= kLeastForBoth;
     pictures_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    pictures_->setStretch(0, isWide ? kOutputsShare : kFloorShare);
 }
 
 void VirtualBoardWindow::resizeEvent(QResizeEvent* event) {

@@ -279,7 +279,8 @@ void HelpBrowser::FindTopic() {
         const std::optional<PagePlace> place =
             FindPlace(*page_->document(), QString::fromStdString(page));
         if (!place) continue;
-        searching_->setText(tr("Searching for: %1").arg(place->name));
+        if (!topic_.word.empty())  // nobody searches for a chapter
+            searching_->setText(tr("Searching for: %1").arg(place->name));
         return GoToPlace(place->name);
     }
     const QString word = QString::fromStdString(topic_.word);

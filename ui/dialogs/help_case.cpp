@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QEvent>
+#include <algorithm>
 
 #include "ui/support/colours.h"
 
@@ -9,13 +10,14 @@ namespace zentro {
 
 namespace {
 
-QString Paragraph(const QString& text) {
-    return "<p>" + text.toHtmlEscaped() + "</p>";
+QString Paragraph(const QString& html) {
+    return "<p style='margin: 0 0 4px 0'>" + html + "</p>";
 }
 
-QString CodeLine(const QString& text) {
-    return "<pre style='white-space: pre-wrap; margin-left: 24px'>" +
-           text.trimmed().toHtmlEscaped() + "</pre>";
+/// Behind what it is, as there may be little room.
+QString CodeLine(const QString& caption, const QString& text) {
+    return Paragraph("<b>" + caption + "</b> <code style='white-space: pre-wrap'>" +
+                     text.trimmed().toHtmlEscaped() + "</code>");
 }
 
 }  // namespace
@@ -25,7 +27,7 @@ HelpCase::HelpCase(QWidget* parent) : QLabel(parent) {
     setAccessibleName(tr("Your own line"));
     setTextFormat(Qt::RichText);
     setWordWrap(true);
-    setMargin(10);
+    setMargin(6);
     setFrameStyle(QFrame::StyledPanel);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setAutoFillBackground(true);
@@ -34,14 +36,25 @@ HelpCase::HelpCase(QWidget* parent) : QLabel(parent) {
 }
 
 void HelpCase::Show(const OwnCase& ownCase) {
-    QString text = "<p><b>" + tr("Line %1 of your program:").arg(ownCase.line) + "</b></p>" +
-                   CodeLine(ownCase.text) + Paragraph(ownCase.hint);
-    if (!ownCase.mended.isEmpty())
-        text += Paragraph(tr("The line then:")) + CodeLine(ownCase.mended);
+    QString text = CodeLine(tr("Line %1 of your program:").arg(ownCase.line), ownCase.text) +
+                   Paragraph(ownCase.hint.toHtmlEscaped());
+    if (!ownCase.mended.isEmpty()) text += CodeLine(tr("The line then:"), ownCase.mended);
     setText(text);
     show();
+    KeepHeight();
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+void HelpCase::resizeEvent(QResizeEvent* event) {
+    QLabel::resizeEvent(event);
+    KeepHeight();
+}
+
+/// A text that wraps says how high it is only when it is known how wide it is.
+void HelpCase::KeepHeight() {
+    constexpr int kMostShare = 3;  // of the help window
+    setMinimumHeight(std::min(heightForWidth(width()), parentWidget()->height() / kMostShare));
 }
 
 void HelpCase::Clear() {

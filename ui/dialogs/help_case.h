@@ -19,9 +19,11 @@ class HelpCase : public QLabel {
 
   protected:
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void Colour();
+    void KeepHeight();
 };
 
 }  // namespace zentro

@@ -50,7 +50,9 @@ void PlaceColumn(const QRect& area, const Column& column, int leastAbove, Places
         const bool isToRead = std::ranges::any_of(column.below, [](DeskPart part) {
             return part == DeskPart::Help || part == DeskPart::Plot;
         });
-        strip = std::max(Share(area.height(), isToRead ? 50 : 30), kLeastStripHeight);
+        const bool isOutputAlone = column.below == std::vector{DeskPart::Output};
+        strip = std::max(Share(area.height(), isToRead ? 50 : isOutputAlone ? 20 : 30),
+                         isOutputAlone ? kLeastOutputHeight : kLeastStripHeight);
         const int least = std::min(kLeastOutputHeight, area.height() / 2);
         strip = std::clamp(strip, 0, std::max(area.height() - leastAbove, least));
     }

@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -374,6 +375,13 @@ bool MainWindow::event(QEvent* event) {
     if (event->type() != QEvent::StatusTip) return QMainWindow::event(event);
     status_->ShowHint(static_cast<QStatusTipEvent*>(event)->tip());
     return true;
+}
+
+/// Escape leads back to the text from whatever has no other use for it.
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier)
+        return BackToSource();
+    QMainWindow::keyPressEvent(event);
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -302,7 +302,7 @@ QString MainWindow::HelpFile() {
 void MainWindow::ShowFirstLesson() {
     const bool hasEmpty = files_->Front() != nullptr && files_->Front()->Text().isEmpty();
     if (!hasEmpty) Action(CommandId::NewSource)->trigger();
-    ShowHelp(HelpFile(), {"", {"the-first-lesson"}});
+    ShowHelp(HelpFile(), {"", {"two-wheels-turn"}});
     BackToSource();
 }
 

@@ -57,7 +57,9 @@ QSize RoomForButton(const QAbstractButton& button) {
 
 QSize RoomForLabel(const QLabel& label) {
     if (label.wordWrap()) return {0, label.heightForWidth(label.width())};
-    return label.sizeHint();
+    if (Qt::mightBeRichText(label.text())) return label.sizeHint();
+    // Its hint is of the smallest size that it had when the text came.
+    return label.fontMetrics().size(Qt::TextShowMnemonic, label.text());
 }
 
 /// What each text needs that has less, for the test's report.

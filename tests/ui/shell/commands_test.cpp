@@ -340,6 +340,25 @@ TEST_F(CommandsTest, WindowsAreArrangedListedAndClosed) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return area->subWindowList().size() == open - 1; }));
 }
 
+TEST_F(CommandsTest, EscapeLeadsBackToTheText) {
+    settings->SaveSetting(SettingNumber::HelpFile, ZENTRO_HANDBOOK);
+    Write("mine.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
+    for (const CommandId away :
+         {CommandId::Help, CommandId::OpenVirtualBoard, CommandId::CompileSource}) {
+        Press(away);
+        for (QMdiSubWindow* frame : window->findChild<QMdiArea*>()->subWindowList()) {
+            if (qobject_cast<SourceWindow*>(frame->widget()) != nullptr) continue;
+            if (frame->widget()->objectName() == "frmTerminal") continue;  // boards get its keys
+            window->findChild<QMdiArea*>()->setActiveSubWindow(frame);
+            frame->widget()->setFocus();
+            ASSERT_FALSE(FrontSource()->isAncestorOf(QApplication::focusWidget()));
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+            EXPECT_TRUE(FrontSource()->isAncestorOf(QApplication::focusWidget()))
+                << frame->widget()->objectName().toStdString();
+        }
+    }
+}
+
 /// Not to the window that happens to have been opened first or last.
 TEST_F(CommandsTest, WhoClosesAWindowGoesOnWhereTheyWere) {
     settings->SaveSetting(SettingNumber::HelpFile, ZENTRO_HANDBOOK);

@@ -49,7 +49,8 @@ TEST(DeskLayout, CoversTheAreaAndNoWindowAnother) {
             for (const auto& [part, place] : places) {
                 EXPECT_TRUE(area.contains(place));
                 EXPECT_GE(place.width(), 230) << static_cast<int>(part);
-                EXPECT_GE(place.height(), 130) << static_cast<int>(part);
+                // Of the compiler's messages the last lines are enough.
+                EXPECT_GE(place.height(), part == Output ? 100 : 130) << static_cast<int>(part);
                 covered += place.width() * place.height();
                 for (const auto& [other, otherPlace] : places)
                     EXPECT_TRUE(part == other || !place.intersects(otherPlace));

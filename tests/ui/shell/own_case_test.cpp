@@ -73,11 +73,9 @@ constexpr const char* kMistakes =
     "END PROGRAM\n";
 
 constexpr const char* kBoxOfMoter =
-    "Line 3 of your program:\n"
-    "SET MOTER 1, FORWARD, Speed\n"
+    "Line 3 of your program: SET MOTER 1, FORWARD, Speed\n"
     "MOTER is not a word of the language. Did you mean MOTOR?\n"
-    "The line then:\n"
-    "SET MOTOR 1, FORWARD, Speed";
+    "The line then: SET MOTOR 1, FORWARD, Speed";
 
 TEST_F(OwnCaseTest, PageOfALineBeginsWithIt) {
     Open(kMistakes);
@@ -110,7 +108,7 @@ TEST_F(OwnCaseTest, BoxGoesWithItsPage) {
     Open(kMistakes);
     Caret(6);
     PageOfF1();
-    EXPECT_THAT(Box(), HasSubstr("\nSpeed = \"\xC3\xA9\" == 1\n"));
+    EXPECT_THAT(Box(), HasSubstr(": Speed = \"\xC3\xA9\" == 1\n"));
     Caret(2);
     EXPECT_EQ(PageOfF1(), "BEGIN PROGRAM");
     EXPECT_EQ(Box(), "");
@@ -126,7 +124,7 @@ TEST_F(OwnCaseTest, ShowsTheLineThatMatters) {
     Press(SyntaxCheck);
     Child<CompilerTextView>("txtOutput")->setFocus();
     PageOfF1();
-    EXPECT_THAT(Box(), testing::StartsWith("Line 2 of your program:\nDEFINE ROUTINE Halt()\n"));
+    EXPECT_THAT(Box(), testing::StartsWith("Line 2 of your program: DEFINE ROUTINE Halt()\n"));
 }
 
 }  // namespace
