@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <optional>
+#include <utility>
 
 #include "model/instruction.h"
 #include "model/object_line.h"
@@ -56,25 +57,36 @@ std::optional<int> FirstArgument(const ObjectLine& line) {
     return error == std::errc{} ? std::optional(value) : std::nullopt;
 }
 
-std::optional<InputGroup> GroupOf(const ObjectLine& line) {
+/// The input that the instruction reads or watches, with its number, or what stands in its place.
+std::optional<std::pair<InputGroup, int>> InputOf(const ObjectLine& line) {
     if (line.purpose != ObjectPurpose::Instruction) return std::nullopt;
+    const int argument = FirstArgument(line).value_or(0);
     if (line.opcode == Opcode::SetEventWatch) {
-        const std::optional<int> event = FirstArgument(line);
         const auto* found = std::ranges::find_if(kEvents, [&](const InputEvents& events) {
-            return event && *event >= events.first && *event <= events.last;
+            return argument >= events.first && argument <= events.last;
         });
-        return found == kEvents.end() ? std::nullopt : std::optional(found->group);
+        if (found == kEvents.end()) return std::nullopt;
+        return std::pair(found->group, argument - found->first + 1);
     }
     const auto* found = std::ranges::find(kReadings, line.opcode, &ReadingInstruction::opcode);
-    return found == kReadings.end() ? std::nullopt : std::optional(found->group);
+    if (found == kReadings.end()) return std::nullopt;
+    return std::pair(found->group, argument);
+}
+
+bool IsNumbered(InputGroup group) {
+    return group == InputGroup::Buttons || group == InputGroup::Analog ||
+           group == InputGroup::Digital;
 }
 
 }  // namespace
 
-std::set<InputGroup> UsedInputs(const Compilation& compilation) {
-    std::set<InputGroup> used;
+InputUse UsedInputs(const Compilation& compilation) {
+    InputUse used;
     for (const ObjectLine& line : compilation.objectLines) {
-        if (const auto group = GroupOf(line)) used.insert(*group);
+        const auto input = InputOf(line);
+        if (!input) continue;
+        std::set<int>& numbers = used[input->first];
+        if (IsNumbered(input->first)) numbers.insert(input->second);
     }
     return used;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <set>
 
 #include "model/compilation.h"
@@ -17,7 +18,10 @@ enum class InputGroup : std::uint8_t {
     BatteryAndNumber,
 };
 
+/// By groups the numbers of their inputs, none where an input has no number.
+using InputUse = std::map<InputGroup, std::set<int>>;
+
 /// What a compiled program reads, or watches for events.
-std::set<InputGroup> UsedInputs(const Compilation& compilation);
+InputUse UsedInputs(const Compilation& compilation);
 
 }  // namespace zentro

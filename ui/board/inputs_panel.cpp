@@ -113,9 +113,10 @@ QWidget* InputsPanel::MakeFolding() {
     return row;
 }
 
-void InputsPanel::ShowUsed(const std::optional<std::set<InputGroup>>& used) {
+void InputsPanel::ShowUsed(const std::optional<InputUse>& used) {
     if (used == used_) return;
     used_ = used;
+    NameButtons();
     Fold();
 }
 
@@ -154,7 +155,31 @@ QLayout* InputsPanel::MakeButtons() {
     connect(buttonsStay_, &QCheckBox::toggled, this, &InputsPanel::LetButtonsStay);
     AddFeedRow(grid, 1, world::InputKind::Button, buttons_.size(), tr("Button %1"));
     grid->addWidget(buttonsStay_, 2, 0, 1, 6);
+    usedButtons_ = new QLabel(this);
+    usedButtons_->setObjectName("UsedButtons");
+    usedButtons_->setWordWrap(true);
+    usedButtons_->hide();
+    grid->addWidget(usedButtons_, 3, 0, 1, 6);
     return grid;
+}
+
+/// A program often waits for a button, and the robot stands still then.
+void InputsPanel::NameButtons() {
+    const std::set<int> used = used_ && used_->contains(InputGroup::Buttons)
+                                   ? used_->at(InputGroup::Buttons)
+                                   : std::set<int>();
+    QStringList numbers;
+    for (std::size_t index = 0; index < buttons_.size(); ++index) {
+        const int number = static_cast<int>(index) + 1;
+        QFont own = font();
+        own.setBold(used.contains(number));
+        buttons_[index]->setFont(own);
+        if (used.contains(number)) numbers += QString::number(number);
+    }
+    usedButtons_->setText(numbers.size() == 1
+                              ? tr("The program reads button %1.").arg(numbers.first())
+                              : tr("The program reads buttons %1.").arg(numbers.join(", ")));
+    usedButtons_->setVisible(!numbers.isEmpty());
 }
 
 /// While a program is stepped nobody can hold a button and press Step.

@@ -38,7 +38,7 @@ class InputsPanel : public QWidget {
 
     /// Folds away what the program does not use, until the user wants all. Nothing: it is not
     /// known.
-    void ShowUsed(const std::optional<std::set<InputGroup>>& used);
+    void ShowUsed(const std::optional<InputUse>& used);
 
     /// Shows inputs without Edited.
     void Show(const Scene& scene);
@@ -68,11 +68,13 @@ class InputsPanel : public QWidget {
     QLayout* MakeRest();
     QWidget* MakeFolding();
     void LetButtonsStay(bool stay);
+    void NameButtons();
 
     std::map<InputGroup, QWidget*> groups_;
-    std::optional<std::set<InputGroup>> used_;
+    std::optional<InputUse> used_;
     QToolButton* all_ = nullptr;
     QLabel* noneUsed_ = nullptr;
+    QLabel* usedButtons_ = nullptr;
     QCheckBox* buttonsStay_ = nullptr;
     QPushButton* letAllGo_ = nullptr;
     std::vector<FeedButton*> feeds_;

@@ -96,7 +96,7 @@ void VirtualBoardWindow::SetMayRun(std::function<bool()> mayRun) {
     controls_->SetMayRun(std::move(mayRun));
 }
 
-void VirtualBoardWindow::ShowUsedInputs(const std::optional<std::set<InputGroup>>& used) {
+void VirtualBoardWindow::ShowUsedInputs(const std::optional<InputUse>& used) {
     inputs_->ShowUsed(used);
 }
 

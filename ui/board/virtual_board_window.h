@@ -39,7 +39,7 @@ class VirtualBoardWindow : public QWidget {
     /// What the caption says of the program on the board; empty: nothing.
     void ShowProgram(const QString& text);
     /// Which inputs the program uses; nothing: it is not known.
-    void ShowUsedInputs(const std::optional<std::set<InputGroup>>& used);
+    void ShowUsedInputs(const std::optional<InputUse>& used);
     /// Asked before Run; nothing set: it may always run.
     void SetMayRun(std::function<bool()> mayRun);
 

@@ -1,5 +1,6 @@
 // From the text as it stands in the editor to the board that carries it out, with keys alone.
 
+#include <QLabel>
 #include <QStatusBar>
 #include <Qsci/qsciscintilla.h>
 
@@ -45,6 +46,35 @@ TEST_F(RunTest, TypedTextMovesTheRobotWithoutAQuestion) {
     Press(CommandId::Stop);
     EXPECT_FALSE(BoardNow().processor.running);
     EXPECT_EQ(BoardNow().outputs, Outputs{});
+}
+
+/// Which inputs a program waits for is seen beside the robot, and nothing that it does not use.
+TEST_F(RunTest, TheInputsThatTheProgramReadsAreNamed) {
+    struct Row {
+        const char* lines;
+        const char* buttons;  ///< empty: nothing is said of them
+        bool hasAnalog;
+    };
+    for (const auto& [lines, buttons, hasAnalog] :
+         {Row{"Pressed = BUTTON(4)\n", "The program reads button 4.", false},
+          Row{"Pressed = BUTTON(6)\nPressed = BUTTON(2)\nPressed = BUTTON(6)\n",
+              "The program reads buttons 2, 6.", false},
+          Row{"Pressed = ANALOG(2)\n", "", true}, Row{"WAIT 1\n", "", false}}) {
+        if (FrontSource() == nullptr) Press(CommandId::NewSource);
+        FrontSource()->SetText(
+            "DEFINE BYTE Pressed = 0\nBEGIN PROGRAM\nSET MOTOR 1, FORWARD, 60\n" + QString(lines) +
+            "LOOP\nEND LOOP\nEND PROGRAM\n");
+        Press(CommandId::Run);
+        ASSERT_TRUE(Drives(1, 60)) << lines;
+        auto* named = Child<QLabel>("UsedButtons");
+        const QString expected = buttons;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return named->isVisible() == !expected.isEmpty(); }))
+            << lines;
+        EXPECT_EQ(named->isVisible() ? named->text() : QString(), expected);
+        EXPECT_EQ(Child("Button1")->isVisible(), !expected.isEmpty()) << lines;
+        EXPECT_EQ(Child("Analog1")->isVisible(), hasAnalog) << lines;
+        Press(CommandId::Stop);
+    }
 }
 
 TEST_F(RunTest, ErrorsLeadToTheFirstMistakeWithItsText) {
