@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "board/handlers.h"
+#include "board/instruction_actions.h"
 #include "board/memory.h"
 
 namespace zentro {
@@ -20,13 +20,8 @@ bool HasJumpTarget(const DecodedInstruction& instruction) {
            std::ranges::find(roles, ArgumentRole::JumpTarget) != roles.end();
 }
 
-LoopAction ActionOf(Opcode opcode) {
-    const bool isOutside = handle::HandlerFor(opcode) != nullptr;
-    return isOutside ? LoopAction::Outside : LoopAction{static_cast<std::uint8_t>(opcode)};
-}
-
 bool EndsBlock(const DecodedInstruction& instruction) {
-    return instruction.fault != Fault::None || instruction.action == LoopAction::Outside ||
+    return instruction.fault != Fault::None || HandlerFor(instruction.opcode) != nullptr ||
            instruction.opcode == Opcode::Return || HasJumpTarget(instruction);
 }
 
@@ -62,7 +57,7 @@ DecodedInstruction DecodeInstruction(const Memory& memory, std::uint32_t address
         at += static_cast<std::uint32_t>(size);
     }
     decoded.fault = Fault::None;
-    decoded.action = ActionOf(decoded.opcode);
+    decoded.action = ActionFor(decoded.opcode);
     decoded.steps = 1;
     return decoded;
 }

@@ -27,48 +27,36 @@ enum class Fault : std::uint8_t {
     NoEventToComplete,
 };
 
-/// What the loop does at a decoded instruction: the number of its opcode, or one of these.
-enum class LoopAction : std::uint8_t {
-    Leave = kInstructionCount,  ///< nothing: there is none, it cannot run, or it is forgotten
-    Place,                      ///< decode what stands there
-    Link,                       ///< go on where that is decoded
-    Outside,                    ///< call the handler
+struct Board;
+struct LoopState;
+struct DecodedInstruction;
 
-    // Two instructions at once, as the compiler writes them around each call of a routine.
-    PushBytes,
-    PushByteAndWord,
-    PushWordAndByte,
-    PushWords,
-    PushByteAndCall,
-    PushWordAndCall,
-    PushByteAndReturn,
-    PushWordAndReturn,
-    PopBytes,
-    PopByteAndWord,
-    PopWordAndByte,
-    PopWords,
-    PopByteAndClearByte,
-    PopByteAndClearWord,
-    PopWordAndClearByte,
-    PopWordAndClearWord,
-    ClearBytes,
-    ClearByteAndWord,
-    ClearWordAndByte,
-    ClearWords,
+/// Where the loop stands; instructions hand it on in registers.
+struct Position {
+    const DecodedInstruction* at;
+    std::size_t stackTop;  ///< of the data stack
 };
+
+/// What the loop does at a decoded instruction.
+using LoopAction = void (*)(Board& board, LoopState& loop, Position now);
+
+namespace loop {
+void Leave(Board& board, LoopState& loop, Position now);
+}
 
 /// An instruction ready to run: its arguments are taken apart, and every address among them was
 /// found to lie in memory with all the bytes that the instruction uses there.
 struct DecodedInstruction {
+    LoopAction action =
+        loop::Leave;  ///< leaves the loop if there is no instruction, or it cannot run
     /// How many steps are carried out from here to the next instruction that need not be followed
     /// by the one behind it. An instruction is 1, and 1 for each NOP and JUMP that leads to it.
-    std::uint16_t steps = 0;
+    std::int32_t steps = 0;
     std::uint16_t a = 0;
     std::uint16_t b = 0;  ///< of a pair that pops or clears: the lowest address that it stores at
     std::uint16_t c = 0;  ///< of a DecodedProgram's jump: the index of its target
     std::uint16_t start = 0;  ///< the address of the first step
     std::uint16_t address = 0;
-    LoopAction action = LoopAction::Leave;
     Opcode opcode = Opcode::Nop;
     Fault fault = Fault::None;  ///< why it can never be carried out
 
@@ -83,9 +71,6 @@ DecodedInstruction DecodeInstruction(const Memory& memory, std::uint32_t address
 
 /// Where the program goes on behind an instruction that does not jump, or fails to be one.
 std::uint32_t AddressBehind(const DecodedInstruction& instruction);
-
-/// What carries it out by itself.
-LoopAction ActionOf(Opcode opcode);
 
 /// Whether the program may go on otherwise than with what stands behind it, even without a fault.
 bool EndsBlock(const DecodedInstruction& instruction);

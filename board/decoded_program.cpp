@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "board/memory.h"
+#include "board/instruction_actions.h"
+#include "board/loop.h"
 
 namespace zentro {
 
@@ -12,7 +13,7 @@ constexpr std::size_t kLongestRun = 64;           // instructions that are decod
 constexpr std::size_t kShortRun = 2;              // the same right after instructions changed
 constexpr int kShortRuns = 64;                    // how many runs count as right after
 constexpr std::size_t kMostRepeated = 16;         // of them, how many may stand elsewhere already
-constexpr std::uint16_t kMostSteps = 16;          // of one instruction with what leads to it
+constexpr std::int32_t kMostSteps = 16;           // of one instruction with what leads to it
 constexpr std::size_t kMostInstructions = 60000;  // indexes have 16 bits
 
 /// Whether the program can go on with the instruction behind this one.
@@ -35,35 +36,6 @@ bool LeadsOn(const DecodedInstruction& instruction) {
            (instruction.opcode == Opcode::Nop || instruction.opcode == Opcode::Jump);
 }
 
-struct Pair {
-    Opcode first;
-    Opcode second;
-    LoopAction action;
-};
-
-constexpr Pair kPairs[] = {
-    {Opcode::PushByte, Opcode::PushByte, LoopAction::PushBytes},
-    {Opcode::PushByte, Opcode::PushWord, LoopAction::PushByteAndWord},
-    {Opcode::PushWord, Opcode::PushByte, LoopAction::PushWordAndByte},
-    {Opcode::PushWord, Opcode::PushWord, LoopAction::PushWords},
-    {Opcode::PushByte, Opcode::Call, LoopAction::PushByteAndCall},
-    {Opcode::PushWord, Opcode::Call, LoopAction::PushWordAndCall},
-    {Opcode::PushByte, Opcode::Return, LoopAction::PushByteAndReturn},
-    {Opcode::PushWord, Opcode::Return, LoopAction::PushWordAndReturn},
-    {Opcode::PopByte, Opcode::PopByte, LoopAction::PopBytes},
-    {Opcode::PopByte, Opcode::PopWord, LoopAction::PopByteAndWord},
-    {Opcode::PopWord, Opcode::PopByte, LoopAction::PopWordAndByte},
-    {Opcode::PopWord, Opcode::PopWord, LoopAction::PopWords},
-    {Opcode::PopByte, Opcode::ClearByte, LoopAction::PopByteAndClearByte},
-    {Opcode::PopByte, Opcode::ClearWord, LoopAction::PopByteAndClearWord},
-    {Opcode::PopWord, Opcode::ClearByte, LoopAction::PopWordAndClearByte},
-    {Opcode::PopWord, Opcode::ClearWord, LoopAction::PopWordAndClearWord},
-    {Opcode::ClearByte, Opcode::ClearByte, LoopAction::ClearBytes},
-    {Opcode::ClearByte, Opcode::ClearWord, LoopAction::ClearByteAndWord},
-    {Opcode::ClearWord, Opcode::ClearByte, LoopAction::ClearWordAndByte},
-    {Opcode::ClearWord, Opcode::ClearWord, LoopAction::ClearWords},
-};
-
 bool Stores(Opcode opcode) {
     return InstructionFor(opcode).roles[0] == ArgumentRole::ByteWritten ||
            InstructionFor(opcode).roles[0] == ArgumentRole::WordWritten;
@@ -73,7 +45,7 @@ bool Stores(Opcode opcode) {
 DecodedInstruction Link(std::uint16_t start, std::uint16_t target) {
     DecodedInstruction link{.c = target, .start = start};
     link.address = start;
-    link.action = LoopAction::Link;
+    link.action = loop::Link;
     return link;
 }
 
@@ -114,7 +86,7 @@ bool DecodedProgram::IsFull() const {
     return tables_->instructions.size() > kMostInstructions;
 }
 
-void DecodedProgram::ByteWasWritten(std::uint32_t address) {
+void DecodedProgram::ByteWasWritten(std::size_t address) {
     if (!tables_->isCode[address]) return;
     tables_->isWritten[address] = true;
     tables_->shortRuns = kShortRuns;
@@ -123,7 +95,7 @@ void DecodedProgram::ByteWasWritten(std::uint32_t address) {
 
 void DecodedProgram::ForgetAll() {
     for (DecodedInstruction& instruction : tables_->instructions) {
-        instruction.action = LoopAction::Leave;
+        instruction.action = loop::Leave;
     }
     tables_->isForgotten = true;
     tables_->isCode.reset();
@@ -181,8 +153,8 @@ std::uint32_t DecodedProgram::DecodeRun(const Memory& memory, std::uint32_t addr
 /// The instruction to which the NOPs and JUMPs at `start` lead, if there are any.
 DecodedInstruction DecodedProgram::DecodeWithWay(const Memory& memory, std::uint32_t start) {
     DecodedInstruction instruction = DecodeInstruction(memory, start);
-    std::uint16_t steps = 1;
-    const std::uint16_t most = tables_->shortRuns > 0 ? 1 : kMostSteps;
+    std::int32_t steps = 1;
+    const std::int32_t most = tables_->shortRuns > 0 ? 1 : kMostSteps;
     while (LeadsOn(instruction) && steps < most) {
         const bool jumps = instruction.opcode == Opcode::Jump;
         const DecodedInstruction ahead =
@@ -203,7 +175,7 @@ void DecodedProgram::CountBlocks(std::size_t first) {
     for (std::size_t index = instructions.size() - 1; index-- > first;) {
         DecodedInstruction& instruction = instructions[index];
         if (EndsBlock(instruction)) continue;
-        instruction.steps = static_cast<std::uint16_t>(instruction.steps + (&instruction)[1].steps);
+        instruction.steps += (&instruction)[1].steps;
     }
 }
 
@@ -213,18 +185,16 @@ void DecodedProgram::FindPairs(std::size_t first) {
         DecodedInstruction& one = instructions[index];
         const DecodedInstruction& two = instructions[index + 1];
         if (one.fault != Fault::None || two.fault != Fault::None) continue;
-        const auto* pair = std::ranges::find_if(kPairs, [&](const Pair& row) {
-            return row.first == one.opcode && row.second == two.opcode;
-        });
-        if (pair == std::end(kPairs)) continue;
-        one.action = pair->action;
+        const LoopAction pair = loop::ActionOfPair(one.opcode, two.opcode);
+        if (pair == nullptr) continue;
+        one.action = pair;
         if (Stores(one.opcode)) one.b = std::min(one.a, two.a);
     }
 }
 
 void DecodedProgram::TakeApart(const DecodedInstruction* pair) {
     const auto index = static_cast<std::size_t>(pair - Instructions());
-    tables_->instructions[index].action = ActionOf(pair->opcode);
+    tables_->instructions[index].action = ActionFor(pair->opcode);
 }
 
 void DecodedProgram::ConnectJump(std::size_t jump) {
@@ -242,7 +212,7 @@ void DecodedProgram::AppendPlace(std::uint32_t address, std::size_t jump) {
     const std::uint16_t known = tables_->indexes[address];
     DecodedInstruction place{.a = static_cast<std::uint16_t>(jump), .start = start};
     place.address = start;
-    place.action = LoopAction::Place;
+    place.action = loop::Place;
     tables_->instructions.push_back(known != 0 ? Link(start, known) : place);
 }
 

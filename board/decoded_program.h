@@ -46,14 +46,15 @@ class DecodedProgram {
     std::uint32_t End() const { return end_; }
 
     /// A program stored a byte below End.
-    [[gnu::cold]] void ByteWasWritten(std::uint32_t address);
+    [[gnu::cold]] void ByteWasWritten(std::size_t address);
 
     /// The bytes belong to another program.
     void Clear();
 
-  private:
+    /// Where an instruction may be looked for.
     static constexpr std::size_t kAddresses = kMemorySize + kMaxInstructionSize;
 
+  private:
     struct Tables {
         std::vector<DecodedInstruction> instructions{1};
         std::array<std::uint16_t, kAddresses> indexes{};

@@ -13,9 +13,6 @@ namespace handle {
 
 using InstructionHandler = void (*)(Board&, const DecodedInstruction&);
 
-/// The function of an instruction; null for those that work on memory and the stacks alone.
-InstructionHandler HandlerFor(Opcode opcode);
-
 // flow_instructions.cpp
 void EmergencyStop(Board& board, const DecodedInstruction& instruction);
 void PowerOff(Board& board, const DecodedInstruction& instruction);

@@ -14,24 +14,24 @@ namespace zentro {
 class Memory {
   public:
     /// The address must be below kMemorySize.
-    std::uint8_t Byte(std::uint32_t address) const { return bytes_[address]; }
+    std::uint8_t Byte(std::size_t address) const { return bytes_[address]; }
 
     /// The high byte stands first. The address must be below kMemorySize - 1.
-    std::uint16_t Word(std::uint32_t address) const {
+    std::uint16_t Word(std::size_t address) const {
         std::uint16_t word = 0;
         std::memcpy(&word, &bytes_[address], sizeof word);
         return HighByteFirst(word);
     }
 
     /// Keeps the low eight bits of the value.
-    void StoreByte(std::uint32_t address, unsigned value) {
+    void StoreByte(std::size_t address, unsigned value) {
         StoreByteBehindCode(address, value);
         if (address < decoded_.End()) [[unlikely]]
             decoded_.ByteWasWritten(address);
     }
 
     /// Keeps the low sixteen bits of the value.
-    void StoreWord(std::uint32_t address, unsigned value) {
+    void StoreWord(std::size_t address, unsigned value) {
         StoreWordBehindCode(address, value);
         if (address < decoded_.End()) [[unlikely]] {
             decoded_.ByteWasWritten(address);
@@ -40,12 +40,22 @@ class Memory {
     }
 
     /// The same for addresses that are known to be at least Decoded().End().
-    void StoreByteBehindCode(std::uint32_t address, unsigned value) {
+    void StoreByteBehindCode(std::size_t address, unsigned value) {
         bytes_[address] = static_cast<std::uint8_t>(value);
     }
-    void StoreWordBehindCode(std::uint32_t address, unsigned value) {
+    void StoreWordBehindCode(std::size_t address, unsigned value) {
         const std::uint16_t word = HighByteFirst(static_cast<std::uint16_t>(value));
         std::memcpy(&bytes_[address], &word, sizeof word);
+    }
+    template <std::size_t kSize>
+    void CopyBehindCode(std::size_t to, std::size_t from) {
+        std::array<std::uint8_t, kSize> value;
+        std::memcpy(value.data(), &bytes_[from], kSize);
+        std::memcpy(&bytes_[to], value.data(), kSize);
+    }
+    template <std::size_t kSize>
+    void ClearBehindCode(std::size_t address) {
+        std::memset(&bytes_[address], 0, kSize);
     }
 
     /// Every byte is 0 again.
