@@ -14,7 +14,11 @@ QString Seconds(std::uint64_t ticks) {
     return QString::number(static_cast<double>(ticks) / kTicksPerSecond, 'f', 1);
 }
 
-QString StatusWords(const world::GoalState& goal, std::uint64_t now, bool isOver) {
+/// `end` is when the program ended, if it did: time alone misses nothing from then on.
+QString StatusWords(const world::GoalState& goal, std::uint64_t now,
+                    const std::optional<std::uint64_t>& end) {
+    if (end && goal.status == world::GoalStatus::Missed && goal.tick >= *end)
+        return GoalsLabel::tr("not met yet, the program has ended");
     switch (goal.status) {
         case world::GoalStatus::Met:
             return GoalsLabel::tr("✔ met after %1 s").arg(Seconds(goal.tick));
@@ -22,7 +26,7 @@ QString StatusWords(const world::GoalState& goal, std::uint64_t now, bool isOver
             return GoalsLabel::tr("✘ missed after %1 s").arg(Seconds(goal.tick));
         case world::GoalStatus::Open: break;
     }
-    if (isOver) return GoalsLabel::tr("not met when the program ended");
+    if (end) return GoalsLabel::tr("not met yet, the program has ended");
     return now == 0 ? GoalsLabel::tr("open") : GoalsLabel::tr("open, %1 s").arg(Seconds(now));
 }
 
@@ -51,6 +55,8 @@ GoalsLabel::GoalsLabel(QWidget* parent) : QLabel(parent) {
 }
 
 void GoalsLabel::Show(const Scene& scene, bool isOver) {
+    if (!isOver) end_.reset();
+    if (isOver && !end_) end_ = scene.state.tick;
     world::WorldState ended = scene.state;
     if (isOver) EndGoals(*scene.map, ended);
     QStringList lines;
@@ -58,8 +64,9 @@ void GoalsLabel::Show(const Scene& scene, bool isOver) {
         // What was only to be kept is met; of the rest it is told how it came to be missed.
         const bool isMet = ended.goals[index].status == world::GoalStatus::Met;
         const world::GoalState& goal = isMet ? ended.goals[index] : scene.state.goals[index];
-        lines += tr("%1: %2").arg(GoalWords(scene.map->world.goals[index]),
-                                  StatusWords(goal, scene.state.tick, isOver));
+        lines += tr("Task: %1 – %2")
+                     .arg(GoalWords(scene.map->world.goals[index]),
+                          StatusWords(goal, scene.state.tick, end_));
     }
     const QString text = lines.join('\n');
     if (text == this->text()) return;

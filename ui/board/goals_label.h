@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QLabel>
+#include <cstdint>
+#include <optional>
 
 #include "recording/scene.h"
 
@@ -25,6 +27,8 @@ class GoalsLabel : public QLabel {
 
   private:
     void FitHeight();
+
+    std::optional<std::uint64_t> end_;  ///< the tick at which the program was seen to have ended
 };
 
 /// "Follow track within 60 s"
