@@ -10,14 +10,21 @@ void GiveAdvice(Compilation& compilation) {
     AdviceSearch search{compilation};
     LineAdvice ofLines(search);
     OrderAdvice ofOrder(search);
+    LoopAdvice ofLoops(search);
+    MotorAdvice ofMotors(search);
+    PauseAdvice ofPauses(search);
     NameAdvice ofNames(search);
     for (const SourceLine& line : compilation.sourceLines) {
         if (!line.GeneratesCode()) continue;
         ofLines.Look(line);
         ofOrder.Look(line);
+        ofLoops.Look(line);
+        ofMotors.Look(line);
+        ofPauses.Look(line);
         ofNames.Look(line);
     }
     ofLines.Finish();
+    ofPauses.Finish();
     ofNames.Finish();
     std::ranges::stable_sort(search.findings, {}, &Finding::lineNumber);
     for (const Finding& finding : search.findings)

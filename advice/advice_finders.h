@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string_view>
 #include <vector>
 
+#include "advice/variable_uses.h"
 #include "model/compilation.h"
 
 namespace zentro {
@@ -18,6 +20,7 @@ struct Finding {
 /// What the finders share.
 struct AdviceSearch {
     const Compilation& compilation;
+    const VariableUses uses{compilation};
     std::vector<Finding> findings{};
 
     void Add(const SourceLine& line, MessageCode code, std::string_view extra = {}) {
@@ -25,7 +28,9 @@ struct AdviceSearch {
     }
 };
 
-/// What a line says by itself: a speed over 100, Speed = Speed, a comparison that never changes.
+/// What a line says by itself: a speed over 100, Speed = Speed, a comparison that never changes. Or
+/// by itself and where its variable comes from: a button's value compared with 1, a joystick's as a
+/// speed.
 class LineAdvice {
   public:
     /// The search outlives the object.
@@ -44,14 +49,16 @@ class LineAdvice {
 
     void LookAtComparison(const SourceLine& line);
     bool HoldsButton(const LineElement& variable) const;
+    void LookAtSpeed(const SourceLine& line);
+    bool HoldsJoystick(const LineElement& variable) const;
 
     AdviceSearch& search_;
     std::vector<ComparedWithOne> comparedWithOne_;
     bool isInEvent_ = false;
 };
 
-/// What follows from the order of the lines: what is never reached, sounds that cut each other off,
-/// motors that nobody stops.
+/// What follows from the line before: what is never reached, sounds that cut each other off, blocks
+/// with nothing in them.
 class OrderAdvice {
   public:
     /// The search outlives the object.
@@ -62,16 +69,96 @@ class OrderAdvice {
 
   private:
     void LookAtPair(const SourceLine& before, const SourceLine& line);
-    void FollowMotors(const SourceLine& line);
-    void SetMotor(const SourceLine& line);
 
     AdviceSearch& search_;
     const SourceLine* before_ = nullptr;
-    // The program's own lines, outside all of its blocks, one after the other.
+};
+
+/// Motors that the program's own lines set going, outside all of its blocks, and that nobody stops.
+class MotorAdvice {
+  public:
+    /// The search outlives the object.
+    explicit MotorAdvice(AdviceSearch& search) : search_(search) {}
+
+    /// Takes the lines that generate code, in their order.
+    void Look(const SourceLine& line);
+
+  private:
+    /// What is certain of a motor.
+    struct Motor {
+        const SourceLine* on = nullptr;  ///< the last line that set it going
+        bool hasWaited = false;          ///< since then
+    };
+    static constexpr std::size_t kMotors = 4;
+
+    void SetMotor(const SourceLine& line);
+    void EndProgram();
+
+    AdviceSearch& search_;
+    std::array<Motor, kMotors> motors_{};
     bool isInProgram_ = false;
     int depth_ = 0;
-    const SourceLine* motorOn_ = nullptr;  ///< the last line that set one going for certain
-    bool hasWaited_ = false;               ///< since then
+};
+
+/// Pauses in which nobody can see what the line before does, in programs that know no others: their
+/// author counts in seconds.
+class PauseAdvice {
+  public:
+    /// The search outlives the object.
+    explicit PauseAdvice(AdviceSearch& search) : search_(search) {}
+
+    /// Takes the lines that generate code, in their order.
+    void Look(const SourceLine& line);
+    void Finish();
+
+  private:
+    /// What the lines just before have done, as far as it is certain.
+    enum class Motors {
+        Unknown,
+        AtRest,
+        Started,  ///< from rest, one or several
+        Paused,   ///< for a short time since they started
+    };
+
+    void LookAtSigns(const SourceLine& line);
+    void FollowMotors(const SourceLine& line);
+    bool EndsTurn(const SourceLine& line) const;
+    Motors After(const SourceLine& line);
+
+    AdviceSearch& search_;
+    const SourceLine* before_ = nullptr;
+    const SourceLine* beforeThat_ = nullptr;
+    int depth_ = 0;  ///< of the blocks
+    Motors motors_ = Motors::Unknown;
+    std::vector<const SourceLine*> started_;
+    std::vector<const SourceLine*> tooShort_;
+    bool areAllShort_ = true;
+};
+
+/// Loops that wait for what cannot come: a value that nothing in them changes, a number that a
+/// count steps over, a count that each round begins anew.
+class LoopAdvice {
+  public:
+    /// The search outlives the object.
+    explicit LoopAdvice(AdviceSearch& search) : search_(search) {}
+
+    /// Takes the lines that generate code, in their order.
+    void Look(const SourceLine& line);
+
+  private:
+    /// A block that is open.
+    struct Block {
+        const SourceLine* first;
+        std::vector<const SourceLine*> setToZero{};  ///< lines of this very block
+    };
+
+    void LookAtLoop(const SourceLine& first, const SourceLine& last);
+    void LookAtSteps(const SourceLine& line);
+    void LookAtCount(const SourceLine& line);
+    bool IsCountedOnlyHere(const LineElement& variable) const;
+
+    AdviceSearch& search_;
+    std::vector<Block> blocks_;
 };
 
 /// Events, routines and variables that nothing uses, and names that hide others.

@@ -3,16 +3,12 @@
 #include <optional>
 
 #include "advice/advice_finders.h"
+#include "advice/line_values.h"
 #include "model/value_bounds.h"
 
 namespace zentro {
 
 namespace {
-
-std::optional<std::int32_t> ValueOf(const LineElement& element) {
-    if (!element.IsConstant()) return std::nullopt;
-    return NumberOf(element.constant->value);
-}
 
 /// Whether the last value of the line is a number beyond the largest.
 bool IsLastAbove(const AdviceSearch& search, const SourceLine& line, std::int32_t largest) {
@@ -81,21 +77,6 @@ std::optional<bool> OutcomeWithItself(Token comparison) {
     return OutcomeOf(comparison, any, any);
 }
 
-bool IsEquality(Token comparison) {
-    return comparison == Token::Equal || comparison == Token::NotEqual ||
-           comparison == Token::GreaterOrLess;
-}
-
-bool IsConditionLine(Token token) {
-    return token == Token::If || token == Token::While || token == Token::Until;
-}
-
-/// Whether the line may give the variable something.
-bool MayChange(const SourceLine& line, const LineElement& element) {
-    return element.use == ElementUse::Written || line.token == Token::Increment ||
-           line.token == Token::Decrement || line.token == Token::DefineRoutine;
-}
-
 bool IsFlagConstant(const LineElement& element) {
     const auto value = ValueOf(element);
     return value && (*value == kFlagTrue || *value == kFlagFalse);
@@ -115,6 +96,7 @@ void LineAdvice::Look(const SourceLine& line) {
         case Token::SetMotor:
             if (IsLastAbove(search_, line, kFullSpeed))
                 search_.Add(line, MessageCode::SpeedAboveFull);
+            LookAtSpeed(line);
             break;
         case Token::SetServo:
             if (IsLastAbove(search_, line, kWidestAngle))
@@ -127,7 +109,7 @@ void LineAdvice::Look(const SourceLine& line) {
         case Token::Equal:
             if (IsAssignedToItself(search_, line))
                 search_.Add(line, MessageCode::AssignedToItself,
-                            search_.compilation.ElementsOf(line)[0].Name());
+                            search_.uses.NameOf(search_.compilation.ElementsOf(line)[0]));
             break;
         default:
             if (IsConditionLine(line.token)) LookAtComparison(line);
@@ -135,54 +117,71 @@ void LineAdvice::Look(const SourceLine& line) {
 }
 
 void LineAdvice::LookAtComparison(const SourceLine& line) {
-    const auto elements = search_.compilation.ElementsOf(line);
-    const bool isComparison =
-        elements.size() == 3 && elements[1].elementClass == ElementClass::Comparison;
-    if (!isComparison) return;
-    const LineElement& first = elements[0];
-    const LineElement& second = elements[2];
+    const auto sides = SidesOf(search_.compilation, line);
+    if (!sides) return;
+    const LineElement& first = *sides->first;
+    const LineElement& second = *sides->second;
     // Of two constants: WHILE 1 = 1 is meant.
     if (first.IsConstant() && second.IsConstant()) return;
-    const Token comparison = elements[1].comparison;
+    const Token comparison = sides->comparison;
     const bool isWithItself = first.location == second.location;
     const auto outcome = isWithItself ? OutcomeWithItself(comparison)
                                       : OutcomeOf(comparison, RangeOf(first), RangeOf(second));
     if (outcome)
         return search_.Add(line, *outcome ? MessageCode::AlwaysTrue : MessageCode::NeverTrue);
-    const LineElement& variable = first.IsConstant() ? second : first;
-    const LineElement& other = first.IsConstant() ? first : second;
-    if (IsEquality(comparison) && ValueOf(other) == 1)
-        comparedWithOne_.push_back({&line, &variable});
+    const auto compared = WithNumber(*sides);
+    if (compared && compared->number == 1 && IsEquality(comparison))
+        comparedWithOne_.push_back({&line, compared->variable});
 }
 
 /// Whether all that the variable ever gets is 255 or 0, and from a button or a digital input.
 bool LineAdvice::HoldsButton(const LineElement& variable) const {
     const Compilation& compilation = search_.compilation;
     bool isRead = false;
-    for (const SourceLine& line : compilation.sourceLines) {
+    for (const VariableUses::Change& change : search_.uses.ChangesOf(variable.location)) {
+        const SourceLine& line = *change.line;
         const auto elements = compilation.ElementsOf(line);
-        const bool isChanged = std::ranges::any_of(elements, [&](const LineElement& element) {
-            return element.location == variable.location && MayChange(line, element);
-        });
-        if (!isChanged) continue;
         const bool isInput = line.token == Token::Button || line.token == Token::Digital;
         const bool isFlag =
             line.token == Token::Equal && elements.size() == 2 && IsFlagConstant(elements[1]);
         if (!isInput && !isFlag) return false;
         isRead = isRead || isInput;
     }
-    const auto& symbols = compilation.symbols.Symbols();
-    const auto symbol = std::ranges::find_if(
-        symbols, [&](const Symbol& one) { return &one.label == variable.location; });
-    if (symbol == symbols.end()) return false;
+    const Symbol* symbol = search_.uses.SymbolOf(variable.location);
+    if (symbol == nullptr) return false;
     const auto atFirst = NumberOf(symbol->defaultValue);
     return isRead && (!symbol->IsDefaulted() || atFirst == kFlagTrue || atFirst == kFlagFalse);
+}
+
+void LineAdvice::LookAtSpeed(const SourceLine& line) {
+    const auto elements = search_.compilation.ElementsOf(line);
+    if (elements.empty() || elements.back().IsConstant()) return;
+    const LineElement& speed = elements.back();
+    if (HoldsJoystick(speed))
+        search_.Add(line, MessageCode::JoystickTooLarge, search_.uses.NameOf(speed));
+}
+
+/// Whether all that the variable ever gets is a joystick's, and no line asks how much that is.
+bool LineAdvice::HoldsJoystick(const LineElement& variable) const {
+    const Compilation& compilation = search_.compilation;
+    const auto changes = search_.uses.ChangesOf(variable.location);
+    const auto isJoystick = [](const VariableUses::Change& change) {
+        return change.line->token == Token::Joystick || change.line->token == Token::Stick;
+    };
+    if (changes.empty() || !std::ranges::all_of(changes, isJoystick)) return false;
+    return std::ranges::none_of(compilation.sourceLines, [&](const SourceLine& line) {
+        if (!IsConditionLine(line.token) && line.token != Token::Select) return false;
+        const auto elements = compilation.ElementsOf(line);
+        return std::ranges::any_of(elements, [&](const LineElement& element) {
+            return element.location == variable.location;
+        });
+    });
 }
 
 void LineAdvice::Finish() {
     for (const auto& [line, variable] : comparedWithOne_) {
         if (HoldsButton(*variable))
-            search_.Add(*line, MessageCode::ButtonComparedWithOne, variable->Name());
+            search_.Add(*line, MessageCode::ButtonComparedWithOne, search_.uses.NameOf(*variable));
     }
 }
 

@@ -1,7 +1,4 @@
-#include <algorithm>
-
 #include "advice/advice_finders.h"
-#include "model/value_bounds.h"
 
 namespace zentro {
 
@@ -24,26 +21,10 @@ bool IsPlainLine(const SourceLine& line) {
     }
 }
 
-/// What may stop motors, or end the program before its last line.
-bool MayStopMotors(Token token) {
-    switch (token) {
-        case Token::StopMotors:
-        case Token::EmergencyStop:
-        case Token::PowerOff:
-        case Token::Escape:
-        case Token::Loop:
-        case Token::Call:
-        case Token::RoutineCall:
-        case Token::EnableEvents: return true;
-        default: return false;
-    }
-}
-
 }  // namespace
 
 void OrderAdvice::Look(const SourceLine& line) {
     if (before_ != nullptr) LookAtPair(*before_, line);
-    FollowMotors(line);
     before_ = &line;
 }
 
@@ -54,35 +35,6 @@ void OrderAdvice::LookAtPair(const SourceLine& before, const SourceLine& line) {
         search_.Add(line, MessageCode::SoundCutOff);
     const bool opensBranch = before.token == Token::If || before.token == Token::Else;
     if (opensBranch && line.token == Token::EndIf) search_.Add(before, MessageCode::BlockEmpty);
-}
-
-/// Only what is certain counts: speeds that are numbers, in lines that are always carried out.
-void OrderAdvice::SetMotor(const SourceLine& line) {
-    motorOn_ = nullptr;
-    hasWaited_ = false;
-    const auto elements = search_.compilation.ElementsOf(line);
-    const bool isCertain = depth_ == 0 && !elements.empty() && elements.back().IsConstant();
-    if (isCertain && NumberOf(elements.back().constant->value).value_or(0) > 0) motorOn_ = &line;
-}
-
-void OrderAdvice::FollowMotors(const SourceLine& line) {
-    if (line.token == Token::BeginProgram) {
-        isInProgram_ = true;
-        depth_ = 0;
-        return;
-    }
-    if (!isInProgram_) return;
-    if (line.token == Token::EndProgram) {
-        if (motorOn_ != nullptr && hasWaited_) search_.Add(*motorOn_, MessageCode::MotorStaysOn);
-        isInProgram_ = false;
-        motorOn_ = nullptr;
-        return;
-    }
-    if (line.token == Token::SetMotor) return SetMotor(line);
-    if (line.token == Token::Wait && depth_ == 0) hasWaited_ = true;
-    if (MayStopMotors(line.token)) motorOn_ = nullptr;
-    if (line.purpose == Purpose::BlockStart) ++depth_;
-    if (line.purpose == Purpose::BlockEnd) --depth_;
 }
 
 }  // namespace zentro

@@ -125,6 +125,11 @@ enum class MessageCode : std::uint16_t {
     AssignedToItself = 613,
     BlockEmpty = 614,
     WaitInHandler = 615,
+    WaitsForNothing = 616,  ///< a loop whose condition nothing in it changes
+    SteppedOver = 617,      ///< a number that a count in steps never meets
+    PauseTooShort = 618,
+    JoystickTooLarge = 619,  ///< as a speed
+    CountBeginsAnew = 620,   ///< in each round
     EndOfAdvice,
 
     LoadStarts = 1000,
