@@ -153,6 +153,7 @@ void BoardState::Run(std::shared_ptr<const CompiledProgram> compiled) {
 
 bool BoardState::Load(std::shared_ptr<const CompiledProgram> compiled) {
     CancelSending();
+    VirtualBoard().LeaveReplay();
     VirtualBoard().Reset();  // what an earlier program has switched on is not this one's
     const std::string problem = VirtualBoard().LoadProgram(compiled->objectText);
     if (problem.empty()) {
@@ -164,6 +165,15 @@ bool BoardState::Load(std::shared_ptr<const CompiledProgram> compiled) {
     NameAddresses();
     emit Changed();
     return problem.empty();
+}
+
+void BoardState::Replay(Recording recording, const QString& name,
+                        std::shared_ptr<const CompiledProgram> compiled) {
+    CancelSending();
+    VirtualBoard().Replay(std::move(recording));
+    virtualProgram_ = {HeldProgram::Extent::Whole, name, std::move(compiled)};
+    NameAddresses();
+    emit Changed();
 }
 
 void BoardState::CancelSending() {

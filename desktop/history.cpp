@@ -86,6 +86,12 @@ void History::BeginRun() {
     ++runs_;
 }
 
+void History::BeginReplay() {
+    Forget();
+    recorder_.Begin(world_);
+    ++runs_;
+}
+
 bool History::CanStepBack() const {
     return lastInstruction_ && !(*lastInstruction_ < checkpoints_.front().at);
 }
@@ -107,6 +113,16 @@ History::Position History::End() const {
     if (happenings_.empty()) return {forgotten_, 0, 0};
     const Happening& last = happenings_.back();
     return {forgotten_ + happenings_.size() - 1, last.times, last.steps};
+}
+
+std::uint64_t History::StepsInTick() const {
+    std::uint64_t steps = 0;
+    for (auto happening = happenings_.rbegin(); happening != happenings_.rend(); ++happening) {
+        if (happening->kind != Kind::Running) continue;
+        steps += happening->steps;
+        if (happening->times > 0) break;
+    }
+    return steps;
 }
 
 /// Where the next piece of the last happening begins, or a new happening.
@@ -218,6 +234,7 @@ void History::CarryOut(const Happening& happening) {
             break;
         case Kind::PutRobotAtStart: zentro::PutRobotAtStart(world_); break;
         case Kind::PlaceRobot: zentro::PlaceRobot(world_, happening.pose); break;
+        case Kind::Recorded: zentro::CarryOut(world_, happening.actions.front()); break;
         case Kind::Running:
         case Kind::Receive:
         case Kind::TakeOutput: break;
@@ -260,6 +277,11 @@ void History::PlaceRobot(const world::Pose& pose) {
 
 void History::PutAllToRest() {
     Append({.kind = Kind::PutAllToRest, .actions = {{.kind = ActionKind::StopAll}}});
+    CarryOut(happenings_.back());
+}
+
+void History::CarryOutRecorded(const Action& action) {
+    Append({.kind = Kind::Recorded, .actions = {action}});
     CarryOut(happenings_.back());
 }
 
@@ -414,7 +436,7 @@ void History::KeepCheckpoint(const Position& at) {
     checkpoint.at = at;
     checkpoint.lastInstruction = lastInstruction_;
     checkpoint.cost = cost_;
-    checkpoint.outputs = recorder_.Outputs();
+    checkpoint.outputs = recorder_.MarkOutputs();
     ThinOut();
 }
 

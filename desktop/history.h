@@ -98,11 +98,23 @@ class History {
     /// A program has been started: the robot is put at its start, and nothing before that can be
     /// taken back.
     void BeginRun();
+    /// The same for a run that was recorded: the scene is as it was when that began.
+    void BeginReplay();
+    /// Does what a recording says. Pace and steps are not for it.
+    void CarryOutRecorded(const Action& action);
     /// How many runs have begun.
     std::uint64_t Runs() const { return runs_; }
 
     /// The run so far, from its beginning on.
     RunRecorder::Made Record() const { return recorder_.Make(happenings_, world_.board); }
+
+    /// The outputs of the run as they changed.
+    const OutputLog& Outputs() const { return recorder_.Outputs(); }
+
+    /// The present.
+    Position End() const;
+    /// Instructions since the last tick.
+    std::uint64_t StepsInTick() const;
 
     /// Told of the board after the instructions of each tick, not of those that are repeated.
     using TickWatcher = std::function<void(const Board&)>;
@@ -124,7 +136,6 @@ class History {
 
     Happening* Last(Kind kind);
     void Append(Happening happening);
-    Position End() const;
     Position EndOrNext(bool continues) const;
 
     std::uint64_t Execute(std::uint64_t budget, const Position& from);

@@ -19,6 +19,7 @@ enum class HappeningKind : std::uint8_t {
     PutRobotAtStart,
     PlaceRobot,
     PutAllToRest,
+    Recorded,  ///< an action of a recording that is replayed
 };
 
 /// Something that a history remembers.

@@ -55,8 +55,9 @@ class RunRecorder {
         std::uint64_t more = 0;
         std::uint64_t digest = OutputLog::kFirstDigest;
     };
-    Mark Outputs() const { return {outputs_.lines.size(), outputs_.more, outputs_.digest}; }
+    Mark MarkOutputs() const { return {outputs_.lines.size(), outputs_.more, outputs_.digest}; }
     void TakeBackTo(const Mark& mark);
+    const OutputLog& Outputs() const { return outputs_; }
 
     /// Why there can be no recording of the run so far.
     enum class Refusal : std::uint8_t {

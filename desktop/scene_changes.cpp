@@ -43,6 +43,12 @@ std::shared_ptr<const world::WorldMap> FirstMap() {
     return map;
 }
 
+std::shared_ptr<const world::WorldMap> BareMap() {
+    world::World bare;
+    bare.name = "No World";
+    return std::make_shared<const world::WorldMap>(world::MakeMap(std::move(bare)));
+}
+
 std::unique_ptr<Scene> MakeScene(std::shared_ptr<const world::WorldMap> map) {
     auto scene = std::make_unique<Scene>();
     EnterWorld(*scene, std::move(map), 0);

@@ -9,6 +9,9 @@ namespace zentro {
 /// The world that is there before anybody chooses one.
 std::shared_ptr<const world::WorldMap> FirstMap();
 
+/// A bare floor, for a board that stood alone: its robot hits, sees and feeds nothing.
+std::shared_ptr<const world::WorldMap> BareMap();
+
 /// A board at rest whose robot stands at its start; the sensors feed their inputs.
 std::unique_ptr<Scene> MakeScene(std::shared_ptr<const world::WorldMap> map = FirstMap());
 

@@ -44,6 +44,7 @@ class VirtualBoardHost::RecordingLink : public VirtualBoardLink {
         : VirtualBoardLink(host.world_->board), host_(host) {}
 
     LinkOpening Open(const std::string& portName) override {
+        kept_.clear();
         const std::size_t before = host_.State().output.size();
         LinkOpening opening = VirtualBoardLink::Open(portName);
         NoteTaken(before);
@@ -52,6 +53,11 @@ class VirtualBoardHost::RecordingLink : public VirtualBoardLink {
     }
 
     std::optional<std::string> Read(std::size_t limit) override {
+        if (!kept_.empty() && IsOpen()) {
+            std::string bytes = kept_.substr(0, limit);
+            kept_.erase(0, bytes.size());
+            return bytes;
+        }
         const std::size_t before = host_.State().output.size();
         auto bytes = VirtualBoardLink::Read(limit);
         NoteTaken(before);
@@ -65,6 +71,7 @@ class VirtualBoardHost::RecordingLink : public VirtualBoardLink {
     }
 
     std::size_t Write(std::string_view bytes) override {
+        host_.BreakOffReplay();
         const bool wasRunning = host_.State().processor.running;
         const bool wasDebugging = host_.State().processor.debug != DebugState::Off;
         const std::size_t written = host_.history_.Receive(bytes, [this](char character) {
@@ -82,13 +89,24 @@ class VirtualBoardHost::RecordingLink : public VirtualBoardLink {
         return written;
     }
 
+    /// A board that replays never waits for its listener. Of what that has not taken the oldest is
+    /// lost.
+    void Keep(std::string_view output) {
+        if (!IsOpen()) return;
+        kept_ += output;
+        if (kept_.size() > kMostKept) kept_.erase(0, kept_.size() - kMostKept);
+    }
+
   private:
+    static constexpr std::size_t kMostKept = 100'000;
+
     void NoteTaken(std::size_t before) {
         const std::size_t after = host_.State().output.size();
         if (after < before) host_.history_.NoteOutputTaken(before - after);
     }
 
     VirtualBoardHost& host_;
+    std::string kept_;
 };
 
 VirtualBoardHost::VirtualBoardHost(QObject* parent)
@@ -105,6 +123,7 @@ VirtualBoardHost::VirtualBoardHost(QObject* parent)
     history_.WatchTicks([this](const Board& board) {
         if (isHeard_ && soundListener_) soundListener_({board.outputs.note, board.devices.noteEnd});
         FollowCurves();
+        if (playback_ != nullptr) link_->Keep(board.output);
     });
     sinceWakeUp_.start();
 }
@@ -120,6 +139,7 @@ bool VirtualBoardHost::SomebodyListens() const {
 }
 
 std::string VirtualBoardHost::LoadProgram(std::string_view objectText) {
+    LeaveReplay();
     Stop();
     std::string problem = LoadObjectText(world_->board, objectText);
     zentro::PutRobotAtStart(*world_);
@@ -133,10 +153,11 @@ void VirtualBoardHost::Run() {
     const bool held = State().processor.running;
     const bool debugging = State().processor.debug != DebugState::Off;
     if (debugging) SendCommand("G");
+    if (IsReplayOver()) BreakOffReplay();
     SetPaused(false);
     if (held) {
         stops_.LeaveFrom(State());
-    } else {
+    } else if (playback_ == nullptr) {
         StartAnew();
     }
     LookAround();
@@ -150,12 +171,14 @@ void VirtualBoardHost::StartAnew() {
 }
 
 void VirtualBoardHost::Stop() {
+    BreakOffReplay();
     history_.StopProgram();
     SetPaused(false);
     LookAround();
 }
 
 void VirtualBoardHost::StopEverything() {
+    BreakOffReplay();
     for (const char* command : {"X", "Z"})
         SendCommand(command);
     SetPaused(false);
@@ -181,8 +204,11 @@ void VirtualBoardHost::SetPaused(bool paused) {
 }
 
 void VirtualBoardHost::Step() {
+    if (IsReplayOver()) BreakOffReplay();
     SetPaused(true);
-    if (!State().processor.running) {
+    if (playback_ != nullptr) {
+        ReplayInstruction();
+    } else if (!State().processor.running) {
         StartAnew();
     } else if (State().processor.debug == DebugState::AtPrompt) {
         SendCommand("");
@@ -195,6 +221,7 @@ void VirtualBoardHost::Step() {
 bool VirtualBoardHost::StepBack() {
     SetPaused(true);
     const bool done = history_.StepBack();
+    if (playback_ != nullptr) playback_->FollowStepBack();
     ShowTakenBack();
     LookAround();
     return done;
@@ -209,6 +236,7 @@ void VirtualBoardHost::ShowTakenBack() {
 }
 
 void VirtualBoardHost::Reset() {
+    BreakOffReplay();
     history_.PutAllToRest();
     SetPaused(false);
     LookAround();
@@ -216,17 +244,20 @@ void VirtualBoardHost::Reset() {
 }
 
 void VirtualBoardHost::PutRobotAtStart() {
+    BreakOffReplay();
     history_.PutRobotAtStart();
     LookAround();
     TellChange();  // a picture must not miss it
 }
 
 void VirtualBoardHost::PlaceRobot(const world::Pose& pose) {
+    BreakOffReplay();
     history_.PlaceRobot(pose);
     LookAround();
 }
 
 void VirtualBoardHost::EnterWorld(std::shared_ptr<const world::WorldMap> map) {
+    BreakOffReplay();
     zentro::MoveToWorld(*world_, std::move(map));
     history_.Forget(RunRecorder::Missing::WorldChanged);
     trail_.Clear();
@@ -236,6 +267,7 @@ void VirtualBoardHost::EnterWorld(std::shared_ptr<const world::WorldMap> map) {
 }
 
 void VirtualBoardHost::ChangeWorld(std::shared_ptr<const world::WorldMap> map) {
+    BreakOffReplay();
     zentro::ChangeWorld(*world_, std::move(map));
     history_.Forget(RunRecorder::Missing::WorldChanged);
     LookAround();
@@ -262,6 +294,7 @@ void VirtualBoardHost::FollowCurves() {
 }
 
 void VirtualBoardHost::SetInputs(const Inputs& inputs) {
+    if (inputs != State().inputs) BreakOffReplay();
     history_.ChangeInputs(inputs);
     LookAround();
 }
@@ -274,6 +307,7 @@ void VirtualBoardHost::SetButton(std::size_t button, bool down) {
 }
 
 void VirtualBoardHost::PressButton(std::size_t button) {
+    BreakOffReplay();
     if (presses_.IsDown(button)) SetButton(button, false);  // each press is one for the program
     presses_.Begin(State(), button);
     SetButton(button, true);
@@ -293,11 +327,13 @@ void VirtualBoardHost::LetButtonsUp() {
 }
 
 void VirtualBoardHost::HoldInput(const world::InputId& input, bool held) {
+    BreakOffReplay();
     history_.HoldInput(input, held);
     LookAround();
 }
 
 void VirtualBoardHost::LetAllInputsGo() {
+    BreakOffReplay();
     for (const world::Sensor& sensor : world_->map->world.sensors)
         history_.HoldInput(sensor.input, false);
     LookAround();
@@ -331,6 +367,7 @@ void VirtualBoardHost::SendCommand(std::string_view command) {
 
 /// After anything that may have changed the board.
 void VirtualBoardHost::LookAround() {
+    TellEndOfReplay();
     LetButtonsUp();
     trail_.Follow(world_->state);
     FollowCurves();
@@ -365,7 +402,7 @@ void VirtualBoardHost::TellChange() {
 
 /// A board at rest to which nobody is connected needs no time.
 bool VirtualBoardHost::WantsTime() const {
-    return !paused_ && (State().processor.running || SomebodyListens() ||
+    return !paused_ && (State().processor.running || IsReplaying() || SomebodyListens() ||
                         State().outputs != Outputs{} || StandsForGoals());
 }
 
@@ -420,6 +457,7 @@ void VirtualBoardHost::PassRealTime(std::uint64_t ticks) {
     if (stops_.MustWatch() && !isDebugging) return PassWatched(ticks);
     stepsInTick_ = 0;
     lastStep_.clear();
+    if (playback_ != nullptr) return playback_->PassTicks(ticks);
     history_.PassTicks(ticks, kInstructionsPerTick, SomebodyListens());
 }
 
@@ -429,14 +467,22 @@ void VirtualBoardHost::PassSlowMotion(std::uint64_t ticks) {
     const double perTick = speed_.instructionsPerSecond / static_cast<double>(kTicksPerSecond);
     for (std::uint64_t tick = 0; tick < ticks; ++tick) {
         if (MustWait(State()) || !State().processor.running) {
-            history_.PassTicks(1, 0, SomebodyListens());
+            if (playback_ != nullptr) {
+                playback_->PassTicks(1);
+            } else {
+                history_.PassTicks(1, 0, SomebodyListens());
+            }
             continue;
         }
         pendingInstructions_ += perTick;
         for (; pendingInstructions_ >= 1; pendingInstructions_ -= 1) {
             if (MustWait(State())) continue;
             if (stops_.MustWatch() && stops_.HoldsBefore(State())) return HoldAtStop();
-            StepInstruction();
+            if (playback_ != nullptr) {
+                ReplayInstruction();
+            } else {
+                StepInstruction();
+            }
         }
     }
 }
@@ -444,7 +490,7 @@ void VirtualBoardHost::PassSlowMotion(std::uint64_t ticks) {
 void VirtualBoardHost::RunAtFullSpeed() {
     QElapsedTimer working;
     working.start();
-    while (State().processor.running && !paused_ && working.elapsed() < kWorkPerWakeUp) {
+    while (State().processor.running && !paused_ && !IsReplayOver() && working.elapsed() < kWorkPerWakeUp) {
         PassRealTime(kTicksBetweenLooks);
         LetButtonsUp();
         trail_.Follow(world_->state);
@@ -463,11 +509,21 @@ void VirtualBoardHost::StepInstruction() {
         history_.PassTicks(1, kInstructionsPerTick, listens);
         return;
     }
-    lastStep_ = StepWithTrace(*std::make_unique<Board>(State())).value_or("");
+    lastStep_ = TraceOfNext();
     stepsInTick_ += history_.Run(1);
     if (stepsInTick_ < kInstructionsPerTick) return;
     stepsInTick_ = 0;
     history_.PassTicks(1, 0, listens);
+}
+
+/// What the next instruction will do.
+std::string VirtualBoardHost::TraceOfNext() const {
+    if (MustWait(State())) return {};
+    return StepWithTrace(*std::make_unique<Board>(State())).value_or("");
+}
+
+void VirtualBoardHost::KeepForListener(std::string_view output) {
+    link_->Keep(output);
 }
 
 }  // namespace zentro

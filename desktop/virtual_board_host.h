@@ -18,6 +18,7 @@
 #include "desktop/button_presses.h"
 #include "faults/fault_report.h"
 #include "desktop/history.h"
+#include "desktop/playback.h"
 #include "desktop/plot_curves.h"
 #include "desktop/program_stops.h"
 #include "desktop/robot_trail.h"
@@ -124,6 +125,15 @@ class VirtualBoardHost : public QObject {
     /// The run so far, to be replayed by zentro-board.
     RunRecorder::Made Record() const { return history_.Record(); }
 
+    /// Puts the board at the beginning of a run that was recorded, held, on the floor of the world
+    /// that is there. From then on it does what was recorded, until a hand does something else or
+    /// it has come to its end and is run on.
+    void Replay(Recording recording);
+    bool IsReplaying() const { return playback_ != nullptr; }
+    bool IsReplayOver() const { return playback_ != nullptr && playback_->IsOver(); }
+    /// The program goes on by itself. Nobody is told.
+    void LeaveReplay();
+
     /// What was chosen to be plotted. It goes back when steps are taken back, and begins anew with
     /// each run.
     const PlotCurves& Curves() const { return curves_; }
@@ -169,6 +179,13 @@ class VirtualBoardHost : public QObject {
     void ProgramEnded();  ///< for whatever reason
     void StopReached();   ///< it is held at a breakpoint, or where a step or a run to a place ends
 
+    /// Everything that was recorded has happened, and the board is held. `difference` tells where
+    /// the outputs part from the recorded ones; empty: they do not.
+    void ReplayEnded(const QString& difference);
+    /// What is done by hand, or a run beyond its end, has ended the replay: the program goes on by
+    /// itself.
+    void ReplayLeft(bool beyondItsEnd);
+
   private:
     class RecordingLink;
 
@@ -188,6 +205,14 @@ class VirtualBoardHost : public QObject {
     void StepLineAtOnce();
     bool TakeLineBack();
     void ShowTakenBack();
+    void FinishTick();
+    void BreakOffReplay();
+    void KeepOutput();
+    void KeepForListener(std::string_view output);
+    std::string TraceOfNext() const;
+    bool ReplayWatched();
+    void ReplayInstruction();
+    void TellEndOfReplay();
     void PassSlowMotion(std::uint64_t ticks);
     void RunAtFullSpeed();
     void StepInstruction();
@@ -202,6 +227,8 @@ class VirtualBoardHost : public QObject {
     std::unique_ptr<Scene> world_;
     History history_;
     std::unique_ptr<RecordingLink> link_;
+    std::unique_ptr<Playback> playback_;  ///< null: the program runs by itself
+    bool toldReplayEnd_ = false;
     ProgramStops stops_;
     ButtonPresses presses_;
     RobotTrail trail_;

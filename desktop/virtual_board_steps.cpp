@@ -26,9 +26,10 @@ void VirtualBoardHost::SetBreakpoints(
 void VirtualBoardHost::StepLine(LineStep step) {
     if (IsSteppingLine()) return;
     if (State().processor.debug != DebugState::Off) SendCommand("G");
+    if (IsReplayOver()) BreakOffReplay();
     SetPaused(false);
     lastStep_.clear();
-    const bool isHeld = State().processor.running;
+    const bool isHeld = State().processor.running || IsReplaying();
     if (isHeld) {
         stops_.LeaveFrom(State());
         stops_.StepLine(step, State());
@@ -43,23 +44,30 @@ void VirtualBoardHost::StepLine(LineStep step) {
 
 void VirtualBoardHost::StepLineAtOnce() {
     std::uint64_t work = 0;
-    while (State().processor.running && work < kWorkOfStep) {
-        const std::uint64_t before = stepsInTick_;
+    while (State().processor.running && work < kWorkOfStep && !IsReplayOver()) {
+        const std::uint64_t before = State().processor.steps;
         if (RunWatched()) return;
-        work += stepsInTick_ - before;
+        work += State().processor.steps - before;
         const Wait& wait = State().processor.wait;
         if (wait.kind == Wait::Kind::Event) {
             work += kWorkOfSleepingTick;
         } else if (wait.kind == Wait::Kind::None || !stops_.IsAtLevelOfStep(State())) {
             work += kWorkOfTick;
         }
-        history_.PassTicks(1, 0, SomebodyListens());
-        stepsInTick_ = 0;
+        FinishTick();
     }
+}
+
+/// The tick behind its instructions.
+void VirtualBoardHost::FinishTick() {
+    stepsInTick_ = 0;
+    if (playback_ != nullptr) return playback_->PassTicks(1);
+    history_.PassTicks(1, 0, SomebodyListens());
 }
 
 /// The rest of the instructions of a tick. True when the program is held before one of them.
 bool VirtualBoardHost::RunWatched() {
+    if (playback_ != nullptr) return ReplayWatched();
     const std::uint64_t left = kInstructionsPerTick - std::min(stepsInTick_, kInstructionsPerTick);
     const History::Watched watched =
         history_.RunUntil(left, [this](const Board& board) { return stops_.HoldsBefore(board); });
@@ -71,10 +79,10 @@ bool VirtualBoardHost::RunWatched() {
 
 void VirtualBoardHost::PassWatched(std::uint64_t ticks) {
     lastStep_.clear();
-    for (std::uint64_t tick = 0; tick < ticks && State().processor.running; ++tick) {
-        if (RunWatched()) return;
-        history_.PassTicks(1, 0, SomebodyListens());
-        stepsInTick_ = 0;
+    for (std::uint64_t tick = 0; tick < ticks; ++tick) {
+        const bool isMoving = State().processor.running || IsReplaying();
+        if (!isMoving || IsReplayOver() || RunWatched()) return;
+        FinishTick();
     }
 }
 
@@ -95,6 +103,7 @@ void VirtualBoardHost::EndGoal() {
 bool VirtualBoardHost::StepLineBack() {
     SetPaused(true);
     const bool done = TakeLineBack();
+    if (playback_ != nullptr) playback_->FollowStepBack();
     if (done) ShowTakenBack();
     LookAround();
     return done;
@@ -116,10 +125,11 @@ bool VirtualBoardHost::TakeLineBack() {
 
 void VirtualBoardHost::RunTo(std::uint16_t address) {
     if (State().processor.debug != DebugState::Off) SendCommand("G");
+    if (IsReplayOver()) BreakOffReplay();
     SetPaused(false);
     if (State().processor.running) {
         stops_.LeaveFrom(State());
-    } else {
+    } else if (playback_ == nullptr) {
         StartAnew();
     }
     stops_.RunTo(address);

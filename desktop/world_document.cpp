@@ -54,15 +54,23 @@ QString WorldDocument::Open(const QString& path) {
     if (file.status != FileContent::Status::Read) return QString::fromStdString(file.problem);
     world::LoadedWorld loaded = world::LoadWorld(file.bytes);
     if (!loaded.error.empty()) return QString::fromStdString(loaded.error);
+    Enter(path, std::move(file.bytes), MapOf(std::move(loaded.world)));
+    return {};
+}
+
+void WorldDocument::EnterWithoutFile(Map map) {
+    Enter({}, {}, std::move(map));
+}
+
+void WorldDocument::Enter(const QString& path, std::string text, Map map) {
     path_ = path;
-    fileText_ = std::move(file.bytes);
-    map_ = MapOf(std::move(loaded.world));
+    fileText_ = std::move(text);
+    map_ = std::move(map);
     saved_ = map_;
     undo_.clear();
     redo_.clear();
     host_.EnterWorld(map_);
     emit Changed();
-    return {};
 }
 
 QString WorldDocument::Enter(const QString& path) {

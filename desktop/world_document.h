@@ -39,6 +39,10 @@ class WorldDocument : public QObject {
     /// has changed it.
     QString Enter(const QString& path);
 
+    /// Puts a world on the floor that comes with something else: it has no file of its own, and
+    /// nothing of it is lost without a save.
+    void EnterWithoutFile(std::shared_ptr<const world::WorldMap> map);
+
     /// Takes over a changed world, as LoadWorld would. Returns what is wrong with it; empty: it was
     /// taken over, and can be taken back.
     QString Change(const world::World& world);
@@ -58,6 +62,7 @@ class WorldDocument : public QObject {
   private:
     using Map = std::shared_ptr<const world::WorldMap>;
 
+    void Enter(const QString& path, std::string text, Map map);
     void Show(Map map);
 
     VirtualBoardHost& host_;

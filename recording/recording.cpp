@@ -65,6 +65,7 @@ Outcome Replay(const Recording& recording, Scene& scene, std::uint64_t mostTicks
     };
     for (std::uint64_t tick = 0; tick <= mostTicks; ++tick) {
         player.BeginTick(scene, run);
+        TakeOutputs(scene.board, outcome.outputs);  // of what was done to it
         if (tick >= recording.ticks) break;
         run(player.Pace());
         PassTick(scene);

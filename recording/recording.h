@@ -35,6 +35,7 @@ struct BytesAt {
 /// Everything that a run came from, and what came of it.
 struct Recording {
     std::vector<std::uint8_t> program;  ///< from address 0 on
+    std::string source;                 ///< name of the source file; empty: unknown
     std::string world;                  ///< the text of its file; empty: the board stood alone
     std::uint32_t seed = kFirstRandom;  ///< of the program's random numbers
     std::uint32_t noise = 0;            ///< seed of the noise of the world's sensors; 0: none

@@ -57,6 +57,7 @@ class Reader {
         if (version != kVersion)
             fields.Complain("recording", "this program reads recordings of version 1");
         ReadProgram(fields);
+        ReadSource(fields);
         ReadWorld(fields);
         ReadSeed(fields, "seed", recording_.seed);
         ReadSeed(fields, "noise", recording_.noise);
@@ -86,6 +87,12 @@ class Reader {
             return "";
         });
         if (program.empty()) fields.Complain("program", "there is no program");
+    }
+
+    void ReadSource(world::Fields& fields) {
+        fields.Take("source", recording_.source);
+        if (recording_.source.find_first_of("/\\") != std::string::npos)
+            fields.Complain("source", "must be the name of a file, without its folder");
     }
 
     void ReadWorld(world::Fields& fields) {
@@ -258,6 +265,7 @@ std::string SaveRecording(const Recording& recording) {
     nlohmann::ordered_json json;
     json["recording"] = kVersion;
     json["program"] = ProgramLines(recording.program);
+    if (!recording.source.empty()) json["source"] = recording.source;
     if (!recording.world.empty())
         json["world"] = nlohmann::ordered_json::parse(recording.world, nullptr, true, true);
     json["seed"] = recording.seed;

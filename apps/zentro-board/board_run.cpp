@@ -138,6 +138,7 @@ void RunToEnd(BoardRun& run) {
     while (true) {
         run.player.BeginTick(run.scene,
                              [&run](std::uint64_t budget) { RunInstructions(run, budget); });
+        ShowChanges(run);  // of what was done to it
         if (run.limits.endOfTape && run.scene.board.clock >= *run.limits.endOfTape) break;
         const std::uint64_t before = processor.steps;
         RunInstructions(run, run.player.Pace());

@@ -94,8 +94,58 @@ class RunRecorderTest : public ::testing::TestWithParam<const char*> {
         Prepare(loaded.recording, loaded.map, *scene);
         const Outcome outcome = Replay(loaded.recording, *scene, kMostRecordedTicks);
         EXPECT_EQ(Difference(*loaded.recording.outcome, outcome), "");
+        ExpectSame(*scene);
+    }
+
+    /// By a host, whose user goes back and forth in it.
+    void ExpectAnExactReplayWithSteps() {
+        const RunRecorder::Made made = host.Record();
+        ASSERT_EQ(made.refusal, Refusal::None);
+        VirtualBoardHost player;
+        std::optional<QString> ending;
+        QObject::connect(&player, &VirtualBoardHost::ReplayEnded, &player,
+                         [&ending](const QString& difference) { ending = difference; });
+        player.EnterWorld(host.World().map);
+        player.Link().Open(kVirtualBoardPort);
+        player.Replay(made.recording);
+        for (int count = 0; count < 60; ++count) {
+            GoOnIn(player);
+        }
+        player.SetSpeed({});
+        while (player.IsReplaying() && !player.IsReplayOver()) {
+            player.Resume();
+            player.Advance(1000);
+        }
+        EXPECT_EQ(ending, QString());
+        ExpectSame(player.World());
+    }
+
+    void GoOnIn(VirtualBoardHost& player) {
+        if (player.IsReplayOver()) {
+            player.StepBack();
+            return;
+        }
+        switch (Below(7)) {
+            case 0:
+                for (unsigned steps = Below(30); steps > 0 && !player.IsReplayOver(); --steps)
+                    player.Step();
+                break;
+            case 1:
+                for (unsigned steps = Below(60); steps > 0; --steps)
+                    player.StepBack();
+                break;
+            case 2: player.SetSpeed({BoardSpeed::Kind::SlowMotion, 10.0 + Below(5000)}); break;
+            case 3: player.SetSpeed({}); break;
+            case 4: player.SetBreakpoints({{static_cast<std::uint16_t>(Below(60)), {}}}); break;
+            case 5: player.SetBreakpoints({}); break;
+            default: player.Resume(); player.Advance(Below(900));
+        }
+        if (Below(3) == 0) player.Link().Read(50);
+    }
+
+    void ExpectSame(const Scene& scene) {
         const auto expected = std::make_unique<Scene>(Comparable(host.World()));
-        const auto replayed = std::make_unique<Scene>(Comparable(*scene));
+        const auto replayed = std::make_unique<Scene>(Comparable(scene));
         EXPECT_TRUE(replayed->board.memory == expected->board.memory);
         EXPECT_TRUE(replayed->board.processor == expected->board.processor);
         EXPECT_TRUE(replayed->board.events == expected->board.events);
@@ -118,6 +168,7 @@ TEST_P(RunRecorderTest, WhateverHappenedIsReplayedToTheLastBit) {
             LetSomethingHappen();
         }
         ExpectAnExactReplay();
+        ExpectAnExactReplayWithSteps();
         if (HasFailure()) FAIL() << "in round " << round;
     }
 }
@@ -141,6 +192,17 @@ TEST_P(RunRecorderTest, ARunThatBeginsOnAUsedBoardIsReplayedToo) {
     host.Stop();
     host.Advance(90);
     ExpectAnExactReplay();
+    ExpectAnExactReplayWithSteps();
+}
+
+/// What the last hand does to the outputs is in the recording too.
+TEST_P(RunRecorderTest, ARunIsReplayedUpToItsReset) {
+    Begin();
+    Type("m1f050\r");
+    host.Advance(500);
+    host.Reset();
+    ExpectAnExactReplay();
+    ExpectAnExactReplayWithSteps();
 }
 
 INSTANTIATE_TEST_SUITE_P(Examples, RunRecorderTest,

@@ -7,6 +7,7 @@
 #include "config/encoding.h"
 #include "config/file.h"
 #include "desktop/compile_service.h"
+#include "desktop/scene_changes.h"
 #include "desktop/sound_output.h"
 #include "desktop/text_file.h"
 #include "desktop/used_inputs.h"
@@ -155,6 +156,18 @@ bool BoardWindows::LoadProgram(const std::shared_ptr<const CompiledProgram>& pro
     const bool loaded = board_.Load(program);
     surroundings_.uncover(boardWindow_);
     return loaded;
+}
+
+bool BoardWindows::ReplayRecording(const LoadedRecording& loaded, const QString& name,
+                                   const std::shared_ptr<const CompiledProgram>& compiled) {
+    if (!MayClose()) return false;
+    if (board_.Kind() == BoardKind::Port) CloseTerminal();
+    MakeBoardWindow();
+    world_->EnterWithoutFile(loaded.map != nullptr ? loaded.map : BareMap());
+    emit WorldEntered();
+    board_.Replay(loaded.recording, name, compiled);
+    surroundings_.uncover(boardWindow_);
+    return true;
 }
 
 QString BoardWindows::ProgramFolder() const {

@@ -11,6 +11,7 @@
 #include "desktop/board_state.h"
 #include "desktop/programs.h"
 #include "desktop/world_document.h"
+#include "recording/recording_file.h"
 #include "ui/support/workbench.h"
 
 class QWidget;
@@ -59,6 +60,10 @@ class BoardWindows : public QObject {
     /// Brings a program to the virtual board, which opens, without starting it. False: it cannot be
     /// loaded.
     bool LoadProgram(const std::shared_ptr<const CompiledProgram>& program);
+    /// Puts a run that was recorded on the virtual board, which opens, and its world on the floor.
+    /// False: the user wants to keep the world that is there.
+    bool ReplayRecording(const LoadedRecording& loaded, const QString& name,
+                         const std::shared_ptr<const CompiledProgram>& compiled);
     /// Stops the program of the board and puts its outputs to rest.
     void Stop();
     void OpenVariables();

@@ -87,6 +87,7 @@ constexpr std::array kCommands{
     CommandRow{OpenComms, MenuId::Kinetron, "Menu_Kinetron_OpenComms", "Open Terminal  Window", "F6", "terminal", ToolBarId::Compile, "Kinetron", true, "Connect to the board"},
     CommandRow{OpenVirtualBoard, MenuId::Kinetron, "Menu_Kinetron_OpenVirtualBoard", "Open &Virtual Board", "F8", "virtual-board", ToolBarId::Compile, "VirtualBoard", false, "Work with a board on the screen"},
     CommandRow{SaveRecording, MenuId::Kinetron, "Menu_Kinetron_SaveRecording", "Save Recordin&g...", "", "", kNone, "", true, "Keep the run so far in a file, from which it can be replayed exactly"},
+    CommandRow{OpenRecording, MenuId::Kinetron, "Menu_Kinetron_OpenRecording", "Open Recordin&g...", "", "", kNone, "", false, "Replay a run that was kept in a file on the virtual board, with steps forward and back"},
     CommandRow{DownloadCurrent, MenuId::Kinetron, "Menu_Kinetron_DownloadCurrent", "Download Current Program", "F7", "download", ToolBarId::Compile, "Download", true, "Send the compiled program to the board"},
     CommandRow{DownloadSaved, MenuId::Kinetron, "Menu_Kinetron_DowloadSaved", "Download Saved Program", "Shift+F7", "", kNone, "", false, "Send an object file to the board"},
     CommandRow{CancelDownload, MenuId::Kinetron, "Menu_Kinetron_CancelDownload", "&Cancel Download", "", "stop", kNone, "", false, "End the download that is going on"},

@@ -64,6 +64,7 @@ enum class CommandId : std::uint8_t {
     OpenComms,
     OpenVirtualBoard,
     SaveRecording,
+    OpenRecording,
     DownloadCurrent,
     DownloadSaved,
     CancelDownload,

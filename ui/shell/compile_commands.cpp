@@ -157,6 +157,16 @@ std::shared_ptr<const CompiledProgram> CompileCommands::CompileTexts(OpenFile fi
     return program;
 }
 
+std::shared_ptr<const CompiledProgram> CompileCommands::CompileQuietly(const OpenFile& file) {
+    class Nowhere : public OutputSink {
+      public:
+        void Write(std::string_view, LogColour, const PostedMessage*) override {}
+    };
+    Nowhere nowhere;
+    auto program = service_.CompileTexts(file, nowhere, nullptr);
+    return program != nullptr && program->succeeded ? program : nullptr;
+}
+
 void CompileCommands::FinishRun(bool succeeded) {
     // Closing the program can end the windows while the compiler lets events run.
     if (output_ != nullptr) output_->FinishCompile();

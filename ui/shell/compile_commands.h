@@ -46,6 +46,10 @@ class CompileCommands : public QObject {
     /// errors the caret is at the first, with what it says beside it. Null: another run is on.
     std::shared_ptr<const CompiledProgram> CompileTexts(OpenFile file);
 
+    /// The same with nothing shown and the caret where it is. Null: it has errors, or another run
+    /// is on.
+    std::shared_ptr<const CompiledProgram> CompileQuietly(const OpenFile& file);
+
     /// The object file of the main file; empty when none is chosen.
     QString ObjectFile() const;
     CompilerOutputWindow* Output() const;

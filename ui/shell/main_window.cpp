@@ -188,7 +188,16 @@ void MainWindow::MakeParts() {
     recordings_ = new RecordingCommands(workbench_, board_->VirtualBoard(),
                                         {this, [this] { return boards_->ProgramFolder(); },
                                          [this] { return board_->VirtualProgram().name; },
-                                         [this](const QString& text) { ShowStatus(text); }},
+                                         [this] {
+                                             const auto program = board_->VirtualProgram().compiled;
+                                             return program == nullptr ? QString() : program->name;
+                                         },
+                                         [this](const QString& text) { ShowStatus(text); },
+                                         [this](const QString& path) { return CompileClosed(path); },
+                                         [this](const auto&... recorded) {
+                                             return boards_->ReplayRecording(recorded...);
+                                         },
+                                         [this](Notice notice) { notices_->Offer(std::move(notice)); }},
                                         this);
     recovery_ = new RecoveryKeeper(workbench_, *programs_, *files_, this);
     checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
@@ -220,6 +229,13 @@ void MainWindow::MakeParts() {
                                     [this](CommandNeed need) { return following_->IsMet(need); }});
     connect(following_, &FollowCommands::NeedsChanged, states_.get(), &CommandStates::Update);
     connect(area_, &QMdiArea::subWindowActivated, states_.get(), &CommandStates::Update);
+}
+
+/// Opens a source file and compiles it, with nothing told about it. Null: it cannot be compiled.
+std::shared_ptr<const CompiledProgram> MainWindow::CompileClosed(const QString& path) {
+    if (files_->Open(path) == nullptr) return nullptr;
+    const OpenFile* file = programs_->Find(path);
+    return file == nullptr ? nullptr : compiler_->CompileQuietly(*file);
 }
 
 void MainWindow::MakeFollowing() {

@@ -76,6 +76,7 @@ class MainWindow : public QMainWindow {
     void MakeToolBars();
     void MakeCentre();
     void MakeParts();
+    std::shared_ptr<const CompiledProgram> CompileClosed(const QString& path);
     void MakeFollowing();
     void ConnectCompiler();
     void ConnectBoard();

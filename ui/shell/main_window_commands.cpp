@@ -127,6 +127,7 @@ void MainWindow::BindKinetronCommands() {
     handlers_[CommandId::OpenComms] = [this] { boards_->OpenComms(); };
     handlers_[CommandId::OpenVirtualBoard] = [this] { boards_->OpenVirtualBoard(); };
     handlers_[CommandId::SaveRecording] = [this] { recordings_->Save(); };
+    handlers_[CommandId::OpenRecording] = [this] { recordings_->Open(); };
     handlers_[CommandId::DownloadCurrent] = [this] { sending_->Download(); };
     handlers_[CommandId::DownloadSaved] = [this] { boards_->DownloadSaved(); };
     handlers_[CommandId::CancelDownload] = [this] { board_->CancelSending(); };
