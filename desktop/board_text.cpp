@@ -17,6 +17,7 @@ std::string DescribeWait(const Board& board, bool paused) {
     const std::string start = paused ? "paused, " : "";
     if (wait.kind == Wait::Kind::Event) return start + "asleep until an event happens";
     const std::uint64_t left = wait.until > board.clock ? wait.until - board.clock : 0;
+    if (left == 0 && paused) return "paused";
     if (!paused && left < kShortWait) return "running";
     std::array<char, 48> text{};
     std::snprintf(text.data(), text.size(), "waiting, %.*f seconds left", paused ? 2 : 1,

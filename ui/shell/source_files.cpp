@@ -165,8 +165,8 @@ bool SourceFiles::eventFilter(QObject* watched, QEvent* event) {
 /// Only a clear Yes or No closes the window; whoever puts the question away wants to think.
 bool SourceFiles::MayCloseWindow(SourceWindow& window) {
     if (!window.SourceChanged()) return true;
-    switch (workbench_.dialogs.AskYesNoOrNeither(&window,
-                                                 tr("Source File has changed. Save changes?"))) {
+    const QString question = tr("Source File has changed. Save changes?");
+    switch (workbench_.dialogs.AskYesNoOrNeither(&window, question + "\n\n" + window.FileName())) {
         case YesNoAnswer::Yes: return Save(window.Id());
         case YesNoAnswer::No: return true;
         case YesNoAnswer::Neither: break;

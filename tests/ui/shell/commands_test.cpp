@@ -466,7 +466,7 @@ TEST_F(CommandsTest, ClosingAChangedFileAsks) {
     Write("a.txt", "; a\n")->SetText("; b\n");
     dialogs.yesNoAnswer = YesNoAnswer::Yes;
     Press(CommandId::CloseSource);
-    EXPECT_EQ(dialogs.questions.last(), "Source File has changed. Save changes?");
+    EXPECT_EQ(dialogs.questions.last(), "Source File has changed. Save changes?\n\na.txt");
     EXPECT_TRUE(ReadFile("a.txt").startsWith("; b"));
     EXPECT_TRUE(QTest::qWaitFor([&] { return window->Files().Windows().isEmpty(); }));
     EXPECT_EQ(Child<QTabBar>("TabStripFiles")->count(), 0);
