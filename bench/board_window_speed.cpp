@@ -16,6 +16,7 @@
 
 #include "desktop/board_state.h"
 #include "ui/board/floor_widget.h"
+#include "ui/editor/source_window.h"
 #include "ui/shell/board_windows.h"
 #include "ui/shell/main_window.h"
 #include "ui/shell/source_files.h"
@@ -100,6 +101,7 @@ int main(int argc, char** argv) {
     MainWindow window(workbench, [] { return std::vector<PortDescription>{}; });
     window.resize(1366, 768);
     window.show();
+    if (!QTest::qWaitForWindowActive(&window)) qFatal("the window gets no keys");
     window.Files().OpenFile(folder.path(), "wall_follower.txt");
     QTest::keyClick(window.Files().Front(), Qt::Key_F9);
     VirtualBoardHost& host = window.Board().VirtualBoard();

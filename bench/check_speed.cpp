@@ -54,10 +54,10 @@ int main(int argc, char** argv) {
     QString text = ReadProgram(argv[2]);
     const FileId id = programs.Add(folder.path(), "program.txt", [&text] { return text; });
     const OpenFile& file = *programs.File(id);
+    const qsizetype lines = text.count('\n');
     const double milliseconds = FastestCheck(configuration, file, settings, programs, text);
     const ProgramReport* report = programs.ReportOf(file.key);
     std::printf("result\tcheck while typing, %lld lines with %zu messages in ms\t\t\t%.2f\t<= 5\n",
-                static_cast<long long>(text.count('\n')), report->messages.at(file.key).size(),
-                milliseconds);
+                static_cast<long long>(lines), report->messages.at(file.key).size(), milliseconds);
     return 0;
 }

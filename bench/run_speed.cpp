@@ -41,7 +41,7 @@ double Press(MainWindow& window) {
     QElapsedTimer clock;
     clock.start();
     QTest::keyClick(window.Files().Front(), Qt::Key_F9);
-    while (board.outputs.display != 1) {
+    while (board.outputs.display.value != 1) {
         if (clock.elapsed() > kPatience) qFatal("nothing was shown");
         QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
@@ -64,6 +64,7 @@ int main(int argc, char** argv) {
     Workbench workbench{settings, configuration, dialogs, path, path};
     MainWindow window(workbench, [] { return std::vector<PortDescription>{}; });
     window.show();
+    if (!QTest::qWaitForWindowActive(&window)) qFatal("the window gets no keys");
     QTest::keyClick(&window, Qt::Key_N, Qt::ControlModifier);
     window.Files().Front()->SetText(ProgramFrom(argv[2]));
     const double first = Press(window);

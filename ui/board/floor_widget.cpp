@@ -30,6 +30,7 @@ double AngleOf(const world::Point& way) {
 }  // namespace
 
 FloorWidget::FloorWidget(VirtualBoardHost& host, QWidget* parent) : QWidget(parent), host_(host) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setObjectName("Floor");
     setAccessibleName(tr("Robot on the floor"));
     setToolTip(tr(

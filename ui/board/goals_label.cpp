@@ -27,7 +27,8 @@ QString StatusWords(const world::GoalState& goal, std::uint64_t now,
         case world::GoalStatus::Open: break;
     }
     if (end) return GoalsLabel::tr("not met yet, the program has ended");
-    return now == 0 ? GoalsLabel::tr("open") : GoalsLabel::tr("open, %1 s").arg(Seconds(now));
+    return now < kTicksPerSecond ? GoalsLabel::tr("open")
+                                 : GoalsLabel::tr("open, %1 s").arg(now / kTicksPerSecond);
 }
 
 }  // namespace

@@ -164,11 +164,12 @@ QLayout* RunControls::MakeStatus() {
     instruction_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     steps_->setObjectName("BoardSteps");
     steps_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    for (QLabel* label : {state_, instruction_, steps_})
+    for (QLabel* label : {state_, instruction_})
         label->setMinimumHeight(2 * fontMetrics().height() + 2);
     instruction_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     const QString many = tr("%1 instructions").arg(QLocale().toString(qlonglong{999'999'999'999}));
-    steps_->setMinimumWidth(fontMetrics().horizontalAdvance(many));
+    // Of a fixed size: it changes so often that the window must not be laid out for it.
+    steps_->setFixedSize(fontMetrics().horizontalAdvance(many), fontMetrics().height() + 2);
     row->addWidget(state_, 4);
     row->addWidget(instruction_, 5);
     row->addWidget(steps_);
@@ -209,7 +210,7 @@ void RunControls::Fit() {
         speedRow_->insertWidget(behindText, step_);
     }
     speedCaption_->setVisible(!isCompact);
-    for (QLabel* label : {state_, instruction_, steps_})
+    for (QLabel* label : {state_, instruction_})
         label->setMinimumHeight((isCompact ? 1 : 2) * fontMetrics().height() + 2);
     layout()->setSpacing(isCompact ? 2 : -1);
     // The layout around is at work just now, and would not notice.
@@ -263,7 +264,7 @@ void RunControls::ShowState() {
     SayWithCaption(*state_, tr("State of the board"));
 }
 
-/// Whether the instruction that is shown changes too fast to be read.
+/// Whether the instruction and their number change too fast to be read.
 bool RunControls::InstructionFlickers() const {
     return host_.State().processor.running && !host_.IsPaused() &&
            host_.Speed().kind != BoardSpeed::Kind::SlowMotion && sinceInstruction_.isValid() &&
@@ -272,12 +273,12 @@ bool RunControls::InstructionFlickers() const {
 
 void RunControls::ShowInstruction() {
     const Processor& processor = host_.State().processor;
+    if (InstructionFlickers()) return;
+    sinceInstruction_.start();
     steps_->setText(
         processor.steps == 1
             ? tr("1 instruction")
             : tr("%1 instructions").arg(QLocale().toString(qulonglong{processor.steps})));
-    if (InstructionFlickers()) return;
-    sinceInstruction_.start();
     SayWithCaption(*steps_, tr("Instructions carried out"));
     QString text;
     if (!host_.LastStep().empty())

@@ -51,6 +51,7 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
     setObjectName("frmVirtualBoard");
     ShowProgram({});
     setWindowIcon(ThemedIcon("virtual-board"));
+    setAutoFillBackground(true);  // or its frame is painted with each picture of the robot
     pictures_ = new QVBoxLayout;
     pictures_->addWidget(floor_, kFloorShare);
     pictures_->addWidget(outputs_, kOutputsShare);
