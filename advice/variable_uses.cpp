@@ -54,9 +54,9 @@ void VariableUses::Enter(const SourceLine& line) {
 }
 
 std::span<const VariableUses::Change> VariableUses::ChangesOf(const Label* variable) const {
-    const auto found =
-        std::ranges::equal_range(changes_, variable, std::less<>{}, &Change::variable);
-    return {found.begin(), found.end()};
+    const std::less<> order;
+    return {std::ranges::lower_bound(changes_, variable, order, &Change::variable),
+            std::ranges::upper_bound(changes_, variable, order, &Change::variable)};
 }
 
 /// The events, and the routines that they or the lines call, directly or through others.
