@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "desktop/world_moving.h"
 #include "world/world_map.h"
 
 namespace zentro {
@@ -111,7 +112,8 @@ void DrawGoalOn(World& world, const Thing& thing) {
         }
         case ThingKind::Wall:
         case ThingKind::Box: return Toggle(world, world::GoalKind::Clear, {});
-        case ThingKind::Lamp: break;
+        case ThingKind::Lamp:
+        case ThingKind::Start: break;
     }
 }
 
@@ -159,6 +161,7 @@ void Erase(World& world, const Point& place) {
         case ThingKind::Wall: Remove(world.walls, thing->index); break;
         case ThingKind::Box: Remove(world.boxes, thing->index); break;
         case ThingKind::Lamp: Remove(world.lamps, thing->index); break;
+        case ThingKind::Start: break;
     }
     DropLostGoals(world);
 }
@@ -212,6 +215,7 @@ World Drawn(World world, WorldTool tool, const Point& from, const Point& to) {
         case WorldTool::Lamp: world.lamps.push_back({.place = to}); break;
         case WorldTool::Start: DrawStart(world, from, to); break;
         case WorldTool::Goal: DrawGoal(world, from, to); break;
+        case WorldTool::Move: return Moved(std::move(world), from, to);
         case WorldTool::Erase: Erase(world, to); break;
         case WorldTool::Ruler: break;
     }

@@ -7,6 +7,7 @@
 
 #include "world/load_world.h"
 #include "world/picture.h"
+#include "world/save_world.h"
 #include "world/world_state.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -15,6 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     world::LoadedWorld loaded = world::LoadWorld(text);
     if (!loaded.error.empty()) return 0;
+    // Whoever can open it can change and save it.
+    if (!world::LoadWorld(world::SaveWorld(loaded.world)).error.empty()) std::abort();
     const world::WorldMap map = world::MakeMap(std::move(loaded.world));
     world::WorldState state = StartState(map, 1);
     Inputs inputs;

@@ -72,12 +72,13 @@ class WorldProgramTest : public testing::Test {
 };
 
 TEST_F(WorldProgramTest, TheExamplesMeetTheGoalsOfTheirWorlds) {
-    const std::array<std::array<const char*, 2>, 7> pairs{{{"line_follower", "oval.world"},
+    const std::array<std::array<const char*, 2>, 8> pairs{{{"line_follower", "oval.world"},
                                                            {"line_follower", "eight.world"},
                                                            {"wall_follower", "maze.world"},
                                                            {"patrol", "room.world"},
                                                            {"parking", "parking.world"},
                                                            {"ring", "ring.world"},
+                                                           {"sumo", "sumo.world"},
                                                            {"light_seeker", "lamp.world"}}};
     Write("press", "10 button1 1\n20 button1 0\n");
     for (const auto& [example, world] : pairs) {

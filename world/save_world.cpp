@@ -157,7 +157,7 @@ class Writer {
 
 std::string SaveWorld(const World& world) {
     Writer writer;
-    writer.Add("name", world.name);
+    if (!world.name.empty()) writer.Add("name", world.name);
     writer.Add("floor", Saved(world.floor));
     if (world.robot != RobotMeasures{}) writer.Add("robot", Saved(world.robot));
     writer.Add("start", {{"at", At(world.start.place)}, {"heading", Angle(world.start.heading)}});

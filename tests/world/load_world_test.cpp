@@ -164,6 +164,8 @@ TEST(SaveWorld, WhatIsSavedIsReadAsTheSame) {
     ASSERT_EQ(all.sensors.size(), 4U);
     const World again = LoadWorld(SaveWorld(all)).world;
     EXPECT_EQ(again, all) << SaveWorld(all);
+    const World least = LoadWorld(R"({"start": {"at": [50, 50]}})").world;
+    EXPECT_EQ(LoadWorld(SaveWorld(least)).error, "") << SaveWorld(least);
 }
 
 TEST(NamedWorld, IsACommentBeforeTheFirstStatement) {

@@ -17,15 +17,16 @@ struct ToolButton {
     WorldTool tool;
     const char* name;
 };
-constexpr std::array<ToolButton, 9> kTools{{{WorldTool::Line, "ToolLine"},
-                                            {WorldTool::Area, "ToolArea"},
-                                            {WorldTool::Wall, "ToolWall"},
-                                            {WorldTool::Box, "ToolBox"},
-                                            {WorldTool::Lamp, "ToolLamp"},
-                                            {WorldTool::Start, "ToolStart"},
-                                            {WorldTool::Goal, "ToolGoal"},
-                                            {WorldTool::Erase, "ToolErase"},
-                                            {WorldTool::Ruler, "ToolRuler"}}};
+constexpr std::array<ToolButton, 10> kTools{{{WorldTool::Line, "ToolLine"},
+                                             {WorldTool::Area, "ToolArea"},
+                                             {WorldTool::Wall, "ToolWall"},
+                                             {WorldTool::Box, "ToolBox"},
+                                             {WorldTool::Lamp, "ToolLamp"},
+                                             {WorldTool::Start, "ToolStart"},
+                                             {WorldTool::Goal, "ToolGoal"},
+                                             {WorldTool::Move, "ToolMove"},
+                                             {WorldTool::Erase, "ToolErase"},
+                                             {WorldTool::Ruler, "ToolRuler"}}};
 
 }  // namespace
 

@@ -4,6 +4,7 @@
 #include <QPalette>
 #include <cmath>
 
+#include "desktop/world_moving.h"
 #include "world/arithmetic.h"
 
 namespace zentro {
@@ -16,6 +17,7 @@ QString ThingWords(ThingKind kind) {
         case ThingKind::Area: return FloorPencil::tr("an area");
         case ThingKind::Wall: return FloorPencil::tr("a wall");
         case ThingKind::Box: return FloorPencil::tr("a box");
+        case ThingKind::Start: return FloorPencil::tr("the start");
         case ThingKind::Lamp: break;
     }
     return FloorPencil::tr("a lamp");
@@ -39,6 +41,7 @@ QString ToolWords(WorldTool tool) {
         case WorldTool::Lamp: return FloorPencil::tr("Lamp");
         case WorldTool::Start: return FloorPencil::tr("Start");
         case WorldTool::Goal: return FloorPencil::tr("Goal");
+        case WorldTool::Move: return FloorPencil::tr("Move");
         case WorldTool::Ruler: return FloorPencil::tr("Ruler");
         case WorldTool::Erase: break;
     }
@@ -62,6 +65,8 @@ QString ToolHelp(WorldTool tool) {
                 "Draw an area that is to be reached; or press an area to be "
                 "reached, a line to be followed, a wall that is not to be "
                 "touched. Press once more, and it is no goal any more");
+        case WorldTool::Move:
+            return FloorPencil::tr("Take what you press and move it, the robot's start too");
         case WorldTool::Ruler:
             return FloorPencil::tr("Lay a ruler anywhere: how far it is, and at which angle");
         case WorldTool::Erase: break;
@@ -73,10 +78,27 @@ void FloorPencil::Choose(WorldTool tool) {
     tool_ = tool;
     ruler_.reset();
     from_.reset();
+    thing_ = -1;
 }
 
+/// What is to be moved is taken where it is pressed, and then goes by steps of the grid.
 void FloorPencil::MoveTo(const world::World& world, const world::Point& wanted) {
-    at_ = PencilPlace(world, wanted, snaps_);
+    if (tool_ != WorldTool::Move) {
+        at_ = PencilPlace(world, wanted, snaps_);
+    } else if (!from_) {
+        at_ = PencilPlace(world, wanted, false);
+    } else {
+        const double grid = snaps_ ? kPencilGrid : 1;
+        const world::Point way = Minus(wanted, *from_);
+        at_ = Plus(*from_, {std::round(way.x / grid) * grid, std::round(way.y / grid) * grid});
+    }
+}
+
+void FloorPencil::MoveToThing(const world::World& world, int step) {
+    const std::vector<world::Point> places = PlacesOfThings(world);
+    const auto count = static_cast<int>(places.size());
+    thing_ = ((thing_ + step) % count + count) % count;
+    at_ = PencilPlace(world, places[static_cast<std::size_t>(thing_)], false);
 }
 
 void FloorPencil::MoveBy(const world::World& world, const world::Point& steps) {
@@ -124,8 +146,28 @@ void FloorPencil::PaintRuler(QPainter& painter, const FloorView& view,
     painter.drawText(room, Qt::AlignCenter, text);
 }
 
-void FloorPencil::Paint(QPainter& painter, const FloorView& view, const QPalette& palette) const {
+/// What would be taken, or is.
+void FloorPencil::PaintTaken(QPainter& painter, const FloorView& view, const QPalette& palette,
+                             const world::World& world) const {
+    constexpr double kAround = 5;  // pixels
+    if (tool_ != WorldTool::Move) return;
+    const std::optional<Thing> thing = MovableAt(world, at_);
+    if (!thing) return;
+    const Bounds room = BoundsOf(world, *thing);
+    const QRectF frame = QRectF(view.ToPixels(room.least), view.ToPixels(room.most)).normalized();
+    painter.setBrush(Qt::NoBrush);
+    for (const auto& [colour, style] :
+         {std::pair(palette.color(QPalette::Base), Qt::SolidLine),
+          std::pair(palette.color(QPalette::Highlight), Qt::DashLine)}) {
+        painter.setPen(QPen(colour, 2, style));
+        painter.drawRect(frame.adjusted(-kAround, -kAround, kAround, kAround));
+    }
+}
+
+void FloorPencil::Paint(QPainter& painter, const FloorView& view, const QPalette& palette,
+                        const world::World& world) const {
     constexpr double kArm = 8;
+    PaintTaken(painter, view, palette, world);
     PaintRuler(painter, view, palette);
     const QPointF at = view.ToPixels(at_);
     for (const auto& [colour, width] :
@@ -137,7 +179,8 @@ void FloorPencil::Paint(QPainter& painter, const FloorView& view, const QPalette
 }
 
 QString FloorPencil::Words(const world::World& world) const {
-    const std::optional<Thing> thing = ThingAt(world, at_);
+    const std::optional<Thing> thing =
+        tool_ == WorldTool::Move ? MovableAt(world, at_) : ThingAt(world, at_);
     const QString what = thing ? ThingWords(thing->kind) : tr("nothing");
     if (const std::optional<world::Segment> ruler = Ruler())
         return tr("The ruler shows %1").arg(RulerWords(*ruler));

@@ -183,7 +183,7 @@ void FloorWidget::paintEvent(QPaintEvent*) {
     PaintRobot(painter, *seen_.map, seen_.robot, seen_.leds);
     painter.restore();
     if (editing_)
-        pencil_.Paint(painter, view_, palette());
+        pencil_.Paint(painter, view_, palette(), Shown().world);
     else
         PaintHandle(painter);
     if (!hasFocus()) return;
@@ -331,6 +331,13 @@ bool FloorWidget::DrawByKey(QKeyEvent* event) {
             SayPlace();
             update();
         }
+    } else if ((key == Qt::Key_PageDown || key == Qt::Key_PageUp) && !pencil_.IsDown()) {
+        pencil_.MoveToThing(seen_.map->world, key == Qt::Key_PageDown ? 1 : -1);
+        SayPlace();
+        update();
+    } else if (key == Qt::Key_Delete && !pencil_.IsDown()) {
+        emit Drawn(pencil_.Erased(seen_.map->world));
+        SayPlace();
     } else if (key == Qt::Key_Escape && pencil_.IsDown()) {
         pencil_.Cancel();
         preview_.reset();
@@ -354,11 +361,12 @@ void FloorWidget::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
-/// What is undone while the world is drawn is the drawing, not the program.
+/// What is undone or deleted while the world is drawn is the drawing, not the program.
 bool FloorWidget::event(QEvent* event) {
     if (editing_ && event->type() == QEvent::ShortcutOverride) {
         auto* key = static_cast<QKeyEvent*>(event);
-        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo)) {
+        if (key->matches(QKeySequence::Undo) || key->matches(QKeySequence::Redo) ||
+            key->matches(QKeySequence::Delete)) {
             event->accept();
             return true;
         }

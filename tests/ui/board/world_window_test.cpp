@@ -247,6 +247,67 @@ TEST_F(WorldWindowTest, AWorldIsDrawnWithTheMouse) {
     EXPECT_EQ(world(), drawn) << "what was saved comes back";
 }
 
+TEST_F(WorldWindowTest, ThingsAreMovedWithMouseAndKeys) {
+    WriteFile("things.world", R"({"floor": {"width": 100, "height": 80}, "start": {"at": [20, 20]},
+        "lines": [{"points": [[12, 60], [42, 60], [42, 70]]}, {"center": [75, 55], "radius": 15}],
+        "areas": [{"name": "bay", "corner": [60, 0], "size": [30, 30]}],
+        "walls": [{"from": [50, 5], "to": [50, 25]}],
+        "boxes": [{"corner": [3, 40], "size": [10, 10]}], "lamps": [{"at": [95, 75]}],
+        "goals": [{"reach": "bay"}]})");
+    Press(CommandId::OpenVirtualBoard);
+    dialogs.fileToOpen = FilePath("things.world");
+    Choose("Open World...");
+    Click("BtnEdit");
+    Click("ToolMove");
+    auto* floor = Child<FloorWidget>("Floor");
+    const auto world = [&] { return Now().map->world; };
+    const world::World before = world();
+    const auto drag = [&](const world::Point& from, const world::Point& to) {
+        QTest::mousePress(floor, Qt::LeftButton, {}, floor->InPicture(from).toPoint());
+        QTest::mouseMove(floor, floor->InPicture(to).toPoint());
+        QTest::mouseRelease(floor, Qt::LeftButton, {}, floor->InPicture(to).toPoint());
+    };
+    drag({30, 60}, {36, 64});  // by steps of the grid
+    EXPECT_TRUE(dialogs.shown.isEmpty()) << LastShown().toStdString();
+    EXPECT_EQ(world().lines[0].points, (std::vector<world::Point>{{17, 65}, {47, 65}, {47, 75}}));
+    drag({60, 55}, {55, 50});
+    EXPECT_EQ(world().lines[1].arc->centre, (world::Point{70, 50}));
+    drag({80, 10}, {99, 10});
+    EXPECT_EQ(world().areas[0].corner, (world::Point{70, 0})) << "not beyond the floor";
+    EXPECT_EQ(world().goals, before.goals);
+    drag({50, 15}, {40, 25});
+    EXPECT_EQ(world().walls[0], (world::Segment{{40, 15}, {40, 35}}));
+    drag({8, 45}, {3, 45});
+    EXPECT_EQ(world().boxes[0].corner, (world::Point{0, 40}));
+    drag({95, 75}, {90, 70});
+    EXPECT_EQ(world().lamps[0].place, (world::Point{90, 70}));
+    drag({20, 20}, {15, 20});
+    EXPECT_EQ(world().start.place, (world::Point{15, 20}));
+    const world::World moved = world();
+    drag({60, 70}, {20, 70});
+    EXPECT_EQ(world(), moved) << "there was nothing to take";
+
+    floor->setFocus();
+    const auto go = [&](std::initializer_list<Qt::Key> keys) {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(floor, key);
+    };
+    go({Qt::Key_PageDown});
+    EXPECT_EQ(floor->accessibleDescription(), "Move at 15 and 20 cm; there is the start");
+    go({Qt::Key_PageUp});
+    EXPECT_EQ(floor->accessibleDescription(), "Move at 90 and 70 cm; there is a lamp");
+    go({Qt::Key_Space, Qt::Key_Left, Qt::Key_Left, Qt::Key_Down, Qt::Key_Return});
+    EXPECT_EQ(world().lamps[0].place, (world::Point{80, 65}));
+    go({Qt::Key_Space, Qt::Key_Left, Qt::Key_Escape});
+    EXPECT_EQ(world().lamps[0].place, (world::Point{80, 65}));
+    go({Qt::Key_PageUp, Qt::Key_Delete});
+    EXPECT_TRUE(world().boxes.empty());
+    for (int change = 0; change < 9; ++change)
+        QTest::keyClick(floor, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(world(), before) << "each move is one change";
+    EXPECT_FALSE(Button("BtnUndoWorld")->isEnabled());
+}
+
 TEST_F(WorldWindowTest, AWorldIsDrawnWithTheKeysWhileTheRobotDrives) {
     Write("ahead.txt", QString("; world: small.world\n") + kAhead);
     Press(CommandId::Run);
