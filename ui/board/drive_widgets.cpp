@@ -78,7 +78,6 @@ void PaintTurnArrow(QPainter& painter, double radius, bool forward) {
 
 MotorWidget::MotorWidget(int number, QWidget* parent) : QWidget(parent) {
     setObjectName("Motor" + QString::number(number));
-    setAutoFillBackground(true);  // it turns, and what lies behind it does not change
     setAccessibleName(tr("Motor %1").arg(number));
     SetSpokenValue(*this, DescribeMotor(motor_));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
