@@ -105,8 +105,8 @@ class BoardState : public QObject {
     /// Brings a program to the virtual board without starting it. False, which has been told: it
     /// cannot be loaded.
     bool Load(std::shared_ptr<const CompiledProgram> compiled);
-    /// Puts the virtual board at the beginning of a run that was recorded, held there. `compiled` is
-    /// the program of the recording if it is known; its world lies on the floor already.
+    /// Puts the virtual board at the beginning of a run that was recorded, held there. `compiled`
+    /// is the program of the recording if it is known; its world lies on the floor already.
     void Replay(Recording recording, const QString& name,
                 std::shared_ptr<const CompiledProgram> compiled);
     void CancelSending();

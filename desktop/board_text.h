@@ -3,8 +3,8 @@
 #include <string>
 
 #include "board/devices.h"
-#include "faults/fault_report.h"
 #include "desktop/virtual_board_host.h"
+#include "faults/fault_report.h"
 
 namespace zentro {
 

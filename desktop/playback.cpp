@@ -95,8 +95,7 @@ void Playback::PassTick() {
 /// So many ticks in which nothing but the program does anything, the present one among them.
 std::uint64_t Playback::TicksToNext() const {
     std::uint64_t end = recording_.End();
-    if (Done() < recording_.actions.size())
-        end = std::min(end, recording_.actions[Done()].tick);
+    if (Done() < recording_.actions.size()) end = std::min(end, recording_.actions[Done()].tick);
     return end - scene_.board.clock;
 }
 
@@ -122,8 +121,9 @@ void Playback::FollowStepBack() {
     pace_ = PaceNow();
     const Board& board = scene_.board;
     const bool isInTick = !marks_.empty() && marks_.back().clock == board.clock;
-    inPhase_ = isInTick ? board.processor.steps - std::min(board.processor.steps, marks_.back().steps)
-                        : history_.StepsInTick();
+    inPhase_ = isInTick
+                   ? board.processor.steps - std::min(board.processor.steps, marks_.back().steps)
+                   : history_.StepsInTick();
 }
 
 std::string Playback::Difference() const {

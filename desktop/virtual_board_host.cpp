@@ -490,7 +490,8 @@ void VirtualBoardHost::PassSlowMotion(std::uint64_t ticks) {
 void VirtualBoardHost::RunAtFullSpeed() {
     QElapsedTimer working;
     working.start();
-    while (State().processor.running && !paused_ && !IsReplayOver() && working.elapsed() < kWorkPerWakeUp) {
+    while (State().processor.running && !paused_ && !IsReplayOver() &&
+           working.elapsed() < kWorkPerWakeUp) {
         PassRealTime(kTicksBetweenLooks);
         LetButtonsUp();
         trail_.Follow(world_->state);

@@ -16,13 +16,13 @@
 
 #include "comms/virtual_board_link.h"
 #include "desktop/button_presses.h"
-#include "faults/fault_report.h"
 #include "desktop/history.h"
 #include "desktop/playback.h"
 #include "desktop/plot_curves.h"
 #include "desktop/program_stops.h"
 #include "desktop/robot_trail.h"
 #include "desktop/scene_changes.h"
+#include "faults/fault_report.h"
 #include "sound/tone_generator.h"
 
 namespace zentro {

@@ -76,8 +76,7 @@ class RunRecorderTest : public ::testing::TestWithParam<const char*> {
                 for (unsigned steps = Below(40); steps > 0; --steps)
                     host.StepBack();
                 return host.Resume();
-            case 8:
-                return host.SetSpeed({BoardSpeed::Kind::SlowMotion, 10.0 + Below(5000)});
+            case 8: return host.SetSpeed({BoardSpeed::Kind::SlowMotion, 10.0 + Below(5000)});
             case 9: return host.SetSpeed({});
             case 10: return Type(Below(2) == 0 ? "m1b040\r" : "k");
             case 11: return host.LetAllInputsGo();
@@ -217,7 +216,8 @@ class LongRunTest : public ::testing::Test {
 
 /// So many happenings that the history has forgotten the first ones.
 TEST_F(LongRunTest, WhatTheHistoryHasForgottenIsRecorded) {
-    ASSERT_EQ(host.LoadProgram(Compiled("DEFINE BYTE Light\nBEGIN PROGRAM\nLOOP\nLight = ANALOG(4)\nDISPLAY Light\nWAIT 1\nEND LOOP\n"
+    ASSERT_EQ(host.LoadProgram(Compiled("DEFINE BYTE Light\nBEGIN PROGRAM\nLOOP\nLight = "
+                                        "ANALOG(4)\nDISPLAY Light\nWAIT 1\nEND LOOP\n"
                                         "END PROGRAM\n")),
               "");
     host.Run();

@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <algorithm>
+#include <chrono>
 
 #include "ui/board/floor_panel.h"
 #include "ui/board/inputs_panel.h"
@@ -31,6 +32,7 @@ QScrollArea* InScrollArea(QWidget* content, QWidget* parent) {
 /// From this relation of width to height on, floor and board stand side by side, if there is room
 /// for the captions of the board.
 constexpr double kWide = 1.7;
+constexpr std::chrono::milliseconds kInputsRest{50};
 constexpr int kLeastForBoth = 660;  // pixels
 constexpr int kFloorShare = 4;      // of the height; side by side both are as wide
 constexpr int kOutputsShare = 3;
@@ -51,6 +53,11 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
     setObjectName("frmVirtualBoard");
     ShowProgram({});
     setWindowIcon(ThemedIcon("virtual-board"));
+    inputsRest_.setSingleShot(true);
+    inputsRest_.setInterval(kInputsRest);
+    connect(&inputsRest_, &QTimer::timeout, this, [this] {
+        if (inputsAreLate_) ShowInputs();
+    });
     setAutoFillBackground(true);  // or its frame is painted with each picture of the robot
     pictures_ = new QVBoxLayout;
     pictures_->addWidget(floor_, kFloorShare);
@@ -139,7 +146,16 @@ void VirtualBoardWindow::Refresh() {
     sound_->Refresh();
     floor_->Refresh();
     outputs_->Show(host_.State());
+    const bool runs = host_.State().processor.running && !host_.IsPaused();
+    if (!runs || !inputsRest_.isActive()) return ShowInputs();
+    inputsAreLate_ = true;
+}
+
+/// Their numbers cost as much as the picture of the robot, and nobody reads them so fast.
+void VirtualBoardWindow::ShowInputs() {
     inputs_->Show(host_.World());
+    inputsAreLate_ = false;
+    inputsRest_.start();
 }
 
 void VirtualBoardWindow::showEvent(QShowEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QTimer>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -53,6 +54,7 @@ class VirtualBoardWindow : public QWidget {
 
   private:
     void Refresh();
+    void ShowInputs();
     void Arrange();
     int InputsWidth() const;
 
@@ -62,6 +64,8 @@ class VirtualBoardWindow : public QWidget {
     FloorPanel* floor_;
     OutputsPanel* outputs_;
     InputsPanel* inputs_;
+    QTimer inputsRest_;           ///< after they were shown, while a program runs
+    bool inputsAreLate_ = false;  ///< they have changed since
     QScrollArea* inputsArea_ = nullptr;
     QBoxLayout* pictures_ = nullptr;  ///< floor and outputs
     QBoxLayout* columns_ = nullptr;   ///< the pictures and the inputs

@@ -51,7 +51,9 @@ void PlaceColumn(const QRect& area, const Column& column, int leastAbove, Places
             return part == DeskPart::Help || part == DeskPart::Plot;
         });
         const bool isOutputAlone = column.below == std::vector{DeskPart::Output};
-        strip = std::max(Share(area.height(), isToRead ? 50 : isOutputAlone ? 20 : 30),
+        strip = std::max(Share(area.height(), isToRead        ? 50
+                                              : isOutputAlone ? 20
+                                                              : 30),
                          isOutputAlone ? kLeastOutputHeight : kLeastStripHeight);
         const int least = std::min(kLeastOutputHeight, area.height() / 2);
         strip = std::clamp(strip, 0, std::max(area.height() - leastAbove, least));

@@ -185,20 +185,19 @@ void MainWindow::MakeParts() {
                  NameWorld(*source->Editor(), world.toStdString());
          }},
         this);
-    recordings_ = new RecordingCommands(workbench_, board_->VirtualBoard(),
-                                        {this, [this] { return boards_->ProgramFolder(); },
-                                         [this] { return board_->VirtualProgram().name; },
-                                         [this] {
-                                             const auto program = board_->VirtualProgram().compiled;
-                                             return program == nullptr ? QString() : program->name;
-                                         },
-                                         [this](const QString& text) { ShowStatus(text); },
-                                         [this](const QString& path) { return CompileClosed(path); },
-                                         [this](const auto&... recorded) {
-                                             return boards_->ReplayRecording(recorded...);
-                                         },
-                                         [this](Notice notice) { notices_->Offer(std::move(notice)); }},
-                                        this);
+    recordings_ = new RecordingCommands(
+        workbench_, board_->VirtualBoard(),
+        {this, [this] { return boards_->ProgramFolder(); },
+         [this] { return board_->VirtualProgram().name; },
+         [this] {
+             const auto program = board_->VirtualProgram().compiled;
+             return program == nullptr ? QString() : program->name;
+         },
+         [this](const QString& text) { ShowStatus(text); },
+         [this](const QString& path) { return CompileClosed(path); },
+         [this](const auto&... recorded) { return boards_->ReplayRecording(recorded...); },
+         [this](Notice notice) { notices_->Offer(std::move(notice)); }},
+        this);
     recovery_ = new RecoveryKeeper(workbench_, *programs_, *files_, this);
     checks_ = new LiveCheck(workbench_.configuration, workbench_.settings, *programs_, this);
     search_ = std::make_unique<SourceSearch>(*files_);

@@ -139,9 +139,9 @@ RecordingCommands::FoundSource RecordingCommands::FindSource(const Recording& re
         found.name.isEmpty() ? file.completeBaseName() + kSourceSuffix : found.name;
     for (const QString& folder : {file.absolutePath(), surroundings_.programFolder()}) {
         const QString candidate = QDir(folder).filePath(name);
-        const auto isThere =
-            workbench_.disk->Ask(candidate, Patience::WhileWanted,
-                                 [candidate] { return QFileInfo(candidate).isFile(); });
+        const auto isThere = workbench_.disk->Ask(candidate, Patience::WhileWanted, [candidate] {
+            return QFileInfo(candidate).isFile();
+        });
         if (!isThere.value_or(false)) continue;
         const auto program = surroundings_.compile(candidate);
         found.name = name;

@@ -49,7 +49,7 @@ class RecordingCommands : public QObject {
   private:
     /// The source of what a recording holds, as far as it was found.
     struct FoundSource {
-        QString name;                                   ///< of its file; empty: nobody knows it
+        QString name;                                    ///< of its file; empty: nobody knows it
         std::shared_ptr<const CompiledProgram> program;  ///< null: there is none that fits
         bool isThere = false;
     };
@@ -64,8 +64,8 @@ class RecordingCommands : public QObject {
     Workbench& workbench_;
     VirtualBoardHost& host_;
     Surroundings surroundings_;
-    QString replayed_;     ///< the path of the recording that was opened last
-    QString replayedAs_;   ///< what its program is called on the board
+    QString replayed_;         ///< the path of the recording that was opened last
+    QString replayedAs_;       ///< what its program is called on the board
     bool hasOutputs_ = false;  ///< it tells what they were
 };
 

@@ -190,13 +190,17 @@ TEST_F(ReplayWindowTest, AHandEndsTheReplayAndIsTold) {
     Record();
     using Hand = std::function<void()>;
     const std::vector<std::pair<const char*, Hand>> hands = {
-        {"input", [this] {
+        {"input",
+         [this] {
              Inputs inputs = Host().State().inputs;
              inputs.digital[0] = !inputs.digital[0];
              Host().SetInputs(inputs);
          }},
         {"button", [this] { Host().PressButton(0); }},
-        {"robot", [this] { Host().PlaceRobot({{30, 30}, 0}); }},
+        {"robot",
+         [this] {
+             Host().PlaceRobot({{30, 30}, 0});
+         }},
         {"reset", [this] { Click("BtnBoardReset"); }},
         {"serial line", [this] { Host().Link().Write("k"); }},
     };
@@ -223,13 +227,16 @@ TEST_F(ReplayWindowTest, ABadRecordingIsRefusedInOneMessageAndNothingChanges) {
     const QByteArray text = ReadFile("run.recording");
     WriteFile("cut.recording", text.left(text.size() / 2));
     WriteFile("empty.recording", "");
-    WriteFile("source.recording", QByteArray(text).replace("\"example.txt\"", "\"../example.txt\""));
-    for (const char* name : {"cut.recording", "empty.recording", "missing.recording", "source.recording"}) {
+    WriteFile("source.recording",
+              QByteArray(text).replace("\"example.txt\"", "\"../example.txt\""));
+    for (const char* name :
+         {"cut.recording", "empty.recording", "missing.recording", "source.recording"}) {
         SCOPED_TRACE(name);
         const auto shownBefore = dialogs.shown.size();
         Open(name);
         EXPECT_EQ(dialogs.shown.size(), shownBefore + 1);
-        EXPECT_THAT(LastShown().toStdString(), HasSubstr(std::string(name) + " cannot be replayed: "));
+        EXPECT_THAT(LastShown().toStdString(),
+                    HasSubstr(std::string(name) + " cannot be replayed: "));
         EXPECT_FALSE(Host().IsReplaying());
         EXPECT_EQ(Host().State().clock, end.board.clock);
     }
@@ -240,10 +247,12 @@ TEST_F(ReplayWindowTest, ABadRecordingIsRefusedInOneMessageAndNothingChanges) {
     WriteFile("example.txt", "BEGIN PROGRAM\nEND PROGRAM\n");
     KillAndRestart();
     Open("other.recording");
-    EXPECT_THAT(Notice().toStdString(), HasSubstr("example.txt is not the program that was recorded"));
+    EXPECT_THAT(Notice().toStdString(),
+                HasSubstr("example.txt is not the program that was recorded"));
     Click("BtnBoardRun");
     AdvanceToTheEnd();
-    EXPECT_THAT(Notice().toStdString(), HasSubstr("the outputs were not those that were recorded: "));
+    EXPECT_THAT(Notice().toStdString(),
+                HasSubstr("the outputs were not those that were recorded: "));
 }
 
 }  // namespace
