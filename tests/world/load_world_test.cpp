@@ -214,7 +214,7 @@ TEST(LoadWorld, EveryShippedWorldIsRight) {
         EXPECT_FALSE(loaded.world.name.empty()) << entry.path();
         ++count;
     }
-    EXPECT_EQ(count, 7);
+    EXPECT_EQ(count, 8);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "ui/editor/source_editor.h"
 
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -221,6 +222,20 @@ std::string SourceEditor::WordAt(const QPoint& point) {
     if (position < 0) return {};
     return TextBetween(*this, Send(*this, Sci::SCI_WORDSTARTPOSITION, position, 1),
                        Send(*this, Sci::SCI_WORDENDPOSITION, position, 1));
+}
+
+int SourceEditor::WidthOfMargins() const {
+    int width = 0;
+    for (int margin = 0; margin < margins(); ++margin)
+        width += marginWidth(margin);
+    return width;
+}
+
+/// The menu is about the text; in the margins the same press is about the line.
+void SourceEditor::contextMenuEvent(QContextMenuEvent* event) {
+    const bool isInMargins =
+        event->reason() == QContextMenuEvent::Mouse && event->x() < WidthOfMargins();
+    if (!isInMargins) QsciScintilla::contextMenuEvent(event);
 }
 
 void SourceEditor::dragEnterEvent(QDragEnterEvent* event) {

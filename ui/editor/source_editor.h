@@ -92,6 +92,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -103,6 +104,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void ConnectSignals();
     void SetChromeColours(const QColor& text, const QColor& page);
     void FitNumberMargin();
+    int WidthOfMargins() const;
     void accessibilityActiveChanged(bool active) override;
     void TellEditsToListeners(bool active);
     void SkipAccessibility();

@@ -30,7 +30,7 @@ SendCommands::SendCommands(Programs& programs, BoardState& board, CompileCommand
       notices_(notices),
       surroundings_(std::move(surroundings)) {
     connect(&board_, &BoardState::SendingOver, this, &SendCommands::FollowSending);
-    connect(&board_, &BoardState::Changed, this, &SendCommands::FollowEnd);
+    connect(&board_, &BoardState::Changed, this, &SendCommands::FollowRun);
     connect(&boards_, &BoardWindows::WorldMissed, this, [this](const QString& problem) {
         notices_.Offer({kWorld, problem, tr("Open &World..."), [this] { boards_.ChooseWorld(); }});
     });
@@ -60,6 +60,7 @@ void SendCommands::Run() {
     const auto program = CompileFront();
     if (program == nullptr) return;
     running_.clear();
+    isHeld_ = false;
     boards_.RunProgram(program);
     const bool isVirtual = board_.Kind() == BoardKind::Virtual;
     (isVirtual ? running_ : sending_) = program->name;
@@ -82,10 +83,15 @@ void SendCommands::FollowSending(const DownloadResult& result) {
                       [this] { return board_.Kind() == BoardKind::Port; });
 }
 
-/// The virtual board tells when a program is over.
-void SendCommands::FollowEnd() {
+/// The virtual board tells when a program is held, goes on or is over.
+void SendCommands::FollowRun() {
     if (running_.isEmpty() || board_.Kind() != BoardKind::Virtual) return;
     const BoardActivity::State state = board_.Activity().state;
+    const bool isHeld = state == BoardActivity::State::Held;
+    if (std::exchange(isHeld_, isHeld) != isHeld) {
+        surroundings_.showStatus(
+            (isHeld ? tr("%1 is held.") : tr("%1 runs on the virtual board.")).arg(running_));
+    }
     if (state != BoardActivity::State::Ended && state != BoardActivity::State::Fault) return;
     const QString text =
         state == BoardActivity::State::Ended ? tr("%1 has ended.") : tr("%1 was ended by a fault.");

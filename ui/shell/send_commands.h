@@ -62,7 +62,7 @@ class SendCommands : public QObject {
     void CompileAsMain(FileId file);
     bool TellOfLostLine();
     void FollowSending(const DownloadResult& result);
-    void FollowEnd();
+    void FollowRun();
 
     Programs& programs_;
     BoardState& board_;
@@ -70,8 +70,9 @@ class SendCommands : public QObject {
     BoardWindows& boards_;
     NoticeBar& notices_;
     Surroundings surroundings_;
-    QString sending_;  ///< the program that Run sends to a port; empty: none
-    QString running_;  ///< the program that Run has started; empty: none, or its end was told
+    QString sending_;      ///< the program that Run sends to a port; empty: none
+    QString running_;      ///< the program that Run has started; empty: none, or its end was told
+    bool isHeld_ = false;  ///< so it was told last
 };
 
 }  // namespace zentro

@@ -1,6 +1,7 @@
 // A program followed in its source with real keys and clicks, through the whole window.
 #include <QAbstractButton>
 #include <QAction>
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QListWidget>
@@ -107,6 +108,35 @@ class FollowTest : public MainWindowTest {
     QString Status() { return window->statusBar()->currentMessage(); }
     unsigned Count() { return TipOver(5, 4).section("Count = ", 1).section('\n', 0, 0).toUInt(); }
 };
+
+TEST_F(FollowTest, ARightClickBesideALineAsksForItsConditionOnly) {
+    Write("count.txt", kCounting);
+    const auto wantMenu = [&](const QPoint& place) {
+        QWidget* viewport = FrontSource()->Editor()->viewport();
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, viewport->mapToGlobal(place));
+        QApplication::sendEvent(viewport, &event);
+        QWidget* menu = QApplication::activePopupWidget();
+        if (menu != nullptr) menu->close();
+        return menu != nullptr;
+    };
+    QTest::qWait(350);  // the names of the program are known once it was checked
+    dialogs.text = "Count > 10";
+    ClickMargin(11, Qt::RightButton);
+    EXPECT_TRUE(dialogs.questions.last().startsWith("Hold the program before line 11"));
+    EXPECT_FALSE(wantMenu({8, PlaceIn(11, 0).y()})) << "a desktop asks for it after the press";
+    FrontSource()->GotoLine(1);
+    Press(CommandId::Run);
+    ASSERT_TRUE(WaitUntilHeld());
+    EXPECT_TRUE(IsLit(11));
+    EXPECT_TRUE(TipOver(5, 4).startsWith("Count = 11"));
+    EXPECT_EQ(Status(), "count.txt is held.");
+    ClickMargin(11);
+    EXPECT_TRUE(Bears(kConditionalBit | kHollowBit | kFullBit, {}));
+    Press(CommandId::PauseProgram);
+    const auto runs = [this] { return Status() == "count.txt runs on the virtual board."; };
+    EXPECT_TRUE(QTest::qWaitFor(runs)) << Status().toStdString();
+    EXPECT_TRUE(wantMenu(PlaceIn(11, 8)));
+}
 
 TEST_F(FollowTest, ABreakpointWithAConditionHoldsInALoopAndLinesGoBack) {
     Write("count.txt", kCounting);
