@@ -97,7 +97,8 @@ void FloorPencil::MoveTo(const world::World& world, const world::Point& wanted) 
 void FloorPencil::MoveToThing(const world::World& world, int step) {
     const std::vector<world::Point> places = PlacesOfThings(world);
     const auto count = static_cast<int>(places.size());
-    thing_ = ((thing_ + step) % count + count) % count;
+    const int from = thing_ < 0 && step < 0 ? 0 : thing_;
+    thing_ = (from + step + count) % count;
     at_ = PencilPlace(world, places[static_cast<std::size_t>(thing_)], false);
 }
 

@@ -56,7 +56,7 @@ class FloorPencil {
     WorldTool tool_ = WorldTool::Line;
     bool snaps_ = true;
     world::Point at_;
-    int thing_ = -1;  ///< the one that it was moved to last
+    int thing_ = -1;  ///< the one that it was moved to last; below 0: none yet
     std::optional<world::Point> from_;
     std::optional<world::Segment> ruler_;  ///< where it was laid last
 };

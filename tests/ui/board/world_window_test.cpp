@@ -292,7 +292,7 @@ TEST_F(WorldWindowTest, ThingsAreMovedWithMouseAndKeys) {
         for (const Qt::Key key : keys)
             QTest::keyClick(floor, key);
     };
-    go({Qt::Key_PageDown});
+    go({Qt::Key_PageUp, Qt::Key_PageDown});
     EXPECT_EQ(floor->accessibleDescription(), "Move at 15 and 20 cm; there is the start");
     go({Qt::Key_PageUp});
     EXPECT_EQ(floor->accessibleDescription(), "Move at 90 and 70 cm; there is a lamp");
