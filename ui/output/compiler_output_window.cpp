@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <algorithm>
+#include <utility>
 #include <chrono>
 
 #include "desktop/fixes.h"
@@ -139,12 +140,22 @@ void CompilerOutputWindow::FinishCompile() {
     ShowPending();
     animation_.stop();
     progress_->hide();
-    summary_->setText(hasBegun_ ? CountsText(log_.ErrorCount(), log_.WarningCount())
-                                : "Nothing was compiled");
+    ShowSummary();
     unvisited_ = log_.FirstErrorLine();
     if (unvisited_) View().SelectLine(*unvisited_);
     OfferFix();
     Announce();
+}
+
+void CompilerOutputWindow::ShowSummary() {
+    const QString counts = hasBegun_ ? CountsText(log_.ErrorCount(), log_.WarningCount())
+                                     : QString("Nothing was compiled");
+    summary_->setText(isTextChanged_ ? tr("%1. The text has been changed since.").arg(counts)
+                                     : counts);
+}
+
+void CompilerOutputWindow::ShowTextChanged(bool changed) {
+    if (std::exchange(isTextChanged_, changed) != changed) ShowSummary();
 }
 
 /// Tells who cannot see the window what came of the compile.

@@ -25,6 +25,8 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
     /// The run is over: shows all of the log and what came of it, with the first error in view and
     /// selected, and ends the animation.
     void FinishCompile();
+    /// Whether the program that was compiled has another text now.
+    void ShowTextChanged(bool changed);
     void SetFormColours() override;
 
     int GetErrorCount() const { return log_.ErrorCount(); }
@@ -62,6 +64,7 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
     void Animate();
     void ShowLineOf(int logLine);
     void GoTo(std::optional<int> logLine);
+    void ShowSummary();
     void Announce();
     const PostedMessage* MessageAtCursor() const;
     void OfferFix();
@@ -75,6 +78,7 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
     QTimer animation_;
     QTimer showTimer_;
     bool hasBegun_ = false;
+    bool isTextChanged_ = false;
     std::optional<int> unvisited_;  ///< the line of the log that is selected but was not shown
 };
 

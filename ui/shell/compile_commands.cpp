@@ -96,7 +96,9 @@ CompileCommands::CompileCommands(Workbench& workbench, Programs& programs, Sourc
       service_(workbench.configuration, workbench.settings, programs, *prompts_) {
     // Messages of programs that are all closed lead nowhere.
     connect(&programs_, &Programs::Changed, this, [this] {
-        if (!programs_.Files().empty() || service_.IsRunning()) return;
+        if (service_.IsRunning()) return;
+        TellIfChanged();
+        if (!programs_.Files().empty()) return;
         CloseChild(output_);
         CloseChild(objectCode_);
     });
@@ -140,7 +142,7 @@ void CompileCommands::Run(CompileCommand command) {
     } else {
         succeeded = service_.Check(file, *output_);
     }
-    FinishRun(succeeded);
+    FinishRun(file, succeeded);
     GoBackToSource(ClosedFiles::Leave);
     emit Finished(file.id, succeeded);
 }
@@ -151,7 +153,7 @@ std::shared_ptr<const CompiledProgram> CompileCommands::CompileTexts(OpenFile fi
     auto program = service_.CompileTexts(file, *output_, objectCode_);
     const bool succeeded = program != nullptr && program->succeeded;
     if (succeeded && objectCode_ != nullptr) listed_ = program;
-    FinishRun(succeeded);
+    FinishRun(file, succeeded);
     SourceWindow* window = GoBackToSource(ClosedFiles::Open);
     if (window != nullptr && !succeeded) window->ShowMessageBeside();
     return program;
@@ -167,7 +169,18 @@ std::shared_ptr<const CompiledProgram> CompileCommands::CompileQuietly(const Ope
     return program != nullptr && program->succeeded ? program : nullptr;
 }
 
-void CompileCommands::FinishRun(bool succeeded) {
+/// What is said of a text that is another one now may not be so any more.
+void CompileCommands::TellIfChanged() {
+    if (output_ == nullptr) return;
+    output_->ShowTextChanged(std::ranges::any_of(programs_.Files(), [this](const OpenFile& file) {
+        const auto compiled = compiledTexts_.find(file.key);
+        return compiled != compiledTexts_.end() && compiled->second != file.revision;
+    }));
+}
+
+void CompileCommands::FinishRun(const OpenFile& file, bool succeeded) {
+    const ProgramReport* report = programs_.ReportOf(file.key);
+    compiledTexts_ = report == nullptr ? std::map<QString, Revision>{} : report->texts;
     // Closing the program can end the windows while the compiler lets events run.
     if (output_ != nullptr) output_->FinishCompile();
     // A program with errors has no object code to show.

@@ -5,6 +5,7 @@
 #include <QString>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -79,7 +80,8 @@ class CompileCommands : public QObject {
 
     void Run(CompileCommand command);
     void OpenWindows(bool withListing, const OpenFile& file);
-    void FinishRun(bool succeeded);
+    void FinishRun(const OpenFile& file, bool succeeded);
+    void TellIfChanged();
     /// What becomes of a file with the first error that is not open.
     enum class ClosedFiles : std::uint8_t { Leave, Open };
     SourceWindow* GoBackToSource(ClosedFiles closed);
@@ -94,6 +96,7 @@ class CompileCommands : public QObject {
     QPointer<CompilerOutputWindow> output_;
     QPointer<ObjectCodeWindow> objectCode_;
     std::shared_ptr<const CompiledProgram> listed_;  ///< what the listing shows
+    std::map<QString, Revision> compiledTexts_;      ///< by the key of the file, last time
 };
 
 }  // namespace zentro

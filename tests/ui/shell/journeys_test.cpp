@@ -57,9 +57,14 @@ TEST_F(JourneyTest, FromAnEmptyFileToARobotThatMoves) {
     EXPECT_EQ(FrontSource()->DocStats(), "Line 3/6");
     SourceEditor* editor = FrontSource()->Editor();
     EXPECT_FALSE(editor->hasSelectedText()) << "the next key would delete it";
+    const auto* summary = output->findChild<QLabel*>("lblSummary");
+    EXPECT_EQ(summary->text(), "1 error, no warnings");
     QTest::keyClick(editor, Qt::Key_End);
     QTest::keyClick(editor, Qt::Key_Backspace);
     Type("ed");
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return summary->text() == "1 error, no warnings. The text has been changed since.";
+    })) << summary->text().toStdString();
     Press(CommandId::CompileSource);
     ASSERT_EQ(window->Compiler().Output()->GetErrorCount(), 0)
         << window->Compiler().Output()->Messages().size();
