@@ -10,8 +10,8 @@
 #include <QRegularExpression>
 #include <QTextBlock>
 #include <algorithm>
-#include <utility>
 #include <chrono>
+#include <utility>
 
 #include "desktop/fixes.h"
 #include "ui/support/colours.h"
