@@ -33,6 +33,8 @@ class Canvas {
 
     virtual void Rectangle(const Point& corner, const Point& size, const Paint& paint) = 0;
     virtual void Circle(const Point& centre, double radius, const Paint& paint) = 0;
+    /// Makes what is drawn already as dark as the picture says.
+    virtual void Shade(const FloorPicture& picture, const Floor& floor) = 0;
     /// With round ends and corners.
     virtual void Path(const std::vector<Point>& points, double width, const Colour& colour) = 0;
 };

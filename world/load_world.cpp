@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "world/arithmetic.h"
+#include "world/floor_picture.h"
 #include "world/input_names.h"
 #include "world/json_fields.h"
 #include "world/world_map.h"
@@ -73,6 +74,9 @@ class Reader {
         Fields fields(json, "", mistake_);
         fields.Take("name", world_.name);
         fields.TakeObject("floor", [this](Fields& floor) { ReadFloor(floor); });
+        fields.TakeLines("picture", kMostPictureSide,
+                         [this](const std::string& row) { return AddRow(world_.picture, row); });
+        if (world_.picture.Rows() == 1) fields.Complain("picture", "must have at least 2 rows");
         fields.TakeObject("robot", [this](Fields& robot) { ReadRobot(robot); });
         fields.Require("start");
         fields.TakeObject("start", [this](Fields& start) { ReadStart(start); });

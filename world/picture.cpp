@@ -31,6 +31,7 @@ class Drawing {
             DrawArea(area);
         for (const Stroke& stroke : map_.strokes)
             DrawStroke(stroke);
+        if (!world.picture.shades.empty()) canvas_.Shade(world.picture, floor);
         for (const Box& box : world.boxes)
             canvas_.Rectangle(box.corner, box.size, {kBox, kWall});
         for (const Segment& wall : world.walls)

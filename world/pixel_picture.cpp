@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "world/canvas.h"
+#include "world/floor_picture.h"
 
 namespace zentro::world {
 
@@ -44,6 +45,12 @@ class PixelCanvas : public Canvas {
                    [&](const Point& at) { return Length(Minus(at, centre)) - radius; });
     }
 
+    void Shade(const FloorPicture& picture, const Floor& floor) override {
+        ForPixels({{0, 0}, {floor.width, floor.height}}, [&](int row, int column, const Point& at) {
+            Cover(row, column, {}, 1 - ShareAt(picture, floor, at));
+        });
+    }
+
     void Path(const std::vector<Point>& points, double width, const Colour& colour) override {
         for (std::size_t end = 1; end < points.size(); ++end) {
             const Segment piece{points[end - 1], points[end]};
@@ -57,6 +64,14 @@ class PixelCanvas : public Canvas {
   private:
     template <typename Outside>
     void PaintShape(const Bounds& bounds, const Paint& paint, Outside outside) {
+        ForPixels(bounds, [&](int row, int column, const Point& at) {
+            PaintPixel(row, column, paint, outside(at));
+        });
+    }
+
+    /// Calls `use` with the row, the column and the middle of each.
+    template <typename Use>
+    void ForPixels(const Bounds& bounds, Use use) {
         const auto pixel = [](double value, int most) {
             return std::clamp(static_cast<int>(std::floor(value * kPixels)), 0, most);
         };
@@ -68,7 +83,7 @@ class PixelCanvas : public Canvas {
         for (int row = top; row < bottom; ++row) {
             for (int column = left; column < right; ++column) {
                 const Point at{(column + 0.5) / kPixels, height - (row + 0.5) / kPixels};
-                PaintPixel(row, column, paint, outside(at));
+                use(row, column, at);
             }
         }
     }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "world/arithmetic.h"
+#include "world/floor_picture.h"
 #include "world/input_names.h"
 
 namespace zentro::world {
@@ -35,6 +36,11 @@ Json Saved(const Floor& floor) {
     return {{"width", Rounded(floor.width)},
             {"height", Rounded(floor.height)},
             {"brightness", Rounded(floor.brightness)}};
+}
+
+/// A row of a picture.
+Json Saved(const std::string& row) {
+    return row;
 }
 
 Json Saved(const RobotMeasures& robot) {
@@ -159,6 +165,7 @@ std::string SaveWorld(const World& world) {
     Writer writer;
     if (!world.name.empty()) writer.Add("name", world.name);
     writer.Add("floor", Saved(world.floor));
+    writer.AddEach("picture", RowsOf(world.picture));
     if (world.robot != RobotMeasures{}) writer.Add("robot", Saved(world.robot));
     writer.Add("start", {{"at", At(world.start.place)}, {"heading", Angle(world.start.heading)}});
     writer.AddEach("lines", world.lines);

@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "world/canvas.h"
+#include "world/floor_picture.h"
 
 namespace zentro::world {
 
@@ -51,6 +52,16 @@ class SvgCanvas : public Canvas {
                 Attribute("r", radius) + Look(paint) + "/>\n";
     }
 
+    void Shade(const FloorPicture& picture, const Floor& floor) override {
+        const Point pixel{floor.width / static_cast<double>(picture.columns),
+                          floor.height / static_cast<double>(picture.Rows())};
+        svg_ += "<g shape-rendering=\"crispEdges\">\n";
+        for (std::size_t row = 0; row < picture.Rows(); ++row)
+            ShadeRow(&picture.shades[row * picture.columns], picture.columns, pixel,
+                     floor.height - static_cast<double>(row + 1) * pixel.y);
+        svg_ += "</g>\n";
+    }
+
     void Path(const std::vector<Point>& points, double width, const Colour& colour) override {
         svg_ += "<polyline fill=\"none\"" + Attribute("stroke", colour) +
                 Attribute("stroke-width", width) +
@@ -63,6 +74,19 @@ class SvgCanvas : public Canvas {
     std::string Text() const { return svg_ + "</svg>\n"; }
 
   private:
+    /// A rectangle for all pixels of one shade that lie side by side.
+    void ShadeRow(const std::uint8_t* shades, std::size_t columns, const Point& pixel, double y) {
+        for (std::size_t begin = 0, end = 0; begin < columns; begin = end) {
+            while (end < columns && shades[end] == shades[begin])
+                ++end;
+            if (shades[begin] == kBrightestShade) continue;
+            const double cover = 1 - static_cast<double>(shades[begin]) / kBrightestShade;
+            Rectangle({static_cast<double>(begin) * pixel.x, y},
+                      {static_cast<double>(end - begin) * pixel.x, pixel.y},
+                      {{.cover = cover}, {}, 0});
+        }
+    }
+
     double Down(double y) const { return height_ - y; }
 
     double height_;

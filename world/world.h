@@ -28,6 +28,18 @@ struct Floor {
     bool operator==(const Floor&) const = default;
 };
 
+/// A picture that fills the floor and takes brightness away from it. What lies on the floor is
+/// shaded by it too.
+struct FloorPicture {
+    std::size_t columns = 0;
+    /// Of each pixel, 0 (black) to 15 (as bright as the floor), row by row from the upper left
+    /// corner; none: there is no picture.
+    std::vector<std::uint8_t> shades;
+
+    std::size_t Rows() const { return columns == 0 ? 0 : shades.size() / columns; }
+    bool operator==(const FloorPicture&) const = default;
+};
+
 /// A dark line: from point to point, or a piece of a circle. Lines of one name belong together.
 struct Line {
     std::string name;
@@ -116,6 +128,7 @@ struct Goal {
 struct World {
     std::string name;
     Floor floor;
+    FloorPicture picture;
     std::vector<Line> lines;
     std::vector<Area> areas;
     std::vector<Segment> walls;

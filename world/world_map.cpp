@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "world/arithmetic.h"
+#include "world/floor_picture.h"
 
 namespace zentro::world {
 
@@ -131,7 +132,8 @@ double BrightnessAt(const WorldMap& map, const Point& point) {
         if (area.darkness == 0) continue;
         darkness = std::max(darkness, Covered(DistanceOutside(area, point)) * area.darkness);
     }
-    return map.world.floor.brightness - darkness;
+    const World& world = map.world;
+    return (world.floor.brightness - darkness) * ShareAt(world.picture, world.floor, point);
 }
 
 bool Holds(const Area& area, const Point& point) {

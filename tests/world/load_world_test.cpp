@@ -104,6 +104,13 @@ TEST(LoadWorld, NamesWhatIsWrongAndWhere) {
         {WithField(R"("floor": {"width": NaN})"), "parse error"},
         {WithField(R"("floor": {"width": -240})"), "floor.width: must be from"},
         {WithField(R"("floor": {"width": null})"), "floor.width: must be a number"},
+        {WithField(R"("picture": "ff")"), "picture: must be a list"},
+        {WithField(R"("picture": ["ff"])"), "picture: must have at least 2 rows"},
+        {WithField(R"("picture": ["f", "f"])"), "picture[0]: must be 2 to 500 digits"},
+        {WithField(R"("picture": [")" + std::string(501, 'f') + R"("])"), "picture[0]: must be 2"},
+        {WithField(R"("picture": ["ff", "fff"])"), "picture[1]: must have as many digits"},
+        {WithField(R"("picture": ["ff", "0g"])"), "picture[1]: must be digits from 0"},
+        {WithField(R"("picture": ["ff", 12])"), "picture[1]: must be a text in quotes"},
         {WithField(R"("robot": {"fullSpeed": 100000})"), "robot.fullSpeed: must be from 1 to 200"},
         {WithField(R"("walls": {})"), "walls: must be a list"},
         {WithField(R"("walls": [{"from": [1, 1], "to": [2, 2]}, 7])"),
@@ -152,6 +159,7 @@ TEST(SaveWorld, WhatIsSavedIsReadAsTheSame) {
     EXPECT_GE(worlds, 6U);
     // Every kind of thing, with what is seldom written.
     const World all = LoadWorld(WithField(R"("name": "A \"B\" ü", "robot": {"radius": 5.125},
+        "picture": ["0123456789", "fedcba9876", "0f0f0f0f0f"],
         "lines": [{"name": "a", "center": [50, 60], "radius": 20, "from": -90, "turn": 33.3}],
         "areas": [{"center": [9, 10], "radius": 11, "darkness": 3}],
         "lamps": [{"at": [25, 15], "brightness": 100, "halfAt": 30}],
@@ -162,6 +170,7 @@ TEST(SaveWorld, WhatIsSavedIsReadAsTheSame) {
         "goals": [{"follow": "a", "tolerance": 5}, {"clear": "walls", "seconds": 7}])"))
                           .world;
     ASSERT_EQ(all.sensors.size(), 4U);
+    ASSERT_EQ(all.picture.shades.size(), 30U);
     const World again = LoadWorld(SaveWorld(all)).world;
     EXPECT_EQ(again, all) << SaveWorld(all);
     const World least = LoadWorld(R"({"start": {"at": [50, 50]}})").world;

@@ -231,6 +231,34 @@ TEST(WorldSensors, FloorEyesOverEdges) {
     }
 }
 
+/// The floor of 400 by 300 has pixels of 100 by 150.
+TEST(WorldSensors, FloorEyesOverAPicture) {
+    World world = EmptyWorld();
+    world.picture = {4, {15, 0, 15, 15, 15, 15, 5, 15}};
+    world.lines = {{"line", {{200, 30}, {400, 30}}, {}, 8, 125}};
+    const WorldMap map = MakeMap(world);
+    struct Case {
+        const char* what;
+        Point place;
+        double reading;
+    };
+    const Case cases[] = {
+        {"a bright pixel", {50, 225}, 225},
+        {"a black one", {150, 225}, 0},
+        {"half the way between them", {100, 225}, 112.5},
+        {"half the way down", {150, 150}, 112.5},
+        {"between four", {200, 150}, 225 * (0 + 15 + 15 + 5) / 60.0},
+        {"the corner", {0, 300}, 225},
+        {"the corner across", {400, 0}, 225},
+        {"a third", {250, 75}, 75},
+        {"a line on it", {350, 30}, 100},
+        {"a line in its shade", {250, 30}, 100 / 3.0},
+    };
+    for (const Case& test : cases) {
+        EXPECT_NEAR(BrightnessAt(map, test.place), test.reading, 0.01) << test.what;
+    }
+}
+
 TEST(WorldSensors, BumpersFeelTheSideThatIsHit) {
     World world = EmptyWorld();
     Sensor left;

@@ -5,6 +5,7 @@
 #include <QPrinter>
 #include <utility>
 
+#include "ui/board/floor_picture.h"
 #include "ui/board/print_world.h"
 #include "ui/support/dialogs.h"
 
@@ -94,6 +95,29 @@ bool WorldCommands::Change(QWidget* asking, const world::World& world) {
 void WorldCommands::StartHere(QWidget* asking) {
     world::World world = document_.World();
     world.start = host_.World().state.robot;
+    Change(asking, world);
+}
+
+void WorldCommands::ChooseFloorPicture(QWidget* asking) {
+    FileChoice choice;
+    choice.title = tr("Floor Picture");
+    choice.folder = surroundings_.programFolder();
+    choice.filters = kPictureFilters;
+    const std::optional<QString> path = workbench_.dialogs.ChooseFileToOpen(asking, choice);
+    if (!path || path->isEmpty()) return;
+    world::World world = document_.World();
+    LoadedPicture loaded = LoadFloorPicture(*path, world.floor);
+    if (!loaded.problem.isEmpty())
+        return workbench_.dialogs.ShowMessage(
+            asking, tr("%1 was not laid on the floor: %2")
+                        .arg(QDir::toNativeSeparators(*path), loaded.problem));
+    world.picture = std::move(loaded.picture);
+    Change(asking, world);
+}
+
+void WorldCommands::RemoveFloorPicture(QWidget* asking) {
+    world::World world = document_.World();
+    world.picture = {};
     Change(asking, world);
 }
 

@@ -43,6 +43,10 @@ class WorldCommands : public QObject {
     /// Puts a changed world on the floor. False: it cannot be, which the user has been told.
     bool Change(QWidget* asking, const world::World& world);
 
+    /// Lays a picture from a file on the floor.
+    void ChooseFloorPicture(QWidget* asking);
+    void RemoveFloorPicture(QWidget* asking);
+
     /// The program in front that can remember the world; empty: there is none.
     QString Rememberer() const;
     /// Lets the program in front name the world, which is saved first.

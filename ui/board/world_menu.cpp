@@ -104,6 +104,12 @@ void WorldMenu::Fill() {
         commands_.Save(parentWidget());
     })->setEnabled(commands_.Document().IsChanged());
     addAction(tr("Save World &As..."), this, [this] { commands_.SaveAs(parentWidget()); });
+    addSeparator();
+    addAction(tr("&Floor Picture..."), this,
+              [this] { commands_.ChooseFloorPicture(parentWidget()); });
+    addAction(tr("Remove Floor Pict&ure"), this, [this] {
+        commands_.RemoveFloorPicture(parentWidget());
+    })->setEnabled(!commands_.Document().World().picture.shades.empty());
     AddPens();
     addAction(tr("&Print at True Scale..."), this,
               [this] { commands_.PrintAtTrueScale(parentWidget()); });

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "ui/board/board_look.h"
+#include "ui/board/floor_picture.h"
 #include "ui/support/colours.h"
 #include "world/arithmetic.h"
 #include "world/sensors.h"
@@ -73,6 +74,7 @@ class WorldPainting {
             PaintArea(area);
         for (const world::Stroke& stroke : map_.strokes)
             PaintStroke(stroke);
+        if (!world_.picture.shades.empty()) PaintPicture();
         for (const world::Area& area : world_.areas)
             if (!area.name.empty()) PaintEdge(area);
         for (const world::Lamp& lamp : world_.lamps)
@@ -153,6 +155,17 @@ class WorldPainting {
         painter_.setPen(QPen(Covered(stroke.darkness), 2 * stroke.halfWidth, Qt::SolidLine,
                              Qt::RoundCap, Qt::RoundJoin));
         painter_.drawPath(path);
+    }
+
+    void PaintPicture() {
+        const world::Floor& floor = world_.floor;
+        painter_.save();
+        painter_.setRenderHint(QPainter::SmoothPixmapTransform);
+        // A picture's rows go down, the floor's places up.
+        painter_.translate(0, floor.height);
+        painter_.scale(1, -1);
+        painter_.drawImage(QRectF(0, 0, floor.width, floor.height), ShadowOf(world_.picture, kInk));
+        painter_.restore();
     }
 
     void PaintBox(const world::Box& box) {

@@ -174,6 +174,60 @@ TEST_F(WorldWindowTest, StartHereIsAChangeThatIsNotLostUnasked) {
     EXPECT_TRUE(window->close());
 }
 
+TEST_F(WorldWindowTest, APictureLiesOnTheFloorUntilItIsRemoved) {
+    WriteFile("paper.world", R"({"floor": {"width": 100, "height": 80, "brightness": 200},
+                                 "start": {"at": [20, 20]},
+                                 "sensors": [{"kind": "floor", "input": "analog1"}]})");
+    // A square of which the left half is black: on this floor it reaches from 10 to 90 cm.
+    QImage square(300, 300, QImage::Format_ARGB32);
+    square.fill(Qt::transparent);
+    QPainter(&square).fillRect(0, 0, 150, 300, Qt::black);
+    ASSERT_TRUE(square.save(FilePath("half.png")));
+    Write("look.txt",
+          "; world: paper.world\nDEFINE BYTE Seen = 0\nBEGIN PROGRAM\nSeen = ANALOG(1)\n"
+          "DISPLAY Seen\nEND PROGRAM\n");
+    const auto displays = [this](std::uint8_t number) {
+        Press(CommandId::Run);
+        const Display shown{Display::Form::Number, number};
+        return QTest::qWaitFor([&] { return Now().board.outputs.display == shown; }, 10'000);
+    };
+    EXPECT_TRUE(displays(200));
+    dialogs.fileToOpen = FilePath("half.png");
+    Choose("Floor Picture...");
+    EXPECT_TRUE(displays(0));
+    const world::WorldMap map = *Now().map;
+    EXPECT_EQ(BrightnessAt(map, {5, 40}), 200) << "beside the picture";
+    EXPECT_EQ(BrightnessAt(map, {80, 40}), 200) << "where it shows nothing";
+
+    // It is on the screen, and in the world's own file.
+    auto* floor = Child<FloorWidget>("Floor");
+    const auto lightness = [floor](const world::Point& place) {
+        return floor->grab().toImage().pixelColor(floor->InPicture(place).toPoint()).lightness();
+    };
+    EXPECT_GT(lightness({80, 60}), lightness({30, 60}) + 50);
+    dialogs.fileToSave = FilePath("pictured.world");
+    Choose("Save World As...");
+    Choose("Maze");
+    dialogs.fileToOpen = FilePath("pictured.world");
+    Choose("Open World...");
+    EXPECT_EQ(Now().map->world, map.world);
+
+    Choose("Remove Floor Picture");
+    EXPECT_EQ(BrightnessAt(*Now().map, {20, 20}), 200);
+    Click("BtnEdit");
+    Click("BtnUndoWorld");
+    EXPECT_EQ(BrightnessAt(*Now().map, {20, 20}), 0);
+
+    dialogs.fileToOpen = FilePath("look.txt");
+    Choose("Floor Picture...");
+    EXPECT_THAT(LastShown().toStdString(), testing::HasSubstr("It is no picture that can be read"));
+    dialogs.fileToOpen = FilePath("none.png");
+    Choose("Floor Picture...");
+    EXPECT_THAT(LastShown().toStdString(),
+                testing::HasSubstr("none.png was not laid on the floor"));
+    EXPECT_EQ(Now().map->world, map.world) << "the one before stays";
+}
+
 TEST_F(WorldWindowTest, TheFloorIsPrintedAsLargeAsItIs) {
     Press(CommandId::OpenVirtualBoard);
     dialogs.printToFile = FilePath("floor.pdf");
