@@ -1,6 +1,8 @@
 #include "desktop/recent_files.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 #include <string>
 
 namespace zentro {
@@ -44,6 +46,21 @@ void KeptPaths::AddFirst(const QString& path) {
     paths.removeAll(path);
     paths.prepend(path);
     SetPaths(paths);
+}
+
+QStringList ShortNames(const QStringList& paths) {
+    const auto end = [](const QString& path, int parts) { return path.section('/', -parts); };
+    QStringList names;
+    for (const QString& path : paths) {
+        int parts = 1;
+        const auto isShared = [&](const QString& other) {
+            return other != path && end(other, parts) == end(path, parts);
+        };
+        while (parts <= path.count('/') && std::ranges::any_of(paths, isShared))
+            ++parts;
+        names += QDir::toNativeSeparators(end(path, parts));
+    }
+    return names;
 }
 
 QStringList PresentFiles(Disk& disk, const QStringList& paths) {

@@ -27,6 +27,10 @@ class KeptPaths {
 /// Those of the files that are there, or lie on a disk that does not answer.
 QStringList PresentFiles(Disk& disk, const QStringList& paths);
 
+/// The files' names, each with as many of its folders as tell it from the others: "count.txt", or
+/// "robots/count.txt" where another is called so too.
+QStringList ShortNames(const QStringList& paths);
+
 /// The source files that were opened or saved last, the newest first.
 KeptPaths RecentFiles(SettingsStore& settings);
 /// The source files that were open when the program ended, in the order of their tabs.

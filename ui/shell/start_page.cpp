@@ -2,7 +2,6 @@
 
 #include <QBoxLayout>
 #include <QDir>
-#include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -13,6 +12,7 @@
 #include <utility>
 
 #include "desktop/example_programs.h"
+#include "desktop/recent_files.h"
 #include "ui/support/icons.h"
 
 namespace zentro {
@@ -191,12 +191,13 @@ void StartPage::ShowRecent() {
                   tr("All %1 files of the last time").arg(session.size()), "file-open",
                   [this, session] { actions_.openFiles(session); });
     }
-    int count = 0;
-    for (const QString& path : recentFiles_()) {
-        if (++count > kMostRecentShown) break;
+    const QStringList recent = recentFiles_().mid(0, kMostRecentShown);
+    const QStringList names = ShortNames(recent);
+    for (qsizetype i = 0; i < recent.size(); ++i) {
+        const QString& path = recent[i];
         QToolButton* button =
-            AddButton(*recentRows_, QString("StartRecent%1").arg(count), QFileInfo(path).fileName(),
-                      "file-open", [this, path] { actions_.openFile(path); });
+            AddButton(*recentRows_, QString("StartRecent%1").arg(i + 1), names[i], "file-open",
+                      [this, path] { actions_.openFile(path); });
         button->setToolTip(QDir::toNativeSeparators(path));
     }
     recent_->setVisible(recentRows_->count() > 0);

@@ -200,7 +200,8 @@ TEST_F(DeskTest, TheStartPageBegins) {
     Press(CommandId::CloseSource);
     QCoreApplication::processEvents();
     EXPECT_TRUE(page->isVisible());
-    for (const char* name : {"one.txt", "two.txt"}) {
+    QDir(folder_.path()).mkdir("other");
+    for (const char* name : {"other/two.txt", "one.txt", "two.txt"}) {
         WriteFile(name, "BEGIN PROGRAM\nEND PROGRAM\n");
         window->Files().OpenFile(folder_.path(), name);
     }
@@ -208,9 +209,14 @@ TEST_F(DeskTest, TheStartPageBegins) {
     window->close();
     Start();
     page = Child<>("StartPage");
-    EXPECT_EQ(page->findChild<QToolButton*>("StartRecent1")->text(), "two.txt");
+    const auto recent = [page](int number) {
+        return page->findChild<QToolButton*>(QString("StartRecent%1").arg(number))->text();
+    };
+    EXPECT_EQ(recent(1), QDir(folder_.path()).dirName() + "/two.txt");
+    EXPECT_EQ(recent(2), "one.txt");
+    EXPECT_EQ(recent(3), "other/two.txt");
     click("StartSession");
-    EXPECT_EQ(window->Files().Windows().size(), 2);
+    EXPECT_EQ(window->Files().Windows().size(), 3);
 }
 
 /// Each program that is shipped has a picture of its own, and none is out of sight to the side.
