@@ -1,5 +1,6 @@
 #include "settings/setting.h"
 
+#include <algorithm>
 #include <array>
 
 namespace zentro {
@@ -60,6 +61,20 @@ constexpr std::array kSettings = std::to_array<Setting>({
     {SoundVolume, Integer, {}, 60},
     {SoundMuted, Flag, {}, 0},
 });
+
+/// Numbers that older files may hold and nobody reads.
+constexpr std::array kRetired{32};
+
+constexpr bool EverySettingHasARow() {
+    for (std::int32_t number = 0; number < static_cast<std::int32_t>(Count); ++number) {
+        const bool isRetired = std::ranges::count(kRetired, number) == 1;
+        const auto rows =
+            std::ranges::count(kSettings, static_cast<SettingNumber>(number), &Setting::number);
+        if (rows != (isRetired ? 0 : 1)) return false;
+    }
+    return true;
+}
+static_assert(EverySettingHasARow(), "every setting needs one row");
 
 }  // namespace
 

@@ -54,6 +54,7 @@ enum class SettingNumber : std::int32_t {
     SessionFiles = 42,  ///< those that were open at the end, in the same way
     SoundVolume = 43,   ///< of the virtual board, 0 to 100; older files do not have it
     SoundMuted = 44,
+    Count,
 };
 
 enum class SettingKind {

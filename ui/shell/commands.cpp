@@ -1,6 +1,8 @@
 #include "ui/shell/commands.h"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 
 namespace zentro {
 
@@ -105,6 +107,15 @@ constexpr std::array kCommands{
     CommandRow{About, MenuId::Help, "Menu_Help_About", "&About Cogwright ZentroCompiler", "", "", kNone, "", false, "Show the version of this program"},
 };
 // clang-format on
+
+constexpr bool EveryCommandHasARow() {
+    for (std::size_t id = 0; id < static_cast<std::size_t>(Count); ++id) {
+        const auto rows = std::ranges::count(kCommands, static_cast<CommandId>(id), &CommandRow::id);
+        if (rows != 1) return false;
+    }
+    return true;
+}
+static_assert(EveryCommandHasARow(), "every command needs one row");
 
 }  // namespace
 

@@ -78,6 +78,7 @@ enum class CommandId : std::uint8_t {
     Examples,
     Cogwright,
     About,
+    Count,
 };
 
 enum class MenuId : std::uint8_t { File, View, Edit, Compile, Kinetron, Windows, Help };

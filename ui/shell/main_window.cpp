@@ -86,7 +86,8 @@ void MainWindow::MakeActions() {
         action->setShortcut(QKeySequence(row.shortcut));
         action->setStatusTip(row.help);
         action->setToolTip(QString(row.caption).remove('&').trimmed());
-        connect(action, &QAction::triggered, this, [this, id = row.id] { handlers_.at(id)(); });
+        // A row without a handler shows at the first start.
+        connect(action, &QAction::triggered, this, [run = handlers_.at(row.id)] { run(); });
         addAction(action);
         actions_[row.id] = action;
     }
