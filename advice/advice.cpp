@@ -14,6 +14,9 @@ void GiveAdvice(Compilation& compilation) {
     MotorAdvice ofMotors(search);
     PauseAdvice ofPauses(search);
     NameAdvice ofNames(search);
+    OutputAdvice ofOutputs(search);
+    MotorInLoopAdvice ofMotorsInLoops(search);
+    ValueAdvice ofValues(search);
     for (const SourceLine& line : compilation.sourceLines) {
         if (!line.GeneratesCode()) continue;
         ofLines.Look(line);
@@ -22,10 +25,15 @@ void GiveAdvice(Compilation& compilation) {
         ofMotors.Look(line);
         ofPauses.Look(line);
         ofNames.Look(line);
+        ofOutputs.Look(line);
+        ofMotorsInLoops.Look(line);
+        ofValues.Look(line);
     }
     ofLines.Finish();
     ofPauses.Finish();
     ofNames.Finish();
+    ofMotorsInLoops.Finish();
+    ofValues.Finish();
     std::ranges::stable_sort(search.findings, {}, &Finding::lineNumber);
     for (const Finding& finding : search.findings)
         compilation.diagnostics.PostError(

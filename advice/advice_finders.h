@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -182,6 +183,88 @@ class NameAdvice {
     bool eventsAreEnabled_ = false;
     bool isInProgram_ = false;
     bool isWritten_ = false;  ///< a statement stands in the program
+};
+
+/// An output of the board: a motor, a servo or a port by its number, the LEDs or the display.
+struct SetOutput {
+    Token kind = Token::None;
+    std::int32_t number = 0;
+
+    bool operator==(const SetOutput&) const = default;
+};
+
+/// Outputs that are set twice with no time between: nobody sees the first.
+class OutputAdvice {
+  public:
+    /// The search outlives the object.
+    explicit OutputAdvice(AdviceSearch& search) : search_(search) {}
+
+    /// Takes the lines that generate code, in their order.
+    void Look(const SourceLine& line);
+
+  private:
+    AdviceSearch& search_;
+    std::vector<SetOutput> set_;  ///< since time last passed
+    bool motorStarted_ = false;   ///< since then
+};
+
+/// Motors of a LOOP that something sets going and nothing ever stops.
+class MotorInLoopAdvice {
+  public:
+    /// The search outlives the object.
+    explicit MotorInLoopAdvice(AdviceSearch& search) : search_(search) {}
+
+    /// Takes the lines that generate code, in their order.
+    void Look(const SourceLine& line);
+    void Finish();
+
+  private:
+    /// A block that is open.
+    struct Block {
+        Token token;
+        bool hasOtherBranch = false;
+        std::vector<const SourceLine*> motors{};  ///< lines of this very block that set one going
+    };
+
+    static bool MayStop(Token token);
+
+    AdviceSearch& search_;
+    std::vector<Block> blocks_;
+    std::vector<const SourceLine*> candidates_;
+    std::vector<std::int32_t> numbers_;  ///< of all motors that are set going, with repetitions
+    bool isStopped_ = false;
+};
+
+/// Values that never come or are never left: a case that stands twice, a tune without an end, a sum
+/// that does not fit, a flag that stays TRUE, a variable that stays 0.
+class ValueAdvice {
+  public:
+    /// The search outlives the object.
+    explicit ValueAdvice(AdviceSearch& search) : search_(search) {}
+
+    /// Takes the lines that generate code, in their order.
+    void Look(const SourceLine& line);
+    void Finish();
+
+  private:
+    /// A block that is open.
+    struct Block {
+        const SourceLine* first;
+        std::set<std::int32_t> cases{};
+        bool hasPause = false;
+    };
+
+    void LookAtCase(const SourceLine& line);
+    void LookAtTune(const SourceLine& line);
+    void LookAtSum(const SourceLine& line);
+    void LookAtPause(const SourceLine& line);
+    void LookAtBlock(const Block& block, const SourceLine& last);
+    bool HoldsReading(const LineElement& variable) const;
+    bool OnlyRises(const LineElement& flag) const;
+    bool StaysZero(const Symbol& symbol) const;
+
+    AdviceSearch& search_;
+    std::vector<Block> blocks_;
 };
 
 }  // namespace zentro

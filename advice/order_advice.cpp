@@ -31,6 +31,8 @@ void OrderAdvice::Look(const SourceLine& line) {
 void OrderAdvice::LookAtPair(const SourceLine& before, const SourceLine& line) {
     if (before.token == Token::EndLoop && IsPlainLine(line))
         search_.Add(line, MessageCode::NeverReached);
+    if (before.token == Token::Return && IsPlainLine(line))
+        search_.Add(line, MessageCode::BelowReturn);
     if (BeginsSound(before.token) && BeginsSound(line.token))
         search_.Add(line, MessageCode::SoundCutOff);
     const bool opensBranch = before.token == Token::If || before.token == Token::Else;

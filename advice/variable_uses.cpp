@@ -99,6 +99,10 @@ bool VariableUses::MayBeLeftWithin(const SourceLine& first, const SourceLine& la
     });
 }
 
+bool VariableUses::IsInEvent(const SourceLine& line) const {
+    return std::ranges::find(events_, line.parent) != events_.end();
+}
+
 const Symbol* VariableUses::SymbolOf(const Label* location) const {
     const auto symbol = std::ranges::lower_bound(symbols_, location, std::less<>{}, LabelOf);
     return symbol == symbols_.end() || LabelOf(*symbol) != location ? nullptr : *symbol;

@@ -34,6 +34,9 @@ class VariableUses {
     /// whole program ends.
     bool MayBeLeftWithin(const SourceLine& first, const SourceLine& last) const;
 
+    /// Whether the line stands in an event.
+    bool IsInEvent(const SourceLine& line) const;
+
     /// The symbol behind an element's location; nothing for the compiler's own.
     const Symbol* SymbolOf(const Label* location) const;
     /// The name as the user wrote it.

@@ -130,6 +130,14 @@ enum class MessageCode : std::uint16_t {
     PauseTooShort = 618,
     JoystickTooLarge = 619,  ///< as a speed
     CountBeginsAnew = 620,   ///< in each round
+    ReplacedAtOnce = 621,
+    CaseAgain = 622,
+    BelowReturn = 623,
+    TuneWithoutEnd = 624,
+    NeverGivenValue = 625,
+    SumBeyondByte = 626,
+    FlagStaysTrue = 627,
+    MotorNeverStopped = 628,  ///< in a LOOP
     EndOfAdvice,
 
     LoadStarts = 1000,
@@ -276,6 +284,16 @@ enum class MessageCode : std::uint16_t {
     NameElsewhere = 2328,
     BlankInName = 2329,
     ShownOneByOne = 2330,
+    TableReadAt = 2331,
+    NameMended = 2332,
+    CaseListsValues = 2333,
+    ValuesInCall = 2334,
+    OneOutputALine = 2335,
+    ComparisonToFlag = 2336,
+    ByteInWordSum = 2337,
+    ResultIsWord = 2338,
+    KnownInRoutine = 2339,
+    TableWritten = 2340,
     EndOfMends,
 
     AlreadyOpen = 3002,     ///< a source file is opened a second time

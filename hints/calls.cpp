@@ -123,6 +123,112 @@ std::optional<Hint> FindCallWithoutParentheses(const HintQuestion& question) {
     return RewriteStatement(question, instead);
 }
 
+/// CALL Drive and CALL Drive 60, where Drive takes two values
+std::optional<Hint> FindCallWithoutValues(const HintQuestion& question) {
+    const SplitText split = SplitFirstWord(StatementOf(question.line));
+    const std::string_view call = question.compilation.GetCommandText(Token::Call);
+    const std::string_view name = SplitFirstWord(split.rest).first;
+    const Symbol* routine = SymbolOf(question, name);
+    const bool isAsked = question.code == MessageCode::ParenthesisNotClosed &&
+                         EqualsIgnoreCase(split.first, call) && routine != nullptr &&
+                         routine->symbolClass == SymbolClass::Routine &&
+                         !GivesResult(question, *routine);
+    if (!isAsked) return std::nullopt;
+    std::string shown(call);
+    shown.append(" ").append(name);
+    shown.append("(").append(ParametersOf(question, *routine)).append(")");
+    return MakeHint(question, MessageCode::ValuesInCall, {ToUtf8(name), ToUtf8(shown)});
+}
+
+/// CALL Drive(60, 60
+std::optional<Hint> FindOpenList(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    const bool isOpen =
+        question.code == MessageCode::ParenthesisNotClosed &&
+        std::ranges::count(statement, '(') == std::ranges::count(statement, ')') + 1 &&
+        statement.find('"') == kNone;
+    if (!isOpen) return std::nullopt;
+    return RewriteStatement(question, std::string(statement) + ")");
+}
+
+/// Light = ANALOG(1))
+std::optional<Hint> FindSecondEnd(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    const bool isDouble = question.code == MessageCode::UnexpectedText &&
+                          std::ranges::count(statement, '(') == 1 &&
+                          std::ranges::count(statement, ')') == 2 && statement.ends_with("))");
+    if (!isDouble) return std::nullopt;
+    return RewriteStatement(question, std::string(statement.substr(0, statement.size() - 1)));
+}
+
+/// DO Halt(), RUN Halt
+std::optional<Hint> FindOtherVerb(const HintQuestion& question) {
+    const SplitText split = SplitFirstWord(StatementOf(question.line));
+    const std::string_view called = TrimBlanks(split.rest);
+    const std::string_view name =
+        called.ends_with("()") ? called.substr(0, called.size() - 2) : called;
+    const std::string call(question.compilation.GetCommandText(Token::Call));
+    const bool isAsked = (question.code == MessageCode::UnknownCall ||
+                          question.code == MessageCode::UnknownStatement) &&
+                         !EqualsIgnoreCase(split.first, call) && called.find('=') == kNone;
+    const Symbol* routine = isAsked ? SymbolOf(question, name) : nullptr;
+    if (routine == nullptr || routine->symbolClass != SymbolClass::Routine ||
+        GivesResult(question, *routine))
+        return std::nullopt;
+    const std::string list = "(" + ParametersOf(question, *routine) + ")";
+    if (list.size() > 2)
+        return MakeHint(question, MessageCode::ValuesInCall,
+                        {ToUtf8(name), ToUtf8(call + " " + std::string(name) + list)});
+    return RewriteStatement(question, call + " " + std::string(name) + list);
+}
+
+/// CALL Drive(Left, Right) with the names of the routine's own values
+std::optional<Hint> FindParameterAsValue(const HintQuestion& question) {
+    const auto routine = LastNamed(question, SymbolClass::Routine);
+    if (question.code != MessageCode::UnknownName || !routine) return std::nullopt;
+    const std::string names = ParametersOf(question, *routine->symbol);
+    const auto parameters = SplitCommaList(names);
+    const bool isParameter = std::ranges::any_of(
+        parameters, [&](std::string_view name) { return EqualsIgnoreCase(name, question.extra); });
+    if (!isParameter) return std::nullopt;
+    return MakeHint(question, MessageCode::KnownInRoutine, {question.extra, ToUtf8(routine->text)});
+}
+
+/// SET EVENT 3, Bumped() and SET EVENT Bumped, 3
+std::optional<Hint> FindEventOfStatement(const HintQuestion& question) {
+    if (question.line.token != Token::SetEvent) return std::nullopt;
+    const auto event = LastNamed(question, SymbolClass::Event);
+    const std::vector<std::string_view> pieces =
+        PiecesOf(StatementOf(question.line)
+                     .substr(question.compilation.GetCommandText(Token::SetEvent).size()));
+    if (!event || pieces.size() < 2) return std::nullopt;
+    const std::string_view number = ParseNumber(pieces[0]) ? pieces[0] : pieces[1];
+    if (!ParseNumber(number)) return std::nullopt;
+    std::string instead(question.compilation.GetCommandText(Token::SetEvent));
+    instead.append(" ").append(number).append(", ").append(event->text);
+    if (EqualsIgnoreCase(instead, StatementOf(question.line))) return std::nullopt;
+    return RewriteStatement(question, instead);
+}
+
+/// Light = GET ANALOG(1)
+std::optional<Hint> FindWordsBeforeCall(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    const std::size_t equal = FindOutsideQuotes(statement, '=');
+    if (question.code != MessageCode::BlankInCalledName || equal == kNone) return std::nullopt;
+    const std::string_view value = TrimBlanks(statement.substr(equal + 1));
+    const std::string_view before = TrimBlanks(value.substr(0, value.find('(')));
+    const std::size_t blank = before.rfind(' ');
+    if (blank == kNone) return std::nullopt;
+    const std::string_view name = before.substr(blank + 1);
+    const Command* entry = question.compilation.FindCommand(name);
+    const Symbol* symbol = SymbolOf(question, name);
+    const bool isCalled = (entry != nullptr && entry->family == TokenFamily::Function) ||
+                          (symbol != nullptr && symbol->symbolClass == SymbolClass::Routine &&
+                           GivesResult(question, *symbol));
+    if (!isCalled) return std::nullopt;
+    return RewritePiece(question, value, std::string(value.substr(blank + 1)));
+}
+
 /// Speed = CALL Mean(1, 2)
 std::optional<Hint> FindCallInValue(const HintQuestion& question) {
     const std::string_view statement = StatementOf(question.line);
@@ -213,7 +319,8 @@ std::string WithOwnSign(const HintQuestion& question, std::string_view compariso
 /// A button is not 0 while it is pressed, so what is asked is whether it differs from 0.
 std::string ComparedButton(const HintQuestion& question, std::string comparison) {
     const auto isPressed = [](std::string_view value) {
-        constexpr std::array<std::string_view, 4> kPressed{"1", "255", "ON", "TRUE"};
+        constexpr std::array<std::string_view, 7> kPressed{"1",       "255",  "ON",  "TRUE",
+                                                           "PRESSED", "DOWN", "HIGH"};
         return std::ranges::any_of(
             kPressed, [&](std::string_view word) { return EqualsIgnoreCase(word, value); });
     };
@@ -269,10 +376,16 @@ std::optional<Hint> FindCallInside(const HintQuestion& question) {
 }  // namespace
 
 std::optional<Hint> FindCallHint(const HintQuestion& question) {
+    for (const auto find :
+         {FindEventOfStatement, FindOpenList, FindSecondEnd, FindParameterAsValue}) {
+        if (std::optional<Hint> hint = find(question)) return hint;
+    }
     if (std::optional<Hint> inside = FindCallInside(question)) return inside;
     if (!IsAboutCalls(question.code)) return std::nullopt;
-    for (const auto find : {FindCalledEvent, FindCallInValue, FindCallWithoutParentheses,
-                            FindRoutineAlone, FindCallOfNothing}) {
+    if (std::optional<Hint> verb = FindOtherVerb(question)) return verb;
+    for (const auto find :
+         {FindCalledEvent, FindCallInValue, FindWordsBeforeCall, FindCallWithoutParentheses,
+          FindCallWithoutValues, FindRoutineAlone, FindCallOfNothing}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
     return std::nullopt;

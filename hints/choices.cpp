@@ -74,6 +74,14 @@ std::optional<Hint> FindWordOfList(const HintQuestion& question, const AskedValu
     return RewritePiece(question, value.typed, nearest->command);
 }
 
+/// ON is no number of a port, although it stands for 1.
+bool FitsMoved(const HintQuestion& question, const StatementValue& slot, std::string_view typed) {
+    const Command* entry = question.compilation.FindCommand(typed);
+    const bool isWord = entry != nullptr && entry->family == TokenFamily::Constant;
+    const bool isNumbered = !slot.allowed.empty() && IsNumeric(slot.allowed.front());
+    return !(isWord && isNumbered) && Fits(question, slot, typed);
+}
+
 /// SET MOTOR 1, 60, FORWARD: the values stand in another order, in which all of them fit.
 std::optional<Hint> FindOrder(const HintQuestion& question) {
     const Statement* statement = FindValueStatement(question.line.token);
@@ -95,7 +103,7 @@ std::optional<Hint> FindOrder(const HintQuestion& question) {
         std::string list;
         bool doFit = true;
         for (std::size_t i = 0; i < order.size(); ++i) {
-            doFit = doFit && Fits(question, statement->Values()[i], values[order[i]]);
+            doFit = doFit && FitsMoved(question, statement->Values()[i], values[order[i]]);
             list.append(list.empty() ? "" : ", ").append(values[order[i]]);
         }
         if (!doFit) continue;

@@ -6,6 +6,7 @@
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "hints/typed_values.h"
 #include "model/statement.h"
 
 namespace zentro {
@@ -183,11 +184,67 @@ std::optional<Hint> FindUnknownKind(const HintQuestion& question) {
         TrimBlanks(statement.substr(define.size(), equal - define.size()));
     const std::size_t blank = names.find(' ');
     if (blank == kNone || !CouldBeName(TrimBlanks(names.substr(blank)))) return std::nullopt;
+    const std::string_view typed = statement.substr(0, define.size() + blank);
+    const OtherLanguageRow* row = RowOfWord(question.otherLanguages, names.substr(0, blank));
+    const std::string meant =
+        row == nullptr ? std::string()
+                       : PlainText(question.compilation.configuration.commands, row->replacement);
+    if (StartsWithIgnoreCase(meant, define)) return RewritePiece(question, typed, meant);
     const std::string_view value = TrimBlanks(statement.substr(equal + 1));
     const Token token = DefinitionOfValue(question, value);
     if (!ParseNumber(value) && token != Token::DefineFlag) return std::nullopt;
-    return RewritePiece(question, statement.substr(0, define.size() + blank),
-                        TextOf(question, token));
+    return RewritePiece(question, typed, TextOf(question, token));
+}
+
+/// DEFINE Light AS BYTE = 0, DIM Light AS BYTE
+std::optional<Hint> FindKindBehindName(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    const SplitText first = SplitFirstWord(statement);
+    const SplitText second = SplitFirstWord(first.rest);
+    const SplitText third = SplitFirstWord(second.rest);
+    const SplitText fourth = SplitFirstWord(third.rest);
+    if (!EqualsIgnoreCase(third.first, "AS") || !CouldBeName(second.first)) return std::nullopt;
+    const std::string define = TextOf(question, Token::DefinePrefix);
+    const std::string meant = define + " " + std::string(fourth.first);
+    for (const Token token : {Token::DefineByte, Token::DefineWord, Token::DefineFlag}) {
+        if (!EqualsIgnoreCase(meant, TextOf(question, token))) continue;
+        const std::string_view value = fourth.rest;
+        std::string line = DefinitionOf(question, token, second.first);
+        if (!value.empty())
+            line = TextOf(question, token) + " " + std::string(second.first) + " " +
+                   std::string(value);
+        return RewriteStatement(question, line);
+    }
+    return std::nullopt;
+}
+
+/// DEFINE BYTE Light 0 and DEFINE BYTE Light, 0
+std::optional<Hint> FindMissingEqual(const HintQuestion& question) {
+    const std::string_view part = DefinedPart(question);
+    const std::size_t blank = part.find_first_of(" ,");
+    const bool isAsked = question.code == MessageCode::NotUnderstood && blank != kNone;
+    if (!isAsked || !CouldBeName(part.substr(0, blank))) return std::nullopt;
+    std::string_view value = TrimBlanks(part.substr(blank));
+    if (value.starts_with(',')) value = TrimBlanks(value.substr(1));
+    if (!ParseNumber(value)) return std::nullopt;
+    const std::string instead = std::string(part.substr(0, blank)) + " " +
+                                TextOf(question, Token::Equal) + " " + std::string(value);
+    return RewritePiece(question, part, instead);
+}
+
+/// DEFINE BYTE Left-Eye = 0, DEFINE BYTE 2Light = 0
+std::optional<Hint> FindNameToMend(const HintQuestion& question) {
+    const std::string_view part = DefinedPart(question);
+    const std::string_view typed = TrimBlanks(part.substr(0, part.find_first_of("=(")));
+    const bool isAsked =
+        question.code == MessageCode::NotUnderstood || question.code == MessageCode::InvalidName;
+    if (!isAsked || typed.empty() || typed.find_first_of(" \t\",") != kNone) return std::nullopt;
+    const std::size_t letter = std::min(typed.find_first_not_of("0123456789_"), typed.size());
+    std::string mended = std::string(typed.substr(letter)) + std::string(typed.substr(0, letter));
+    std::ranges::replace_if(
+        mended, [](char c) { return std::string_view("-.'?!").find(c) != kNone; }, '_');
+    if (mended == typed || !CouldBeName(mended)) return std::nullopt;
+    return MakeHint(question, MessageCode::NameMended, {ToUtf8(typed), mended});
 }
 
 /// DEFINE BYTE Light, Dark = 0
@@ -234,6 +291,11 @@ std::optional<Hint> FindParameterKind(const HintQuestion& question) {
     const std::size_t at = statement.find(question.extra);
     if (at == kNone || question.extra.empty()) return std::nullopt;
     const std::string_view typed = statement.substr(at, question.extra.size());
+    const bool isKind = std::ranges::any_of(
+        std::array{Token::ParameterByte, Token::ParameterWord, Token::ParameterFlag,
+                   Token::ParameterPointer},
+        [&](Token kind) { return EqualsIgnoreCase(split.first, TextOf(question, kind)); });
+    if (split.rest.empty() && isKind) return std::nullopt;  // the message says it all
     if (split.rest.empty() && CouldBeName(split.first))
         return RewritePiece(question, typed,
                             std::string(typed) + " " + TextOf(question, Token::ParameterByte));
@@ -300,8 +362,9 @@ std::optional<Hint> FindShortName(const HintQuestion& question) {
 
 std::optional<Hint> FindDefinitionHint(const HintQuestion& question) {
     for (const auto find :
-         {FindTaken, FindShortName, FindMissingKind, FindUnknownKind, FindTwoNames, FindMissingList,
-          FindParameterKind, FindComputedFirstValue, FindOtherKind, FindUndefined}) {
+         {FindTaken, FindShortName, FindKindBehindName, FindMissingKind, FindUnknownKind,
+          FindMissingEqual, FindNameToMend, FindTwoNames, FindMissingList, FindParameterKind,
+          FindComputedFirstValue, FindOtherKind, FindUndefined}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
     return std::nullopt;

@@ -68,16 +68,11 @@ std::optional<Hint> FindTwoStatements(const HintQuestion& question) {
     if (second == kNone) return std::nullopt;
     const std::string_view statement = StatementOf(question.line);
     const std::string_view rest = statement.substr(second - PlaceInLine(question.line, statement));
+    const bool isCondition =
+        question.line.token == Token::While || question.line.token == Token::Until;
+    if (isCondition && rest.find(' ') == kNone)
+        return MakeHint(question, MessageCode::NothingBehind, {ToUtf8(rest)});
     return MakeHint(question, MessageCode::TwoStatements, {ToUtf8(rest)});
-}
-
-bool IsKnownValue(const HintQuestion& question, std::string_view word) {
-    if (IsQuoted(word) || ParseNumber(word)) return true;
-    const Compilation& compilation = question.compilation;
-    const Command* entry = compilation.FindCommand(word);
-    return compilation.symbols.FindSymbol(word, question.line.parent) != nullptr ||
-           compilation.symbols.FindConstant(word) != nullptr ||
-           (entry != nullptr && entry->family == TokenFamily::Constant);
 }
 
 bool IsSum(const HintQuestion& question, std::string_view value) {
@@ -101,16 +96,23 @@ std::string_view TypedValue(const HintQuestion& question) {
 /// WAIT 100 seconds, DISPLAY Speed now, DISPLAY Speed + 1, SET MOTOR 1, FORWARD, speed 60
 std::optional<Hint> FindWordsInValue(const HintQuestion& question) {
     const std::string_view value = TypedValue(question);
+    const bool isInCall = question.code == MessageCode::UnknownName && value.find(' ') != kNone &&
+                          StatementOf(question.line).ends_with(')');
+    if (isInCall && IsSum(question, value))
+        return MakeHint(question, MessageCode::SumInStatement, {ToUtf8(value)});
     const bool isAsked = question.code == MessageCode::UnknownName && value.find(' ') != kNone &&
                          FindValueStatement(question.line.token) != nullptr;
     if (!isAsked) return std::nullopt;
     const std::string_view first = value.substr(0, value.find(' '));
     const std::string_view rest = TrimBlanks(value.substr(first.size()));
-    const Statement* expected = FindValueStatement(question.line.token);
+    const auto slots = FindValueStatement(question.line.token)->Values();
+    const std::vector<std::string_view> values = TypedValues(question);
+    const auto index = static_cast<std::size_t>(
+        std::ranges::find_if(values,
+                             [&](std::string_view one) { return EqualsIgnoreCase(one, value); }) -
+        values.begin());
     const bool isChosen =
-        std::ranges::any_of(expected->Values(), [](const StatementValue& argument) {
-            return argument.kind == StatementValue::Kind::Constant;
-        });
+        index >= slots.size() || slots[index].kind == StatementValue::Kind::Constant;
     if (IsSum(question, value) && isChosen) return std::nullopt;
     if (IsSum(question, value))
         return MakeHint(question, MessageCode::SumInStatement, {ToUtf8(value)});

@@ -110,8 +110,42 @@ std::optional<Hint> FindSingleQuotes(const HintQuestion& question, std::string_v
                    '"' + std::string(text.substr(at + 1, end - at - 1)) + '"');
 }
 
+/// ANALOG[1], Speed = Tune[3], Speed = Tune(3)
+std::optional<Hint> FindBrackets(const HintQuestion& question, std::string_view text,
+                                 std::size_t at) {
+    const std::size_t close = text.find_first_of("])", at);
+    if (close == kNone) return std::nullopt;
+    const std::string_view before = TrimBlanks(text.substr(0, at));
+    const std::string_view name = before.substr(before.find_last_of(" ,=(<>") + 1);
+    const auto begin = static_cast<std::size_t>(name.data() - text.data());
+    const std::string index(TrimBlanks(text.substr(at + 1, close - at - 1)));
+    const Compilation& compilation = question.compilation;
+    const Command* entry = compilation.FindCommand(name);
+    const Symbol* called = compilation.symbols.FindSymbol(name, question.line.parent);
+    const bool isRoutine = called != nullptr && called->symbolClass == SymbolClass::Routine;
+    if (isRoutine || (entry != nullptr && entry->family == TokenFamily::Function))
+        return Rewrite(question, text, text.substr(begin, close + 1 - begin),
+                       std::string(name) + "(" + index + ")");
+    const std::string_view equal = TrimBlanks(text.substr(0, begin));
+    const std::string_view target = TrimBlanks(equal.substr(0, equal.find('=')));
+    const Symbol* table = compilation.symbols.FindSymbol(name, question.line.parent);
+    const bool isRead = table != nullptr && table->type == DataType::Table &&
+                        equal.ends_with('=') && IsVariable(question, target) &&
+                        TrimBlanks(text.substr(close + 1)).empty();
+    if (!isRead) return std::nullopt;
+    const auto call = [&](Token function, std::string_view of) {
+        return std::string(compilation.GetCommandText(function)) + "(" + std::string(of) + ")";
+    };
+    return MakeHint(question, MessageCode::TableReadAt,
+                    {ToUtf8(name), ToUtf8(call(Token::AddressOf, name)), ToUtf8(index),
+                     ToUtf8(std::string(target) + " = " + call(Token::Read, "Place"))});
+}
+
 std::optional<Hint> HintOfSign(const HintQuestion& question, const OtherLanguageRow& row,
                                std::string_view text, std::size_t at) {
+    if (row.word == "[") {
+        if (const auto brackets = FindBrackets(question, text, at)) return brackets;
+    }
     const std::string_view behind = TrimBlanks(text.substr(at + row.word.size()));
     const bool isPercent = row.word == "%" && (behind.empty() || behind.starts_with(','));
     if (isPercent) {
@@ -122,8 +156,18 @@ std::optional<Hint> HintOfSign(const HintQuestion& question, const OtherLanguage
         hint.fix = FixOf(question.line, at, row.word.size(), "");
         return hint;
     }
-    if (row.word == "'") return FindSingleQuotes(question, text, at);
-    if (row.word == "++" || row.word == "--") return FindStep(question, text, row.word, at);
+    // At the head of a line, before a word, it begins a comment elsewhere.
+    const bool isFirst = TrimBlanks(text.substr(0, at)).empty();
+    if (row.word == "'") {
+        const auto quotes = FindSingleQuotes(question, text, at);
+        if (quotes || !isFirst) return quotes;
+        return Rewrite(question, text, text.substr(at, 1), ";");
+    }
+    if (row.word == "++" || row.word == "--") {
+        const auto step = FindStep(question, text, row.word, at);
+        if (step || !isFirst || row.word == "++") return step;
+        return Rewrite(question, text, text.substr(at, row.word.size()), ";");
+    }
     if (const auto operation = FindOperationOnItself(question, text, at)) return operation;
     Hint hint = HintOfRow(question, row, row.word);
     if (row.replacement.empty()) return hint;
@@ -136,11 +180,9 @@ std::optional<Hint> HintOfSign(const HintQuestion& question, const OtherLanguage
     return hint;
 }
 
-const OtherLanguageRow* RowOfWord(const HintQuestion& question, std::string_view word) {
-    const auto found = std::ranges::find_if(question.otherLanguages, [&](const auto& row) {
-        return IsWordRow(row) && EqualsIgnoreCase(row.word, word);
-    });
-    return found == question.otherLanguages.end() ? nullptr : &*found;
+bool IsRoutine(const HintQuestion& question, std::string_view word) {
+    const Symbol* symbol = question.compilation.symbols.FindSymbol(word, question.line.parent);
+    return symbol != nullptr && symbol->symbolClass == SymbolClass::Routine;
 }
 
 bool IsKnownWord(const HintQuestion& question, std::string_view word) {
@@ -167,12 +209,17 @@ std::optional<Hint> FindForeignBeginning(const HintQuestion& question,
         std::string together;
         for (const PlacedWord& word : words.first(count))
             together.append(together.empty() ? "" : " ").append(word.In(question.line.text));
-        const OtherLanguageRow* row = RowOfWord(question, together);
+        const OtherLanguageRow* row = RowOfWord(question.otherLanguages, together);
         if (row == nullptr || (count == 1 && IsKnownWord(question, together))) continue;
+        // What is called so is a routine of the program, whatever the verb.
+        const bool callsRoutine =
+            words.size() > count && IsRoutine(question, words[count].In(question.line.text));
+        if (callsRoutine) continue;
         const std::size_t begin = words.front().begin;
-        const bool isRight = !row->replacement.empty() &&
-                             StartsWithIgnoreCase(question.line.text.substr(begin),
-                                                  PlainText(commands, row->replacement));
+        // BEGIN of BEGIN PROGRAM is right; SELECT CASE is more than SELECT.
+        const std::string meant = PlainText(commands, row->replacement);
+        const bool isRight = together.size() <= meant.size() && !meant.empty() &&
+                             StartsWithIgnoreCase(question.line.text.substr(begin), meant);
         if (isRight) continue;
         return HintOfWords(question, *row, begin, words[count - 1].End() - begin);
     }
@@ -191,7 +238,7 @@ std::optional<Hint> FindForeignComparison(const HintQuestion& question,
             std::string together;
             for (const PlacedWord& word : words.subspan(i, count))
                 together.append(together.empty() ? "" : " ").append(word.In(question.line.text));
-            const OtherLanguageRow* row = RowOfWord(question, together);
+            const OtherLanguageRow* row = RowOfWord(question.otherLanguages, together);
             const bool isSign =
                 row != nullptr && !row->replacement.empty() && !IsKnownWord(question, together) &&
                 std::string_view("=<>").find(
@@ -213,7 +260,8 @@ std::optional<Hint> FindCountedRepeat(const HintQuestion& question,
         words.size() > 1 ? words[1].In(question.line.text) : std::string_view();
     const bool isNumber = ParseNumber(second) || IsVariable(question, second);
     const bool isCounted = isBlock && isNumber && question.code == MessageCode::UnexpectedText;
-    const OtherLanguageRow* row = isCounted ? RowOfWord(question, "repeat n times") : nullptr;
+    const OtherLanguageRow* row =
+        isCounted ? RowOfWord(question.otherLanguages, "repeat n times") : nullptr;
     if (row == nullptr) return std::nullopt;
     return HintOfWords(question, *row, words.front().begin,
                        words.back().End() - words.front().begin);
@@ -226,7 +274,8 @@ std::optional<Hint> FindForeignName(const HintQuestion& question,
                              question.code == MessageCode::UnknownRoutine ||
                              question.code == MessageCode::UnknownComparison ||
                              question.code == MessageCode::UnknownOperator;
-    const OtherLanguageRow* row = isAboutName ? RowOfWord(question, question.extra) : nullptr;
+    const OtherLanguageRow* row =
+        isAboutName ? RowOfWord(question.otherLanguages, question.extra) : nullptr;
     // CALL stands before what was meant to be a routine of the program.
     const bool isCall =
         question.code == MessageCode::UnknownRoutine && question.line.token != Token::Call;
@@ -243,6 +292,9 @@ std::optional<Hint> FindForeignName(const HintQuestion& question,
 std::optional<Hint> FindForeignSign(const HintQuestion& question) {
     if (!Holds(kAboutSigns, question.code)) return std::nullopt;
     const std::string text = WithoutQuotes(question.line);
+    if (question.code == MessageCode::UnknownRoutine && text.find('(') != kNone) {
+        if (const auto brackets = FindBrackets(question, text, text.find('('))) return brackets;
+    }
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (IsBlank(text[at]) || IsLetter(text[at]) || IsDigit(text[at])) continue;
         const OtherLanguageRow* row =

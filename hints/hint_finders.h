@@ -30,6 +30,12 @@ std::optional<Hint> FindNumberHint(const HintQuestion& question);
 std::optional<Hint> FindMeasureHint(const HintQuestion& question);
 /// SET LED 1, ON; LED LEFT ON; SET LEDS LEFT, ON: one of two lights, which are set together.
 std::optional<Hint> FindOneLight(const HintQuestion& question);
+/// ADD 5 TO Speed, SET Speed TO 5: a variable that gets a value, in the words of other languages.
+std::optional<Hint> FindSentence(const HintQuestion& question);
+/// 60 = Speed, Speed 60, Speed = 60 percent: lines that give a variable a value, in another form.
+std::optional<Hint> FindAssignedValue(const HintQuestion& question);
+/// SET LEDS ON AND OFF, CASE 2 TO 4: values with something else than commas between them.
+std::optional<Hint> FindListOfValues(const HintQuestion& question);
 /// Values in another order, one too few, or nearly one of a list.
 std::optional<Hint> FindChoiceHint(const HintQuestion& question);
 /// Blocks as other languages write them, with the lines to write.

@@ -132,6 +132,44 @@ std::string ExampleOf(const HintQuestion& question, const Command& entry) {
     return example + ")";
 }
 
+/// IF Light NOT = 100 THEN, IF NOT Light = 100 THEN; nothing for other comparisons.
+std::optional<Hint> FindNegatedComparison(const HintQuestion& question,
+                                          std::span<const PlacedWord> words, std::size_t at) {
+    const Compilation& compilation = question.compilation;
+    const std::string_view line = question.line.text;
+    const std::string equal(compilation.GetCommandText(Token::Equal));
+    const std::string differs(compilation.GetCommandText(Token::NotEqual));
+    const std::string_view behind = line.substr(words[at].End());
+    const std::size_t sign = behind.find_first_of("=<>");
+    const bool isEqual = sign != kNone && behind.substr(sign, 1) == equal &&
+                         behind.find_first_of("=<>", sign + 1) == kNone;
+    if (!isEqual) return std::nullopt;
+    if (TrimBlanks(behind.substr(0, sign)).empty())
+        return RewritePiece(question,
+                            line.substr(words[at].begin, words[at].length + sign + equal.size()),
+                            differs);
+    const std::size_t end = FindComment(line);
+    const std::string_view typed = TrimBlanks(line.substr(words[at].begin, end - words[at].begin));
+    std::string instead(TrimBlanks(typed.substr(words[at].length)));
+    instead.replace(instead.find(equal), equal.size(), differs);
+    return RewritePiece(question, typed, instead);
+}
+
+/// Light = ANALOG1
+std::optional<Hint> FindStuckInput(const HintQuestion& question) {
+    const std::string_view typed = ShownWord(question);
+    const std::size_t digit = typed.find_first_of("0123456789");
+    if (question.code != MessageCode::UnknownName || digit == kNone || digit == 0)
+        return std::nullopt;
+    const Command* entry = question.compilation.FindCommand(typed.substr(0, digit));
+    const Statement* function = entry != nullptr && entry->family == TokenFamily::Function
+                                    ? FindFunction(entry->id)
+                                    : nullptr;
+    if (function == nullptr || function->Values().size() != 1) return std::nullopt;
+    return RewritePiece(question, typed,
+                        entry->command + "(" + std::string(typed.substr(digit)) + ")");
+}
+
 /// Charge = BATTERY, Light = ANALOG 1, IF BUTTON 1 = ON THEN
 std::optional<Hint> FindFunctionWithoutList(const HintQuestion& question) {
     const bool isAsked = question.code == MessageCode::KeywordAsValue ||
@@ -154,7 +192,11 @@ std::optional<Hint> FindFunctionWithoutList(const HintQuestion& question) {
                                 EqualsIgnoreCase(entry->command, name);
         const bool isCalled = TrimBlanks(line.substr(words[i].End())).starts_with('(');
         if (!isFunction || isCalled || FormText(question, *entry).empty()) continue;
-        const bool hasNumber = i + 1 < words.size() && ParseNumber(words[i + 1].In(line));
+        if (entry->id == Token::Not && i + 1 < words.size() && hasOwn)
+            return FindNegatedComparison(question, words, i);
+        const bool hasNumber =
+            i + 1 < words.size() && (ParseNumber(words[i + 1].In(line)) ||
+                                     VariableOf(question, words[i + 1].In(line)) != nullptr);
         if (hasNumber)
             return RewritePiece(question,
                                 line.substr(words[i].begin, words[i + 1].End() - words[i].begin),
@@ -256,7 +298,7 @@ std::optional<Hint> FindBlankInName(const HintQuestion& question) {
 
 std::optional<Hint> FindKindHint(const HintQuestion& question) {
     for (const auto find : {FindForeignLetters, FindBlankInName, FindTruth, FindLongText,
-                            FindFunctionWithoutList, FindResult, FindOtherSize}) {
+                            FindStuckInput, FindFunctionWithoutList, FindResult, FindOtherSize}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
     return std::nullopt;

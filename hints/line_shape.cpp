@@ -98,6 +98,8 @@ std::optional<Hint> FindThen(const Words& words) {
     const bool isLast = at + 1 == words.places.size();
     if (question.line.token == Token::If && question.code == MessageCode::ThenExpected && !isLast)
         return MakeHint(question, MessageCode::LinesBelow, {then});
+    if (question.code == MessageCode::NotUnderstood && words.places.size() == 1)
+        return MakeHint(question, MessageCode::OnlyInIf, {then});
     const bool isTooMuch = question.code == MessageCode::UnexpectedText ||
                            question.code == MessageCode::UnknownOperator;
     if (!IsLoopCondition(question.line.token) || !isTooMuch || !isLast) return std::nullopt;
@@ -194,6 +196,7 @@ std::optional<Hint> FindRestOfCall(const Words& words) {
     const std::string_view statement = StatementOf(question.line);
     const std::size_t open = FindOutsideQuotes(statement, '(');
     const bool mayCall = question.line.token == Token::None || question.line.token == Token::Call ||
+                         question.line.token == Token::RoutineCall ||
                          question.line.IsSystemFunctionCall();
     const bool isCall = question.code == MessageCode::UnexpectedText && open != kNone && mayCall;
     const std::size_t close = isCall ? FindClosingParenthesis(statement, open) : kNone;
@@ -252,7 +255,9 @@ bool HasWord(std::string_view command, std::string_view word) {
 /// STOP, MOTOR 1 ON: the statements that have the line's first word.
 std::optional<Hint> FindStatementsWithWord(const Words& words) {
     const HintQuestion& question = words.question;
-    const bool isAsked = question.code == MessageCode::UnknownStatement;
+    const bool isAsked = question.code == MessageCode::UnknownStatement ||
+                         (question.code == MessageCode::UnknownName &&
+                          EqualsIgnoreCase(question.extra, words.At(0)));
     if (!isAsked || question.compilation.FindCommand(words.At(0)) != nullptr) return std::nullopt;
     constexpr std::size_t kMost = 4;
     std::string list;

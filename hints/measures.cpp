@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "config/encoding.h"
 #include "config/text.h"
@@ -65,8 +66,12 @@ std::optional<std::int64_t> Thousandths(std::string_view text) {
 std::optional<Hint> FindTime(const HintQuestion& question) {
     const bool isAsked = question.code == MessageCode::UnknownName ||
                          question.code == MessageCode::WrongArgumentCount;
-    if (!isAsked || question.line.token != Token::Wait) return std::nullopt;
-    const std::string_view typed = TypedPart(question);
+    const std::vector<std::string_view> values = TypedValues(question);
+    const bool isSound = question.line.token == Token::PlaySound && values.size() == 2 &&
+                         question.code == MessageCode::UnknownName &&
+                         EqualsIgnoreCase(question.extra, values[1]);
+    if (!isAsked || (question.line.token != Token::Wait && !isSound)) return std::nullopt;
+    const std::string_view typed = isSound ? values[1] : TypedPart(question);
     const std::size_t end = std::min(typed.find_first_not_of("0123456789.,"), typed.size());
     const std::string_view unit = TrimBlanks(typed.substr(end));
     const auto* row = std::ranges::find_if(
@@ -77,6 +82,7 @@ std::optional<Hint> FindTime(const HintQuestion& question) {
     const std::int64_t hundredths = *number * row->hundredths / kThousandths;
     if (hundredths < 1 || hundredths > kLargestWritten) return std::nullopt;
     const std::string instead = std::to_string(hundredths);
+    if (isSound) return RewritePiece(question, typed, instead);
     Hint hint = RewritePiece(question, typed, instead);
     hint.text = MakeHint(question, MessageCode::HundredthsShown, {ToUtf8(typed), instead}).text;
     return hint;
@@ -101,6 +107,28 @@ std::optional<int> NoteNumber(std::string_view text) {
     return (number + 1) * kNotes + key + (isSharp ? 1 : 0) - (isFlat ? 1 : 0);
 }
 
+/// What is too large for a note can be meant in hertz: 440 is the A above the C in the middle.
+std::optional<int> NoteOfFrequency(std::int32_t hertz) {
+    constexpr std::int32_t kLargestNote = 127;
+    constexpr std::int32_t kHighest = 12'500;
+    constexpr double kNotes = 12;
+    constexpr double kStandard = 440;
+    constexpr int kStandardNote = 69;
+    if (hertz <= kLargestNote || hertz > kHighest) return std::nullopt;
+    return kStandardNote + static_cast<int>(std::lround(kNotes * std::log2(hertz / kStandard)));
+}
+
+/// PLAY TUNE 60, 50
+std::optional<Hint> FindSoundAsTune(const HintQuestion& question) {
+    const std::vector<std::string_view> values = TypedValues(question);
+    const bool isSound = question.line.token == Token::PlayTune && values.size() == 2 &&
+                         ParseNumber(values[0]) && ParseNumber(values[1]);
+    if (!isSound) return std::nullopt;
+    const std::string_view tune = question.compilation.GetCommandText(Token::PlayTune);
+    return RewritePiece(question, StatementOf(question.line).substr(0, tune.size()),
+                        std::string(question.compilation.GetCommandText(Token::PlaySound)));
+}
+
 /// PLAY SOUND C4, 50
 std::optional<Hint> FindNote(const HintQuestion& question) {
     if (question.line.token != Token::PlaySound) return std::nullopt;
@@ -110,7 +138,8 @@ std::optional<Hint> FindNote(const HintQuestion& question) {
                          question.code == MessageCode::TypeMismatch;
     if (!isAsked || values.empty()) return std::nullopt;
     const std::string_view typed = values.front();
-    const auto note = NoteNumber(StripQuotes(typed));
+    const auto note =
+        ParseNumber(typed) ? NoteOfFrequency(*ParseNumber(typed)) : NoteNumber(StripQuotes(typed));
     if (!note) return std::nullopt;
     const std::string number = std::to_string(*note);
     Hint hint = RewritePiece(question, typed, number);
@@ -141,7 +170,7 @@ std::optional<Hint> FindOtherWay(const HintQuestion& question) {
 }  // namespace
 
 std::optional<Hint> FindMeasureHint(const HintQuestion& question) {
-    for (const auto find : {FindTime, FindNote, FindOtherWay}) {
+    for (const auto find : {FindTime, FindSoundAsTune, FindNote, FindOtherWay}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
     return std::nullopt;

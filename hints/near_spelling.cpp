@@ -8,6 +8,7 @@
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
 #include "hints/near_words.h"
+#include "hints/typed_values.h"
 
 namespace zentro {
 
@@ -31,16 +32,23 @@ std::vector<std::string_view> WordsOf(std::string_view text) {
     return words;
 }
 
+/// PROG for PROGRAM
+bool IsAbbreviation(std::string_view typed, std::string_view meant) {
+    constexpr std::size_t kFewest = 3;
+    return typed.size() >= kFewest && StartsWithIgnoreCase(meant, typed);
+}
+
 /// How many letters of the line's first words have to change; nothing when they are not near.
 std::optional<std::size_t> DistanceToWords(std::span<const std::string_view> typed,
-                                           std::span<const std::string_view> meant) {
+                                           std::span<const std::string_view> meant,
+                                           bool mayBeShort) {
     if (typed.size() < meant.size()) return std::nullopt;
     std::size_t distance = 0;
     for (std::size_t i = 0; i < meant.size(); ++i) {
         if (EqualsIgnoreCase(typed[i], meant[i])) continue;
         const std::optional<std::size_t> one = SpellingDistance(typed[i], meant[i]);
-        if (!one) return std::nullopt;
-        distance += *one;
+        if (!one && !(mayBeShort && IsAbbreviation(typed[i], meant[i]))) return std::nullopt;
+        distance += one.value_or(1);
     }
     return distance;
 }
@@ -77,7 +85,9 @@ std::optional<NearStatement> FindNearStatement(const HintQuestion& question,
     for (const Command& entry : question.compilation.configuration.commands.Entries()) {
         if (!BeginsLines(entry)) continue;
         const std::vector<std::string_view> meant = WordsOf(entry.command);
-        if (const auto distance = DistanceToWords(typed, meant); distance && *distance > 0)
+        if (const auto distance =
+                DistanceToWords(typed, meant, entry.family != TokenFamily::Directive);
+            distance && *distance > 0)
             offer(entry, *distance, meant.size());
         if (const std::size_t words = WordsThatDifferInBlanks(typed, entry.command))
             offer(entry, 0, words);
@@ -141,6 +151,82 @@ bool IsAboutBeginning(const HintQuestion& question, std::string_view firstWord) 
     }
 }
 
+/// STOP THE MOTORS, PLAY A SOUND, SET DISPLAY 5: the statement with a word too many. END-IF too.
+std::optional<Hint> FindFillerWord(const HintQuestion& question,
+                                   std::span<const PlacedWord> words) {
+    constexpr std::array<std::string_view, 8> kFillers{"THE",  "A",  "AN",  "ALL",
+                                                       "BOTH", "MY", "SET", "PLEASE"};
+    const bool isAsked = question.code == MessageCode::UnknownStatement ||
+                         question.code == MessageCode::NotUnderstood;
+    const std::string_view line = question.line.text;
+    std::string joined(StatementOf(question.line));
+    std::ranges::replace(joined, '-', ' ');
+    const Command* whole = question.compilation.FindCommand(joined);
+    if (isAsked && whole != nullptr && joined == whole->command &&
+        StatementOf(question.line).find('-') != std::string_view::npos)
+        return RewriteStatement(question, joined);
+    for (std::size_t i = 0; isAsked && i + 1 < std::min<std::size_t>(words.size(), 4); ++i) {
+        const bool isFiller = std::ranges::any_of(kFillers, [&](std::string_view filler) {
+            return EqualsIgnoreCase(words[i].In(line), filler);
+        });
+        if (!isFiller) continue;
+        std::string rest(line.substr(words[0].begin, words[i].begin - words[0].begin));
+        rest += line.substr(words[i + 1].begin);
+        const Command* entry = question.compilation.FindCommand(rest);
+        if (entry == nullptr || !BeginsLines(*entry) || entry->command.size() < rest.find(' '))
+            continue;
+        const auto count = static_cast<std::size_t>(std::ranges::count(entry->command, ' ')) + 1;
+        if (count < i + 1 && i > 0) continue;
+        const std::size_t end = words[std::min(count, words.size() - 1)].End();
+        return RewritePiece(question, line.substr(words[0].begin, end - words[0].begin),
+                            entry->command);
+    }
+    return std::nullopt;
+}
+
+/// IFLight > 100 THEN
+std::optional<Hint> FindStuckName(const HintQuestion& question, const PlacedWord& first) {
+    const std::string_view typed = first.In(question.line.text);
+    for (const Token token : {Token::If, Token::While, Token::Until, Token::Display, Token::Wait,
+                              Token::Increment, Token::Decrement}) {
+        const std::string_view word = question.compilation.GetCommandText(token);
+        if (!StartsWithIgnoreCase(typed, word) || typed.size() == word.size()) continue;
+        const std::string_view name = typed.substr(word.size());
+        if (question.compilation.symbols.FindSymbol(name, question.line.parent) == nullptr)
+            continue;
+        const std::string meant = std::string(word) + " " + std::string(name);
+        Hint hint = MakeHint(question, MessageCode::SeparateWords, {ToUtf8(typed), ToUtf8(meant)});
+        hint.fix = FixOf(question.line, first.begin, first.length, meant);
+        return hint;
+    }
+    return std::nullopt;
+}
+
+/// SET MOTOR1, FORWARD, 60
+std::optional<Hint> FindStuckNumber(const HintQuestion& question,
+                                    std::span<const PlacedWord> words) {
+    const std::string_view line = question.line.text;
+    if (question.code != MessageCode::UnknownStatement) return std::nullopt;
+    std::string together;
+    for (const PlacedWord& word : words) {
+        const std::string_view typed = word.In(line);
+        const std::size_t digit = std::min(typed.find_first_of("0123456789"), typed.size());
+        together.append(together.empty() ? "" : " ").append(typed.substr(0, digit));
+        if (digit == typed.size()) continue;
+        const Command* entry = question.compilation.FindCommand(together);
+        const bool isMeant = digit > 0 && entry != nullptr && BeginsLines(*entry) &&
+                             EqualsIgnoreCase(entry->command, together);
+        if (!isMeant) return std::nullopt;
+        const std::size_t begin = words.front().begin;
+        const std::string meant = entry->command + " " + std::string(typed.substr(digit));
+        Hint hint = MakeHint(question, MessageCode::SeparateWords,
+                             {ToUtf8(line.substr(begin, word.End() - begin)), ToUtf8(meant)});
+        hint.fix = FixOf(question.line, begin, word.End() - begin, meant);
+        return hint;
+    }
+    return std::nullopt;
+}
+
 std::optional<Hint> FindStatement(const HintQuestion& question, std::span<const PlacedWord> words) {
     std::vector<std::string_view> typed;
     for (const PlacedWord& word : words)
@@ -193,7 +279,15 @@ std::optional<Hint> FindName(const HintQuestion& question, std::span<const Place
     });
     if (place == words.end()) return std::nullopt;
     NearestWord nearest(place->In(question.line.text));
-    OfferSymbols(question, nearest);
+    const Statement* statement = StatementOfValues(question);
+    const std::vector<std::string_view> values = TypedValues(question);
+    const std::size_t count =
+        statement == nullptr ? 0 : std::min(values.size(), statement->Values().size());
+    bool isChosen = false;
+    for (std::size_t i = 0; i < count; ++i)
+        isChosen = isChosen || (EqualsIgnoreCase(values[i], question.extra) &&
+                                !statement->Values()[i].allowed.empty());
+    if (!isChosen) OfferSymbols(question, nearest);
     if (isName) OfferConstants(question, nearest);
     OfferEntries(question, isName ? TokenFamily::Constant : TokenFamily::Function, nearest);
     const std::optional<std::string_view> meant = nearest.Found();
@@ -277,6 +371,11 @@ std::optional<Hint> FindNearSpelling(const HintQuestion& question) {
     const std::vector<PlacedWord> words =
         WordsInLine(question.compilation.configuration.commands, question.line.text);
     if (words.empty()) return std::nullopt;
+    if (const auto filler = FindFillerWord(question, words)) return filler;
+    if (const auto stuck = FindStuckNumber(question, words)) return stuck;
+    if (question.code == MessageCode::UnknownStatement) {
+        if (const auto stuck = FindStuckName(question, words.front())) return stuck;
+    }
     if (const auto statement = FindStatement(question, words)) return statement;
     if (const auto together = FindNameInTwo(question, words)) return together;
     if (const auto name = FindName(question, words)) return name;

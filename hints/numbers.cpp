@@ -1,10 +1,12 @@
 #include <algorithm>
+#include <cctype>
 
 #include "config/encoding.h"
 #include "config/text.h"
 #include "frontend/words.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
+#include "hints/typed_values.h"
 #include "model/statement.h"
 
 namespace zentro {
@@ -53,6 +55,11 @@ Place FindCommaFraction(const HintQuestion& question, std::string_view text) {
 std::optional<Hint> FindFractionHint(const HintQuestion& question, std::string_view text) {
     Place place = FindFraction(text, '.');
     if (place.length == 0) place = FindCommaFraction(question, text);
+    const bool isShown = question.code == MessageCode::UnknownName &&
+                         question.extra.find(',') != std::string_view::npos;
+    if (place.length == 0 && isShown &&
+        FindFraction(question.extra, ',').length == question.extra.size())
+        return MakeHint(question, MessageCode::FractionWritten, {question.extra});
     if (place.length == 0) return std::nullopt;
     return MakeHint(question, MessageCode::FractionWritten, {place.In(text)});
 }
@@ -66,7 +73,9 @@ bool HasNegativeNumber(std::string_view text) {
         constexpr std::string_view kBeginsValue = "=<>,(+-*/";
         const bool beginsValue =
             !before.empty() && kBeginsValue.find(before.back()) != std::string_view::npos;
-        if (beginsValue && !behind.empty() && IsDigit(behind.front())) return true;
+        const bool isValue =
+            !behind.empty() && (IsDigit(behind.front()) || IsLetter(behind.front()));
+        if (beginsValue && isValue) return true;
     }
     return false;
 }
@@ -113,6 +122,33 @@ std::optional<Hint> FindLetterForDigit(const HintQuestion& question) {
     return std::nullopt;
 }
 
+/// 0x64, $64, &H64, #64 and FFH; 0b101 is a number as well.
+std::string WithoutPrefix(std::string_view typed) {
+    constexpr std::size_t kMostDigits = 4;
+    const auto isHexadecimal = [](char c) {
+        return std::isxdigit(static_cast<unsigned char>(c)) != 0;
+    };
+    for (const std::string_view prefix : {"0X", "$", "&H", "#"}) {
+        if (StartsWithIgnoreCase(typed, prefix)) typed.remove_prefix(prefix.size());
+    }
+    if (!typed.empty() && FoldCase(typed.back()) == 'H') typed.remove_suffix(1);
+    const bool isNumber =
+        !typed.empty() && typed.size() <= kMostDigits && std::ranges::all_of(typed, isHexadecimal);
+    return isNumber ? "0" + std::string(typed) + "H" : std::string();
+}
+
+std::optional<Hint> FindHexadecimal(const HintQuestion& question) {
+    constexpr std::size_t kFewest = 3;
+    const std::string_view typed = question.extra;
+    const bool isAsked = question.code == MessageCode::UnknownName && typed.size() >= kFewest;
+    const bool isMarked = isAsked && (IsDigit(typed.front()) || !IsLetter(typed.front()) ||
+                                      FoldCase(typed.back()) == 'H');
+    const std::string meant = isMarked ? WithoutPrefix(typed) : std::string();
+    const std::size_t at = question.line.text.find(typed);
+    if (meant.empty() || at == std::string_view::npos) return std::nullopt;
+    return RewritePiece(question, question.line.text.substr(at, typed.size()), meant);
+}
+
 /// DEFINE BYTE Steps = 1000
 Hint HintOfWord(const HintQuestion& question) {
     const std::string_view word = question.compilation.GetCommandText(Token::DefineWord);
@@ -144,10 +180,12 @@ std::optional<Hint> FindLargeNumber(const HintQuestion& question) {
 
 std::optional<Hint> FindNumberHint(const HintQuestion& question) {
     if (const auto letter = FindLetterForDigit(question)) return letter;
+    if (const auto hexadecimal = FindHexadecimal(question)) return hexadecimal;
     if (!IsAboutSigns(question.code) || question.line.token == Token::Include) return std::nullopt;
     const std::string text = WithoutQuotes(question.line);
     if (const auto fraction = FindFractionHint(question, text)) return fraction;
-    if (HasNegativeNumber(text)) return MakeHint(question, MessageCode::NegativeWritten, {});
+    if (HasNegativeNumber(text) || TypedPart(question).starts_with('-'))
+        return MakeHint(question, MessageCode::NegativeWritten, {});
     return FindLargeNumber(question);
 }
 

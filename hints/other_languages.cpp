@@ -56,6 +56,13 @@ const OtherLanguageRow* RowOfSign(std::span<const OtherLanguageRow> rows, std::s
     return longest;
 }
 
+const OtherLanguageRow* RowOfWord(std::span<const OtherLanguageRow> rows, std::string_view words) {
+    const auto found = std::ranges::find_if(rows, [&](const OtherLanguageRow& row) {
+        return IsWordRow(row) && EqualsIgnoreCase(row.word, words);
+    });
+    return found == rows.end() ? nullptr : &*found;
+}
+
 std::string PlainText(const CommandCatalogue& commands, std::string_view text) {
     constexpr std::string_view kSee = ", see {";
     std::string plain;

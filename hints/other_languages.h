@@ -28,6 +28,9 @@ bool IsWordRow(const OtherLanguageRow& row);
 /// The row of the longest sign with which the text begins; null when there is none.
 const OtherLanguageRow* RowOfSign(std::span<const OtherLanguageRow> rows, std::string_view text);
 
+/// The row of the words; null when there is none.
+const OtherLanguageRow* RowOfWord(std::span<const OtherLanguageRow> rows, std::string_view words);
+
 /// The text as a sentence's piece: the language's words for their tokens, and nothing of what it
 /// says about the handbook.
 std::string PlainText(const CommandCatalogue& commands, std::string_view text);

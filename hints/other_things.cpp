@@ -39,13 +39,58 @@ const Symbol* NotANumber(const HintQuestion& question) {
     return isOther ? symbol : nullptr;
 }
 
+/// PLAY TUNE "Tune" and PLAY TUNE Tune(), where Tune is a table
+std::optional<Hint> FindDressedName(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    std::string dressed;
+    if (question.code == MessageCode::TypeMismatch && IsQuoted(question.extra))
+        dressed = question.extra;
+    if (question.code == MessageCode::CallInsideStatement && statement.ends_with("()"))
+        dressed = statement.substr(statement.find_last_of(" ,=") + 1);
+    const std::size_t at = dressed.size() < 3 ? kNone : statement.find(dressed);
+    if (at == kNone) return std::nullopt;
+    const std::string_view name = dressed.front() == '"'
+                                      ? StripQuotes(std::string_view(dressed))
+                                      : std::string_view(dressed).substr(0, dressed.size() - 2);
+    const Command* entry = question.compilation.FindCommand(name);
+    const bool isTruth =
+        entry != nullptr && (entry->id == Token::True || entry->id == Token::False);
+    if (VariableOf(question, name) == nullptr && !isTruth) return std::nullopt;
+    return RewritePiece(question, statement.substr(at, dressed.size()), std::string(name));
+}
+
+/// WRITE Tune, 5 and Tune = 5
+std::optional<Hint> FindWrittenTable(const HintQuestion& question, const Symbol& table) {
+    const std::string_view statement = StatementOf(question.line);
+    const std::string_view target = TrimBlanks(statement.substr(0, statement.find('=')));
+    const bool isTarget = !GivenPart(question).empty() && EqualsIgnoreCase(target, table.name);
+    const std::vector<std::string_view> values = TypedValues(question);
+    const bool isWrite = question.line.token == Token::Write && values.size() == 2;
+    if (!isTarget && !isWrite) return std::nullopt;
+    std::string here(question.compilation.GetCommandText(Token::Write));
+    here.append(" Place, ").append(isWrite ? values[1] : GivenPart(question));
+    return MakeHint(
+        question, MessageCode::TableWritten,
+        {question.extra, ToUtf8(CallText(question, Token::AddressOf, table.name)), ToUtf8(here)});
+}
+
 /// Speed = Tune, DISPLAY Tune, where Tune is a table
 std::optional<Hint> FindTable(const HintQuestion& question) {
     const Symbol* symbol = NotANumber(question);
     if (symbol == nullptr || symbol->type != DataType::Table) return std::nullopt;
+    if (std::optional<Hint> written = FindWrittenTable(question, *symbol)) return written;
     return MakeHint(question, MessageCode::TableRead,
                     {question.extra, ToUtf8(CallText(question, Token::AddressOf, symbol->name)),
                      ToUtf8(CallText(question, Token::Read, "Place"))});
+}
+
+/// Reader = Tune
+std::optional<Hint> FindTableOfPointer(const HintQuestion& question) {
+    const std::string_view given = GivenPart(question);
+    const Symbol* symbol =
+        question.code == MessageCode::PointerAssigned ? VariableOf(question, given) : nullptr;
+    if (symbol == nullptr || symbol->type != DataType::Table) return std::nullopt;
+    return RewritePiece(question, given, CallText(question, Token::AddressOf, given));
 }
 
 /// Speed = Reader, DISPLAY Reader, where Reader is a pointer
@@ -148,8 +193,8 @@ std::optional<Hint> FindByteAndWord(const HintQuestion& question) {
 }  // namespace
 
 std::optional<Hint> FindOtherThing(const HintQuestion& question) {
-    for (const auto find : {FindTable, FindPointer, FindStatementAsValue, FindProduct,
-                            FindFirstValue, FindByteAndWord}) {
+    for (const auto find : {FindDressedName, FindTable, FindTableOfPointer, FindPointer,
+                            FindStatementAsValue, FindProduct, FindFirstValue, FindByteAndWord}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
     return std::nullopt;

@@ -96,4 +96,13 @@ std::string FormText(const HintQuestion& question, const Command& entry) {
     return form;
 }
 
+bool IsKnownValue(const HintQuestion& question, std::string_view word) {
+    if (IsQuoted(word) || ParseNumber(word)) return true;
+    const Compilation& compilation = question.compilation;
+    const Command* entry = compilation.FindCommand(word);
+    return compilation.symbols.FindSymbol(word, question.line.parent) != nullptr ||
+           compilation.symbols.FindConstant(word) != nullptr ||
+           (entry != nullptr && entry->family == TokenFamily::Constant);
+}
+
 }  // namespace zentro

@@ -36,6 +36,9 @@ std::string WrittenValue(const HintQuestion& question, std::string_view value);
 /// Whether the value can stand there for certain.
 bool Fits(const HintQuestion& question, const StatementValue& slot, std::string_view typed);
 
+/// Whether it is a text, a number, or a name or word that stands for a value.
+bool IsKnownValue(const HintQuestion& question, std::string_view word);
+
 /// "direction FORWARD or BACKWARD": what the statement takes, in the words of the language.
 std::string FormText(const HintQuestion& question, const Command& entry);
 

@@ -214,13 +214,22 @@ std::optional<Hint> FindMissingCall(const HintQuestion& question) {
                                statement.find_first_of("()") == kNone;
     if (!isWithoutList) return std::nullopt;
     const std::string_view name = TrimBlanks(statement.substr(end));
-    if (PlainRoutine(question, name) == nullptr) return std::nullopt;
+    const Symbol* named = PlainRoutine(question, name);
+    const bool isComplete =
+        named != nullptr &&
+        question.compilation.GetSourceLine(named->declareLineNo).parsedLine.ends_with("()");
+    if (!isComplete) return std::nullopt;
     return RewriteStatement(question, std::string(statement) + "()");
 }
 
 /// IF Speed = 1 without THEN: four words and nothing more.
 std::optional<Hint> FindMissingThen(const HintQuestion& question) {
     const bool isThen = question.code == MessageCode::ThenExpected;
+    const std::string_view whole = StatementOf(question.line);
+    const std::string_view last = whole.substr(whole.find_last_of(" \t") + 1);
+    if (isThen && EqualsIgnoreCase(last, "DO"))
+        return RewritePiece(question, last,
+                            std::string(question.compilation.GetCommandText(Token::Then)));
     const std::string_view parsed = question.line.parsedLine;
     constexpr auto kBlanks = 3;
     if (!isThen || std::ranges::count(parsed, ' ') != kBlanks || parsed.find('(') != kNone)
