@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "compiler/line_starts.h"
 #include "compiler/source_of_address.h"
 #include "desktop/variable_values.h"
 
@@ -115,7 +116,8 @@ QString LineFollower::ProblemWith(const OpenFile& file, int line, const QString&
 
 std::optional<SourcePlace> LineFollower::PlaceOf(const CompiledProgram& program,
                                                  std::uint16_t address) const {
-    const auto place = SourceOfAddress(*program.compilation, address);
+    const Compilation& compilation = *program.compilation;
+    const auto place = SourceOfAddress(compilation, BehindJumpToProgram(compilation, address));
     if (!place) return std::nullopt;
     SourcePlace found;
     found.folder = QString::fromStdString(place->pathName);

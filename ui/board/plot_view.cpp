@@ -41,7 +41,7 @@ PlotView::PlotView(const PlotCurves& curves, QWidget* parent)
     : QWidget(parent),
       curves_(curves),
       plot_(new QCustomPlot(this)),
-      hint_(new QLabel(tr("Tick what you want to see."), this)),
+      hint_(new QLabel(tr("Tick what you want to see:\nit is drawn from then on."), this)),
       to_(kFirstSpan),
       span_(kFirstSpan) {
     setObjectName("PlotView");

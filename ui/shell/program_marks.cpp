@@ -25,6 +25,7 @@ ProgramMarks::ProgramMarks(Programs& programs, const BoardState& board, const Li
     later_.setSingleShot(true);
     connect(&later_, &QTimer::timeout, this, &ProgramMarks::Follow);
     connect(&board, &BoardState::Changed, this, &ProgramMarks::Follow);
+    connect(&lines, &LineFollower::Changed, this, &ProgramMarks::FollowProgram);
     // A file that is opened gets its mark too, and edits move it.
     connect(&programs, &Programs::Changed, this, &ProgramMarks::Show);
 }
@@ -55,6 +56,15 @@ void ProgramMarks::Follow() {
     if (stands && activity.address) compiler_.SelectInListing(program, *activity.address);
     if (activity.state == State::Fault && before.state != State::Fault && activity.address)
         compiler_.ShowAddress(program, *activity.address);
+    Show();
+    Reveal();
+}
+
+/// A board may stand where it stood, with another program: a recording is opened, whose lines are
+/// known only after the board has been put at its beginning.
+void ProgramMarks::FollowProgram() {
+    const auto program = board_.Program().compiled;
+    if (std::exchange(followed_, program) == program) return;
     Show();
     Reveal();
 }

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QString>
 #include <QTimer>
+#include <memory>
 #include <optional>
 
 #include "desktop/line_follower.h"
@@ -32,6 +33,7 @@ class ProgramMarks : public QObject {
     };
 
     void Follow();
+    void FollowProgram();
     const CompiledProgram* Program() const;
     std::optional<Mark> MarkFor(const BoardActivity& activity) const;
     void Show();
@@ -42,7 +44,8 @@ class ProgramMarks : public QObject {
     const LineFollower& lines_;
     SourceFiles& files_;
     CompileCommands& compiler_;
-    BoardActivity activity_;  ///< as it was followed last
+    BoardActivity activity_;                           ///< as it was followed last
+    std::shared_ptr<const CompiledProgram> followed_;  ///< the board's
     std::optional<FileId> markedFile_;
     QElapsedTimer sinceFollowed_;
     QTimer later_;  ///< for a program at full pace

@@ -10,6 +10,8 @@
 #include "desktop/virtual_board_host.h"
 #include "tests/support/compile_fixture.h"
 #include "tests/ui/shell/main_window_fixture.h"
+#include "ui/editor/source_editor.h"
+#include "ui/editor/source_window.h"
 
 namespace zentro {
 namespace {
@@ -119,6 +121,15 @@ class ReplayWindowTest : public RecordingWindowTest {
             Host().Advance(173);
         EXPECT_TRUE(Host().IsReplayOver());
     }
+    /// The line that is lit as the next one.
+    QString LitText() const {
+        constexpr unsigned kHereBit = 1 << 2;
+        SourceEditor& editor = *FrontSource()->Editor();
+        for (int line = 0; line < editor.lines(); ++line) {
+            if ((editor.markersAtLine(line) & kHereBit) != 0) return editor.text(line);
+        }
+        return {};
+    }
     QString Notice() const { return Child<QLabel>("noticeText")->text(); }
     void ExpectTheEnd() {
         EXPECT_THAT(Notice().toStdString(), HasSubstr("the outputs were those that were recorded"));
@@ -145,6 +156,9 @@ TEST_F(ReplayWindowTest, ARecordingIsReplayedExactlyHoweverOneGoesThroughIt) {
     ASSERT_NE(FrontSource(), nullptr) << "its source lies beside it";
     EXPECT_TRUE(Host().KnowsLines());
     EXPECT_FALSE(Host().CanStepBack());
+    // The lit line is one of the program, not the routine over which the first instruction leads.
+    EXPECT_TRUE(QTest::qWaitFor([this] { return LitText().startsWith("BEGIN PROGRAM"); }))
+        << LitText().toStdString();
     Click("BtnBoardRun");
     AdvanceToTheEnd();
     ExpectTheEnd();
