@@ -276,6 +276,11 @@ bool EditorMarks::HasLamp(int line) const {
         lamps_, [&](const Mark& lamp) { return editor_.markerLine(lamp.handle) == line; });
 }
 
+bool EditorMarks::HasMessage(int line) const {
+    constexpr unsigned kMessages = 1U << kAdviceMark | 1U << kWarningMark | 1U << kErrorMark;
+    return (editor_.markersAtLine(line) & kMessages) != 0;
+}
+
 void EditorMarks::ShowBelow(int line, const QString& text) {
     editor_.clearAnnotations();
     if (text.isEmpty()) return;

@@ -66,6 +66,8 @@ class EditorMarks {
 
     /// Whether the line can be fixed. Lines count from 0.
     bool HasLamp(int line) const;
+    /// Whether the line bears the mark of an error, a warning or a piece of advice.
+    bool HasMessage(int line) const;
 
     /// Writes a text below a line, until the messages change. Lines count from 0.
     void ShowBelow(int line, const QString& text);

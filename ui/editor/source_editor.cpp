@@ -120,6 +120,12 @@ void SourceEditor::SetUpTyping() {
     }
 }
 
+/// On both sides of the numbers; but a mark of a message leads to the message.
+bool SourceEditor::IsForBreakpoints(int margin, int line) const {
+    return margin == EditorMarks::kBreakpointMargin ||
+           (margin == EditorMarks::kMargin && !marks_.HasMessage(line));
+}
+
 void SourceEditor::ConnectSignals() {
     settle_.setSingleShot(true);
     connect(&settle_, &QTimer::timeout, this, &SourceEditor::Settle);
@@ -130,12 +136,12 @@ void SourceEditor::ConnectSignals() {
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &SourceEditor::OnCharacterAdded);
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] { settle_.start(0); });
     connect(this, &QsciScintilla::marginClicked, this, [this](int margin, int line) {
-        if (margin == EditorMarks::kBreakpointMargin) emit BreakpointClicked(line + 1);
+        if (IsForBreakpoints(margin, line)) return emit BreakpointClicked(line + 1);
         if (margin == EditorMarks::kMargin) setCursorPosition(line, indentation(line));
         if (margin == EditorMarks::kLampMargin && marks_.HasLamp(line)) emit LampClicked(line + 1);
     });
     connect(this, &QsciScintilla::marginRightClicked, this, [this](int margin, int line) {
-        if (margin == EditorMarks::kBreakpointMargin) emit ConditionClicked(line + 1);
+        if (IsForBreakpoints(margin, line)) emit ConditionClicked(line + 1);
     });
     connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
         digits_ = 0;

@@ -101,6 +101,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     std::vector<TextRun> Prepare(std::string& text, bool isLastLineEnded) const;
     void SetUpMargins();
     void SetUpTyping();
+    bool IsForBreakpoints(int margin, int line) const;
     void ConnectSignals();
     void SetChromeColours(const QColor& text, const QColor& page);
     void FitNumberMargin();

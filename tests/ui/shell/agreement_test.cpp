@@ -14,6 +14,7 @@
 
 #include "comms/debug_variables.h"
 #include "comms/virtual_board_link.h"
+#include "compiler/line_starts.h"
 #include "compiler/source_of_address.h"
 #include "desktop/board_state.h"
 #include "desktop/file_watcher.h"
@@ -340,7 +341,9 @@ QStringList AgreementTest::WhereItStands() {
     if (!isHeld && !isFaulty) return {};
     const std::uint32_t address =
         isHeld ? zentro::WhereItStands(host.State()) : processor.instruction;
-    const auto place = SourceOfAddress(*compiled->compilation, static_cast<std::uint16_t>(address));
+    const auto place = SourceOfAddress(
+        *compiled->compilation,
+        BehindJumpToProgram(*compiled->compilation, static_cast<std::uint16_t>(address)));
     if (!place) return {};
     const QString key =
         FileKey(QString::fromStdString(place->pathName), QString::fromStdString(place->fileName));

@@ -91,9 +91,9 @@ class FollowTest : public MainWindowTest {
             static_cast<int>(Send(editor, QsciScintillaBase::SCI_POINTYFROMPOSITION, 0, position)) +
                 4};
     }
-    void ClickMargin(int line, Qt::MouseButton button = Qt::LeftButton) {
+    void ClickMargin(int line, Qt::MouseButton button = Qt::LeftButton, int x = 8) {
         QTest::mouseClick(FrontSource()->Editor()->viewport(), button, {},
-                          {8, PlaceIn(line, 0).y()});
+                          {x, PlaceIn(line, 0).y()});
     }
     QString TipOver(int line, int column) {
         FrontSource()->ShowLine(line);
@@ -124,6 +124,18 @@ TEST_F(FollowTest, ARightClickBesideALineAsksForItsConditionOnly) {
     ClickMargin(11, Qt::RightButton);
     EXPECT_TRUE(dialogs.questions.last().startsWith("Hold the program before line 11"));
     EXPECT_FALSE(wantMenu({8, PlaceIn(11, 0).y()})) << "a desktop asks for it after the press";
+    // On the other side of the numbers it is the same, but for the mark of a message.
+    const auto& editor = *FrontSource()->Editor();
+    const int right = editor.marginWidth(0) + editor.marginWidth(1) + 8;
+    ClickMargin(10, Qt::LeftButton, right);
+    EXPECT_TRUE(Bears(kHollowBit | kConditionalBit, {10, 11}));
+    ClickMargin(10, Qt::LeftButton, right);
+    FrontSource()->PutCaretAt(6);
+    Type("x");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return editor.markersAtLine(5) != 0; }));
+    ClickMargin(6, Qt::LeftButton, right);
+    EXPECT_TRUE(Bears(kHollowBit | kConditionalBit, {11}));
+    Press(CommandId::Undo);
     FrontSource()->GotoLine(1);
     Press(CommandId::Run);
     ASSERT_TRUE(WaitUntilHeld());
