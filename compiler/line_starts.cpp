@@ -13,8 +13,7 @@ bool LeadsToProgram(const Compilation& compilation, const ObjectLine& line) {
 /// Whether the instruction only leads past something on the way to another line.
 bool LeadsPast(const Compilation& compilation, const ObjectLine& line) {
     return line.comment == ObjectComment::EndOfIfBlock ||
-           line.comment == ObjectComment::EndOfCase ||
-           LeadsToProgram(compilation, line);
+           line.comment == ObjectComment::EndOfCase || LeadsToProgram(compilation, line);
 }
 
 }  // namespace

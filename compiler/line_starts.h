@@ -21,8 +21,8 @@ struct LineStart {
 /// it, nor is the jump over the routines to the program.
 std::vector<LineStart> LineStartsOf(const Compilation& compilation);
 
-/// The address; but where the instruction there only leads over the routines to the program, that of
-/// the program's first instruction.
+/// The address; but where the instruction there only leads over the routines to the program, that
+/// of the program's first instruction.
 std::uint16_t BehindJumpToProgram(const Compilation& compilation, std::uint16_t address);
 
 }  // namespace zentro

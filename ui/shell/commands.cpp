@@ -110,7 +110,8 @@ constexpr std::array kCommands{
 
 constexpr bool EveryCommandHasARow() {
     for (std::size_t id = 0; id < static_cast<std::size_t>(Count); ++id) {
-        const auto rows = std::ranges::count(kCommands, static_cast<CommandId>(id), &CommandRow::id);
+        const auto rows =
+            std::ranges::count(kCommands, static_cast<CommandId>(id), &CommandRow::id);
         if (rows != 1) return false;
     }
     return true;

@@ -195,9 +195,8 @@ void StartPage::ShowRecent() {
     const QStringList names = ShortNames(recent);
     for (qsizetype i = 0; i < recent.size(); ++i) {
         const QString& path = recent[i];
-        QToolButton* button =
-            AddButton(*recentRows_, QString("StartRecent%1").arg(i + 1), names[i], "file-open",
-                      [this, path] { actions_.openFile(path); });
+        QToolButton* button = AddButton(*recentRows_, QString("StartRecent%1").arg(i + 1), names[i],
+                                        "file-open", [this, path] { actions_.openFile(path); });
         button->setToolTip(QDir::toNativeSeparators(path));
     }
     recent_->setVisible(recentRows_->count() > 0);
