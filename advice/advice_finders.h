@@ -236,7 +236,7 @@ class MotorInLoopAdvice {
 };
 
 /// Values that never come or are never left: a case that stands twice, a tune without an end, a sum
-/// that does not fit, a flag that stays TRUE, a variable that stays 0.
+/// that does not fit, a flag that stays TRUE, a variable that stays 0, the bytes behind a table.
 class ValueAdvice {
   public:
     /// The search outlives the object.
@@ -259,6 +259,9 @@ class ValueAdvice {
     void LookAtSum(const SourceLine& line);
     void LookAtPause(const SourceLine& line);
     void LookAtBlock(const Block& block, const SourceLine& last);
+    void LookAtRounds(const SourceLine& first, const SourceLine& last);
+    std::int32_t RoundsOf(const SourceLine& first, const SourceLine& last) const;
+    const Symbol* TableReadBy(const SourceLine& step, const SourceLine& first) const;
     bool HoldsReading(const LineElement& variable) const;
     bool OnlyRises(const LineElement& flag) const;
     bool StaysZero(const Symbol& symbol) const;

@@ -37,6 +37,7 @@ void ValueAdvice::Look(const SourceLine& line) {
     if (role == BlockRole::Opens) blocks_.push_back({&line});
     if (role == BlockRole::Ends && !blocks_.empty()) {
         LookAtBlock(blocks_.back(), line);
+        if (line.token == Token::EndWhile) LookAtRounds(*blocks_.back().first, line);
         blocks_.pop_back();
     }
 }
@@ -119,6 +120,52 @@ void ValueAdvice::LookAtBlock(const Block& block, const SourceLine& last) {
                          OnlyRises(*compared->variable);
     if (!isRisen || search_.uses.MayBeLeftWithin(*block.first, last)) return;
     search_.Add(*block.first, MessageCode::FlagStaysTrue, search_.uses.NameOf(*compared->variable));
+}
+
+/// How often a loop runs that counts from a number up to one: WHILE Count < 4. 0: that is not
+/// certain.
+std::int32_t ValueAdvice::RoundsOf(const SourceLine& first, const SourceLine& last) const {
+    const auto sides = SidesOf(search_.compilation, first);
+    const auto most = sides ? ValueOf(*sides->second) : std::nullopt;
+    if (!most || sides->first->IsConstant()) return 0;
+    const bool isUpTo =
+        sides->comparison == Token::LessOrEqual || sides->comparison == Token::EqualOrLess;
+    const Symbol* count = search_.uses.SymbolOf(sides->first->location);
+    const auto changes = search_.uses.ChangesOf(sides->first->location);
+    const bool isCounted = count != nullptr && changes.size() == 1 &&
+                           changes[0].line->token == Token::Increment &&
+                           changes[0].line->lineNumber > first.lineNumber &&
+                           changes[0].line->lineNumber < last.lineNumber;
+    if (!isCounted || (!isUpTo && sides->comparison != Token::Less)) return 0;
+    return *most - NumberOf(count->defaultValue).value_or(0) + (isUpTo ? 1 : 0);
+}
+
+/// The table through which the line leads a pointer byte by byte, from its beginning at the first
+/// round; nothing: that is not certain.
+const Symbol* ValueAdvice::TableReadBy(const SourceLine& step, const SourceLine& first) const {
+    const Compilation& compilation = search_.compilation;
+    const auto elements = compilation.ElementsOf(step);
+    const bool isStep = step.token == Token::Plus && elements.size() == 3 &&
+                        elements[0].type == DataType::Pointer &&
+                        elements[1].location == elements[0].location && ValueOf(elements[2]) == 1;
+    if (!isStep) return nullptr;
+    const auto changes = search_.uses.ChangesOf(elements[0].location);
+    const bool isSetOnce = changes.size() == 2 && changes[0].line->token == Token::AddressOf &&
+                           changes[0].line->lineNumber < first.lineNumber;
+    const auto given = isSetOnce ? compilation.ElementsOf(*changes[0].line) : elements.first(0);
+    return given.empty() ? nullptr : search_.uses.SymbolOf(given.back().location);
+}
+
+void ValueAdvice::LookAtRounds(const SourceLine& first, const SourceLine& last) {
+    const std::int32_t rounds = RoundsOf(first, last);
+    if (rounds <= 0) return;
+    for (const SourceLine& line : search_.compilation.sourceLines) {
+        if (line.lineNumber <= first.lineNumber || line.lineNumber >= last.lineNumber) continue;
+        const Symbol* table = TableReadBy(line, first);
+        if (table == nullptr || table->table == nullptr) continue;
+        if (static_cast<std::size_t>(rounds) > table->table->Size())
+            search_.Add(first, MessageCode::BeyondTable, table->name);
+    }
 }
 
 /// Variables that are compared, but that no line gives anything: they stay 0.

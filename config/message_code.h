@@ -138,6 +138,7 @@ enum class MessageCode : std::uint16_t {
     SumBeyondByte = 626,
     FlagStaysTrue = 627,
     MotorNeverStopped = 628,  ///< in a LOOP
+    BeyondTable = 629,
     EndOfAdvice,
 
     LoadStarts = 1000,

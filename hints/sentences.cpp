@@ -1,5 +1,7 @@
 #include <algorithm>
 #include <array>
+#include <initializer_list>
+#include <vector>
 
 #include "config/text.h"
 #include "frontend/words.h"
@@ -78,10 +80,38 @@ std::optional<std::array<std::string_view, 4>> FourWords(std::string_view text) 
     return count == words.size() ? std::optional(words) : std::nullopt;
 }
 
+/// TURN ON LEDS, SWITCH PORT 1 OFF
+std::optional<Hint> FindSwitch(const HintQuestion& question) {
+    std::vector<std::string_view> words = PiecesOf(StatementOf(question.line));
+    const auto is = [](std::string_view word, std::initializer_list<std::string_view> meant) {
+        return std::ranges::any_of(
+            meant, [&](std::string_view one) { return EqualsIgnoreCase(one, word); });
+    };
+    if (words.size() < 3 || !is(words.front(), {"TURN", "SWITCH"})) return std::nullopt;
+    const std::size_t state = is(words[1], {"ON", "OFF"}) ? 1 : words.size() - 1;
+    if (!is(words[state], {"ON", "OFF"})) return std::nullopt;
+    const Token token = is(words[state], {"ON"}) ? Token::On : Token::Off;
+    words.erase(words.begin() + static_cast<std::ptrdiff_t>(state));
+    if (words.size() > 2 && is(words[1], {"THE", "BOTH", "ALL"})) words.erase(words.begin() + 1);
+    const std::string on(question.compilation.GetCommandText(token));
+    const auto statement = [&](Token set, const std::string& values) {
+        return RewriteStatement(question,
+                                std::string(question.compilation.GetCommandText(set)) + values);
+    };
+    if (words.size() == 2 && is(words[1], {"LEDS", "LIGHTS", "LAMPS"}))
+        return statement(Token::SetLeds, " " + on + ", " + on);
+    if (words.size() == 2 && is(words[1], {"MOTORS"}) && token == Token::Off)
+        return statement(Token::StopMotors, "");
+    if (words.size() == 3 && is(words[1], {"PORT"}) && ParseNumber(words[2]))
+        return statement(Token::SetPort, " " + std::string(words[2]) + ", " + on);
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<Hint> FindSentence(const HintQuestion& question) {
     if (!MayBeSentence(question.code)) return std::nullopt;
+    if (std::optional<Hint> hint = FindSwitch(question)) return hint;
     const auto words = FourWords(StatementOf(question.line));
     if (!words) return std::nullopt;
     for (const Sentence& sentence : kSentences) {
