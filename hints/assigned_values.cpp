@@ -70,7 +70,9 @@ std::optional<Hint> FindExchanged(const Given& given) {
 /// Speed 60, SET Speed 60 and Speed + 5 alone
 std::optional<Hint> FindWithoutSign(const Given& given) {
     constexpr std::array<std::string_view, 3> kVerbs{"SET", "LET", "MAKE"};
-    if (given.question.code != MessageCode::UnknownStatement) return std::nullopt;
+    if (given.question.code != MessageCode::UnknownStatement &&
+        given.question.code != MessageCode::EqualSignExpected)
+        return std::nullopt;
     std::vector<std::string_view> words = WordsOf(given.statement);
     if (words.size() == 3 && std::ranges::any_of(kVerbs, [&](std::string_view verb) {
             return EqualsIgnoreCase(verb, words.front());
@@ -80,6 +82,11 @@ std::optional<Hint> FindWithoutSign(const Given& given) {
         !IsKnownValue(given.question, words.back()))
         return std::nullopt;
     if (words.size() == 2) return RewriteStatement(given.question, given.Line(words[0], words[1]));
+    constexpr std::array<std::string_view, 6> kGives{"IS", "EQUALS", "<-", "->", "=>", "BECOMES"};
+    const bool gives = words.size() == 3 && std::ranges::any_of(kGives, [&](std::string_view sign) {
+                           return EqualsIgnoreCase(sign, words[1]);
+                       });
+    if (gives) return RewriteStatement(given.question, given.Line(words[0], words[2]));
     if (words.size() != 3 || !IsSumSign(words[1])) return std::nullopt;
     return RewriteStatement(given.question, given.Line(words[0], given.statement));
 }
@@ -91,7 +98,8 @@ std::optional<Hint> FindWordAsSign(const Given& given) {
                          given.target != nullptr && words.size() >= 2 &&
                          IsKnownValue(given.question, words[0]);
     if (!isAsked) return std::nullopt;
-    if (words.size() == 3 && EqualsIgnoreCase(words[1], "x") &&
+    if (words.size() == 3 &&
+        (EqualsIgnoreCase(words[1], "x") || EqualsIgnoreCase(words[1], "TIMES")) &&
         IsKnownValue(given.question, words[2]))
         return RewritePiece(given.question, words[1], given.Text(Token::Multiply));
     const bool isUnit =

@@ -194,8 +194,28 @@ std::optional<Hint> FindParameterAsValue(const HintQuestion& question) {
     return MakeHint(question, MessageCode::KnownInRoutine, {question.extra, ToUtf8(routine->text)});
 }
 
+/// RAISE EVENT Bumped, where a line says SET EVENT 3, Bumped
+std::optional<Hint> FindNumberOfEvent(const HintQuestion& question) {
+    const auto event = LastNamed(question, SymbolClass::Event);
+    if (!event) return std::nullopt;
+    const std::string_view words = question.compilation.GetCommandText(Token::SetEvent);
+    for (const SourceLine& line : question.compilation.sourceLines) {
+        if (line.token != Token::SetEvent) continue;
+        const std::string_view statement = StatementOf(line);
+        if (!StartsWithIgnoreCase(statement, words)) continue;
+        const auto pieces = PiecesOf(statement.substr(words.size()));
+        if (pieces.size() == 2 && ParseNumber(pieces[0]) &&
+            EqualsIgnoreCase(pieces[1], event->text))
+            return RewritePiece(question, event->text, std::string(pieces[0]));
+    }
+    return std::nullopt;
+}
+
 /// SET EVENT 3, Bumped() and SET EVENT Bumped, 3
 std::optional<Hint> FindEventOfStatement(const HintQuestion& question) {
+    const bool isAboutNumber =
+        question.line.token == Token::ClearEvent || question.line.token == Token::RaiseEvent;
+    if (isAboutNumber) return FindNumberOfEvent(question);
     if (question.line.token != Token::SetEvent) return std::nullopt;
     const auto event = LastNamed(question, SymbolClass::Event);
     const std::vector<std::string_view> pieces =
@@ -210,7 +230,22 @@ std::optional<Hint> FindEventOfStatement(const HintQuestion& question) {
     return RewriteStatement(question, instead);
 }
 
-/// Light = GET ANALOG(1)
+/// CALL ROUTINE Halt()
+std::optional<Hint> FindWordBehindCall(const HintQuestion& question) {
+    const std::string_view statement = StatementOf(question.line);
+    const SplitText split = SplitFirstWord(statement);
+    const std::string_view call = question.compilation.GetCommandText(Token::Call);
+    const std::string_view before = TrimBlanks(split.rest.substr(0, split.rest.find('(')));
+    const std::size_t blank = before.rfind(' ');
+    const bool isAsked = question.code == MessageCode::BlankInCalledName &&
+                         EqualsIgnoreCase(split.first, call) && blank != kNone;
+    const Symbol* symbol = isAsked ? SymbolOf(question, before.substr(blank + 1)) : nullptr;
+    if (symbol == nullptr || symbol->symbolClass != SymbolClass::Routine) return std::nullopt;
+    return RewriteStatement(question,
+                            std::string(call) + " " + std::string(split.rest.substr(blank + 1)));
+}
+
+/// Light = GET ANALOG(1), ANALOG PORT(1)
 std::optional<Hint> FindWordsBeforeCall(const HintQuestion& question) {
     const std::string_view statement = StatementOf(question.line);
     const std::size_t equal = FindOutsideQuotes(statement, '=');
@@ -222,6 +257,13 @@ std::optional<Hint> FindWordsBeforeCall(const HintQuestion& question) {
     const std::string_view name = before.substr(blank + 1);
     const Command* entry = question.compilation.FindCommand(name);
     const Symbol* symbol = SymbolOf(question, name);
+    const std::string_view first = SplitFirstWord(before).first;
+    const Command* function = question.compilation.FindCommand(first);
+    const bool isFirst = function != nullptr && function->family == TokenFamily::Function &&
+                         EqualsIgnoreCase(function->command, first);
+    if (isFirst && (entry == nullptr || entry->family != TokenFamily::Function))
+        return RewritePiece(question, value,
+                            std::string(first) + std::string(value.substr(before.size())));
     const bool isCalled = (entry != nullptr && entry->family == TokenFamily::Function) ||
                           (symbol != nullptr && symbol->symbolClass == SymbolClass::Routine &&
                            GivesResult(question, *symbol));
@@ -302,7 +344,7 @@ std::string_view InnermostCall(const HintQuestion& question, std::string_view st
     const std::size_t close = open == kNone ? kNone : FindClosingParenthesis(statement, open);
     if (close == kNone || statement.find('"') != kNone) return {};
     const std::string_view before = TrimBlanks(statement.substr(0, open));
-    const std::size_t begin = before.find_last_of(" ,=<>+-*/") + 1;
+    const std::size_t begin = before.find_last_of(" ,(=<>+-*/") + 1;
     if (DefinitionFor(question, before.substr(begin)) == Token::None) return {};
     return statement.substr(begin, close + 1 - begin);
 }
@@ -325,6 +367,10 @@ std::string ComparedButton(const HintQuestion& question, std::string comparison)
             kPressed, [&](std::string_view word) { return EqualsIgnoreCase(word, value); });
     };
     const Compilation& compilation = question.compilation;
+    const std::string_view alone = SplitFirstWord(TrimBlanks(comparison)).first;
+    if (isPressed(alone))
+        return " " + std::string(compilation.GetCommandText(Token::NotEqual)) + " 0" +
+               comparison.substr(comparison.find(alone) + alone.size());
     const std::size_t sign = comparison.find_first_not_of(' ');
     const std::size_t value = comparison.find_first_not_of("=<> ", sign);
     if (sign == kNone || value == kNone) return comparison;
@@ -356,7 +402,8 @@ std::optional<Hint> FindCallInside(const HintQuestion& question) {
     std::string here = std::string(statement.substr(0, begin)) + std::string(kName);
     const bool isAlone =
         behind.empty() || EqualsIgnoreCase(behind, compilation.GetCommandText(Token::Then));
-    if (isCondition && isAlone)
+    const bool isSecondSide = statement.substr(0, begin).find_first_of("=<>") != kNone;
+    if (isCondition && isAlone && !isSecondSide)
         here.append(" ").append(compilation.GetCommandText(Token::NotEqual)).append(" 0");
     const std::string_view name = TrimBlanks(call.substr(0, call.find('(')));
     const Command* entry = compilation.FindCommand(name);
@@ -384,8 +431,8 @@ std::optional<Hint> FindCallHint(const HintQuestion& question) {
     if (!IsAboutCalls(question.code)) return std::nullopt;
     if (std::optional<Hint> verb = FindOtherVerb(question)) return verb;
     for (const auto find :
-         {FindCalledEvent, FindCallInValue, FindWordsBeforeCall, FindCallWithoutParentheses,
-          FindCallWithoutValues, FindRoutineAlone, FindCallOfNothing}) {
+         {FindCalledEvent, FindCallInValue, FindWordsBeforeCall, FindWordBehindCall,
+          FindCallWithoutParentheses, FindCallWithoutValues, FindRoutineAlone, FindCallOfNothing}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
     return std::nullopt;

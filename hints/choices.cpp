@@ -154,6 +154,8 @@ std::optional<Hint> FindValueForEach(const HintQuestion& question) {
             return Fits(question, statement->Values().front(), value);
         }))
         return std::nullopt;
+    if (statement->Values().front().type == DataType::Table)
+        return MakeHint(question, MessageCode::TakeOut, {ToUtf8(values[0]), ToUtf8(values[1])});
     const std::string words = ToUtf8(question.compilation.GetCommandText(question.line.token));
     const std::string first = words + " " + ToUtf8(values[0]);
     const std::string second = words + " " + ToUtf8(values[1]);
@@ -208,6 +210,7 @@ std::optional<Hint> FindOneLight(const HintQuestion& question) {
     constexpr std::size_t kPieces = 3;
     if (pieces.size() != kPieces || words.rest.empty()) return std::nullopt;
     const std::string_view one = words.rest.substr(0, words.rest.size() - 1);
+    if (EqualsIgnoreCase(pieces[1], one)) std::swap(pieces[0], pieces[1]);  // LEFT LED ON
     const bool isLights =
         EqualsIgnoreCase(pieces[0], one) || EqualsIgnoreCase(pieces[0], words.rest);
     const std::string on(question.compilation.GetCommandText(Token::On));

@@ -220,7 +220,10 @@ std::optional<Hint> FindKindBehindName(const HintQuestion& question) {
 
 /// DEFINE BYTE Light 0 and DEFINE BYTE Light, 0
 std::optional<Hint> FindMissingEqual(const HintQuestion& question) {
-    const std::string_view part = DefinedPart(question);
+    const Token token = question.line.token;
+    const bool isVariable = token == Token::DefineByte || token == Token::DefineWord ||
+                            token == Token::DefineFlag || token == Token::DefineConstant;
+    const std::string_view part = isVariable ? DefinedPart(question) : std::string_view();
     const std::size_t blank = part.find_first_of(" ,");
     const bool isAsked = question.code == MessageCode::NotUnderstood && blank != kNone;
     if (!isAsked || !CouldBeName(part.substr(0, blank))) return std::nullopt;
@@ -333,7 +336,7 @@ std::optional<Hint> FindOtherKind(const HintQuestion& question) {
     const Symbol* found = compilation.symbols.FindSymbol(question.extra, question.line.parent);
     if (found == nullptr || found->symbolClass != SymbolClass::Variable) return std::nullopt;
     const Statement* expected = FindValueStatement(question.line.token);
-    if (expected == nullptr || expected->Values().size() == 0) return std::nullopt;
+    if (expected == nullptr || expected->Values().empty()) return std::nullopt;
     const std::string statement = TextOf(question, question.line.token);
     const auto values = SplitCommaList(question.line.parsedLine.substr(statement.size()));
     const auto place = std::ranges::find_if(

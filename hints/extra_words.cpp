@@ -78,8 +78,9 @@ std::optional<Hint> FindTwoStatements(const HintQuestion& question) {
 bool IsSum(const HintQuestion& question, std::string_view value) {
     const SplitText split = SplitFirstWord(value);
     const Command* sign = question.compilation.FindCommand(SplitFirstWord(split.rest).first);
-    return sign != nullptr && sign->family == TokenFamily::Operator &&
-           IsKnownValue(question, split.first);
+    const bool isSign = sign != nullptr && sign->family == TokenFamily::Operator &&
+                        sign->command.find_first_of("=<>") == kNone;
+    return isSign && IsKnownValue(question, split.first);
 }
 
 /// The words of a value that stand in the line as they were typed; empty: they do not.
@@ -93,6 +94,29 @@ std::string_view TypedValue(const HintQuestion& question) {
     return {};
 }
 
+/// SET MOTOR 1, FORWARD, SPEED = 60; WAIT Light > 5
+std::optional<Hint> FindNamedValue(const HintQuestion& question, std::string_view value) {
+    const std::size_t sign = value.find_first_of("=<>");
+    if (question.code != MessageCode::UnknownName || sign == kNone || sign == 0)
+        return std::nullopt;
+    const std::string_view behind = TrimBlanks(value.substr(sign + 1));
+    const bool isNamed = TrimBlanks(value.substr(0, sign)).find_first_of(" ,") == kNone;
+    const bool isEqual = isNamed && value[sign] == '=' && IsKnownValue(question, behind);
+    if (question.line.token == Token::Wait) {
+        const Compilation& compilation = question.compilation;
+        std::string lines(compilation.GetCommandText(Token::Repeat));
+        lines.append(", a line that reads the value again, and ");
+        lines.append(compilation.GetCommandText(Token::Until)).append(" ").append(value);
+        return MakeHint(question, MessageCode::WriteInstead,
+                        {ToUtf8(StatementOf(question.line)), ToUtf8(lines)});
+    }
+    if (!isEqual) return std::nullopt;
+    Hint hint = MakeHint(question, MessageCode::OnlyThis,
+                         {ToUtf8(value.substr(0, sign + 1)), ToUtf8(behind)});
+    hint.fix = FixOf(question.line, PlaceInLine(question.line, value), value.size(), behind);
+    return hint;
+}
+
 /// WAIT 100 seconds, DISPLAY Speed now, DISPLAY Speed + 1, SET MOTOR 1, FORWARD, speed 60
 std::optional<Hint> FindWordsInValue(const HintQuestion& question) {
     const std::string_view value = TypedValue(question);
@@ -100,6 +124,7 @@ std::optional<Hint> FindWordsInValue(const HintQuestion& question) {
                           StatementOf(question.line).ends_with(')');
     if (isInCall && IsSum(question, value))
         return MakeHint(question, MessageCode::SumInStatement, {ToUtf8(value)});
+    if (std::optional<Hint> named = FindNamedValue(question, value)) return named;
     const bool isAsked = question.code == MessageCode::UnknownName && value.find(' ') != kNone &&
                          FindValueStatement(question.line.token) != nullptr;
     if (!isAsked) return std::nullopt;

@@ -144,7 +144,7 @@ std::optional<Hint> FindBrackets(const HintQuestion& question, std::string_view 
 std::optional<Hint> HintOfSign(const HintQuestion& question, const OtherLanguageRow& row,
                                std::string_view text, std::size_t at) {
     if (row.word == "[") {
-        if (const auto brackets = FindBrackets(question, text, at)) return brackets;
+        if (auto brackets = FindBrackets(question, text, at)) return brackets;
     }
     const std::string_view behind = TrimBlanks(text.substr(at + row.word.size()));
     const bool isPercent = row.word == "%" && (behind.empty() || behind.starts_with(','));
@@ -159,16 +159,16 @@ std::optional<Hint> HintOfSign(const HintQuestion& question, const OtherLanguage
     // At the head of a line, before a word, it begins a comment elsewhere.
     const bool isFirst = TrimBlanks(text.substr(0, at)).empty();
     if (row.word == "'") {
-        const auto quotes = FindSingleQuotes(question, text, at);
+        auto quotes = FindSingleQuotes(question, text, at);
         if (quotes || !isFirst) return quotes;
         return Rewrite(question, text, text.substr(at, 1), ";");
     }
     if (row.word == "++" || row.word == "--") {
-        const auto step = FindStep(question, text, row.word, at);
+        auto step = FindStep(question, text, row.word, at);
         if (step || !isFirst || row.word == "++") return step;
         return Rewrite(question, text, text.substr(at, row.word.size()), ";");
     }
-    if (const auto operation = FindOperationOnItself(question, text, at)) return operation;
+    if (auto operation = FindOperationOnItself(question, text, at)) return operation;
     Hint hint = HintOfRow(question, row, row.word);
     if (row.replacement.empty()) return hint;
     std::string instead = PlainText(question.compilation.configuration.commands, row.replacement);
@@ -293,7 +293,7 @@ std::optional<Hint> FindForeignSign(const HintQuestion& question) {
     if (!Holds(kAboutSigns, question.code)) return std::nullopt;
     const std::string text = WithoutQuotes(question.line);
     if (question.code == MessageCode::UnknownRoutine && text.find('(') != kNone) {
-        if (const auto brackets = FindBrackets(question, text, text.find('('))) return brackets;
+        if (auto brackets = FindBrackets(question, text, text.find('('))) return brackets;
     }
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (IsBlank(text[at]) || IsLetter(text[at]) || IsDigit(text[at])) continue;
@@ -311,16 +311,16 @@ std::optional<Hint> FindForeignWord(const HintQuestion& question) {
     const std::vector<PlacedWord> words =
         WordsInLine(question.compilation.configuration.commands, question.line.text);
     if (words.empty()) return std::nullopt;
-    if (const auto name = FindForeignName(question, words)) return name;
+    if (auto name = FindForeignName(question, words)) return name;
     const bool isComparison = question.code == MessageCode::ThenExpected ||
                               question.code == MessageCode::UnknownComparison ||
                               question.code == MessageCode::UnknownOperator ||
                               question.code == MessageCode::UnexpectedText ||
                               question.code == MessageCode::ConditionIncomplete;
     if (isComparison) {
-        if (const auto comparison = FindForeignComparison(question, words)) return comparison;
+        if (auto comparison = FindForeignComparison(question, words)) return comparison;
     }
-    if (const auto repeat = FindCountedRepeat(question, words)) return repeat;
+    if (auto repeat = FindCountedRepeat(question, words)) return repeat;
     const std::string_view first = words.front().In(question.line.text);
     const bool isAboutOther =
         question.code == MessageCode::UnknownName && !EqualsIgnoreCase(question.extra, first);

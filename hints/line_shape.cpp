@@ -274,13 +274,22 @@ std::optional<Hint> FindStatementsWithWord(const Words& words) {
     return MakeHint(question, MessageCode::StatementsWithWord, {ToUtf8(words.At(0)), ToUtf8(list)});
 }
 
+/// Whether the first word begins a statement, if with other words behind it.
+bool BeginsStatements(const Words& words) {
+    const auto& entries = words.question.compilation.configuration.commands.Entries();
+    return std::ranges::any_of(entries, [&](const Command& entry) {
+        return entry.family == TokenFamily::Statement &&
+               EqualsIgnoreCase(SplitFirstWord(entry.command).first, words.At(0));
+    });
+}
+
 /// this makes light: words alone, of which the first is none of the language's
 std::optional<Hint> FindRemark(const Words& words) {
     const HintQuestion& question = words.question;
     constexpr std::size_t kFewest = 4;
     const std::string_view statement = StatementOf(question.line);
     const bool isAsked = question.code == MessageCode::UnknownStatement &&
-                         words.places.size() >= kFewest &&
+                         words.places.size() >= kFewest && !BeginsStatements(words) &&
                          statement.find_first_of("=()\"<>+*/") == kNone;
     return isAsked ? std::optional(MakeHint(question, MessageCode::RemarkNeedsSign, {}))
                    : std::nullopt;

@@ -48,7 +48,8 @@ std::optional<Hint> FindCommentAsValue(const HintQuestion& question) {
 /// SET LEDS ON AND OFF, SET PORT 1 = ON, PLAY SOUND 60 FOR 50, DISPLAY "Speed", Speed
 std::optional<Hint> FindSeparators(const HintQuestion& question) {
     const bool isAsked = question.code == MessageCode::WrongArgumentCount ||
-                         question.code == MessageCode::UnknownName;
+                         question.code == MessageCode::UnknownName ||
+                         question.code == MessageCode::ValueOutOfRange;
     const Statement* expected = FindValueStatement(question.line.token);
     const std::string_view typed = TypedPart(question);
     if (!isAsked || expected == nullptr || typed.empty() || typed.find('(') != kNone)
@@ -69,6 +70,7 @@ std::optional<Hint> FindSeparators(const HintQuestion& question) {
     std::string list;
     for (const std::string_view value : values)
         list.append(list.empty() ? "" : ", ").append(value);
+    if (EqualsIgnoreCase(list, typed)) return std::nullopt;
     return RewritePiece(question, typed, list);
 }
 
@@ -96,6 +98,14 @@ std::optional<Hint> FindTwoOutputs(const HintQuestion& question) {
     };
     return MakeHint(question, MessageCode::OneOutputALine,
                     {std::string(slot.name), line(pieces[0]), line(pieces[2])});
+}
+
+/// DISPLAY = Light
+std::optional<Hint> FindSignBeforeValue(const HintQuestion& question) {
+    const std::string_view typed = TypedPart(question);
+    const bool isSign = typed.starts_with('=') || typed.starts_with(':');
+    if (FindValueStatement(question.line.token) == nullptr || !isSign) return std::nullopt;
+    return RewritePiece(question, typed, std::string(TrimBlanks(typed.substr(1))));
 }
 
 /// SELECT Light = 1
@@ -141,7 +151,8 @@ std::optional<Hint> FindCaseValues(const HintQuestion& question) {
 
 std::optional<Hint> FindListOfValues(const HintQuestion& question) {
     if (std::optional<Hint> values = FindCaseValues(question)) return values;
-    for (const auto find : {FindCommentAsValue, FindComparedChoice, FindTwoOutputs}) {
+    for (const auto find :
+         {FindCommentAsValue, FindSignBeforeValue, FindComparedChoice, FindTwoOutputs}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
     return FindSeparators(question);

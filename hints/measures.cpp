@@ -62,7 +62,22 @@ std::optional<std::int64_t> Thousandths(std::string_view text) {
     return number;
 }
 
-/// WAIT 1.5, WAIT 2 seconds, WAIT 500 ms
+/// The words before a unit that stand for a number.
+struct WordedNumber {
+    std::size_t length = 0;  ///< 0: there are none
+    std::int64_t thousandths = 0;
+};
+
+WordedNumber NumberInWords(std::string_view typed) {
+    constexpr std::array<std::pair<std::string_view, std::int64_t>, 5> kNumbers{
+        {{"HALF A ", 500}, {"A ", 1000}, {"ONE ", 1000}, {"TWO ", 2000}, {"THREE ", 3000}}};
+    for (const auto& [words, thousandths] : kNumbers) {
+        if (StartsWithIgnoreCase(typed, words)) return {words.size(), thousandths};
+    }
+    return {};
+}
+
+/// WAIT 1.5, WAIT 2 seconds, WAIT half a second
 std::optional<Hint> FindTime(const HintQuestion& question) {
     const bool isAsked = question.code == MessageCode::UnknownName ||
                          question.code == MessageCode::WrongArgumentCount;
@@ -72,11 +87,15 @@ std::optional<Hint> FindTime(const HintQuestion& question) {
                          EqualsIgnoreCase(question.extra, values[1]);
     if (!isAsked || (question.line.token != Token::Wait && !isSound)) return std::nullopt;
     const std::string_view typed = isSound ? values[1] : TypedPart(question);
-    const std::size_t end = std::min(typed.find_first_not_of("0123456789.,"), typed.size());
+    const WordedNumber worded = NumberInWords(typed);
+    const std::size_t end = worded.length > 0
+                                ? worded.length
+                                : std::min(typed.find_first_not_of("0123456789.,"), typed.size());
     const std::string_view unit = TrimBlanks(typed.substr(end));
     const auto* row = std::ranges::find_if(
         kTimeUnits, [&](const TimeUnit& one) { return EqualsIgnoreCase(one.word, unit); });
-    const auto number = Thousandths(typed.substr(0, end));
+    const auto number =
+        worded.length > 0 ? std::optional(worded.thousandths) : Thousandths(typed.substr(0, end));
     if (row == kTimeUnits.end() || !number) return std::nullopt;
     constexpr std::int64_t kThousandths = 1'000'000;
     const std::int64_t hundredths = *number * row->hundredths / kThousandths;

@@ -155,7 +155,7 @@ bool IsAboutBeginning(const HintQuestion& question, std::string_view firstWord) 
 std::optional<Hint> FindFillerWord(const HintQuestion& question,
                                    std::span<const PlacedWord> words) {
     constexpr std::array<std::string_view, 8> kFillers{"THE",  "A",  "AN",  "ALL",
-                                                       "BOTH", "MY", "SET", "PLEASE"};
+                                                       "BOTH", "MY", "SET", "OF"};
     const bool isAsked = question.code == MessageCode::UnknownStatement ||
                          question.code == MessageCode::NotUnderstood;
     const std::string_view line = question.line.text;

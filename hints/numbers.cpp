@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 #include "config/encoding.h"
@@ -149,6 +150,22 @@ std::optional<Hint> FindHexadecimal(const HintQuestion& question) {
     return RewritePiece(question, question.line.text.substr(at, typed.size()), meant);
 }
 
+/// SET MOTOR ONE, FORWARD, 60
+std::optional<Hint> FindNumberWord(const HintQuestion& question) {
+    constexpr std::array<std::string_view, 11> kWords{
+        "ZERO", "ONE", "TWO", "THREE", "FOUR", "FIVE", "SIX", "SEVEN", "EIGHT", "NINE", "TEN"};
+    const auto* word = std::ranges::find_if(
+        kWords, [&](std::string_view one) { return EqualsIgnoreCase(one, question.extra); });
+    if (question.code != MessageCode::UnknownName || word == kWords.end()) return std::nullopt;
+    const CommandCatalogue& commands = question.compilation.configuration.commands;
+    for (const PlacedWord& typed : WordsInLine(commands, question.line.text)) {
+        if (EqualsIgnoreCase(typed.In(question.line.text), question.extra))
+            return RewritePiece(question, question.line.text.substr(typed.begin, typed.length),
+                                std::to_string(word - kWords.begin()));
+    }
+    return std::nullopt;
+}
+
 /// DEFINE BYTE Steps = 1000
 Hint HintOfWord(const HintQuestion& question) {
     const std::string_view word = question.compilation.GetCommandText(Token::DefineWord);
@@ -180,6 +197,7 @@ std::optional<Hint> FindLargeNumber(const HintQuestion& question) {
 
 std::optional<Hint> FindNumberHint(const HintQuestion& question) {
     if (const auto letter = FindLetterForDigit(question)) return letter;
+    if (const auto word = FindNumberWord(question)) return word;
     if (const auto hexadecimal = FindHexadecimal(question)) return hexadecimal;
     if (!IsAboutSigns(question.code) || question.line.token == Token::Include) return std::nullopt;
     const std::string text = WithoutQuotes(question.line);

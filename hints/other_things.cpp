@@ -87,6 +87,11 @@ std::optional<Hint> FindTable(const HintQuestion& question) {
 /// Reader = Tune
 std::optional<Hint> FindTableOfPointer(const HintQuestion& question) {
     const std::string_view given = GivenPart(question);
+    constexpr std::string_view kInTwo = "ADDRESS OF ";
+    if (StartsWithIgnoreCase(given, kInTwo))
+        return RewritePiece(
+            question, given,
+            CallText(question, Token::AddressOf, TrimBlanks(given.substr(kInTwo.size()))));
     const Symbol* symbol =
         question.code == MessageCode::PointerAssigned ? VariableOf(question, given) : nullptr;
     if (symbol == nullptr || symbol->type != DataType::Table) return std::nullopt;
