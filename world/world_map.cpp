@@ -37,8 +37,8 @@ double DistanceTo(const Stroke& stroke, const Point& point) {
 }
 
 void AddStrokes(const Line& line, std::vector<Stroke>& strokes) {
-    const auto add = [&](std::variant<Segment, Sweep> course) {
-        strokes.push_back({std::move(course), line.width / 2, line.darkness});
+    const auto add = [&](const std::variant<Segment, Sweep>& course) {
+        strokes.push_back({course, line.width / 2, line.darkness});
     };
     if (line.arc) add(MakeSweep(*line.arc));
     for (std::size_t end = 1; end < line.points.size(); ++end) {
