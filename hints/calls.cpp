@@ -218,9 +218,7 @@ std::optional<Hint> FindEventOfStatement(const HintQuestion& question) {
     if (isAboutNumber) return FindNumberOfEvent(question);
     if (question.line.token != Token::SetEvent) return std::nullopt;
     const auto event = LastNamed(question, SymbolClass::Event);
-    const std::vector<std::string_view> pieces =
-        PiecesOf(StatementOf(question.line)
-                     .substr(question.compilation.GetCommandText(Token::SetEvent).size()));
+    const std::vector<std::string_view> pieces = PiecesOf(TypedPart(question));
     if (!event || pieces.size() < 2) return std::nullopt;
     const std::string_view number = ParseNumber(pieces[0]) ? pieces[0] : pieces[1];
     if (!ParseNumber(number)) return std::nullopt;

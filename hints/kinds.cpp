@@ -136,7 +136,8 @@ std::string ExampleOf(const HintQuestion& question, const Command& entry) {
 std::optional<Hint> FindNegatedComparison(const HintQuestion& question,
                                           std::span<const PlacedWord> words, std::size_t at) {
     const Compilation& compilation = question.compilation;
-    const std::string_view line = question.line.text;
+    const std::string_view line = question.line.text.substr(0, FindComment(question.line.text));
+    if (words[at].End() > line.size()) return std::nullopt;
     const std::string equal(compilation.GetCommandText(Token::Equal));
     const std::string differs(compilation.GetCommandText(Token::NotEqual));
     const std::string_view behind = line.substr(words[at].End());
@@ -148,8 +149,7 @@ std::optional<Hint> FindNegatedComparison(const HintQuestion& question,
         return RewritePiece(question,
                             line.substr(words[at].begin, words[at].length + sign + equal.size()),
                             differs);
-    const std::size_t end = FindComment(line);
-    const std::string_view typed = TrimBlanks(line.substr(words[at].begin, end - words[at].begin));
+    const std::string_view typed = TrimBlanks(line.substr(words[at].begin));
     std::string instead(TrimBlanks(typed.substr(words[at].length)));
     instead.replace(instead.find(equal), equal.size(), differs);
     return RewritePiece(question, typed, instead);
