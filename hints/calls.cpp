@@ -4,6 +4,7 @@
 #include "config/encoding.h"
 #include "config/text.h"
 #include "frontend/words.h"
+#include "hints/called_names.h"
 #include "hints/hint_finders.h"
 #include "hints/hint_text.h"
 #include "hints/typed_values.h"
@@ -14,47 +15,6 @@ namespace zentro {
 namespace {
 
 constexpr auto kNone = std::string_view::npos;
-
-const Symbol* SymbolOf(const HintQuestion& question, std::string_view name) {
-    return question.compilation.symbols.FindSymbol(name, question.line.parent);
-}
-
-const SourceLine& HeaderOf(const HintQuestion& question, const Symbol& routine) {
-    return question.compilation.GetSourceLine(routine.declareLineNo);
-}
-
-bool GivesResult(const HintQuestion& question, const Symbol& routine) {
-    return !HeaderOf(question, routine).parsedLine.ends_with(')');
-}
-
-/// The names of what a routine takes: "First, Second"
-std::string ParametersOf(const HintQuestion& question, const Symbol& routine) {
-    const std::string_view header = HeaderOf(question, routine).parsedLine;
-    const std::size_t open = FindOutsideQuotes(header, '(');
-    const std::size_t close = open == kNone ? kNone : FindClosingParenthesis(header, open);
-    std::string names;
-    if (close == kNone) return names;
-    for (const std::string_view one : SplitCommaList(header.substr(open + 1, close - open - 1)))
-        names.append(names.empty() ? "" : ", ").append(SplitFirstWord(one).first);
-    return names;
-}
-
-/// The words of the line that name a routine, an event or a variable, with what they name.
-struct NamedWord {
-    std::string_view text;
-    const Symbol* symbol = nullptr;
-};
-
-std::optional<NamedWord> LastNamed(const HintQuestion& question, SymbolClass wanted) {
-    std::optional<NamedWord> found;
-    for (const PlacedWord& word :
-         WordsInLine(question.compilation.configuration.commands, question.line.text)) {
-        const std::string_view text = word.In(question.line.text);
-        const Symbol* symbol = SymbolOf(question, text);
-        if (symbol != nullptr && symbol->symbolClass == wanted) found = NamedWord{text, symbol};
-    }
-    return found;
-}
 
 bool IsAboutCalls(MessageCode code) {
     switch (code) {
@@ -315,109 +275,6 @@ std::optional<Hint> FindRoutineAlone(const HintQuestion& question) {
                     {ToUtf8(routine->text), ToUtf8(instead)});
 }
 
-/// The kind of variable that takes the result of what is called; none: of any kind or unknown.
-Token DefinitionFor(const HintQuestion& question, std::string_view name) {
-    const Command* entry = question.compilation.FindCommand(name);
-    const bool isFunction = entry != nullptr && entry->family == TokenFamily::Function;
-    const Statement* function = isFunction ? FindFunction(entry->id) : nullptr;
-    const Symbol* symbol = SymbolOf(question, name);
-    DataType type = function != nullptr ? function->result : DataType::Any;
-    if (symbol != nullptr && symbol->symbolClass == SymbolClass::Routine) {
-        const std::string_view header = HeaderOf(question, *symbol).parsedLine;
-        for (const auto& [kind, result] : {std::pair{Token::ParameterByte, DataType::Byte},
-                                           std::pair{Token::ParameterWord, DataType::Word}}) {
-            if (header.ends_with(question.compilation.GetCommandText(kind))) type = result;
-        }
-    }
-    switch (type) {
-        case DataType::Byte: return Token::DefineByte;
-        case DataType::Word: return Token::DefineWord;
-        default: return Token::None;
-    }
-}
-
-/// The innermost call of the line, as in IF ANALOG(1) > 50 THEN.
-std::string_view InnermostCall(const HintQuestion& question, std::string_view statement) {
-    const std::size_t open = statement.rfind('(');
-    const std::size_t close = open == kNone ? kNone : FindClosingParenthesis(statement, open);
-    if (close == kNone || statement.find('"') != kNone) return {};
-    const std::string_view before = TrimBlanks(statement.substr(0, open));
-    const std::size_t begin = before.find_last_of(" ,(=<>+-*/") + 1;
-    if (DefinitionFor(question, before.substr(begin)) == Token::None) return {};
-    return statement.substr(begin, close + 1 - begin);
-}
-
-/// A comparison with another language's sign, as it is written here.
-std::string WithOwnSign(const HintQuestion& question, std::string_view comparison) {
-    const std::string_view text = TrimBlanks(comparison);
-    const OtherLanguageRow* row = RowOfSign(question.otherLanguages, text);
-    if (row == nullptr || row->replacement.empty()) return std::string(comparison);
-    std::string own = PlainText(question.compilation.configuration.commands, row->replacement);
-    return ' ' + own.append(text.substr(row->word.size()));
-}
-
-/// A button is not 0 while it is pressed, so what is asked is whether it differs from 0.
-std::string ComparedButton(const HintQuestion& question, std::string comparison) {
-    const auto isPressed = [](std::string_view value) {
-        constexpr std::array<std::string_view, 7> kPressed{"1",       "255",  "ON",  "TRUE",
-                                                           "PRESSED", "DOWN", "HIGH"};
-        return std::ranges::any_of(
-            kPressed, [&](std::string_view word) { return EqualsIgnoreCase(word, value); });
-    };
-    const Compilation& compilation = question.compilation;
-    const std::string_view alone = SplitFirstWord(TrimBlanks(comparison)).first;
-    if (isPressed(alone))
-        return " " + std::string(compilation.GetCommandText(Token::NotEqual)) + " 0" +
-               comparison.substr(comparison.find(alone) + alone.size());
-    const std::size_t sign = comparison.find_first_not_of(' ');
-    const std::size_t value = comparison.find_first_not_of("=<> ", sign);
-    if (sign == kNone || value == kNone) return comparison;
-    const std::string_view text = comparison;
-    const std::string_view typed = TrimBlanks(text.substr(sign, value - sign));
-    const std::size_t end = std::min(text.find(' ', value), text.size());
-    const bool isEqual = typed == compilation.GetCommandText(Token::Equal) ||
-                         typed == compilation.GetCommandText(Token::GreaterOrEqual);
-    if (!isEqual || !isPressed(text.substr(value, end - value))) return comparison;
-    return comparison.replace(sign, end - sign,
-                              std::string(compilation.GetCommandText(Token::NotEqual)) + " 0");
-}
-
-/// IF ANALOG(1) > 50 THEN, DISPLAY ANALOG(1)
-std::optional<Hint> FindCallInside(const HintQuestion& question) {
-    constexpr std::string_view kName = "Reading";
-    const bool isAsked = question.code == MessageCode::CallInsideStatement ||
-                         question.code == MessageCode::NotACondition;
-    const Token token = question.line.token;
-    const bool isCondition = token == Token::If || token == Token::While || token == Token::Until;
-    const bool isCompared = question.code == MessageCode::TypeMismatch && isCondition;
-    if ((!isAsked && !isCompared) || SymbolOf(question, kName) != nullptr) return std::nullopt;
-    const Compilation& compilation = question.compilation;
-    const std::string_view statement = StatementOf(question.line);
-    const std::string_view call = InnermostCall(question, statement);
-    if (call.empty()) return std::nullopt;
-    const auto begin = static_cast<std::size_t>(call.data() - statement.data());
-    const std::string_view behind = TrimBlanks(statement.substr(begin + call.size()));
-    std::string here = std::string(statement.substr(0, begin)) + std::string(kName);
-    const bool isAlone =
-        behind.empty() || EqualsIgnoreCase(behind, compilation.GetCommandText(Token::Then));
-    const bool isSecondSide = statement.substr(0, begin).find_first_of("=<>") != kNone;
-    if (isCondition && isAlone && !isSecondSide)
-        here.append(" ").append(compilation.GetCommandText(Token::NotEqual)).append(" 0");
-    const std::string_view name = TrimBlanks(call.substr(0, call.find('(')));
-    const Command* entry = compilation.FindCommand(name);
-    const bool isButton = isCondition && entry != nullptr && entry->id == Token::Button;
-    std::string rest(statement.substr(begin + call.size()));
-    if (isCondition) rest = WithOwnSign(question, rest);
-    here += isButton ? ComparedButton(question, std::move(rest)) : rest;
-    std::string definition(compilation.GetCommandText(DefinitionFor(question, name)));
-    definition.append(" ").append(kName).append(" = 0");
-    const std::string above = std::string(kName) + " = " + std::string(call);
-    return MakeHint(
-        question,
-        token == Token::While ? MessageCode::ValueInVariableOfLoop : MessageCode::ValueInVariable,
-        {ToUtf8(definition), ToUtf8(above), ToUtf8(here)});
-}
-
 }  // namespace
 
 std::optional<Hint> FindCallHint(const HintQuestion& question) {
@@ -425,7 +282,6 @@ std::optional<Hint> FindCallHint(const HintQuestion& question) {
          {FindEventOfStatement, FindOpenList, FindSecondEnd, FindParameterAsValue}) {
         if (std::optional<Hint> hint = find(question)) return hint;
     }
-    if (std::optional<Hint> inside = FindCallInside(question)) return inside;
     if (!IsAboutCalls(question.code)) return std::nullopt;
     if (std::optional<Hint> verb = FindOtherVerb(question)) return verb;
     for (const auto find :

@@ -52,6 +52,8 @@ std::optional<Hint> FindShapeHint(const HintQuestion& question);
 std::optional<Hint> FindKindHint(const HintQuestion& question);
 /// Two statements on a line, more words than a value has, missing commas.
 std::optional<Hint> FindExtraWords(const HintQuestion& question);
+/// IF ANALOG(1) > 50 THEN: a call where only a value may stand.
+std::optional<Hint> FindCallInside(const HintQuestion& question);
 /// Calls of routines, events and functions that are written in another way.
 std::optional<Hint> FindCallHint(const HintQuestion& question);
 /// DEFINE lines, and names that need one.
