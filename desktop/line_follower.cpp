@@ -49,50 +49,57 @@ void LineFollower::Bind() {
 /// breakpoint to the next one.
 void LineFollower::BindOne(const Breakpoint& breakpoint,
                            std::map<std::uint16_t, ProgramStops::Condition>& stops) {
-    const std::optional<int> then = LineThen(breakpoint.file, breakpoint.line);
+    const std::optional<LineOnBoard> then = LineThen(breakpoint.file, breakpoint.line);
     if (!then) return;
-    std::optional<int> line = then;
-    if (!lines_->StartOf(breakpoint.file, *then)) {
-        line = lines_->LineWithCode(breakpoint.file, *then);
-        if (!line || !programs_.IsUpToDate(*program_)) return;
-        breakpoints_.Move(breakpoint.file, breakpoint.line, *line);
-        emit BreakpointMoved(breakpoint.line, *line);
+    LineOnBoard stop = *then;
+    if (!lines_->StartOf(then->file, then->line)) {
+        const auto next = lines_->LineWithCode(then->file, then->line);
+        if (!next || !programs_.IsUpToDate(*program_)) return;
+        stop.line = *next;
+        breakpoints_.Move(breakpoint.file, breakpoint.line, stop.line);
+        emit BreakpointMoved(breakpoint.line, stop.line);
     }
-    stops[*lines_->StartOf(breakpoint.file, *line)] = ConditionOf(breakpoint, *line);
+    stops[*lines_->StartOf(stop.file, stop.line)] = ConditionOf(breakpoint, stop);
 }
 
-/// Where the line stood in the program on the board; nothing: nowhere.
-std::optional<int> LineFollower::LineThen(const QString& file, int line) const {
+/// Where the line stood in the program on the board; nothing: nowhere. A file that is not open has
+/// the name and the lines that it had then.
+std::optional<LineFollower::LineOnBoard> LineFollower::LineThen(const QString& file,
+                                                                int line) const {
     if (program_ == nullptr) return std::nullopt;
-    const auto read = program_->texts.find(file);
-    if (read == program_->texts.end()) return std::nullopt;
     const OpenFile* open = programs_.Find(file);
-    if (open != nullptr && read->second == kOtherText) return std::nullopt;
-    return open == nullptr ? line : programs_.LineThen(*open, line, read->second);
+    const auto read =
+        open == nullptr ? program_->texts.find(file) : programs_.ReadOf(program_->texts, *open);
+    if (read == program_->texts.end()) return std::nullopt;
+    if (open == nullptr) return LineOnBoard{file, line};
+    if (read->second == kOtherText) return std::nullopt;
+    const std::optional<int> then = programs_.LineThen(*open, line, read->second);
+    return then ? std::optional(LineOnBoard{read->first, *then}) : std::nullopt;
 }
 
-BoundCondition LineFollower::BoundConditionOf(const Breakpoint& breakpoint, int lineThen) const {
+BoundCondition LineFollower::BoundConditionOf(const Breakpoint& breakpoint,
+                                              const LineOnBoard& then) const {
     if (breakpoint.condition.isEmpty()) return {};
     ReadCondition read = ReadBreakCondition(breakpoint.condition, configuration_.commands);
     if (!read.condition) return {{}, read.problem};
     return BindCondition(*read.condition, *program_->compilation,
-                         lines_->ScopeOf(breakpoint.file, lineThen));
+                         lines_->ScopeOf(then.file, then.line));
 }
 
 ProgramStops::Condition LineFollower::ConditionOf(const Breakpoint& breakpoint,
-                                                  int lineThen) const {
-    return BoundConditionOf(breakpoint, lineThen).holds;
+                                                  const LineOnBoard& then) const {
+    return BoundConditionOf(breakpoint, then).holds;
 }
 
 QString LineFollower::ProblemOf(const Breakpoint& breakpoint) const {
-    const std::optional<int> then = LineThen(breakpoint.file, breakpoint.line);
+    const std::optional<LineOnBoard> then = LineThen(breakpoint.file, breakpoint.line);
     return then ? BoundConditionOf(breakpoint, *then).problem : QString();
 }
 
 bool LineFollower::IsOnBoard(const Breakpoint& breakpoint) const {
     if (board_.Kind() != BoardKind::Virtual) return false;
-    const std::optional<int> then = LineThen(breakpoint.file, breakpoint.line);
-    return then && lines_->StartOf(breakpoint.file, *then);
+    const std::optional<LineOnBoard> then = LineThen(breakpoint.file, breakpoint.line);
+    return then && lines_->StartOf(then->file, then->line);
 }
 
 QString LineFollower::ProblemWith(const OpenFile& file, int line, const QString& condition) const {
@@ -124,9 +131,13 @@ std::optional<SourcePlace> LineFollower::PlaceOf(const CompiledProgram& program,
     found.name = QString::fromStdString(place->fileName);
     found.file = programs_.KeyOf(found.folder, found.name);
     found.line = place->sourceLineNo;
-    const OpenFile* open = programs_.Find(found.file);
     const auto read = program.texts.find(found.file);
-    if (open == nullptr || read == program.texts.end()) return found;
+    if (read == program.texts.end()) return found;
+    const OpenFile* open = programs_.OpenedAs(found.file, read->second);
+    if (open == nullptr) return found;
+    found.file = open->key;
+    found.folder = open->folder;
+    found.name = open->name;
     const auto now = read->second == kOtherText
                          ? std::nullopt
                          : programs_.LineNow(*open, found.line, read->second);
@@ -139,18 +150,19 @@ std::optional<SourcePlace> LineFollower::PlaceOf(const CompiledProgram& program,
 }
 
 std::optional<std::uint16_t> LineFollower::StartOf(const OpenFile& file, int line) const {
-    const std::optional<int> then = LineThen(file.key, line);
-    const auto withCode = then ? lines_->LineWithCode(file.key, *then) : std::nullopt;
-    return withCode ? lines_->StartOf(file.key, *withCode) : std::nullopt;
+    const std::optional<LineOnBoard> then = LineThen(file.key, line);
+    const auto withCode = then ? lines_->LineWithCode(then->file, then->line) : std::nullopt;
+    return withCode ? lines_->StartOf(then->file, *withCode) : std::nullopt;
 }
 
 QString LineFollower::ValueOf(const OpenFile& file, int line, const QString& name) const {
     if (board_.Kind() != BoardKind::Virtual || program_ == nullptr) return {};
     if (board_.Program().extent != HeldProgram::Extent::Whole) return {};
-    if (!program_->texts.contains(file.key)) return {};
-    const int then = LineThen(file.key, line).value_or(line);
-    const Symbol* variable =
-        FindVariable(*program_->compilation, name.toStdString(), lines_->ScopeOf(file.key, then));
+    const auto read = programs_.ReadOf(program_->texts, file);
+    if (read == program_->texts.end()) return {};
+    const LineOnBoard then = LineThen(file.key, line).value_or(LineOnBoard{read->first, line});
+    const Symbol* variable = FindVariable(*program_->compilation, name.toStdString(),
+                                          lines_->ScopeOf(then.file, then.line));
     if (variable == nullptr) return {};
     QString value = DescribeVariable(*program_->compilation, *variable,
                                      [this](std::uint32_t address, std::size_t count) {

@@ -66,9 +66,16 @@ class LineFollower : public QObject {
     void Bind();
     void BindOne(const Breakpoint& breakpoint,
                  std::map<std::uint16_t, ProgramStops::Condition>& stops);
-    std::optional<int> LineThen(const QString& file, int line) const;
-    ProgramStops::Condition ConditionOf(const Breakpoint& breakpoint, int lineThen) const;
-    BoundCondition BoundConditionOf(const Breakpoint& breakpoint, int lineThen) const;
+    /// A line of a file in the program on the board.
+    struct LineOnBoard {
+        QString file;  ///< the key that it had when the program was compiled
+        int line = 0;
+    };
+    std::optional<LineOnBoard> LineThen(const QString& file, int line) const;
+    ProgramStops::Condition ConditionOf(const Breakpoint& breakpoint,
+                                         const LineOnBoard& then) const;
+    BoundCondition BoundConditionOf(const Breakpoint& breakpoint,
+                                     const LineOnBoard& then) const;
 
     Programs& programs_;
     BoardState& board_;

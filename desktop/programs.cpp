@@ -105,6 +105,31 @@ QString Programs::Text(FileId id) const {
     return found == texts_.end() ? QString() : found->second();
 }
 
+const OpenFile* Programs::OpenedAs(const QString& keyThen, Revision read) const {
+    const auto later = std::ranges::find_if(savedAs_, [&](const SavedAs& saved) {
+        return saved.keyBefore == keyThen && read != kTextOnDisk && read <= saved.last &&
+               File(saved.id) != nullptr;
+    });
+    if (later != savedAs_.end()) return File(later->id);
+    const auto found = std::ranges::find(files_, keyThen, &OpenFile::key);
+    return found == files_.end() ? nullptr : &*found;
+}
+
+Programs::ReadTexts::const_iterator Programs::ReadOf(const ReadTexts& texts,
+                                                     const OpenFile& file) const {
+    return std::ranges::find_if(texts, [&](const auto& text) {
+        const OpenFile* open = OpenedAs(text.first, text.second);
+        return open != nullptr && open->id == file.id;
+    });
+}
+
+QString Programs::NameNow(const CompiledProgram& program) const {
+    const auto read = program.texts.find(program.root);
+    if (read == program.texts.end()) return program.name;
+    const OpenFile* open = OpenedAs(read->first, read->second);
+    return open == nullptr ? program.name : open->name;
+}
+
 std::optional<QString> Programs::OpenText(const QString& pathOrName) const {
     const OpenFile* file = Find(pathOrName);
     if (file == nullptr) return std::nullopt;
@@ -211,7 +236,10 @@ void Programs::NoteSaved(FileId id, const QString& folder, const QString& name) 
     OpenFile* file = Find(id);
     if (file == nullptr) return;
     const QString key = KeyOf(folder, name);
-    if (key != file->key) reports_.erase(file->key);
+    if (key != file->key) {
+        reports_.erase(file->key);
+        savedAs_.push_back({file->key, id, lastRevision_});
+    }
     file->folder = folder;
     file->name = name;
     file->key = key;
@@ -315,7 +343,7 @@ std::shared_ptr<const CompiledProgram> Programs::CompiledAs(const std::string& o
 
 bool Programs::IsUpToDate(const CompiledProgram& program) const {
     return std::ranges::all_of(files_, [&](const OpenFile& file) {
-        const auto read = program.texts.find(file.key);
+        const auto read = ReadOf(program.texts, file);
         return read == program.texts.end() || IsText(file, read->second);
     });
 }

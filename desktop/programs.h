@@ -79,6 +79,16 @@ class Programs : public QObject {
     /// The text of an open file as it stands in its editor, for a path or the name of a new file.
     std::optional<QString> OpenText(const QString& pathOrName) const;
 
+    /// What was read of a file, by the key that it had then.
+    using ReadTexts = std::map<QString, Revision>;
+    /// The open file of which a text was read under that key, whatever it has been saved as since;
+    /// null: it is not open.
+    const OpenFile* OpenedAs(const QString& keyThen, Revision read) const;
+    /// What was read of the file, which may have had another key then; end: nothing.
+    ReadTexts::const_iterator ReadOf(const ReadTexts& texts, const OpenFile& file) const;
+    /// Of the file that the program begins with, which may have been saved under another one since.
+    QString NameNow(const CompiledProgram& program) const;
+
     /// The source file that was in front last, which may have other windows before it now; null
     /// when no file is open.
     const OpenFile* Front() const;
@@ -163,6 +173,13 @@ class Programs : public QObject {
         std::size_t FirstAfter(Revision read) const;
     };
 
+    /// A file was saved under another name than the one that it had.
+    struct SavedAs {
+        QString keyBefore;
+        FileId id{};
+        Revision last = 0;  ///< of all texts then
+    };
+
     OpenFile* Find(FileId id);
     std::size_t TextHash(FileId id) const;
     void AskForKeys();
@@ -172,6 +189,7 @@ class Programs : public QObject {
     std::vector<OpenFile> files_;
     std::map<FileId, TextOf> texts_;
     std::map<FileId, Moves> moves_;
+    std::vector<SavedAs> savedAs_;  ///< in their order
     std::optional<FileId> front_;
     std::optional<FileId> main_;
     std::map<QString, ProgramReport> reports_;  ///< by root

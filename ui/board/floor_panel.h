@@ -5,7 +5,8 @@
 #include "desktop/virtual_board_host.h"
 #include "ui/board/world_commands.h"
 
-class QHBoxLayout;
+class QBoxLayout;
+class QGridLayout;
 class QToolButton;
 
 namespace zentro {
@@ -23,16 +24,21 @@ class FloorPanel : public QWidget {
     FloorPanel(VirtualBoardHost& host, WorldCommands& commands, QWidget* parent);
 
     void Refresh();
+    /// Puts the buttons and the task beside the floor or above and below it, whichever leaves more
+    /// of this room to the floor.
+    void FitTo(const QSize& room);
 
   signals:
     /// The world is drawn in, which takes room; or no longer.
     void EditingToggled(bool editing);
 
   private:
-    QToolButton* AddButton(QHBoxLayout* row, const QString& name, const QString& text,
+    QToolButton* AddButton(QBoxLayout* row, const QString& name, const QString& text,
                            const QString& toolTip);
-    QHBoxLayout* MakeHead();
-    QHBoxLayout* MakeFoot();
+    void MakeHead();
+    void MakeFoot();
+    bool IsBetterBeside(const QSize& room) const;
+    void Place(bool beside);
     void ConnectDrawing();
     void ShowName();
 
@@ -42,6 +48,11 @@ class FloorPanel : public QWidget {
     FloorWidget* floor_;
     GoalsLabel* goals_;
     EditBar* editBar_;
+    QGridLayout* grid_;
+    QBoxLayout* head_;
+    QBoxLayout* foot_;
+    QSize room_;
+    bool isBeside_ = false;
 };
 
 }  // namespace zentro

@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "board/text.h"
 #include "desktop/board_text.h"
@@ -30,6 +31,7 @@ constexpr std::array kSpeeds{
     BoardSpeed{BoardSpeed::Kind::FullSpeed, 1},
 };
 
+constexpr int kBesidePicture = 10;  // pixels of a button without words
 constexpr int kGap = 6;             // pixels between what stands in one row
 constexpr char kWords[] = "words";  // the property of a button that keeps its text
 
@@ -110,8 +112,10 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
     speedRow_ = MakeSpeed();
     for (QBoxLayout* row : {buttons_, speedRow_})
         row->setSpacing(kGap);
-    rows->addLayout(buttons_);
-    rows->addLayout(speedRow_);
+    top_ = new QVBoxLayout;
+    top_->addLayout(buttons_);
+    top_->addLayout(speedRow_);
+    rows->addLayout(top_);
     rows->addLayout(MakeStatus());
 }
 
@@ -181,11 +185,26 @@ int RunControls::RoomForWords() const {
     int room = 0;
     for (const QPushButton* button : {run_, stop_, pause_, line_, lineBack_, reset_})
         room += RoomForButton(*button) + kGap;
-    const int ofSpeed = speedCaption_->sizeHint().width() + speed_->minimumWidth() +
-                        speedText_->minimumWidth() + RoomForButton(*step_) +
-                        RoomForButton(*stepBack_) + 4 * kGap +
-                        (besideSpeed_ == nullptr ? 0 : besideSpeed_->sizeHint().width() + kGap);
+    const int ofSpeed = speedCaption_->sizeHint().width() + RoomForButton(*step_) +
+                        RoomForButton(*stepBack_) + 3 * kGap + RoomForSpeed();
     return std::max(room, ofSpeed);
+}
+
+/// The slider and what stands beside it at all times.
+int RunControls::RoomForSpeed() const {
+    return speed_->minimumWidth() + speedText_->minimumWidth() + kGap +
+           (besideSpeed_ == nullptr ? 0 : besideSpeed_->sizeHint().width() + kGap);
+}
+
+int RunControls::RoomForOneRow() const {
+    int room = RoomForSpeed();
+    for (const auto* button : findChildren<QPushButton*>())
+        room += button->iconSize().width() + kBesidePicture + kGap;
+    return room;
+}
+
+void RunControls::SetIsLow(bool low) {
+    if (std::exchange(isLow_, low) != low) Fit();
 }
 
 void RunControls::AddToSpeed(QWidget* widget) {
@@ -196,7 +215,9 @@ void RunControls::AddToSpeed(QWidget* widget) {
 /// Where there is no room for words, all buttons stand in one row as pictures; what they do is told
 /// by their tool tips then, and by their names to a screen reader.
 void RunControls::Fit() {
-    const bool isCompact = width() < RoomForWords();
+    const bool isCompact = isLow_ || width() < RoomForWords();
+    top_->setDirection(isCompact && width() >= RoomForOneRow() ? QBoxLayout::LeftToRight
+                                                               : QBoxLayout::TopToBottom);
     if (isCompact == isCompact_) return;
     isCompact_ = isCompact;
     for (auto* button : findChildren<QPushButton*>())

@@ -26,6 +26,8 @@ class RunControls : public QWidget {
     void SetMayRun(std::function<bool()> mayRun) { mayRun_ = std::move(mayRun); }
     /// Something that belongs beside the speed.
     void AddToSpeed(QWidget* widget);
+    /// Where the window is low, rows are saved before words.
+    void SetIsLow(bool low);
     /// Shows where the program stands now.
     void Refresh();
 
@@ -41,6 +43,8 @@ class RunControls : public QWidget {
     QLayout* MakeStatus();
     void Fit();
     int RoomForWords() const;
+    int RoomForOneRow() const;
+    int RoomForSpeed() const;
     void ShowInstruction();
     void ElideInstruction();
     bool InstructionFlickers() const;
@@ -66,6 +70,8 @@ class RunControls : public QWidget {
     QLabel* steps_;
     QBoxLayout* buttons_ = nullptr;
     QBoxLayout* speedRow_ = nullptr;
+    QBoxLayout* top_ = nullptr;  ///< both
+    bool isLow_ = false;
     bool isCompact_ = false;
     QString instructionText_;
     QElapsedTimer sinceInstruction_;

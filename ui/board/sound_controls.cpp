@@ -39,11 +39,11 @@ SoundControls::SoundControls(VirtualBoardHost& host, SoundOutput& sound, Setting
       settings_(settings),
       mute_(new QToolButton(this)),
       volume_(new QSlider(Qt::Horizontal, this)),
-      problem_(new QLabel(this)) {
+      problem_(new QLabel),
+      problemRow_(MakeProblemRow()) {
     mute_->setObjectName("BtnMute");
     mute_->setText(tr("&Mute"));
     mute_->setAccessibleName(tr("Mute"));
-    mute_->setToolTip(tr("Let the board be heard, or not (Alt+M)"));
     mute_->setCheckable(true);
     mute_->setFocusPolicy(Qt::StrongFocus);
     mute_->setChecked(FlagIsOn(settings, SettingNumber::SoundMuted));
@@ -55,11 +55,6 @@ SoundControls::SoundControls(VirtualBoardHost& host, SoundOutput& sound, Setting
     volume_->setPageStep(2 * kVolumeStep);
     volume_->setFixedWidth(64);
     volume_->setValue(VolumeOf(settings));
-    problem_->setObjectName("SoundProblem");
-    problem_->setAccessibleName(tr("Sound"));
-    problem_->setWordWrap(true);
-    problem_->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    problem_->hide();
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(8, 0, 0, 0);
     row->addWidget(mute_);
@@ -68,6 +63,30 @@ SoundControls::SoundControls(VirtualBoardHost& host, SoundOutput& sound, Setting
     connect(volume_, &QSlider::valueChanged, this, &SoundControls::ChooseVolume);
     connect(&sound_, &SoundOutput::ProblemChanged, this, &SoundControls::Refresh);
     ShowButton();
+}
+
+QWidget* SoundControls::MakeProblemRow() {
+    auto* const whole = new QWidget(this);
+    problem_->setObjectName("SoundProblem");
+    problem_->setAccessibleName(tr("Sound"));
+    problem_->setWordWrap(true);
+    problem_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    auto* const close = new QToolButton(whole);
+    close->setObjectName("BtnCloseSoundProblem");
+    close->setText(QStringLiteral("\u00d7"));
+    close->setAutoRaise(true);
+    close->setAccessibleName(tr("Close"));
+    close->setToolTip(tr("Close; the button for the sound goes on telling it"));
+    connect(close, &QToolButton::clicked, this, [this] {
+        closedProblem_ = problem_->text();
+        ShowProblem();
+    });
+    auto* const row = new QHBoxLayout(whole);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(problem_, 1);
+    row->addWidget(close);
+    whole->hide();
+    return whole;
 }
 
 void SoundControls::Mute(bool muted) {
@@ -85,26 +104,39 @@ void SoundControls::ChooseVolume(int percent) {
 void SoundControls::ApplyVolume() {
     sound_.SetVolume(SoundVolume(settings_));
     sound_.ForgetProblem();
-    ShowButton();
+    closedProblem_.clear();
     Refresh();
+    ShowButton();
 }
 
 void SoundControls::ShowButton() {
-    mute_->setIcon(ThemedIcon(SoundVolume(settings_) == 0 ? "sound-off" : "sound"));
+    const bool isHeard = SoundVolume(settings_) > 0 && problem_->text().isEmpty();
+    mute_->setIcon(ThemedIcon(isHeard ? "sound" : "sound-off"));
+    const QString help = tr("Let the board be heard, or not (Alt+M)");
+    mute_->setToolTip(problem_->text().isEmpty() ? help : problem_->text() + '\n' + help);
+}
+
+void SoundControls::ShowProblem() {
+    const QString text = problem_->text();
+    problemRow_->setVisible(!text.isEmpty() && text != closedProblem_);
 }
 
 void SoundControls::Refresh() {
     const bool isFast = host_.Speed().kind == BoardSpeed::Kind::FullSpeed;
-    passesUnheard_ = isFast && (passesUnheard_ || host_.State().outputs.note != 0);
+    const bool isNote = host_.State().outputs.note != 0;
+    // A program without notes lacks nothing.
+    hasNotes_ = isNote || (hasNotes_ && host_.State().clock > 0);
+    passesUnheard_ = isFast && (passesUnheard_ || isNote);
     const QString text = ProblemText();
     if (text == problem_->text()) return;
     problem_->setText(text);
     SayWithCaption(*problem_, tr("Sound"));
-    problem_->setVisible(!text.isEmpty());
+    ShowButton();
+    ShowProblem();
 }
 
 QString SoundControls::ProblemText() const {
-    if (SoundVolume(settings_) == 0) return {};
+    if (SoundVolume(settings_) == 0 || !hasNotes_) return {};
     if (passesUnheard_)
         return tr(
             "The board is not heard while it goes as fast as it can: its notes would be over "

@@ -25,8 +25,9 @@ class SoundControls : public QWidget {
     SoundControls(VirtualBoardHost& host, SoundOutput& sound, SettingsStore& settings,
                   QWidget* parent);
 
-    /// Why nothing can be heard; hidden while there is nothing to say. For a row of its own.
-    QLabel* ProblemLabel() const { return problem_; }
+    /// Why nothing can be heard; hidden while there is nothing to say, and once it was closed. For
+    /// a row of its own.
+    QWidget* ProblemRow() const { return problemRow_; }
     void Refresh();
 
   private:
@@ -34,6 +35,8 @@ class SoundControls : public QWidget {
     void ChooseVolume(int percent);
     void ApplyVolume();
     void ShowButton();
+    QWidget* MakeProblemRow();
+    void ShowProblem();
     QString ProblemText() const;
 
     VirtualBoardHost& host_;
@@ -42,6 +45,9 @@ class SoundControls : public QWidget {
     QToolButton* mute_;
     QSlider* volume_;
     QLabel* problem_;
+    QWidget* problemRow_;
+    QString closedProblem_;       ///< which has been read
+    bool hasNotes_ = false;       ///< in this run
     bool passesUnheard_ = false;  ///< notes that come as fast as it goes
 };
 

@@ -37,6 +37,7 @@ constexpr int kLeastForBoth = 660;  // pixels
 constexpr int kFloorShare = 4;      // of the height; side by side both are as wide
 constexpr int kOutputsShare = 3;
 constexpr int kLeastForPictures = 345;  // beside the inputs
+constexpr int kLeastForWords = 520;     // in height, on the buttons
 constexpr int kSmallMargin = 4;         // where room is short
 
 }  // namespace
@@ -72,7 +73,7 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
     auto* rows = new QVBoxLayout(this);
     controls_->AddToSpeed(sound_);
     rows->addWidget(controls_);
-    rows->addWidget(sound_->ProblemLabel());
+    rows->addWidget(sound_->ProblemRow());
     QScrollArea* bodyArea = InScrollArea(body, this);
     bodyArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);  // the drawing tools are wide
     rows->addWidget(bodyArea, 1);
@@ -84,6 +85,7 @@ VirtualBoardWindow::VirtualBoardWindow(VirtualBoardHost& host, WorldCommands& wo
         host_.SetInputs(inputs);
     });
     connect(floor_, &FloorPanel::EditingToggled, outputs_, &QWidget::setHidden);
+    connect(floor_, &FloorPanel::EditingToggled, this, &VirtualBoardWindow::Arrange);
     connect(inputs_, &InputsPanel::ButtonPressed, &host, &VirtualBoardHost::PressButton);
     connect(inputs_, &InputsPanel::ButtonLetGo, &host, &VirtualBoardHost::LetButtonGo);
     connect(inputs_, &InputsPanel::HoldWanted, &host, &VirtualBoardHost::HoldInput);
@@ -118,6 +120,7 @@ int VirtualBoardWindow::InputsWidth() const {
 /// little for them, the inputs go below, and all of it scrolls.
 void VirtualBoardWindow::Arrange() {
     const int inputsWidth = InputsWidth();
+    controls_->SetIsLow(height() < kLeastForWords);
     const bool isNarrow = width() < inputsWidth + kLeastForPictures;
     columns_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     inputsArea_->setMinimumWidth(isNarrow ? 0 : inputsWidth);
@@ -133,6 +136,10 @@ void VirtualBoardWindow::Arrange() {
     const bool isWide = room.width() > kWide * room.height() && room.width() >= kLeastForBoth;
     pictures_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     pictures_->setStretch(0, isWide ? kOutputsShare : kFloorShare);
+    const QSize outputs = outputs_->isHidden() ? QSize() : outputs_->minimumSizeHint();
+    floor_->FitTo(isNarrow ? QSize(width(), floor_->maximumHeight())
+                  : isWide ? QSize(room.width() / 2, room.height())
+                           : QSize(room.width(), room.height() - outputs.height()));
 }
 
 void VirtualBoardWindow::resizeEvent(QResizeEvent* event) {

@@ -48,8 +48,7 @@ BoardWindows::BoardWindows(Workbench& workbench, Programs& programs, BoardState&
     });
     connect(&board_, &BoardState::Changed, this, &BoardWindows::Follow);
     connect(&board_, &BoardState::ConversationOver, this, &BoardWindows::CloseTerminal);
-    connect(&programs_, &Programs::Changed, this, &BoardWindows::ShowVariables);
-    connect(&programs_, &Programs::Changed, this, &BoardWindows::ShowPlottedProgram);
+    connect(&programs_, &Programs::Changed, this, &BoardWindows::Follow);
 }
 
 BoardWindows::~BoardWindows() = default;
@@ -247,8 +246,13 @@ void BoardWindows::Follow() {
     }
     usedInputsOf_ = held.compiled;
     boardWindow_->ShowProgram(held.extent == HeldProgram::Extent::Half
-                                  ? tr("only a part of %1").arg(held.name)
-                                  : held.name);
+                                  ? tr("only a part of %1").arg(HeldName())
+                                  : HeldName());
+}
+
+QString BoardWindows::HeldName() const {
+    const HeldProgram& held = board_.Program();
+    return held.compiled == nullptr ? held.name : programs_.NameNow(*held.compiled);
 }
 
 /// Half a program may do anything with the motors.
@@ -259,7 +263,7 @@ bool BoardWindows::MayRun() {
     return !isHalf ||
            workbench_.dialogs.AskYesNo(
                boardWindow_,
-               tr("The board holds only a part of %1. Run it all the same?").arg(held.name));
+               tr("The board holds only a part of %1. Run it all the same?").arg(HeldName()));
 }
 
 std::shared_ptr<const CompiledProgram> BoardWindows::NamedProgram() const {
@@ -305,11 +309,11 @@ QString BoardWindows::VariablesNote() const {
     switch (held.extent) {
         case HeldProgram::Extent::None: return tr("No program is on the virtual board yet");
         case HeldProgram::Extent::Half:
-            return tr("The virtual board holds only a part of %1").arg(held.name);
+            return tr("The virtual board holds only a part of %1").arg(HeldName());
         case HeldProgram::Extent::Unknown: break;
         case HeldProgram::Extent::Whole:
             if (held.compiled != nullptr)
-                return tr("The virtual board's values of %1, as they are").arg(held.name);
+                return tr("The virtual board's values of %1, as they are").arg(HeldName());
             break;
     }
     return tr("The virtual board holds another program: the names may not fit");

@@ -110,6 +110,7 @@ class BoardWindows : public QObject {
     void ShowVariables();
     void ShowPlottedProgram();
     bool MayRun();
+    QString HeldName() const;
     QString VariablesNote() const;
     std::optional<std::uint64_t> HeldAt();
     void Send(const QString& path, bool runs);

@@ -98,6 +98,7 @@ CompileCommands::CompileCommands(Workbench& workbench, Programs& programs, Sourc
     connect(&programs_, &Programs::Changed, this, [this] {
         if (service_.IsRunning()) return;
         TellIfChanged();
+        FollowName();
         if (!programs_.Files().empty()) return;
         CloseChild(output_);
         CloseChild(objectCode_);
@@ -173,14 +174,22 @@ std::shared_ptr<const CompiledProgram> CompileCommands::CompileQuietly(const Ope
 void CompileCommands::TellIfChanged() {
     if (output_ == nullptr) return;
     output_->ShowTextChanged(std::ranges::any_of(programs_.Files(), [this](const OpenFile& file) {
-        const auto compiled = compiledTexts_.find(file.key);
+        const auto compiled = programs_.ReadOf(compiledTexts_, file);
         return compiled != compiledTexts_.end() && compiled->second != file.revision;
     }));
 }
 
+void CompileCommands::FollowName() {
+    const auto read = compiledTexts_.find(compiledRoot_);
+    if (output_ == nullptr || read == compiledTexts_.end()) return;
+    const auto* const root = programs_.OpenedAs(read->first, read->second);
+    if (root != nullptr) output_->InitFile(root->folder, root->name);
+}
+
 void CompileCommands::FinishRun(const OpenFile& file, bool succeeded) {
     const ProgramReport* report = programs_.ReportOf(file.key);
-    compiledTexts_ = report == nullptr ? std::map<QString, Revision>{} : report->texts;
+    compiledRoot_ = file.key;
+    compiledTexts_ = report == nullptr ? Programs::ReadTexts{} : report->texts;
     // Closing the program can end the windows while the compiler lets events run.
     if (output_ != nullptr) output_->FinishCompile();
     // A program with errors has no object code to show.
@@ -231,8 +240,11 @@ SourceWindow* CompileCommands::GoBackToSource(ClosedFiles closed) {
 SourceWindow* CompileCommands::OpenWindowOf(const LineXref& line) const {
     const QString key = programs_.KeyOf(QString::fromStdString(line.pathName),
                                         QString::fromStdString(line.fileName));
-    const auto file = std::ranges::find(programs_.Files(), key, &OpenFile::key);
-    return file == programs_.Files().end() ? nullptr : files_.WindowOf(file->id);
+    const auto read = compiledTexts_.find(key);
+    const zentro::OpenFile* file = read == compiledTexts_.end()
+                                       ? programs_.Find(key)
+                                       : programs_.OpenedAs(key, read->second);
+    return file == nullptr ? nullptr : files_.WindowOf(file->id);
 }
 
 SourceWindow* CompileCommands::ShowLine(const LineXref& line) {

@@ -82,6 +82,7 @@ class CompileCommands : public QObject {
     void OpenWindows(bool withListing, const OpenFile& file);
     void FinishRun(const OpenFile& file, bool succeeded);
     void TellIfChanged();
+    void FollowName();
     /// What becomes of a file with the first error that is not open.
     enum class ClosedFiles : std::uint8_t { Leave, Open };
     SourceWindow* GoBackToSource(ClosedFiles closed);
@@ -96,7 +97,8 @@ class CompileCommands : public QObject {
     QPointer<CompilerOutputWindow> output_;
     QPointer<ObjectCodeWindow> objectCode_;
     std::shared_ptr<const CompiledProgram> listed_;  ///< what the listing shows
-    std::map<QString, Revision> compiledTexts_;      ///< by the key of the file, last time
+    QString compiledRoot_;                           ///< last time, the key that it had
+    Programs::ReadTexts compiledTexts_;
 };
 
 }  // namespace zentro

@@ -189,7 +189,10 @@ void MainWindow::MakeParts() {
     recordings_ = new RecordingCommands(
         workbench_, board_->VirtualBoard(),
         {this, [this] { return boards_->ProgramFolder(); },
-         [this] { return board_->VirtualProgram().name; },
+         [this] {
+             const HeldProgram& held = board_->VirtualProgram();
+             return held.compiled == nullptr ? held.name : programs_->NameNow(*held.compiled);
+         },
          [this] {
              const auto program = board_->VirtualProgram().compiled;
              return program == nullptr ? QString() : program->name;

@@ -187,18 +187,33 @@ TEST_F(SoundControlsTest, VolumeAndMuteAreKeptAndReached) {
     EXPECT_FALSE(Find<QToolButton>(window, "BtnMute")->isChecked());
 }
 
-TEST_F(SoundControlsTest, ASentenceSaysWhyNothingIsHeard) {
+TEST_F(SoundControlsTest, ASentenceSaysWhyNoNoteIsHeardUntilItIsClosed) {
     Player("echo no-device");
     SoundControls controls(host, *output, *settings, &window);
     output->SetVolume(60);
-    EXPECT_TRUE(controls.ProblemLabel()->isHidden());
+    const auto& sentence = *controls.ProblemRow()->findChild<QLabel*>("SoundProblem");
+    auto* const mute = Find<QToolButton>(window, "BtnMute");
+    auto* const close = controls.ProblemRow()->findChild<QToolButton*>("BtnCloseSoundProblem");
     output->Pass({69, 10});
     ASSERT_TRUE(Becomes(SoundProblem::NoDevice));
-    EXPECT_THAT(controls.ProblemLabel()->text().toStdString(),
-                HasSubstr("this computer has no sound output"));
-    EXPECT_FALSE(controls.ProblemLabel()->isHidden());
-    Find<QToolButton>(window, "BtnMute")->click();
-    EXPECT_TRUE(controls.ProblemLabel()->isHidden());
+    EXPECT_TRUE(controls.ProblemRow()->isHidden()) << "this program has no notes";
+    ASSERT_EQ(host.LoadProgram(Compiled("BEGIN PROGRAM\n  PLAY SOUND 69, 50\nEND PROGRAM\n")), "");
+    host.Run();
+    host.Advance(10);
+    controls.Refresh();
+    EXPECT_THAT(sentence.text().toStdString(), HasSubstr("this computer has no sound output"));
+    EXPECT_FALSE(controls.ProblemRow()->isHidden());
+    close->click();
+    EXPECT_TRUE(controls.ProblemRow()->isHidden());
+    controls.Refresh();
+    EXPECT_TRUE(controls.ProblemRow()->isHidden());
+    EXPECT_TRUE(mute->toolTip().startsWith(sentence.text())) << "it is still told";
+    mute->click();
+    EXPECT_FALSE(mute->toolTip().contains("no sound output"));
+    mute->click();
+    output->Pass({69, 11});
+    ASSERT_TRUE(Becomes(SoundProblem::NoDevice));
+    EXPECT_FALSE(controls.ProblemRow()->isHidden()) << "whoever wants to hear it is told again";
 }
 
 }  // namespace

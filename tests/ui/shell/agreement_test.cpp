@@ -347,10 +347,10 @@ QStringList AgreementTest::WhereItStands() {
     if (!place) return {};
     const QString key =
         FileKey(QString::fromStdString(place->pathName), QString::fromStdString(place->fileName));
-    for (const OpenFile& file : window->OpenPrograms().Files()) {
-        if (file.key == key) return {file.name};
-    }
-    return {};
+    const auto read = compiled->texts.find(key);
+    if (read == compiled->texts.end()) return {};
+    const OpenFile* file = window->OpenPrograms().OpenedAs(key, read->second);
+    return file == nullptr ? QStringList{} : QStringList{file->name};
 }
 
 /// There is an arrow just where the program of the board in front stands, and nowhere else.

@@ -396,6 +396,36 @@ TEST_F(FollowTest, ALineWithoutCodeSaysWhereItsBreakpointStands) {
     EXPECT_TRUE(Bears(kFullBit | kHollowBit, {}));
 }
 
+/// What runs, is held and was compiled goes on in the file that its text is saved as.
+TEST_F(FollowTest, AProgramThatIsSavedUnderAnotherNameIsFollowedThere) {
+    Write("count.txt", kCounting);
+    FrontSource()->PutCaretAt(6);
+    Press(CommandId::ToggleBreakpoint);
+    Press(CommandId::Variables);
+    Press(CommandId::Run);
+    ASSERT_TRUE(WaitUntilHeld());
+    for (const QString name : {"second.txt", "third.txt"}) {
+        dialogs.fileToSave = FilePath(name);
+        FrontSource()->setFocus();
+        Press(CommandId::SaveSourceAs);
+        EXPECT_EQ(FrontSource()->FileName(), name);
+        EXPECT_TRUE(IsLit(6)) << name.toStdString();
+        EXPECT_TRUE(Bears(kFullBit, {6}));
+        EXPECT_EQ(Child("frmVirtualBoard")->windowTitle(), "Virtual Board - " + name);
+        EXPECT_EQ(Child("frmCompilerOutput")->windowTitle(), name + " (Compiler Output)");
+    }
+    Press(CommandId::StepLine);
+    EXPECT_TRUE(IsLit(7));
+    EXPECT_EQ(FrontSource()->FileName(), "third.txt");
+    EXPECT_EQ(window->OpenPrograms().Files().size(), 1U);
+    // The old name opened again is another text, which nothing runs from.
+    dialogs.fileToOpen = FilePath("count.txt");
+    Press(CommandId::OpenSource);
+    EXPECT_TRUE(LinesWith(kHereBit).empty());
+    Press(CommandId::StepLine);
+    EXPECT_EQ(FrontSource()->FileName(), "third.txt");
+}
+
 /// The breakpoints of a closed file are for its text, which is gone when another is saved over it.
 TEST_F(FollowTest, AFileSavedOverAnotherOneHasItsOwnBreakpointsAlone) {
     Write("old.txt", kCounting);
