@@ -4,16 +4,20 @@
 
 #include "advice/advice_finders.h"
 #include "advice/line_values.h"
+#include "model/statement.h"
 #include "model/value_bounds.h"
 
 namespace zentro {
 
 namespace {
 
-/// Whether the last value of the line is a number beyond the largest.
-bool IsLastAbove(const AdviceSearch& search, const SourceLine& line, std::int32_t largest) {
+/// Whether the last value of the line is a number beyond the largest that can be meant.
+bool IsLastAbove(const AdviceSearch& search, const SourceLine& line) {
     const auto elements = search.compilation.ElementsOf(line);
-    return !elements.empty() && ValueOf(elements.back()).value_or(0) > largest;
+    const Statement* statement = FindValueStatement(line.token);
+    if (elements.empty() || statement == nullptr) return false;
+    const std::int32_t most = statement->Values().back().mostMeant;
+    return most > 0 && ValueOf(elements.back()).value_or(0) > most;
 }
 
 bool IsAssignedToItself(const AdviceSearch& search, const SourceLine& line) {
@@ -85,8 +89,6 @@ bool IsFlagConstant(const LineElement& element) {
 }  // namespace
 
 void LineAdvice::Look(const SourceLine& line) {
-    constexpr std::int32_t kFullSpeed = 100;
-    constexpr std::int32_t kWidestAngle = 90;
     switch (line.token) {
         case Token::DefineEvent: isInEvent_ = true; break;
         case Token::EndEvent: isInEvent_ = false; break;
@@ -94,17 +96,12 @@ void LineAdvice::Look(const SourceLine& line) {
             if (isInEvent_) search_.Add(line, MessageCode::WaitInHandler);
             break;
         case Token::SetMotor:
-            if (IsLastAbove(search_, line, kFullSpeed))
-                search_.Add(line, MessageCode::SpeedAboveFull);
+            if (IsLastAbove(search_, line)) search_.Add(line, MessageCode::SpeedAboveFull);
             LookAtSpeed(line);
             break;
         case Token::SetServo:
-            if (IsLastAbove(search_, line, kWidestAngle))
-                search_.Add(line, MessageCode::AngleTooWide);
-            break;
         case Token::SetServoPercent:
-            if (IsLastAbove(search_, line, kFullSpeed))
-                search_.Add(line, MessageCode::AngleTooWide);
+            if (IsLastAbove(search_, line)) search_.Add(line, MessageCode::AngleTooWide);
             break;
         case Token::Equal:
             if (IsAssignedToItself(search_, line))

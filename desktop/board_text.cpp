@@ -27,13 +27,13 @@ std::string DescribeWait(const Board& board, bool paused) {
 
 std::string DescribeEnd(const Board& board, const ProgramWords& words) {
     const Processor& processor = board.processor;
-    const std::string place = " at " + FormatAddress(processor.instruction);
+    const std::string place = ", at " + FormatAddress(processor.instruction);
     switch (processor.end) {
         case EndReason::None: break;
-        case EndReason::End: return "stopped: End" + place;
-        case EndReason::EmergencyStop: return "stopped: Emergency stop" + place;
-        case EndReason::PowerOff: return "stopped: Power off" + place;
-        case EndReason::Escape: return "stopped: Escape" + place;
+        case EndReason::End: return "the program has ended" + place;
+        case EndReason::EmergencyStop: return "ended by an emergency stop" + place;
+        case EndReason::PowerOff: return "ended by switching off" + place;
+        case EndReason::Escape: return "ended by an escape" + place;
         case EndReason::Stopped: return "stopped at " + FormatAddress(processor.address);
         case EndReason::Fault: return "stopped: " + DescribeFault(board, words).WholeText();
     }

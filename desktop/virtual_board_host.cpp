@@ -386,10 +386,11 @@ bool VirtualBoardHost::WantsTime() const {
                         State().outputs != Outputs{} || StandsForGoals());
 }
 
-/// A goal may ask for a stand after the end of a program, which takes time.
+/// A goal may ask for a stand after the end of a program, which takes time. None passes after a
+/// program that was stepped to its end.
 bool VirtualBoardHost::StandsForGoals() const {
-    return !State().processor.running && endedAt_ && State().clock < *endedAt_ + kTicksToStand &&
-           !AllDecided(world_->state);
+    return !paused_ && !State().processor.running && endedAt_ &&
+           State().clock < *endedAt_ + kTicksToStand && !AllDecided(world_->state);
 }
 
 bool VirtualBoardHost::IsRunOver() const {

@@ -87,13 +87,7 @@ bool Fits(const HintQuestion& question, const StatementValue& slot, std::string_
 }
 
 std::string FormText(const HintQuestion& question, const Command& entry) {
-    std::string form = TextOf(entry).form;
-    for (const Command& constant : question.compilation.configuration.commands.Entries()) {
-        const std::string letter = '"' + constant.description + '"';
-        const std::size_t at = constant.family == TokenFamily::Constant ? form.find(letter) : kNone;
-        if (at != kNone) form.replace(at, letter.size(), constant.command);
-    }
-    return form;
+    return TextOf(question.compilation.configuration.commands, entry).form;
 }
 
 bool IsKnownValue(const HintQuestion& question, std::string_view word) {

@@ -109,6 +109,7 @@ struct StatementValue {
     Kind kind = Kind::Operand;
     DataType type = DataType::Any;
     std::span<const std::string_view> allowed{};  ///< the only ones; empty: any of the type
+    std::int32_t mostMeant = 0;  ///< a larger one is legal, but no more than this; 0: any is meant
 };
 
 /// What a line does to the blocks around it.

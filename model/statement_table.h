@@ -19,6 +19,8 @@ inline constexpr std::array<std::string_view, 2> kOneToTwo{"1", "2"};
 inline constexpr std::array<std::string_view, 3> kOneToThree{"1", "2", "3"};
 inline constexpr std::array<std::string_view, 4> kOneToFour{"1", "2", "3", "4"};
 inline constexpr std::array<std::string_view, 6> kOneToSix{"1", "2", "3", "4", "5", "6"};
+inline constexpr std::int32_t kFull = 100;        // percent
+inline constexpr std::int32_t kWidestAngle = 90;  // degrees
 inline constexpr std::array<std::string_view, 2> kDirections{"F", "B"};
 inline constexpr std::array<std::string_view, 2> kAxes{"X", "Y"};
 inline constexpr std::array<std::string_view, 23> kEvents{
@@ -31,8 +33,8 @@ constexpr StatementValue Operand(std::string_view name, DataType type) {
 constexpr StatementValue Any(std::string_view name) {
     return Operand(name, DataType::Any);
 }
-constexpr StatementValue Byte(std::string_view name) {
-    return Operand(name, DataType::Byte);
+constexpr StatementValue Byte(std::string_view name, std::int32_t mostMeant = 0) {
+    return {name, StatementValue::Kind::Operand, DataType::Byte, {}, mostMeant};
 }
 constexpr StatementValue Word(std::string_view name) {
     return Operand(name, DataType::Word);
@@ -44,10 +46,10 @@ constexpr StatementValue Table(std::string_view name) {
     return Operand(name, DataType::Table);
 }
 constexpr StatementValue Variable(std::string_view name) {
-    return {name, StatementValue::Kind::Variable, DataType::Any, {}};
+    return {name, StatementValue::Kind::Variable, DataType::Any};
 }
 constexpr StatementValue Handler(std::string_view name) {
-    return {name, StatementValue::Kind::EventHandler, DataType::Any, {}};
+    return {name, StatementValue::Kind::EventHandler, DataType::Any};
 }
 /// A number that becomes part of the instruction, one of those in the list if there is one.
 constexpr StatementValue Constant(std::string_view name,
@@ -144,13 +146,14 @@ constexpr auto MakePlainStatements() {
         Words(Token::StopMotors, One(Opcode::StopMotors)),
         Words(Token::StopSound, {Coding::Silence}),
         Values(Token::SetMotor, One(Opcode::SetMotor, {Value1, Value2, Operand3}),
-               {Constant("motor", kOneToFour), Constant("direction", kDirections), Byte("speed")}),
-        Values(
-            Token::SetServo, One(Opcode::SetServo, {Value1, Value2, Operand3}),
-            {Constant("servo", kOneToThree), Constant("direction", kDirections), Byte("position")}),
-        Values(
-            Token::SetServoPercent, One(Opcode::SetServoPercent, {Value1, Value2, Operand3}),
-            {Constant("servo", kOneToThree), Constant("direction", kDirections), Byte("percent")}),
+               {Constant("motor", kOneToFour), Constant("direction", kDirections),
+                Byte("speed", kFull)}),
+        Values(Token::SetServo, One(Opcode::SetServo, {Value1, Value2, Operand3}),
+               {Constant("servo", kOneToThree), Constant("direction", kDirections),
+                Byte("position", kWidestAngle)}),
+        Values(Token::SetServoPercent, One(Opcode::SetServoPercent, {Value1, Value2, Operand3}),
+               {Constant("servo", kOneToThree), Constant("direction", kDirections),
+                Byte("percent", kFull)}),
         Values(Token::CalibrateJoystick,
                One(Opcode::CalibrateJoystick, {NamedValue1, NamedValue2, Operand3}),
                {Constant("joystick", kOneToTwo), Constant("reading across"),

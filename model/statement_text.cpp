@@ -19,13 +19,14 @@ std::string JoinWithOr(const std::vector<std::string>& pieces) {
     return text;
 }
 
-/// "motor 1 to 4, direction "F" or "B", speed".
+/// "motor 1 to 4, direction "F" or "B", speed 0 to 100".
 std::string ValuesText(const Statement& statement) {
     const auto quote = [](std::string_view letter) { return "\"" + std::string(letter) + "\""; };
     std::string text;
     for (const StatementValue& value : statement.Values()) {
         text.append(text.empty() ? "" : ", ").append(value.name);
         if (!value.allowed.empty()) text += " " + AllowedText(value.allowed, quote);
+        if (value.mostMeant > 0) text += " 0 to " + std::to_string(value.mostMeant);
     }
     return text;
 }
@@ -62,6 +63,17 @@ StatementText TextOf(const Command& entry) {
     if (function != nullptr) return {call + ValuesText(*function) + ")", entry.description};
     const Statement* statement = FindValueStatement(entry.id);
     return {statement == nullptr ? "" : ValuesText(*statement), entry.description};
+}
+
+StatementText TextOf(const CommandCatalogue& commands, const Command& entry) {
+    StatementText text = TextOf(entry);
+    for (const Command& constant : commands.Entries()) {
+        if (constant.family != TokenFamily::Constant) continue;
+        const std::string letter = '"' + constant.description + '"';
+        const std::size_t at = text.form.find(letter);
+        if (at != std::string::npos) text.form.replace(at, letter.size(), constant.command);
+    }
+    return text;
 }
 
 }  // namespace zentro

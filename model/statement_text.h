@@ -16,13 +16,17 @@ std::string AllowedText(std::span<const std::string_view> allowed,
 
 /// What people are told of an entry of the language, in the program's character set.
 struct StatementText {
-    std::string form;     ///< what it takes: "motor 1 to 4, direction "F" or "B", speed"; of a
-                          ///< function with its word. Empty when that is not known
+    /// What it takes: "motor 1 to 4, direction "F" or "B", speed 0 to 100"; of a function with its
+    /// word. Empty when that is not known.
+    std::string form;
     std::string meaning;  ///< what it does
 };
 
 /// The words of the entry's description, and of the table of statements where that does not say
 /// what the entry takes.
 StatementText TextOf(const Command& entry);
+
+/// The same with the words of the language for single letters: FORWARD for "F".
+StatementText TextOf(const CommandCatalogue& commands, const Command& entry);
 
 }  // namespace zentro

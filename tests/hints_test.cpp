@@ -102,17 +102,16 @@ TEST(Hints, GuessTheWordThatWasMeant) {
         {"SETMOTOR 1, FORWARD, 60",
          "A blank is missing or too much: write SET MOTOR instead of SETMOTOR.",
          "SET MOTOR 1, FORWARD, 60", ""},
-        {"DISPLAY Sped", "Nothing is called Sped. Did you mean Speed?", "DISPLAY Speed", ""},
-        {"Speed = Cruse", "Nothing is called Cruse. Did you mean Cruise?", "Speed = Cruise", ""},
-        {"Spede = 1", "Nothing is called Spede. Did you mean Speed?", "Speed = 1", ""},
+        {"DISPLAY Sped", "Did you mean Speed?", "DISPLAY Speed", ""},
+        {"Speed = Cruse", "Did you mean Cruise?", "Speed = Cruise", ""},
+        {"Spede = 1", "Did you mean Speed?", "Speed = 1", ""},
         {"DISPLAY LeftEx", "", "", ""},
         {"SET MOTOR 1, BACK, 60", "Write BACKWARD instead of BACK.", "SET MOTOR 1, BACKWARD, 60",
          ""},
         {"SET MOTOR 1, \"f\", 60", "Capital letters count here: write \"F\" instead of \"f\".",
          "SET MOTOR 1, \"F\", 60", ""},
-        {"CALL Drve(1, 2)", "Nothing is called Drve. Did you mean Drive?", "CALL Drive(1, 2)", ""},
-        {"Speed = ANALGO(1)", "Nothing is called ANALGO. Did you mean ANALOG?", "Speed = ANALOG(1)",
-         ""},
+        {"CALL Drve(1, 2)", "Did you mean Drive?", "CALL Drive(1, 2)", ""},
+        {"Speed = ANALGO(1)", "Did you mean ANALOG?", "Speed = ANALOG(1)", ""},
         {"WAIT 1OO", "1OO has a letter in place of a digit. Did you mean 100?", "WAIT 100", ""},
         {"Speed = Motor2Speed", "", "", ""},
         {"Drive(1, 2)", "Drive is a routine of this program. Call it with CALL Drive(1, 2).",
@@ -256,13 +255,14 @@ TEST(Hints, KnowTheNumbersThatThereAre) {
 TEST(Hints, NameTheFormOfAStatement) {
     CheckAll({
         {"SET MOTOR 1, 60",
-         "SET MOTOR needs motor 1 to 4, direction FORWARD or BACKWARD, speed, with commas between: "
+         "SET MOTOR needs motor 1 to 4, direction FORWARD or BACKWARD, speed 0 to 100, with commas "
+         "between: "
          "the direction is missing.",
          "", ""},
         {"SET MOTOR 1, FORWARD, 60, 5",
          "SET MOTOR needs 3 values with commas between: motor 1 to 4, direction FORWARD or "
          "BACKWARD, "
-         "speed. Found: 4.",
+         "speed 0 to 100. Found: 4.",
          "", ""},
         {"CALL Drive(1)",
          "Line 9 says what it takes: DEFINE ROUTINE Drive(Left BYTE, Right BYTE). Values needed: "
@@ -282,7 +282,8 @@ TEST(Hints, NameTheFormOfAStatement) {
          "WHILE Lost = TRUE", "E9"},
         {"STOP MOTORS 1", "", "", ""},
         {"SET SERVO 1, FORWARD",
-         "SET SERVO needs servo 1 to 3, direction FORWARD or BACKWARD, position, with commas "
+         "SET SERVO needs servo 1 to 3, direction FORWARD or BACKWARD, position 0 to 90, with "
+         "commas "
          "between: the position is missing.",
          "", ""},
         {"Speed = random(6)", "It is written as RANDOM(). Values needed: 0, found: 1.", "", ""},

@@ -65,7 +65,7 @@ void GoalsLabel::Show(const Scene& scene, bool isOver) {
         // What was only to be kept is met; of the rest it is told how it came to be missed.
         const bool isMet = ended.goals[index].status == world::GoalStatus::Met;
         const world::GoalState& goal = isMet ? ended.goals[index] : scene.state.goals[index];
-        lines += tr("Task: %1 – %2")
+        lines += tr("Task in this world: %1 – %2")
                      .arg(GoalWords(scene.map->world.goals[index]),
                           StatusWords(goal, scene.state.tick, end_));
     }

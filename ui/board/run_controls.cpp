@@ -66,8 +66,8 @@ RunControls::RunControls(VirtualBoardHost& host, QWidget* parent)
       host_(host),
       run_(AddButton("BtnBoardRun", tr("&Run"), "run", tr("Start the program, or go on"))),
       stop_(AddButton("BtnBoardStop", tr("St&op"), "stop", tr("End the program"))),
-      pause_(
-          AddButton("BtnBoardPause", tr("&Pause"), "pause", tr("Hold the program and the clock"))),
+      pause_(AddButton("BtnBoardPause", tr("&Pause"), "pause",
+                       tr("Hold the program and the clock (Ctrl+F8)"))),
       line_(AddButton("BtnBoardLine", tr("&Line"), "step-line",
                       tr("Carry out one line of the program (F10)"))),
       lineBack_(AddButton("BtnBoardLineBack", tr("Line Bac&k"), "step-line-back",
@@ -259,13 +259,27 @@ void RunControls::Refresh() {
     step_->setEnabled(host_.HasProgram());
     stepBack_->setEnabled(host_.CanStepBack());
     pause_->setEnabled(host_.State().processor.running || host_.IsPaused());
-    pause_->setChecked(host_.IsPaused());
+    ShowPause();
     const QSignalBlocker quiet(speed_);
     speed_->setValue(PositionOf(host_.Speed()));
     speedText_->setText(QString::fromStdString(DescribeSpeed(host_.Speed())));
     speed_->setAccessibleDescription(speedText_->text());
     ShowState();
     ShowInstruction();
+}
+
+/// The button says what it does when it is pressed.
+void RunControls::ShowPause() {
+    const bool isPaused = host_.IsPaused();
+    pause_->setChecked(isPaused);
+    const QString words = isPaused ? tr("&Go On") : tr("&Pause");
+    if (words == WordsOf(*pause_)) return;
+    pause_->setProperty(kWords, words);
+    pause_->setAccessibleName(QString(words).remove('&'));
+    pause_->setIcon(ThemedIcon(isPaused ? "go-on" : "pause"));
+    pause_->setToolTip(isPaused ? tr("Let the program go on (Ctrl+F8)")
+                                : tr("Hold the program and the clock (Ctrl+F8)"));
+    if (!isCompact_) pause_->setText(words);
 }
 
 void RunControls::ShowState() {

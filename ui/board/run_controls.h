@@ -48,6 +48,7 @@ class RunControls : public QWidget {
     void ShowInstruction();
     void ElideInstruction();
     bool InstructionFlickers() const;
+    void ShowPause();
     void ShowState();
     void ChooseSpeed(int position);
 

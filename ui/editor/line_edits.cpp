@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "desktop/block_words.h"
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/source_editor.h"
 #include "world/named_world.h"
@@ -138,6 +139,41 @@ void PutComment(SourceEditor& editor, int line, long column, SelectionPoints& se
     selection.Edited(line, offset, 0, comment.size());
 }
 
+const Statement* BlockWordOf(SourceEditor& editor, int line) {
+    return FindBlockWord(editor.Commands(), LineText(editor, line));
+}
+
+/// Into a block and out of it goes a level of indentation: how many columns a line has to be put in
+/// that has passed this one.
+long IndentationPast(const Statement* passed, int by) {
+    constexpr long kStep = 4;
+    if (passed == nullptr || passed->edge.role == BlockRole::Continues) return 0;
+    const bool goesIn = (passed->edge.role == BlockRole::Opens) == (by > 0);
+    return goesIn ? kStep : -kStep;
+}
+
+void Indent(SourceEditor& editor, const LineRange& range, long columns,
+            SelectionPoints& selection) {
+    for (const int line : LinesWithText(editor, range)) {
+        const auto indentation = static_cast<long>(Indentation(LineText(editor, line)));
+        const long taken = std::clamp(-columns, 0L, indentation);
+        const auto put = static_cast<std::size_t>(std::max(columns, 0L));
+        ReplaceInLine(editor, line, 0, taken, std::string(put, ' '));
+        selection.Edited(line, 0, taken, put);
+    }
+}
+
+/// Lines that have passed the edge of a block, or whose block's edge has passed a line. Of two
+/// edges that have passed each other nothing can be told.
+void IndentMoved(SourceEditor& editor, const LineRange& moved, int by, SelectionPoints& selection) {
+    const int passed = by < 0 ? moved.last + 1 : moved.first - 1;
+    const Statement* edge = moved.first == moved.last ? BlockWordOf(editor, moved.first) : nullptr;
+    const Statement* passedEdge = BlockWordOf(editor, passed);
+    if (edge == nullptr) return Indent(editor, moved, IndentationPast(passedEdge, by), selection);
+    if (passedEdge == nullptr)
+        Indent(editor, {passed, passed}, IndentationPast(edge, -by), selection);
+}
+
 /// The neighbour goes to the other side of the lines: marks beside the lines themselves stay where
 /// they are.
 void MoveLines(SourceEditor& editor, int by) {
@@ -162,8 +198,9 @@ void MoveLines(SourceEditor& editor, int by) {
             ReplaceInLine(editor, range.first, 0, 0, text + '\n');
         }
     });
-    Send(editor, Sci::SCI_ENDUNDOACTION);
     selection.MoveBy(by);
+    IndentMoved(editor, {range.first + by, range.last + by}, by, selection);
+    Send(editor, Sci::SCI_ENDUNDOACTION);
     selection.Restore();
 }
 

@@ -17,7 +17,8 @@ void ToggleComment(SourceEditor& editor);
 /// Repeats the selection behind itself, or the caret's line below itself.
 void Duplicate(SourceEditor& editor);
 
-/// Exchanges the lines with the one above or below. The selection goes with them.
+/// Exchanges the lines with the one above or below. The selection goes with them. What comes into a
+/// block or out of it is indented as it is to be there.
 void MoveLinesUp(SourceEditor& editor);
 void MoveLinesDown(SourceEditor& editor);
 

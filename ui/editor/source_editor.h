@@ -29,6 +29,8 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
   public:
     /// The configuration outlives the editor.
     SourceEditor(const InstructionConfiguration& configuration, QWidget* parent);
+
+    const CommandCatalogue& Commands() const { return commands_; }
     ~SourceEditor() override;
 
     /// A new text, UTF-8, which counts as saved. What stood there before cannot be brought back.

@@ -80,8 +80,9 @@ void MarkArgument(CallTip& tip, std::size_t begin, std::size_t end, std::size_t 
 }
 
 /// What the statement takes and does, after its words.
-CallTip TipOfStatement(const Command& command, std::string_view before) {
-    const StatementText text = TextOf(command);
+CallTip TipOfStatement(const CommandCatalogue& commands, const Command& command,
+                       std::string_view before) {
+    const StatementText text = TextOf(commands, command);
     if (text.form.empty()) return {};
     CallTip tip;
     tip.text = ToUtf8(command.command) + " ";
@@ -125,7 +126,7 @@ CallTip TipOf(const CommandCatalogue& commands, const std::vector<ProgramName>& 
               const OpenCall& call) {
     const Command* command = EntryOfWord(commands, call.name);
     if (command != nullptr && FindFunction(command->id) != nullptr) {
-        const StatementText text = TextOf(*command);
+        const StatementText text = TextOf(commands, *command);
         return TipOfCall(ToUtf8(text.form + ": " + text.meaning), call.argument);
     }
     const ProgramName* own = FindName(names, call.name);
@@ -286,7 +287,7 @@ CallTip StatementHelp(const InstructionConfiguration& configuration,
     const bool isPastWords = command != nullptr && !before.empty() &&
                              (start.size() > command->command.size() || IsBlank(before.back()));
     if (!isPastWords || command->family == TokenFamily::Function) return {};
-    return TipOfStatement(*command, before);
+    return TipOfStatement(commands, *command, before);
 }
 
 }  // namespace zentro

@@ -28,6 +28,8 @@ TypingHelp::TypingHelp(QsciScintilla& editor, const InstructionConfiguration& co
     Send(editor, Sci::SCI_AUTOCSETORDER, Sci::SC_ORDER_PERFORMSORT);
     Send(editor, Sci::SCI_AUTOCSETCHOOSESINGLE, 0);
     Send(editor, Sci::SCI_AUTOCSETMAXHEIGHT, 8);
+    // Above the line: what is written next stands below it.
+    Send(editor, Sci::SCI_CALLTIPSETPOSITION, 1);
 }
 
 bool TypingHelp::IsOffering() const {
@@ -48,8 +50,9 @@ bool TypingHelp::HandleKey(const QKeyEvent& event) {
         case Qt::Key_PageDown: hasChosen_ = true; break;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            // A line end that ends a word is a line end: only who has chosen takes the completion.
-            if (!hasChosen_) Send(editor_, Sci::SCI_AUTOCCANCEL);
+            // A line end that ends a word is a line end, unless somebody has chosen or there is
+            // only one word that it can become.
+            if (!hasChosen_ && !IsOnlyOneOffered()) Send(editor_, Sci::SCI_AUTOCCANCEL);
             break;
         default: break;
     }
@@ -120,6 +123,10 @@ bool TypingHelp::IsComplete(const Completion& completion, std::string_view befor
     return completion.items.size() == 1 &&
            EqualsIgnoreCase(completion.items.front(),
                             before.substr(before.size() - completion.typed));
+}
+
+bool TypingHelp::IsOnlyOneOffered() const {
+    return CompletionsOf(configuration_.commands, names_, BeforeCaret()).items.size() == 1;
 }
 
 /// A list in which there is nothing left to choose would keep the arrow keys from the text.

@@ -39,6 +39,7 @@ class TypingHelp {
     bool SwallowBlank(const QKeyEvent& event);
     bool IsAtNewIndentation() const;
     static bool IsComplete(const Completion& completion, std::string_view before);
+    bool IsOnlyOneOffered() const;
     void CloseWhenComplete();
     bool Offer(std::size_t leastTyped);
     bool IsOnScreen(long position) const;

@@ -253,6 +253,23 @@ HelpTopic CompilerOutputWindow::TopicAtCursor() const {
                     hint.fix ? FixedLine(text, *hint.fix) : QString()}};
 }
 
+void CompilerOutputWindow::SelectMessage(const std::function<bool(const LineXref&)>& isWanted) {
+    const auto isAbout = [&](int logLine) {
+        const PostedMessage* message = log_.MessageInLine(logLine);
+        return message != nullptr && isWanted(LineThatMatters(*message));
+    };
+    const int present = View().textCursor().blockNumber();
+    if (isAbout(present)) return;
+    const auto last = log_.PreviousMessage(present);
+    for (auto line = log_.NextMessage(present); line; line = log_.NextMessage(*line)) {
+        if (isAbout(*line)) {
+            unvisited_.reset();
+            return View().SelectLine(*line);
+        }
+        if (line == last) return;
+    }
+}
+
 void CompilerOutputWindow::ShowNextMessage() {
     const int line = View().textCursor().blockNumber();
     const bool isUnvisited = unvisited_ == line && log_.MessageInLine(line) != nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTimer>
+#include <functional>
 
 #include "desktop/compile_log.h"
 #include "model/environment.h"
@@ -32,6 +33,9 @@ class CompilerOutputWindow final : public CompilerTextWindow, public OutputSink 
     int GetErrorCount() const { return log_.ErrorCount(); }
     /// The messages about a source line, in the order of the log.
     std::vector<PostedMessage> Messages() const { return log_.Messages(); }
+    /// Selects the first message about such a line, unless one about such a line is selected; the
+    /// source is not shown.
+    void SelectMessage(const std::function<bool(const LineXref&)>& isWanted);
     /// The message at the caret, for the handbook.
     HelpTopic TopicAtCursor() const;
 

@@ -102,6 +102,7 @@ constexpr std::array kCommands{
     CommandRow{NextWindow, MenuId::Windows, "Menu_Windows_Next", "&Next Window", "Ctrl+Tab", "", kNone, "", true, "Bring the next window to the front", CommandNeed::ChildWindow},
 
     CommandRow{Help, MenuId::Help, "Menu_Help_Help", "&Help", "F1", "help", kNone, "", false, "Show the handbook, at the statement or message under the caret"},
+    CommandRow{FirstLesson, MenuId::Help, "Menu_Help_FirstLesson", "&First Lesson", "", "", kNone, "", false, "Read the first lesson beside an empty program"},
     CommandRow{Examples, MenuId::Help, "Menu_Help_Examples", "&Example Programs", "", "", kNone, "", false, "Choose one of the example programs and see what each does"},
     CommandRow{Cogwright, MenuId::Help, "Menu_Help_Cogwright", "&Cogwright on the Web", "", "", kNone, "", true, "Show the maker's web site"},
     CommandRow{About, MenuId::Help, "Menu_Help_About", "&About Cogwright ZentroCompiler", "", "", kNone, "", false, "Show the version of this program"},

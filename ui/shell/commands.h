@@ -75,6 +75,7 @@ enum class CommandId : std::uint8_t {
     ArrangeIcons,
     NextWindow,
     Help,
+    FirstLesson,
     Examples,
     Cogwright,
     About,

@@ -241,9 +241,8 @@ SourceWindow* CompileCommands::OpenWindowOf(const LineXref& line) const {
     const QString key = programs_.KeyOf(QString::fromStdString(line.pathName),
                                         QString::fromStdString(line.fileName));
     const auto read = compiledTexts_.find(key);
-    const zentro::OpenFile* file = read == compiledTexts_.end()
-                                       ? programs_.Find(key)
-                                       : programs_.OpenedAs(key, read->second);
+    const zentro::OpenFile* file =
+        read == compiledTexts_.end() ? programs_.Find(key) : programs_.OpenedAs(key, read->second);
     return file == nullptr ? nullptr : files_.WindowOf(file->id);
 }
 
@@ -262,6 +261,18 @@ std::optional<LineXref> CompileCommands::PlaceOf(const CompiledProgram* program,
                                                  std::uint16_t address) {
     if (program == nullptr) return std::nullopt;
     return SourceOfAddress(*program->compilation, address);
+}
+
+void CompileCommands::SelectMessage(FileId id, int line) {
+    const auto* const file = programs_.File(id);
+    if (output_ == nullptr || file == nullptr) return;
+    const auto read = programs_.ReadOf(compiledTexts_, *file);
+    if (read == compiledTexts_.end()) return;
+    output_->SelectMessage([&](const LineXref& place) {
+        return programs_.LineNow(*file, place.sourceLineNo, read->second) == line &&
+               programs_.KeyOf(QString::fromStdString(place.pathName),
+                               QString::fromStdString(place.fileName)) == read->first;
+    });
 }
 
 void CompileCommands::SelectInListing(const CompiledProgram* program, std::uint16_t address) {

@@ -59,6 +59,8 @@ class CompileCommands : public QObject {
     /// Where the instruction at an address of the program comes from; nothing when that is not
     /// known.
     static std::optional<LineXref> PlaceOf(const CompiledProgram* program, std::uint16_t address);
+    /// Selects the first message of the log about a line of an open file as it stands now.
+    void SelectMessage(FileId id, int line);
     /// Selects an address of the program in its listing, when that is open.
     void SelectInListing(const CompiledProgram* program, std::uint16_t address);
     /// The same, and shows the source line.

@@ -115,6 +115,7 @@ void EditorCommands::ShowMessage(Direction direction) {
     checks_.CheckForCommand();
     source->PutCaretAt(stop->line);
     source->ShowMessageBeside();
+    surroundings_.selectInLog(source->Id(), stop->line);
 }
 
 /// In the compiler's window the key is about its own message.

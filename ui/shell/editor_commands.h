@@ -31,6 +31,8 @@ class EditorCommands : public QObject {
     struct Surroundings {
         NameCommands::Tell tell;
         std::function<CompilerOutputWindow*()> output;  ///< null: not open
+        /// A line with messages is shown; the log is to show the same.
+        std::function<void(FileId file, int line)> selectInLog;
     };
 
     /// All of them outlive the object.

@@ -272,19 +272,21 @@ BreakpointMark FollowCommands::MarkOf(const Breakpoint& breakpoint) const {
                 Look::Hollow};
     }
     if (isAlways)
-        return {breakpoint.line, tr("Breakpoint: the program is held before this line."),
+        return {breakpoint.line,
+                tr("Breakpoint in line %1: the program is held before it.").arg(breakpoint.line),
                 Look::Full};
     const QString problem = lines_.ProblemOf(breakpoint);
     if (problem.isEmpty())
         return {breakpoint.line,
-                tr("Breakpoint: the program is held before this line when %1.")
-                    .arg(breakpoint.condition),
+                tr("Breakpoint in line %1: the program is held before it when %2.")
+                    .arg(QString::number(breakpoint.line), breakpoint.condition),
                 Look::Conditional};
-    return {breakpoint.line,
-            tr("Breakpoint: the program is held before this line every time, because the condition "
-               "%1 cannot be told. %2")
-                .arg(breakpoint.condition, problem),
-            Look::Conditional};
+    return {
+        breakpoint.line,
+        tr("Breakpoint in line %1: the program is held before it every time, because the condition "
+           "%2 cannot be told. %3")
+            .arg(QString::number(breakpoint.line), breakpoint.condition, problem),
+        Look::Conditional};
 }
 
 }  // namespace zentro

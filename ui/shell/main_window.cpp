@@ -152,7 +152,7 @@ QWidget* MainWindow::MakeStartPage() {
     const auto trigger = [this](CommandId id) { return [this, id] { Action(id)->trigger(); }; };
     return new StartPage(
         {trigger(CommandId::NewSource), trigger(CommandId::OpenSource),
-         [this] { ShowFirstLesson(); }, trigger(CommandId::OpenVirtualBoard),
+         trigger(CommandId::FirstLesson), trigger(CommandId::OpenVirtualBoard),
          [this](const QString& path) { OpenPath(path); },
          [this](const QStringList& paths) {
              for (const QString& path : paths)
@@ -207,7 +207,8 @@ void MainWindow::MakeParts() {
     search_ = std::make_unique<SourceSearch>(*files_);
     editing_ = new EditorCommands(
         workbench_, *programs_, *files_, *checks_, *search_,
-        {[this](const QString& text) { ShowStatus(text); }, [this] { return compiler_->Output(); }},
+        {[this](const QString& text) { ShowStatus(text); }, [this] { return compiler_->Output(); },
+         [this](FileId file, int line) { compiler_->SelectMessage(file, line); }},
         this);
     connect(compiler_, &CompileCommands::FixWanted, editing_,
             [this](SourceWindow* source, const Fix& fix) { editing_->FixAsTold(*source, fix); });

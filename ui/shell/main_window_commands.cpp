@@ -144,6 +144,7 @@ void MainWindow::BindWindowsCommands() {
 
 void MainWindow::BindHelpCommands() {
     handlers_[CommandId::Help] = [this] { ShowHelp(HelpFile(), TopicInFront()); };
+    handlers_[CommandId::FirstLesson] = [this] { ShowFirstLesson(); };
     handlers_[CommandId::Examples] = [this] { OpenExample(); };
     handlers_[CommandId::Cogwright] = [this] {
         ShowHelp(Setting(SettingNumber::MakerWebSite), {});
@@ -303,7 +304,7 @@ QString MainWindow::HelpFile() {
 void MainWindow::ShowFirstLesson() {
     const bool hasEmpty = files_->Front() != nullptr && files_->Front()->Text().isEmpty();
     if (!hasEmpty) Action(CommandId::NewSource)->trigger();
-    ShowHelp(HelpFile(), {"", {"two-wheels-turn"}});
+    ShowHelp(HelpFile(), {"", {"the-first-lesson"}});
     BackToSource();
 }
 

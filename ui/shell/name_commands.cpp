@@ -47,6 +47,19 @@ const IndexedName* NameAtCaret(const ProgramIndex& index, const SourceWindow& so
     return index.NameAt(source.File().key, editor.CaretLine(), editor.CaretColumn());
 }
 
+/// Or else the one before it, with only signs between: behind "CALL Wheels()" it is clear what is
+/// meant.
+const IndexedName* NameAtOrBeforeCaret(const ProgramIndex& index, const SourceWindow& source) {
+    SourceEditor& editor = *source.Editor();
+    const QString line = QString::fromStdString(LineText(editor, editor.CaretLine() - 1));
+    int column = editor.CaretColumn();
+    const auto isSign = [](QChar c) { return c.isSpace() || c == '(' || c == ')'; };
+    while (column > 0 && column <= line.size() && isSign(line[column - 1]))
+        --column;
+    const IndexedName* here = NameAtCaret(index, source);
+    return here != nullptr ? here : index.NameAt(source.File().key, editor.CaretLine(), column);
+}
+
 }  // namespace
 
 NameCommands::NameCommands(Workbench& workbench, Programs& programs, SourceFiles& files,
@@ -88,7 +101,7 @@ void NameCommands::GoToDeclaration() {
     const int line = source->Editor()->CaretLine();
     const QString included = index->IncludedAt(key, line);
     if (!included.isEmpty()) return GoTo(*source, {included, 1, 0, 0});
-    const IndexedName* name = NameAtCaret(*index, *source);
+    const IndexedName* name = NameAtOrBeforeCaret(*index, *source);
     if (name == nullptr) return tell_(WhyNoName(*index));
     if (name->declaration.file == key && name->declaration.line == line)
         return tell_(tr("%1 is declared here.").arg(name->name));

@@ -60,13 +60,18 @@ void SendCommands::Run() {
     const auto program = CompileFront();
     if (program == nullptr) return;
     running_.clear();
-    isHeld_ = false;
+    const bool beginsAgain = std::exchange(isHeld_, false) && board_.Kind() == BoardKind::Virtual &&
+                             board_.Activity().state == BoardActivity::State::Held;
     boards_.RunProgram(program);
     const bool isVirtual = board_.Kind() == BoardKind::Virtual;
     (isVirtual ? running_ : sending_) = program->name;
-    surroundings_.showStatus(
-        (isVirtual ? tr("%1 runs on the virtual board.") : tr("%1 is being sent to the board."))
-            .arg(program->name));
+    // Elsewhere the key may go on with a program that is held.
+    const QString status =
+        beginsAgain ? tr("%1 runs from its beginning again. To go on where it is held instead, "
+                         "use Pause or Go On (Ctrl+F8).")
+        : isVirtual ? tr("%1 runs on the virtual board.")
+                    : tr("%1 is being sent to the board.");
+    surroundings_.showStatus(status.arg(program->name));
     surroundings_.backToSource();
 }
 

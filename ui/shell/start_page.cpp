@@ -13,6 +13,7 @@
 
 #include "desktop/example_programs.h"
 #include "desktop/recent_files.h"
+#include "desktop/text_file.h"
 #include "ui/support/icons.h"
 
 namespace zentro {
@@ -31,7 +32,17 @@ constexpr int kLarge = 24;
 
 /// Shows which one the keys are for, which flat buttons do not.
 class StartButton : public QToolButton {
+  public:
+    /// A file that says in a sentence what it is, which is read when somebody points at the button.
+    void SetExplainedBy(const QString& path) { path_ = path; }
+
   protected:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::ToolTip && !path_.isEmpty() && toolTip().isEmpty())
+            setToolTip(FirstSentence(QString::fromStdString(LoadText(path_).file.text)));
+        return QToolButton::event(event);
+    }
+
     void paintEvent(QPaintEvent* event) override {
         QToolButton::paintEvent(event);
         if (!hasFocus()) return;
@@ -40,6 +51,9 @@ class StartButton : public QToolButton {
         painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), kSmall, kSmall);
     }
+
+  private:
+    QString path_;
 };
 
 QLabel* MakeHeading(const QString& text, QWidget* parent) {
@@ -147,6 +161,7 @@ QWidget* StartPage::MakeExamples(const QString& folder) {
         auto* button = new StartButton;
         button->setObjectName("StartExample_" + example.name);
         button->setText(example.title);
+        button->SetExplainedBy(example.path);
         button->setAccessibleName(tr("Example: %1").arg(example.title));
         button->setIcon(ExampleIcon(example.name));
         button->setIconSize(kPictureSize);

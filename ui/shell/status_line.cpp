@@ -31,6 +31,7 @@ void StatusLine::ShowFile(const OpenFile* front) {
     changed_->setText(front == nullptr                 ? QString()
                       : front->disk == DiskState::Gone ? tr("Not on the disk")
                       : front->IsChanged()             ? tr("Changed")
+                      : front->NeverSaved()            ? tr("New")
                                                        : tr("Saved"));
 }
 

@@ -74,7 +74,7 @@ TEST_F(WorldWindowTest, WorldsAreChosenFromAMenuAndTheirGoalsAreTold) {
     Choose("Maze");
     EXPECT_EQ(WorldName(), "Maze");
     EXPECT_EQ(Button("BtnWorld")->text(), "World: Maze");
-    EXPECT_TRUE(GoalsBecome("Task: Reach \"exit\" within 180 s – open"));
+    EXPECT_TRUE(GoalsBecome("Task in this world: Reach \"exit\" within 180 s – open"));
 
     dialogs.fileToOpen = FilePath("small.world");
     Choose("Open World...");

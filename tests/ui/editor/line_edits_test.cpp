@@ -77,6 +77,18 @@ TEST_F(LineEdits, ChangeLinesKeepTheSelectionAndAreUndoneAtOnce) {
         {MoveLinesUp, "a\nW[AIT 1\nWA]IT 2\nb", "W[AIT 1\nWA]IT 2\na\nb"},
         {MoveLinesDown, "]WAIT 1\n[b\nc", "b\n]WAIT 1\n[c"},
         {MoveLinesDown, "a\n[b\n]c", "a\nc\n[b]"},
+        // Into a block and out of it.
+        {MoveLinesDown, "a|\nLOOP", "LOOP\n    a|"},
+        {MoveLinesDown, "  a|\nEND LOOP", "END LOOP\na|"},
+        {MoveLinesUp, "LOOP\n    [a\n\n    b]", "[a\n\nb]\nLOOP"},
+        {MoveLinesUp, "END LOOP\na|", "    a|\nEND LOOP"},
+        {MoveLinesUp, "ELSE\n    a|", "    a|\nELSE"},
+        {MoveLinesUp, "    a\nUNTIL x| > 1", "UNTIL x| > 1\na"},
+        {MoveLinesDown, "LOOP|\n    a", "a\nLOOP|"},
+        {MoveLinesUp, "a\n[LOOP\n    b\nEND LOOP]", "[LOOP\n    b\nEND LOOP]\na"},
+        {MoveLinesDown, "[LOOP\n    b\nEND LOOP]\nIF a = 1 THEN",
+         "IF a = 1 THEN\n[    LOOP\n        b\n    END LOOP]"},
+        {MoveLinesDown, "    END IF|\nEND LOOP", "END LOOP\n    END IF|"},
     };
     for (const EditCase& one : cases) {
         Set(one.before);

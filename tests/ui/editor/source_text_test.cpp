@@ -148,9 +148,10 @@ TEST_F(SourceText, CompletesWhatCanStandThere) {
 }
 
 TEST_F(SourceText, ExplainsTheArgumentAtTheCaret) {
-    EXPECT_EQ(HelpOn("SET MOTOR "), R"(SET MOTOR [motor 1 to 4], direction "F" or "B", speed)");
+    EXPECT_EQ(HelpOn("SET MOTOR "),
+              R"(SET MOTOR [motor 1 to 4], direction FORWARD or BACKWARD, speed 0 to 100)");
     EXPECT_EQ(HelpOn("  set  motor 1, \",\", "),
-              R"(SET MOTOR motor 1 to 4, direction "F" or "B", [speed])");
+              R"(SET MOTOR motor 1 to 4, direction FORWARD or BACKWARD, [speed 0 to 100])");
     EXPECT_EQ(HelpOn("Seen = JOYSTICK(2, "), R"(JOYSTICK(joystick 1 or 2, [axis "X" or "Y"]))");
     EXPECT_EQ(HelpOn("WAIT TOWORD("), "TOWORD([byte])");
     EXPECT_EQ(HelpOn("WAIT TOWORD(1) "), "WAIT [hundredths of a second]");

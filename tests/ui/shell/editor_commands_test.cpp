@@ -136,8 +136,8 @@ TEST_F(EditorCommandsTest, LinesAreEditedWithTheKeysOfTheMenu) {
     const QString before = FrontSource()->Text();
     for (const Step& step : {Step{ToggleComment, 5, "    ; Speed = Cruise", "END EVENT"},
                              Step{DuplicateLines, 5, "    Speed = Cruise", "    Speed = Cruise"},
-                             Step{MoveLinesUp, 6, "END EVENT", "    Speed = Cruise"},
-                             Step{MoveLinesDown, 5, "END EVENT", "    Speed = Cruise"}}) {
+                             Step{MoveLinesUp, 6, "END EVENT", "Speed = Cruise"},
+                             Step{MoveLinesDown, 5, "END EVENT", "Speed = Cruise"}}) {
         Caret(step.line, 2);
         Press(step.id);
         const QStringList lines = FrontSource()->Text().split('\n');
