@@ -93,6 +93,37 @@ TEST_F(BoardWindowTest, LineFollowerReactsToItsEyes) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return Text("BoardState").startsWith("Stopped at ["); }));
 }
 
+/// The sizes that the desk gives it beside a source, with other windows below it.
+TEST_F(BoardWindowTest, FloorAndBoardAreWhollySeenWhereTheWindowIsLow) {
+    for (const char* example : {"tune", "line_follower"}) {
+        LoadExample(example);
+        for (const QSize& size : {QSize{740, 570}, QSize{740, 430}}) {
+            window.resize(size);
+            QApplication::processEvents();
+            QApplication::processEvents();
+            for (const char* part : {"Outputs", "Floor"}) {
+                const QWidget* widget = Find(part);
+                EXPECT_EQ(widget->visibleRegion().boundingRect(), widget->rect())
+                    << part << ' ' << example << ' ' << size.width() << 'x' << size.height();
+            }
+            EXPECT_GE(Find("Floor")->height(), 130) << size.height();
+        }
+    }
+}
+
+TEST_F(BoardWindowTest, ThePauseButtonSaysWhatItDoes) {
+    LoadExample("line_follower");
+    window.resize(960, 640);
+    Click("BtnBoardRun");
+    auto* pause = Find<QPushButton>("BtnBoardPause");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return pause->isEnabled(); }));
+    for (const char* words : {"&Go On", "&Pause", "&Go On"}) {
+        Click("BtnBoardPause");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return pause->text() == words; }));
+        EXPECT_EQ(pause->accessibleName(), QString(words).remove('&'));
+    }
+}
+
 TEST_F(BoardWindowTest, JoystickDrivesByMouseAndKeysAndSpringsBack) {
     LoadExample("joystick_drive");
     Click("BtnBoardRun");

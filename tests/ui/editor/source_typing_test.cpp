@@ -263,6 +263,11 @@ TEST_F(SourceTyping, OffersCompletionsWithoutTakingTheReturnKey) {
     Type(" = sp\n");  // offered, not chosen: the line ends
     EXPECT_EQ(Line(1), "Speedometer = sp");
     EXPECT_EQ(editor.lines(), 2);
+    Type("speedo");
+    Press(Qt::Key_Return);
+    EXPECT_EQ(Line(2), "Speedometer") << "nothing else can be meant";
+    EXPECT_EQ(editor.lines(), 2);
+    Send(editor, Sci::SCI_DELLINELEFT);
     Type("set m");
     Press(Qt::Key_Tab);
     EXPECT_EQ(Line(2), "SET MOTOR");

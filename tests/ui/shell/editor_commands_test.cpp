@@ -6,8 +6,10 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QTextBlock>
 
 #include "desktop/live_check.h"
 #include "tests/ui/shell/main_window_fixture.h"
@@ -16,6 +18,7 @@
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/source_editor.h"
 #include "ui/editor/source_window.h"
+#include "ui/output/compiler_output_window.h"
 #include "ui/shell/source_files.h"
 
 namespace zentro {
@@ -180,6 +183,29 @@ TEST_F(EditorCommandsTest, MessagesAreVisitedThroughAllFilesAndRound) {
     EXPECT_EQ(Place(), "main.txt 4:4");
 }
 
+TEST_F(EditorCommandsTest, TheLogSelectsTheMessageThatIsVisited) {
+    OpenProgram("BEGIN PROGRAM\n    WAIT Later\n    STOP MOTERS\n    WAIT 1\nEND PROGRAM\n");
+    Press(CommandId::Run);
+    auto* log = Child<CompilerOutputWindow>("frmCompilerOutput");
+    ASSERT_NE(log, nullptr);
+    const auto selected = [&] {
+        return log->findChild<QPlainTextEdit*>()->textCursor().block().text().left(4);
+    };
+    EXPECT_EQ(selected(), "0002");
+    Caret(1, 0);
+    for (const char* line : {"0002", "0003", "0002", "0003"}) {
+        Press(NextMessage);
+        EXPECT_EQ(selected(), line);
+    }
+    // Lines that have moved are found.
+    Caret(1, 13);
+    QTest::keyClick(&Editor(), Qt::Key_Return);
+    for (const char* line : {"0002", "0003"}) {
+        Press(NextMessage);
+        EXPECT_EQ(selected(), line) << Place().toStdString();
+    }
+}
+
 TEST_F(EditorCommandsTest, SaysWhenThereAreNoMessages) {
     OpenProgram();
     Press(NextMessage);
@@ -205,7 +231,7 @@ TEST_F(EditorCommandsTest, GoesToDeclarationsInAllFilesAndBack) {
     };
     for (const Jump& jump :
          {Jump{8, 10, "drive.txt 1:15"}, Jump{8, 15, "main.txt 2:12"}, Jump{8, 27, "main.txt 1:16"},
-          Jump{3, 0, "drive.txt 1:0"}, Jump{5, 4, "main.txt 2:12"}}) {
+          Jump{8, 29, "main.txt 1:16"}, Jump{3, 0, "drive.txt 1:0"}, Jump{5, 4, "main.txt 2:12"}}) {
         window->Files().OpenFile(folder_.path(), "main.txt");
         Caret(jump.line, jump.column);
         const QString from = Place();
