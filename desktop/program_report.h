@@ -34,6 +34,7 @@ struct LineMessage {
     QString hint{};               ///< what may have been meant; empty: nothing is known
     std::optional<Fix> fix{};     ///< of this file, where the mend is certain
     QString sourceLine{};         ///< what the hint is about, as it stood in the file
+    QString subject{};            ///< the piece of the line that it is about; empty: all of it
 
     bool operator==(const LineMessage&) const = default;
 };

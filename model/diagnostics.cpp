@@ -208,6 +208,7 @@ void Diagnostics::PostAgainst(SourceLine& line, PostedMessage message,
         message.place.fileName = line.file->name;
         message.place.pathName = line.file->directory;
     }
+    message.subject = shownExtra;
     const bool isMistake =
         message.severity == Severity::Error || message.severity == Severity::Warning;
     if (isMistake && message.hint.text.empty())

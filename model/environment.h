@@ -49,6 +49,7 @@ struct PostedMessage {
     LineXref place;    ///< without a file and with line 0 when the message belongs to no line
     std::string text;  ///< UTF-8, without the code, with the hint's sentence behind it
     Hint hint{};
+    std::string subject{};  ///< the piece of the line that it is about, UTF-8; empty: all of it
 };
 
 /// Where a user goes on who follows the message.

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <span>
 
+#include "ui/editor/completion.h"
 #include "ui/editor/scintilla_text.h"
 #include "ui/support/colours.h"
 
@@ -55,6 +56,25 @@ constexpr SeverityLook kSeverityLooks[] = {
 const SeverityLook& LookOf(Severity severity) {
     const auto* const look = std::ranges::find(kSeverityLooks, severity, &SeverityLook::severity);
     return look == std::end(kSeverityLooks) ? kSeverityLooks[1] : *look;
+}
+
+/// Where the piece stands as a word of its own; nothing: nowhere or more than once.
+std::optional<std::size_t> OnlyPlaceOf(std::string_view line, std::string_view piece) {
+    if (piece.empty()) return std::nullopt;
+    const auto isWordAt = [&](std::size_t at) {
+        const auto joins = [&](char a, char b) { return IsNameCharacter(a) && IsNameCharacter(b); };
+        const std::size_t end = at + piece.size();
+        return (at == 0 || !joins(line[at - 1], piece.front())) &&
+               (end == line.size() || !joins(piece.back(), line[end]));
+    };
+    std::optional<std::size_t> place;
+    for (std::size_t at = line.find(piece); at != std::string_view::npos;
+         at = line.find(piece, at + 1)) {
+        if (!isWordAt(at)) continue;
+        if (place) return std::nullopt;
+        place = at;
+    }
+    return place;
 }
 
 constexpr int kSize = 14;
@@ -241,13 +261,19 @@ EditorMarks::Mark EditorMarks::SetMark(int line, int marker, const QString& text
     return {editor_.markerAdd(line, marker), text};
 }
 
-void EditorMarks::Underline(int line, Severity severity) {
+/// What the message is about, where that stands in the line only once; else the whole line.
+void EditorMarks::Underline(int line, const LineMessage& message) {
     const std::string text = LineText(editor_, line);
-    const std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
+    std::size_t begin = std::min(text.find_first_not_of(" \t"), text.size());
     if (begin == text.size()) return;
-    Send(editor_, Sci::SCI_SETINDICATORCURRENT, LookOf(severity).indicator);
+    std::size_t length = text.size() - begin;
+    if (const auto place = OnlyPlaceOf(text, message.subject.toStdString())) {
+        begin = *place;
+        length = message.subject.toStdString().size();
+    }
+    Send(editor_, Sci::SCI_SETINDICATORCURRENT, LookOf(message.severity).indicator);
     Send(editor_, Sci::SCI_INDICATORFILLRANGE, LineBegin(editor_, line) + static_cast<long>(begin),
-         static_cast<long>(text.size() - begin));
+         static_cast<long>(length));
 }
 
 void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
@@ -257,7 +283,7 @@ void EditorMarks::ShowMessages(const std::vector<LineMessage>& messages) {
         const int line = std::clamp(message.line, 1, LineCount(editor_)) - 1;
         const SeverityLook& look = LookOf(message.severity);
         messages_.push_back(SetMark(line, look.marker, look.kind + message.text));
-        Underline(line, message.severity);
+        Underline(line, message);
         AddLamp(message, line);
     }
 }

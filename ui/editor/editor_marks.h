@@ -83,7 +83,7 @@ class EditorMarks {
 
     void AddLamp(const LineMessage& message, int line);
     Mark SetMark(int line, int marker, const QString& text);
-    void Underline(int line, Severity severity);
+    void Underline(int line, const LineMessage& message);
 
     QsciScintilla& editor_;
     std::vector<Mark> messages_;

@@ -183,6 +183,26 @@ TEST_F(EditorCommandsTest, MessagesAreVisitedThroughAllFilesAndRound) {
     EXPECT_EQ(Place(), "main.txt 4:4");
 }
 
+TEST_F(EditorCommandsTest, WhatAMessageIsAboutIsUnderlined) {
+    OpenProgram(
+        "DEFINE BYTE Count = 0\nBEGIN PROGRAM\n    SET MOTOR 1, FORWARD, 3030\n    Count = Cuont + "
+        "1\n"
+        "    Later = Later\n    FOO BAR ; note\nEND PROGRAM\n");
+    const auto underlined = [this](int line) {
+        std::string text;
+        const long begin = LineBegin(Editor(), line - 1);
+        for (long at = begin; at < LineEnd(Editor(), line - 1); ++at) {
+            if (Send(Editor(), Sci::SCI_INDICATORVALUEAT, 8, at) != 0)
+                text += TextBetween(Editor(), at, at + 1);
+        }
+        return text;
+    };
+    EXPECT_EQ(underlined(3), "3030");
+    EXPECT_EQ(underlined(4), "Cuont");
+    EXPECT_EQ(underlined(5), "Later = Later") << "it stands there twice";
+    EXPECT_EQ(underlined(6), "FOO BAR ; note");
+}
+
 TEST_F(EditorCommandsTest, TheLogSelectsTheMessageThatIsVisited) {
     OpenProgram("BEGIN PROGRAM\n    WAIT Later\n    STOP MOTERS\n    WAIT 1\nEND PROGRAM\n");
     Press(CommandId::Run);
