@@ -10,6 +10,7 @@
 #include <Qsci/qscicommand.h>
 #include <Qsci/qscicommandset.h>
 #include <algorithm>
+#include <utility>
 
 #include "ui/editor/scintilla_text.h"
 #include "ui/editor/statement_help.h"
@@ -190,7 +191,16 @@ void SourceEditor::FitNumberMargin() {
 
 void SourceEditor::keyPressEvent(QKeyEvent* event) {
     QToolTip::hideText();  // it would stand over what is typed
-    if (!typing_.HandleKey(*event)) QsciScintilla::keyPressEvent(event);
+    if (typing_.HandleKey(*event)) return;
+    // The new line and its indentation are undone together, but not what is spelt otherwise then.
+    endsLine_ = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (endsLine_) beginUndoAction();
+    QsciScintilla::keyPressEvent(event);
+    EndLineEnd();
+}
+
+void SourceEditor::EndLineEnd() {
+    if (std::exchange(endsLine_, false)) endUndoAction();
 }
 
 bool SourceEditor::viewportEvent(QEvent* event) {

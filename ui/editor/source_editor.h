@@ -115,6 +115,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     void TellUndone();
     void TellEdit();
     void OnCharacterAdded(int character);
+    void EndLineEnd();
     void Settle();
     void TellMovedLines(const QString& before);
     QString HoverText(const QPoint& point);
@@ -132,6 +133,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     bool isColouring_ = true;
     bool isLoading_ = false;
     bool wasEdited_ = false;
+    bool endsLine_ = false;  ///< the undo step of a line end is open
     int editedLine_ = -1;          ///< of an edit that is not told yet; -1: there is none
     int linesBefore_ = 0;          ///< that edit
     bool editBeginsLine_ = false;  ///< only blanks stand before it

@@ -134,8 +134,12 @@ void SourceEditor::TellMovedLines(const QString& before) {
 
 void SourceEditor::OnCharacterAdded(int character) {
     TellEdit();
-    respeller_.Settle();
+    if (character != '\n') respeller_.Settle();
     typing_.CharacterAdded(character);
+    if (character != '\n') return;
+    EndLineEnd();
+    TellEdit();
+    respeller_.Settle();
 }
 
 void SourceEditor::Settle() {

@@ -66,6 +66,7 @@ void VariablesWindow::MakeLayout() {
     cmdRefresh_->setObjectName("cmdRefresh");
     cmdRefresh_->setAutoDefault(false);
     status_->setObjectName("lblStatus");
+    status_->setWordWrap(true);
     auto* top = new QHBoxLayout;
     top->addWidget(label);
     top->addWidget(filter_, 1);

@@ -241,6 +241,16 @@ TEST_F(SourceTyping, FoldsFollowTheText) {
     EXPECT_EQ(depths(), "01222110");
 }
 
+TEST_F(SourceTyping, ALineEndIsUndoneWithItsIndentation) {
+    Type("LOOP");
+    Press(Qt::Key_Return);
+    Type("WAIT 1");
+    editor.undo();
+    EXPECT_EQ(editor.TextBytes(), "LOOP\n    ");
+    editor.undo();
+    EXPECT_EQ(editor.TextBytes(), "LOOP");
+}
+
 TEST_F(SourceTyping, AListEndsWhenItsLastWordIsTyped) {
     Type("; first\nSET LEDS ON, OF");
     EXPECT_TRUE(editor.Typing().IsOffering());
