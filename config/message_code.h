@@ -295,6 +295,13 @@ enum class MessageCode : std::uint16_t {
     ResultIsWord = 2338,
     KnownInRoutine = 2339,
     TableWritten = 2340,
+    BothWheels = 2341,
+    SmallerSpeed = 2342,
+    LargerSpeed = 2343,
+    HowToBlink = 2344,
+    HowToRepeat = 2345,
+    WaitForButton = 2346,
+    HowMuch = 2347,
     EndOfMends,
 
     AlreadyOpen = 3002,     ///< a source file is opened a second time

@@ -162,18 +162,27 @@ std::optional<Hint> FindTwoTargets(const Given& given) {
                     {ToUtf8(given.Line(first, value)), ToUtf8(given.Line(second, value))});
 }
 
-/// Lost = Light > 5
+/// Lost = Light > 5, Lost = NOT(Light > 5)
 std::optional<Hint> FindComparisonToFlag(const Given& given) {
-    const std::vector<std::string_view> words = WordsOf(given.right);
-    const bool isMeant = given.question.code == MessageCode::UnknownOperator &&
-                         given.target != nullptr && given.target->type == DataType::Flag &&
-                         words.size() == 3 && words[1].find_first_not_of("<>=") == kNone;
+    const bool isNegated = StartsWithIgnoreCase(given.right, "NOT") && given.right.ends_with(')');
+    std::string_view comparison = TrimBlanks(given.right.substr(isNegated ? 3 : 0));
+    if (comparison.starts_with('(') && comparison.ends_with(')'))
+        comparison = TrimBlanks(comparison.substr(1, comparison.size() - 2));
+    const std::vector<std::string_view> words = WordsOf(comparison);
+    const MessageCode code = given.question.code;
+    const bool isAsked = code == MessageCode::UnknownOperator || code == MessageCode::UnknownName ||
+                         code == MessageCode::CallWithoutName;
+    const bool isMeant = isAsked && given.target != nullptr &&
+                         given.target->type == DataType::Flag && words.size() == 3 &&
+                         words[1].find_first_not_of("<>=") == kNone;
     if (!isMeant) return std::nullopt;
-    std::string condition = given.Text(Token::If) + " " + std::string(given.right);
+    const Token then = isNegated ? Token::False : Token::True;
+    const Token otherwise = isNegated ? Token::True : Token::False;
+    std::string condition = given.Text(Token::If) + " " + std::string(comparison);
     condition += " " + given.Text(Token::Then);
     return MakeHint(given.question, MessageCode::ComparisonToFlag,
-                    {ToUtf8(condition), ToUtf8(given.Line(given.left, given.Text(Token::True))),
-                     ToUtf8(given.Line(given.left, given.Text(Token::False)))});
+                    {ToUtf8(condition), ToUtf8(given.Line(given.left, given.Text(then))),
+                     ToUtf8(given.Line(given.left, given.Text(otherwise)))});
 }
 
 /// Time = Time + Speed, where Speed is a BYTE

@@ -34,6 +34,10 @@ std::optional<Hint> FindOneLight(const HintQuestion& question);
 std::optional<Hint> FindSentence(const HintQuestion& question);
 /// 60 = Speed, Speed 60, Speed = 60 percent: lines that give a variable a value, in another form.
 std::optional<Hint> FindAssignedValue(const HintQuestion& question);
+/// IF BUTTON 1 IS PRESSED THEN, WAIT FOR BUTTON 1: what is asked in everyday words.
+std::optional<Hint> FindConditionInWords(const HintQuestion& question);
+/// TURN LEFT 90, SET BOTH MOTORS, MOTOR 1, FORWARD, 60: what is said to a robot in everyday words.
+std::optional<Hint> FindEverydayLine(const HintQuestion& question);
 /// SET LEDS ON AND OFF, CASE 2 TO 4: values with something else than commas between them.
 std::optional<Hint> FindListOfValues(const HintQuestion& question);
 /// Values in another order, one too few, or nearly one of a list.

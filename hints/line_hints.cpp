@@ -13,10 +13,12 @@ using Finder = std::optional<Hint> (*)(const HintQuestion&);
 
 /// The more certain ones first.
 constexpr std::array kFinders{
-    FindOpenBlock,  FindRewrittenBlock, FindMeasureHint,  FindOneLight,       FindAssignedValue,
-    FindSentence,   FindListOfValues,   FindForeignSign,  FindForeignWord,    FindNumberHint,
-    FindExtraWords, FindChoiceHint,     FindNearSpelling, FindValuesHint,     FindCallInside,
-    FindCallHint,   FindOtherThing,     FindKindHint,     FindDefinitionHint, FindShapeHint};
+    FindOpenBlock,      FindConditionInWords, FindRewrittenBlock, FindMeasureHint,
+    FindOneLight,       FindAssignedValue,    FindSentence,       FindListOfValues,
+    FindEverydayLine,   FindForeignSign,      FindForeignWord,    FindNumberHint,
+    FindExtraWords,     FindChoiceHint,       FindNearSpelling,   FindValuesHint,
+    FindCallInside,     FindCallHint,         FindOtherThing,     FindKindHint,
+    FindDefinitionHint, FindShapeHint};
 
 /// Nobody has typed a longer line by hand.
 constexpr std::size_t kLongestLine = 200;

@@ -299,7 +299,7 @@ TEST_F(Zentroc, AdviceIsNeitherCountedNorInTheWay) {
 
 TEST_F(Zentroc, JsonHoldsHintsAndFixes) {
     Write("main.txt",
-          "INCLUDE \"part.txt\"\nBEGIN PROGRAM\n  print 5\nSTOP MOTORS 1\nEND PROGRAM\n");
+          "INCLUDE \"part.txt\"\nBEGIN PROGRAM\n  print \"HI\"\nSTOP MOTORS 1\nEND PROGRAM\n");
     Write("part.txt", "\n\tdefine bite Speed = 1\n");
     std::vector<nlohmann::json> mistakes;
     std::istringstream lines(Run("--format json --quiet main.txt").out);
