@@ -98,6 +98,13 @@ void FloorPanel::Place(bool beside) {
     grid_->setColumnStretch(0, 1);
 }
 
+int FloorPanel::LeastWidth() const {
+    int width = world_->sizeHint().width();
+    for (const char* name : {"BtnSight", "BtnEdit"})
+        width += findChild<QToolButton*>(name)->sizeHint().width() + kGap;
+    return width;
+}
+
 bool FloorPanel::IsBetterBeside(const QSize& room) const {
     if (floor_->IsEditing()) return false;
     const QSize head = world_->sizeHint();

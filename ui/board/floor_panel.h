@@ -27,6 +27,8 @@ class FloorPanel : public QWidget {
     /// Puts the buttons and the task beside the floor or above and below it, whichever leaves more
     /// of this room to the floor.
     void FitTo(const QSize& room);
+    /// What its buttons need in one row, in pixels.
+    int LeastWidth() const;
 
   signals:
     /// The world is drawn in, which takes room; or no longer.

@@ -36,7 +36,8 @@ constexpr std::chrono::milliseconds kInputsRest{50};
 constexpr int kLeastForBoth = 660;  // pixels
 constexpr int kFloorShare = 4;      // of the height; side by side both are as wide
 constexpr int kOutputsShare = 3;
-constexpr int kLeastForPictures = 345;  // beside the inputs
+constexpr int kMargins = 30;            // round the columns and between them
+constexpr int kLeastForPictures = 315;  // beside the inputs
 constexpr int kLeastForWords = 520;     // in height, on the buttons
 constexpr int kSmallMargin = 4;         // where room is short
 
@@ -121,7 +122,8 @@ int VirtualBoardWindow::InputsWidth() const {
 void VirtualBoardWindow::Arrange() {
     const int inputsWidth = InputsWidth();
     controls_->SetIsLow(height() < kLeastForWords);
-    const bool isNarrow = width() < inputsWidth + kLeastForPictures;
+    const int leastForPictures = std::max(kLeastForPictures, floor_->LeastWidth());
+    const bool isNarrow = width() < inputsWidth + leastForPictures + kMargins;
     columns_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
     inputsArea_->setMinimumWidth(isNarrow ? 0 : inputsWidth);
     inputsArea_->setMaximumWidth(isNarrow ? QWIDGETSIZE_MAX : inputsWidth);
@@ -137,9 +139,10 @@ void VirtualBoardWindow::Arrange() {
     pictures_->setDirection(isWide ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
     pictures_->setStretch(0, isWide ? kOutputsShare : kFloorShare);
     const QSize outputs = outputs_->isHidden() ? QSize() : outputs_->minimumSizeHint();
-    floor_->FitTo(isNarrow ? QSize(width(), floor_->maximumHeight())
-                  : isWide ? QSize(room.width() / 2, room.height())
-                           : QSize(room.width(), room.height() - outputs.height()));
+    const int floorHeight = isNarrow ? floor_->maximumHeight() : room.height();
+    floor_->FitTo(isWide     ? QSize(room.width() / 2, floorHeight)
+                  : isNarrow ? QSize(room.width(), floorHeight)
+                             : QSize(room.width(), floorHeight - outputs.height()));
 }
 
 void VirtualBoardWindow::resizeEvent(QResizeEvent* event) {
