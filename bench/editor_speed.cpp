@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 #include <Qsci/qscilexerlua.h>
 #include <algorithm>
@@ -138,8 +139,9 @@ int main(int argc, char** argv) {
     const KeyTimes keys = TypeInto(ours);
     const KeyTimes keysPeer = TypeInto(peer);
     double check = std::numeric_limits<double>::max();
-    const zentro::SettingsStore settings("no such folder", "no such folder",
-                                         [](const std::string&) {});
+    const QTemporaryDir folder;
+    const std::string path = folder.path().toStdString();
+    const zentro::SettingsStore settings(path, path, [](const std::string&) {});
     zentro::Disk disk;
     zentro::Programs programs(disk);
     const zentro::FileId file = programs.Add({}, "program.txt", [&] { return QString(string); });
