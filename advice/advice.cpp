@@ -17,6 +17,8 @@ void GiveAdvice(Compilation& compilation) {
     OutputAdvice ofOutputs(search);
     MotorInLoopAdvice ofMotorsInLoops(search);
     ValueAdvice ofValues(search);
+    ChoiceAdvice ofChoices(search);
+    TimeAdvice ofTime(search);
     for (const SourceLine& line : compilation.sourceLines) {
         if (!line.GeneratesCode()) continue;
         ofLines.Look(line);
@@ -28,6 +30,8 @@ void GiveAdvice(Compilation& compilation) {
         ofOutputs.Look(line);
         ofMotorsInLoops.Look(line);
         ofValues.Look(line);
+        ofChoices.Look(line);
+        ofTime.Look(line);
     }
     ofLines.Finish();
     ofPauses.Finish();

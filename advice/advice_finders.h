@@ -270,4 +270,68 @@ class ValueAdvice {
     std::vector<Block> blocks_;
 };
 
+/// Choices that choose nothing: the same lines both ways, what was asked above already, what the
+/// line above has made equal, what is read before a LOOP only.
+class ChoiceAdvice {
+  public:
+    /// The search outlives the object.
+    explicit ChoiceAdvice(AdviceSearch& search) : search_(search) {}
+
+    /// Takes the lines that generate code, in their order.
+    void Look(const SourceLine& line);
+
+  private:
+    /// A block that is open, with all lines inside of it.
+    struct Block {
+        const SourceLine* first;
+        const SourceLine* other = nullptr;  ///< its ELSE
+        std::vector<const SourceLine*> lines{};
+        std::vector<const SourceLine*> otherLines{};  ///< below ELSE
+    };
+
+    void LookAtWays(const Block& block);
+    void LookAtPair(const SourceLine& before, const SourceLine& line);
+    void LookAtReadings(const Block& loop, const SourceLine& last);
+    bool IsReadBefore(const LineElement& variable, const SourceLine& loop) const;
+
+    AdviceSearch& search_;
+    std::vector<Block> blocks_;
+    const SourceLine* before_ = nullptr;
+};
+
+/// What comes too early or too fast: a clock that is past a number, events of a program that ends
+/// at once, numbers that nobody can read.
+class TimeAdvice {
+  public:
+    /// The search outlives the object.
+    explicit TimeAdvice(AdviceSearch& search) : search_(search) {}
+
+    /// Takes the lines that generate code, in their order.
+    void Look(const SourceLine& line);
+
+  private:
+    struct Shown {
+        const SourceLine* line;
+        const Label* variable;
+    };
+
+    void LookAtClock(const SourceLine& line);
+    void LookAtEnd(const SourceLine& line);
+    void LookAtOnce(const SourceLine& line);
+    bool HoldsInput(const SourceLine& line) const;
+    void LookAtLoop(const SourceLine& line);
+
+    AdviceSearch& search_;
+    bool isInProgram_ = false;
+    bool hasEvents_ = false;
+    bool lastsSinceEnabled_ = true;
+    bool takesTime_ = false;             ///< the program, as far as it was seen
+    bool drives_ = false;                ///< a motor is set going
+    bool stops_ = false;                 ///< the motors, after asking
+    const SourceLine* asked_ = nullptr;  ///< the first IF that is about an input while it drives
+    const SourceLine* loop_ = nullptr;   ///< the innermost, as long as nothing in it takes time
+    std::vector<const Label*> counted_;
+    std::vector<Shown> shown_;
+};
+
 }  // namespace zentro

@@ -20,6 +20,11 @@ bool IsLastAbove(const AdviceSearch& search, const SourceLine& line) {
     return most > 0 && ValueOf(elements.back()).value_or(0) > most;
 }
 
+bool IsWaitForNothing(const AdviceSearch& search, const SourceLine& line) {
+    const auto elements = search.compilation.ElementsOf(line);
+    return !elements.empty() && ValueOf(elements.front()) == 0;
+}
+
 bool IsAssignedToItself(const AdviceSearch& search, const SourceLine& line) {
     const auto elements = search.compilation.ElementsOf(line);
     return line.purpose == Purpose::Assignment && elements.size() == 2 &&
@@ -94,6 +99,7 @@ void LineAdvice::Look(const SourceLine& line) {
         case Token::EndEvent: isInEvent_ = false; break;
         case Token::Wait:
             if (isInEvent_) search_.Add(line, MessageCode::WaitInHandler);
+            if (IsWaitForNothing(search_, line)) search_.Add(line, MessageCode::PauseTooShort);
             break;
         case Token::SetMotor:
             if (IsLastAbove(search_, line)) search_.Add(line, MessageCode::SpeedAboveFull);

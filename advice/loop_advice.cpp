@@ -71,8 +71,8 @@ bool IsMeantEndless(const AdviceSearch& search, const SourceLine& condition,
                     const ComparedSides& sides) {
     const auto compared = WithNumber(sides);
     if (!compared || !search.uses.ChangesOf(compared->variable->location).empty()) return false;
-    return compared->variable->type == DataType::Flag ||
-           (condition.token == Token::While && sides.comparison == Token::Equal);
+    return condition.token == Token::While &&
+           (compared->variable->type == DataType::Flag || sides.comparison == Token::Equal);
 }
 
 }  // namespace

@@ -35,6 +35,8 @@ void OrderAdvice::LookAtPair(const SourceLine& before, const SourceLine& line) {
         search_.Add(line, MessageCode::BelowReturn);
     if (BeginsSound(before.token) && BeginsSound(line.token))
         search_.Add(line, MessageCode::SoundCutOff);
+    if (BeginsSound(before.token) && line.token == Token::StopSound)
+        search_.Add(line, MessageCode::SoundStopped);
     const bool opensBranch = before.token == Token::If || before.token == Token::Else;
     if (opensBranch && line.token == Token::EndIf) search_.Add(before, MessageCode::BlockEmpty);
 }

@@ -173,7 +173,8 @@ void ValueAdvice::Finish() {
     const Compilation& compilation = search_.compilation;
     std::set<const Label*> told;
     for (const SourceLine& line : compilation.sourceLines) {
-        if (!line.GeneratesCode() || line.token != Token::If) continue;
+        const bool asks = line.token == Token::If || line.token == Token::Select;
+        if (!line.GeneratesCode() || !asks) continue;
         for (const LineElement& element : compilation.ElementsOf(line)) {
             const Symbol* symbol =
                 element.IsConstant() ? nullptr : search_.uses.SymbolOf(element.location);

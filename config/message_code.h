@@ -139,6 +139,16 @@ enum class MessageCode : std::uint16_t {
     FlagStaysTrue = 627,
     MotorNeverStopped = 628,  ///< in a LOOP
     BeyondTable = 629,
+    SameWays = 630,        ///< below IF and ELSE
+    ReadOnlyBefore = 631,  ///< a LOOP that asks for it
+    AskedAgain = 632,
+    MadeEqualAbove = 633,
+    NotExchanged = 634,
+    ClockMayBePast = 635,
+    EndsWithEvents = 636,
+    TooFastToRead = 637,
+    SoundStopped = 638,
+    AskedOnce = 639,
     EndOfAdvice,
 
     LoadStarts = 1000,
