@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "advice/advice_finders.h"
+#include "advice/line_values.h"
 
 namespace zentro {
 
@@ -21,6 +22,7 @@ void GiveAdvice(Compilation& compilation) {
     TimeAdvice ofTime(search);
     for (const SourceLine& line : compilation.sourceLines) {
         if (!line.GeneratesCode()) continue;
+        search.role = InnerRoleOf(line);
         ofLines.Look(line);
         ofOrder.Look(line);
         ofLoops.Look(line);
@@ -38,6 +40,7 @@ void GiveAdvice(Compilation& compilation) {
     ofNames.Finish();
     ofMotorsInLoops.Finish();
     ofValues.Finish();
+    ofTime.Finish();
     std::ranges::stable_sort(search.findings, {}, &Finding::lineNumber);
     for (const Finding& finding : search.findings)
         compilation.diagnostics.PostError(

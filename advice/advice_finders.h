@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <set>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "advice/variable_uses.h"
 #include "model/compilation.h"
+#include "model/statement.h"
 
 namespace zentro {
 
@@ -23,6 +25,7 @@ struct AdviceSearch {
     const Compilation& compilation;
     const VariableUses uses{compilation};
     std::vector<Finding> findings{};
+    BlockRole role = BlockRole::None;  ///< inside of a routine, of the line that is looked at
 
     void Add(const SourceLine& line, MessageCode code, std::string_view extra = {}) {
         findings.push_back({line.lineNumber, code, extra});
@@ -177,8 +180,8 @@ class NameAdvice {
     void LookAtVariables();
 
     AdviceSearch& search_;
-    std::vector<const Label*> watched_;  ///< events
-    std::vector<const Label*> called_;   ///< routines
+    std::unordered_set<const Label*> watched_;  ///< events
+    std::unordered_set<const Label*> called_;   ///< routines
     const SourceLine* firstSetEvent_ = nullptr;
     bool eventsAreEnabled_ = false;
     bool isInProgram_ = false;
@@ -281,7 +284,7 @@ class ChoiceAdvice {
     void Look(const SourceLine& line);
 
   private:
-    /// A block that is open, with all lines inside of it.
+    /// A block that is open: an IF with all lines inside of it, another one with its IF lines.
     struct Block {
         const SourceLine* first;
         const SourceLine* other = nullptr;  ///< its ELSE
@@ -308,6 +311,7 @@ class TimeAdvice {
 
     /// Takes the lines that generate code, in their order.
     void Look(const SourceLine& line);
+    void Finish();
 
   private:
     struct Shown {
@@ -316,12 +320,15 @@ class TimeAdvice {
     };
 
     void LookAtClock(const SourceLine& line);
+    void LookAtEquality(const SourceLine& line);
     void LookAtEnd(const SourceLine& line);
     void LookAtOnce(const SourceLine& line);
     bool HoldsInput(const SourceLine& line) const;
     void LookAtLoop(const SourceLine& line);
 
     AdviceSearch& search_;
+    bool hasClock_ = false;
+    std::vector<const SourceLine*> equalities_;  ///< lines that compare with = or <>
     bool isInProgram_ = false;
     bool hasEvents_ = false;
     bool lastsSinceEnabled_ = true;

@@ -37,7 +37,7 @@ bool IsReading(Token token) {
 void ChoiceAdvice::Look(const SourceLine& line) {
     if (before_ != nullptr) LookAtPair(*before_, line);
     before_ = &line;
-    const BlockRole role = InnerRoleOf(line);
+    const BlockRole role = search_.role;
     if (role == BlockRole::Ends && !blocks_.empty()) {
         LookAtWays(blocks_.back());
         if (blocks_.size() == 1) LookAtReadings(blocks_.back(), line);
@@ -46,7 +46,8 @@ void ChoiceAdvice::Look(const SourceLine& line) {
     const bool isOther = line.token == Token::Else && !blocks_.empty();
     for (Block& block : blocks_) {
         const bool isEdge = isOther && &block == &blocks_.back();
-        if (!isEdge) (block.other != nullptr ? block.otherLines : block.lines).push_back(&line);
+        const bool isKept = block.first->token == Token::If ? !isEdge : line.token == Token::If;
+        if (isKept) (block.other != nullptr ? block.otherLines : block.lines).push_back(&line);
     }
     if (isOther) blocks_.back().other = &line;
     if (role == BlockRole::Opens) blocks_.push_back({&line});

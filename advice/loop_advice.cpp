@@ -80,7 +80,7 @@ bool IsMeantEndless(const AdviceSearch& search, const SourceLine& condition,
 void LoopAdvice::Look(const SourceLine& line) {
     LookAtSteps(line);
     LookAtCount(line);
-    const BlockRole role = InnerRoleOf(line);
+    const BlockRole role = search_.role;
     if (role == BlockRole::Opens) blocks_.push_back({&line});
     if (role != BlockRole::Ends || blocks_.empty()) return;
     LookAtLoop(*blocks_.back().first, line);

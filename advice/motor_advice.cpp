@@ -55,7 +55,7 @@ void MotorAdvice::Look(const SourceLine& line) {
             motor.hasWaited = true;
     }
     if (MayStopMotors(line.token)) motors_ = {};
-    const BlockRole role = InnerRoleOf(line);
+    const BlockRole role = search_.role;
     if (role == BlockRole::Opens) ++depth_;
     if (role == BlockRole::Ends) --depth_;
 }

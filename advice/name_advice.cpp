@@ -5,14 +5,6 @@
 
 namespace zentro {
 
-namespace {
-
-bool Holds(const std::vector<const Label*>& labels, const Label* label) {
-    return std::ranges::find(labels, label) != labels.end();
-}
-
-}  // namespace
-
 void NameAdvice::Look(const SourceLine& line) {
     const Compilation& compilation = search_.compilation;
     if (line.token == Token::EndProgram) isInProgram_ = false;
@@ -22,11 +14,10 @@ void NameAdvice::Look(const SourceLine& line) {
     if (line.token == Token::SetEvent) {
         if (firstSetEvent_ == nullptr) firstSetEvent_ = &line;
         for (const LineElement& element : compilation.ElementsOf(line))
-            watched_.push_back(element.location);
+            watched_.insert(element.location);
     }
     for (const LineElement& element : compilation.ElementsOf(line)) {
-        if (element.elementClass == ElementClass::Call && !Holds(called_, element.location))
-            called_.push_back(element.location);
+        if (element.elementClass == ElementClass::Call) called_.insert(element.location);
     }
 }
 
@@ -46,9 +37,9 @@ void NameAdvice::Finish() {
     for (const Symbol& symbol : compilation.symbols.Symbols()) {
         if (!IsOfMainFile(symbol)) continue;
         const SourceLine& line = compilation.GetSourceLine(symbol.declareLineNo);
-        if (symbol.symbolClass == SymbolClass::Event && !Holds(watched_, &symbol.label))
+        if (symbol.symbolClass == SymbolClass::Event && !watched_.contains(&symbol.label))
             search_.Add(line, MessageCode::EventNeverWatched, symbol.name);
-        if (symbol.symbolClass == SymbolClass::Routine && !Holds(called_, &symbol.label))
+        if (symbol.symbolClass == SymbolClass::Routine && !called_.contains(&symbol.label))
             search_.Add(line, MessageCode::RoutineNeverCalled, symbol.name);
     }
     LookAtVariables();

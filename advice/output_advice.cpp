@@ -70,7 +70,7 @@ void OutputAdvice::Look(const SourceLine& line) {
 
 /// A motor that one line alone sets going, if something is so, and that no line stops.
 void MotorInLoopAdvice::Look(const SourceLine& line) {
-    const BlockRole role = InnerRoleOf(line);
+    const BlockRole role = search_.role;
     if (role == BlockRole::Opens) blocks_.push_back({line.token});
     if (role == BlockRole::Continues && !blocks_.empty()) {
         blocks_.back().hasOtherBranch = true;

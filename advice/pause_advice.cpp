@@ -85,7 +85,7 @@ void PauseAdvice::FollowMotors(const SourceLine& line) {
 void PauseAdvice::Look(const SourceLine& line) {
     if (line.token == Token::Wait && !IsPauseUpTo(search_.compilation, line, kLongestUnseenTurn))
         areAllShort_ = false;
-    const BlockRole role = InnerRoleOf(line);
+    const BlockRole role = search_.role;
     if (role == BlockRole::Opens) ++depth_;
     LookAtSigns(line);
     FollowMotors(line);

@@ -39,9 +39,19 @@ void TimeAdvice::Look(const SourceLine& line) {
 
 /// UNTIL Time = 500, where Time gets nothing but the clock.
 void TimeAdvice::LookAtClock(const SourceLine& line) {
+    hasClock_ = hasClock_ || line.token == Token::Clock;
     const auto sides = SidesOf(search_.compilation, line);
-    const auto compared =
-        sides && IsEquality(sides->comparison) ? WithNumber(*sides) : std::nullopt;
+    if (sides && IsEquality(sides->comparison)) equalities_.push_back(&line);
+}
+
+void TimeAdvice::Finish() {
+    if (!hasClock_) return;
+    for (const SourceLine* line : equalities_)
+        LookAtEquality(*line);
+}
+
+void TimeAdvice::LookAtEquality(const SourceLine& line) {
+    const auto compared = WithNumber(*SidesOf(search_.compilation, line));
     if (!compared) return;
     const auto changes = search_.uses.ChangesOf(compared->variable->location);
     const auto isOf = [&](Token token) {
@@ -64,7 +74,7 @@ void TimeAdvice::LookAtEnd(const SourceLine& line) {
         return;
     }
     const bool lasts = line.token == Token::Wait || line.token == Token::Call ||
-                       line.token == Token::RaiseEvent || InnerRoleOf(line) != BlockRole::None ||
+                       line.token == Token::RaiseEvent || search_.role != BlockRole::None ||
                        line.purpose == Purpose::FunctionAssignment;
     lastsSinceEnabled_ = lastsSinceEnabled_ || lasts;
     if (line.token == Token::EndProgram && hasEvents_ && !lastsSinceEnabled_)
@@ -88,21 +98,21 @@ bool TimeAdvice::HoldsInput(const SourceLine& line) const {
 /// A program that sets a motor going, asks once whether to stop it, and ends.
 void TimeAdvice::LookAtOnce(const SourceLine& line) {
     if (!isInProgram_) return;
-    const BlockRole role = InnerRoleOf(line);
+    const BlockRole role = search_.role;
     const bool isChoice = line.token == Token::If || line.token == Token::Select;
     const bool lasts = line.token == Token::Wait || line.token == Token::Call ||
                        line.token == Token::EnableEvents || (role == BlockRole::Opens && !isChoice);
     takesTime_ = takesTime_ || lasts;
     if (line.token == Token::SetMotor) drives_ = true;
+    if (takesTime_) return;
     if (asked_ == nullptr && drives_ && HoldsInput(line)) asked_ = &line;
     stops_ = stops_ || (asked_ != nullptr && line.token == Token::StopMotors);
-    if (line.token == Token::EndProgram && !takesTime_ && stops_)
-        search_.Add(*asked_, MessageCode::AskedOnce);
+    if (line.token == Token::EndProgram && stops_) search_.Add(*asked_, MessageCode::AskedOnce);
 }
 
 /// A loop that counts and shows its count, and does nothing that takes time.
 void TimeAdvice::LookAtLoop(const SourceLine& line) {
-    const BlockRole role = InnerRoleOf(line);
+    const BlockRole role = search_.role;
     if (role == BlockRole::Opens) {
         loop_ = line.token == Token::If || line.token == Token::Select ? nullptr : &line;
         counted_.clear();

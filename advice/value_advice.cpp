@@ -33,7 +33,7 @@ void ValueAdvice::Look(const SourceLine& line) {
     if (line.token == Token::PlayTune) LookAtTune(line);
     if (line.token == Token::Plus) LookAtSum(line);
     LookAtPause(line);
-    const BlockRole role = InnerRoleOf(line);
+    const BlockRole role = search_.role;
     if (role == BlockRole::Opens) blocks_.push_back({&line});
     if (role == BlockRole::Ends && !blocks_.empty()) {
         LookAtBlock(blocks_.back(), line);
