@@ -22,6 +22,12 @@ bool IsShown(const SourceLine& line) {
     return line.token == Token::Display || line.token == Token::DisplayHex;
 }
 
+/// A pause, or a routine that may make one.
+bool MayTakeTime(const SourceLine& line) {
+    return line.token == Token::Wait || line.token == Token::Call ||
+           line.token == Token::RoutineCall;
+}
+
 /// Lines that are over at once and show nothing else.
 bool TakesNoTime(const SourceLine& line) {
     return IsShown(line) || line.purpose == Purpose::Assignment || line.token == Token::Increment ||
@@ -73,8 +79,8 @@ void TimeAdvice::LookAtEnd(const SourceLine& line) {
         lastsSinceEnabled_ = !isInProgram_;
         return;
     }
-    const bool lasts = line.token == Token::Wait || line.token == Token::Call ||
-                       line.token == Token::RaiseEvent || search_.role != BlockRole::None ||
+    const bool lasts = MayTakeTime(line) || line.token == Token::RaiseEvent ||
+                       search_.role != BlockRole::None ||
                        line.purpose == Purpose::FunctionAssignment;
     lastsSinceEnabled_ = lastsSinceEnabled_ || lasts;
     if (line.token == Token::EndProgram && hasEvents_ && !lastsSinceEnabled_)
@@ -100,8 +106,8 @@ void TimeAdvice::LookAtOnce(const SourceLine& line) {
     if (!isInProgram_) return;
     const BlockRole role = search_.role;
     const bool isChoice = line.token == Token::If || line.token == Token::Select;
-    const bool lasts = line.token == Token::Wait || line.token == Token::Call ||
-                       line.token == Token::EnableEvents || (role == BlockRole::Opens && !isChoice);
+    const bool lasts = MayTakeTime(line) || line.token == Token::EnableEvents ||
+                       (role == BlockRole::Opens && !isChoice);
     takesTime_ = takesTime_ || lasts;
     if (line.token == Token::SetMotor) drives_ = true;
     if (takesTime_) return;
