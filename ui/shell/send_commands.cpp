@@ -59,12 +59,16 @@ std::shared_ptr<const CompiledProgram> SendCommands::CompileFront() {
 void SendCommands::Run() {
     const auto program = CompileFront();
     if (program == nullptr) return;
-    running_.clear();
+    running_.reset();
     const bool beginsAgain = std::exchange(isHeld_, false) && board_.Kind() == BoardKind::Virtual &&
                              board_.Activity().state == BoardActivity::State::Held;
     boards_.RunProgram(program);
     const bool isVirtual = board_.Kind() == BoardKind::Virtual;
-    (isVirtual ? running_ : sending_) = program->name;
+    if (isVirtual) {
+        running_ = program;
+    } else {
+        sending_ = program->name;
+    }
     // Elsewhere the key may go on with a program that is held.
     const QString status =
         beginsAgain ? tr("%1 runs from its beginning again. To go on where it is held instead, "
@@ -90,17 +94,17 @@ void SendCommands::FollowSending(const DownloadResult& result) {
 
 /// The virtual board tells when a program is held, goes on or is over.
 void SendCommands::FollowRun() {
-    if (running_.isEmpty() || board_.Kind() != BoardKind::Virtual) return;
+    if (running_ == nullptr || board_.Kind() != BoardKind::Virtual) return;
     const BoardActivity::State state = board_.Activity().state;
     const bool isHeld = state == BoardActivity::State::Held;
     if (std::exchange(isHeld_, isHeld) != isHeld) {
-        surroundings_.showStatus(
-            (isHeld ? tr("%1 is held.") : tr("%1 runs on the virtual board.")).arg(running_));
+        surroundings_.showStatus((isHeld ? tr("%1 is held.") : tr("%1 runs on the virtual board."))
+                                     .arg(programs_.NameNow(*running_)));
     }
     if (state != BoardActivity::State::Ended && state != BoardActivity::State::Fault) return;
     const QString text =
         state == BoardActivity::State::Ended ? tr("%1 has ended.") : tr("%1 was ended by a fault.");
-    surroundings_.showStatus(text.arg(std::exchange(running_, {})));
+    surroundings_.showStatus(text.arg(programs_.NameNow(*std::exchange(running_, nullptr))));
 }
 
 bool SendCommands::Load() {

@@ -70,8 +70,9 @@ class SendCommands : public QObject {
     BoardWindows& boards_;
     NoticeBar& notices_;
     Surroundings surroundings_;
-    QString sending_;      ///< the program that Run sends to a port; empty: none
-    QString running_;      ///< the program that Run has started; empty: none, or its end was told
+    QString sending_;  ///< the program that Run sends to a port; empty: none
+    /// The program that Run has started; null: none, or its end was told.
+    std::shared_ptr<const CompiledProgram> running_;
     bool isHeld_ = false;  ///< so it was told last
 };
 
