@@ -113,7 +113,8 @@ void TimeAdvice::LookAtOnce(const SourceLine& line) {
     if (takesTime_) return;
     if (asked_ == nullptr && drives_ && HoldsInput(line)) asked_ = &line;
     stops_ = stops_ || (asked_ != nullptr && line.token == Token::StopMotors);
-    if (line.token == Token::EndProgram && stops_) search_.Add(*asked_, MessageCode::AskedOnce);
+    if (line.token == Token::EndProgram && stops_ && asked_ != nullptr)
+        search_.Add(*asked_, MessageCode::AskedOnce);
 }
 
 /// A loop that counts and shows its count, and does nothing that takes time.

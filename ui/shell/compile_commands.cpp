@@ -148,6 +148,7 @@ void CompileCommands::Run(CompileCommand command) {
     emit Finished(file.id, succeeded);
 }
 
+// The list of the files may change meanwhile. NOLINTNEXTLINE(performance-unnecessary-value-param)
 std::shared_ptr<const CompiledProgram> CompileCommands::CompileTexts(OpenFile file) {
     if (service_.IsRunning()) return nullptr;
     OpenWindows(objectCode_ != nullptr, file);
