@@ -73,9 +73,8 @@ class LineFollower : public QObject {
     };
     std::optional<LineOnBoard> LineThen(const QString& file, int line) const;
     ProgramStops::Condition ConditionOf(const Breakpoint& breakpoint,
-                                         const LineOnBoard& then) const;
-    BoundCondition BoundConditionOf(const Breakpoint& breakpoint,
-                                     const LineOnBoard& then) const;
+                                        const LineOnBoard& then) const;
+    BoundCondition BoundConditionOf(const Breakpoint& breakpoint, const LineOnBoard& then) const;
 
     Programs& programs_;
     BoardState& board_;
