@@ -39,8 +39,7 @@ void MessageCollector::Add(const PostedMessage& message) {
     Add(message.place,
         {message.place.sourceLineNo, message.severity, QString::fromStdString(message.text), false,
          MessageCodeText(message.code), QString::fromStdString(message.hint.text), message.hint.fix,
-         QString::fromStdString(message.hint.sourceLine),
-         QString::fromStdString(message.subject)});
+         QString::fromStdString(message.hint.sourceLine), QString::fromStdString(message.subject)});
 }
 
 void MessageCollector::AddInclude(const LineXref& place, Severity severity, const QString& text) {

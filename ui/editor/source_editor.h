@@ -133,7 +133,7 @@ class SourceEditor : public QsciScintilla, private QAccessible::ActivationObserv
     bool isColouring_ = true;
     bool isLoading_ = false;
     bool wasEdited_ = false;
-    bool endsLine_ = false;  ///< the undo step of a line end is open
+    bool endsLine_ = false;        ///< the undo step of a line end is open
     int editedLine_ = -1;          ///< of an edit that is not told yet; -1: there is none
     int linesBefore_ = 0;          ///< that edit
     bool editBeginsLine_ = false;  ///< only blanks stand before it
