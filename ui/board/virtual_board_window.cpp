@@ -36,10 +36,10 @@ constexpr std::chrono::milliseconds kInputsRest{50};
 constexpr int kLeastForBoth = 660;  // pixels
 constexpr int kFloorShare = 4;      // of the height; side by side both are as wide
 constexpr int kOutputsShare = 3;
-constexpr int kMargins = 30;            // round the columns and between them
-constexpr int kLeastForPictures = 315;  // beside the inputs
-constexpr int kLeastForWords = 520;     // in height, on the buttons
-constexpr int kSmallMargin = 4;         // where room is short
+constexpr int kMargins = 30;             // round the columns and between them
+constexpr int kLeastForPictures = 315;   // beside the inputs
+constexpr int kLeastLinesForWords = 34;  // in height, on the buttons
+constexpr int kSmallMargin = 4;          // where room is short
 
 }  // namespace
 
@@ -121,7 +121,7 @@ int VirtualBoardWindow::InputsWidth() const {
 /// little for them, the inputs go below, and all of it scrolls.
 void VirtualBoardWindow::Arrange() {
     const int inputsWidth = InputsWidth();
-    controls_->SetIsLow(height() < kLeastForWords);
+    controls_->SetIsLow(height() < kLeastLinesForWords * fontMetrics().height());
     const int leastForPictures = std::max(kLeastForPictures, floor_->LeastWidth());
     const bool isNarrow = width() < inputsWidth + leastForPictures + kMargins;
     columns_->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
